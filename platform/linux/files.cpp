@@ -1,0 +1,168 @@
+#include <dirent.h>
+#include <fcntl.h>
+#include <stdlib.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <memory>
+#include <utility>
+
+#include "host/util/utf.h"
+#include "platform/platform.h"
+
+namespace {
+
+/// New files hold passwords' neighbours, talks and contacts: they are their owner's alone.
+constexpr mode_t kNewFileMode = 0600;
+
+/// A file descriptor, closed at the end.
+class Descriptor {
+public:
+    explicit Descriptor(int number) : number_(number) {}
+    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() {
+        if (isOpen()) ::close(number_);
+    }
+
+    bool isOpen() const { return number_ >= 0; }
+    int number() const { return number_; }
+
+    /// Closes at once; false when the system only now tells that a write went wrong.
+    bool close() { return ::close(std::exchange(number_, -1)) == 0; }
+
+private:
+    int number_;
+};
+
+/// The path as the system takes it, or nothing when it cannot be a path: behind a NUL the system would not look, and
+/// another file would be opened than the one that was named.
+std::optional<std::string> systemPath(std::u16string_view path) {
+    if (path.empty() || path.find(u'\0') != std::u16string_view::npos) return std::nullopt;
+    return wtou(path);
+}
+
+/// Opens a plain file. A pipe or a device of that name is none: reading it could wait for ever.
+Descriptor openPlain(const std::string& path, int flags, struct stat& state) {
+    Descriptor file(open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, kNewFileMode));
+    if (file.isOpen() && (fstat(file.number(), &state) != 0 || !S_ISREG(state.st_mode))) return Descriptor(-1);
+    return file;
+}
+
+bool writeAll(int file, std::string_view content) {
+    while (!content.empty()) {
+        const ssize_t written = write(file, content.data(), content.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written <= 0) return false;
+        content.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+/// A new file beside the one that it is to replace. It is deleted at the end unless it took that place.
+class Replacement {
+public:
+    explicit Replacement(const std::string& folder)
+        : path_(folder + ".protolink-XXXXXX"), file_(mkostemp(path_.data(), O_CLOEXEC)) {}
+    Replacement(const Replacement&) = delete;
+    Replacement& operator=(const Replacement&) = delete;
+    ~Replacement() {
+        if (pending_) unlink(path_.c_str());
+    }
+
+    bool write(std::string_view content, mode_t mode) {
+        pending_ = file_.isOpen();
+        return pending_ && fchmod(file_.number(), mode) == 0 && writeAll(file_.number(), content) &&
+               fsync(file_.number()) == 0 && file_.close();
+    }
+
+    bool takePlaceOf(const std::string& target) {
+        if (rename(path_.c_str(), target.c_str()) != 0) return false;
+        pending_ = false;
+        return true;
+    }
+
+private:
+    std::string path_;
+    Descriptor file_;
+    bool pending_ = false;
+};
+
+/// Makes a rename outlast a loss of power. Some file systems cannot sync a folder; the rename has happened all the
+/// same.
+void syncFolder(const std::string& folder) {
+    const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (descriptor.isOpen()) fsync(descriptor.number());
+}
+
+bool isPlainFile(int folder, const dirent& entry) {
+    if (entry.d_type == DT_REG) return true;
+    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return false;
+    struct stat state {};
+    return fstatat(folder, entry.d_name, &state, 0) == 0 && S_ISREG(state.st_mode);
+}
+
+}  // namespace
+
+namespace platform {
+
+std::vector<std::u16string> filesMatching(std::u16string_view directory, std::u16string_view prefix,
+                                          std::u16string_view suffix) {
+    std::vector<std::u16string> names;
+    const std::optional<std::string> path = directory.empty() ? "." : systemPath(directory);
+    if (!path) return names;
+    const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir(path->c_str()), &closedir);
+    if (!folder) return names;
+    while (const dirent* entry = readdir(folder.get())) {
+        const std::string_view raw = entry->d_name;
+        std::u16string name = utow(raw);
+        if (name.size() < prefix.size() + suffix.size() || !name.starts_with(prefix) || !name.ends_with(suffix))
+            continue;
+        // A name that is no UTF-8 would not be found again under the text that it was told as.
+        if (wtou(name) == raw && isPlainFile(dirfd(folder.get()), *entry)) names.push_back(std::move(name));
+    }
+    return names;
+}
+
+std::optional<std::string> readFile(const std::u16string& path) {
+    const std::optional<std::string> name = systemPath(path);
+    struct stat state {};
+    const Descriptor file = name ? openPlain(*name, O_RDONLY, state) : Descriptor(-1);
+    if (!file.isOpen()) return std::nullopt;
+    std::string content;
+    content.reserve(static_cast<std::size_t>(state.st_size));
+    for (;;) {
+        // The size was only a hint: the file may grow meanwhile, and some files tell none.
+        char block[65536];
+        const ssize_t length = read(file.number(), block, sizeof block);
+        if (length == 0) return content;
+        if (length < 0 && errno == EINTR) continue;
+        if (length < 0) return std::nullopt;
+        content.append(block, static_cast<std::size_t>(length));
+    }
+}
+
+bool createFileIfMissing(const std::u16string& path) {
+    const std::optional<std::string> name = systemPath(path);
+    struct stat state {};
+    return name && openPlain(*name, O_RDONLY | O_CREAT, state).isOpen();
+}
+
+bool replaceFile(const std::u16string& path, std::string_view content) {
+    const std::optional<std::string> name = systemPath(path);
+    struct stat state {};
+    if (!name || !openPlain(*name, O_RDWR | O_CREAT, state).isOpen()) return false;
+    // The file behind a link is replaced, and the link stays.
+    const std::unique_ptr<char, decltype(&free)> whole(realpath(name->c_str(), nullptr), &free);
+    if (!whole) return false;
+    const std::string target = whole.get();
+    const std::string folder = target.substr(0, target.rfind('/') + 1);
+    Replacement replacement(folder);
+    if (!replacement.write(content, state.st_mode & 07777) || !replacement.takePlaceOf(target)) return false;
+    syncFolder(folder);
+    return true;
+}
+
+}  // namespace platform
