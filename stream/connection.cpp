@@ -1,0 +1,129 @@
+#include "stream/connection.h"
+
+#include "host/record.h"
+#include "host/util/format.h"
+#include "platform/platform.h"
+#include "stream/endpoint.h"
+
+Connection::Connection(CClientClass& client, CZipStream& zip, StreamOutput& output, StreamListener& listener,
+                       OKU_HANDLER reconnectTick)
+    : client_(client),
+      zip_(zip),
+      output_(output),
+      listener_(listener),
+      reconnectTick_(reconnectTick),
+      input_(client, zip, *this, listener) {
+    input_.startInvalidTime(platform::now());
+}
+
+OKU_WORD Connection::setStatus(Status status, const std::u16string& description, OKU_WORD) {
+    // The description may be the account's own text, which the layers called below may change.
+    const std::u16string wanted = description;
+    forbidReconnection();
+    if (client_.loggedIn()) {
+        listener_.publishStatus(status, wanted);
+        if (status == Status::Offline) {
+            disconnect(false);
+            cancelReconnectTimer();
+        }
+    } else if ((client_.flags & FLAG_CONNECTED) || status == Status::Offline) {
+        // A connection that is still negotiating is dropped by any change, and no new attempt follows from it.
+        disconnect(false);
+        if (status == Status::Offline) cancelReconnectTimer();
+    } else {
+        connect();
+    }
+    client_.status = status;
+    client_.statusDescription = wanted;
+    return 1;
+}
+
+void Connection::connect() {
+    expectReconnection();
+    const bool own = !registerMode;
+    if (own) {
+        // Both are read, also when the first one settles it.
+        const bool hasUser = !client_.settings.getString(u"XMPP/User").empty();
+        const bool hasPassword = !client_.settings.getString(u"XMPP/Pass").empty();
+        if (!hasUser || !hasPassword) {
+            client_.host.logUser(u"Nie ustawiłeś nazwy użykownika lub hasła w protokole XMPP!");
+            return;
+        }
+    }
+    listener_.forgetSession();
+    if (own) {
+        client_.jid = parseJID(client_.settings.getString(u"XMPP/User"));
+        client_.password = client_.settings.getString(u"XMPP/Pass");
+    }
+    const ConnectSwitches switches = readConnectSwitches(client_.settings);
+    avatarEnabled = switches.avatars;
+    const Endpoint endpoint = readEndpoint(client_, switches);
+
+    auto record = makeRecord<NL_CONNECT_RECORD>();
+    record.host = endpoint.host.c_str();
+    record.port = endpoint.port;
+    record.socket = client_.socketName.c_str();
+    record.serviceName = endpoint.serviceName.c_str();
+    if (endpoint.proxyEnabled) {
+        record.proxyEnabled = 1;
+        record.proxyHost = endpoint.proxyHost.c_str();
+        record.proxyType = endpoint.proxyType;
+        record.proxyPort = endpoint.proxyPort;
+        record.proxyUser = endpoint.proxyLogin ? endpoint.proxyUser.c_str() : nullptr;
+        record.proxyPassword = endpoint.proxyLogin ? endpoint.proxyPassword.c_str() : nullptr;
+    }
+    client_.flags |= FLAG_CONNECTING;
+    client_.log(LogLevel::Debug, tag::kStream,
+                formatText(u"Connecting to: %s:%d (%s)", endpoint.host, endpoint.port, client_.jid.bare));
+    client_.host.socketConnect(record);
+}
+
+OKU_WORD Connection::disconnect(bool closeSocket) {
+    cancelReconnectTimer();
+    input_.freeZInput();
+    if (client_.flags & FLAG_CONNECTED) {
+        output_.sendText(u"</stream:stream>");
+        resetState();
+        client_.host.setAllOffline(client_.netId);
+        client_.host.callProtocolHooks(client_.netId, HookKind::ConnectionEnded, HookPhase::Notice);
+        return closeSocket ? client_.host.socketClose(client_.socketName) : 1;
+    }
+    if (client_.flags & FLAG_CONNECTING) {
+        resetState();
+        return client_.host.socketClose(client_.socketName);
+    }
+    return 0;
+}
+
+std::int32_t Connection::sendStreamHeader() {
+    listener_.forgetSession();
+    return output_.sendText(
+        formatText(u"<?xml version=\"1.0\"?>"
+                   u"<stream:stream xmlns:stream=\"http://etherx.jabber.org/streams\" version=\"1.0\""
+                   u" xmlns=\"jabber:client\" to=\"%s\" xml:lang=\"en\""
+                   u" xmlns:xml=\"http://www.w3.org/XML/1998/namespace\" >",
+                   client_.jid.domain));
+}
+
+void Connection::resetState() {
+    input_.resetPartialInput();
+    client_.flags = 0;
+    listener_.onStateReset();
+    zip_.zEnd();
+}
+
+std::u16string Connection::reconnectTimerName() const { return lutCID(u"XMPP/%d/Reconn", client_.netId); }
+
+void Connection::startReconnectTimer(std::uint32_t milliseconds) {
+    reconnectPending_ = true;
+    client_.host.timerCreate(reconnectTimerName(), milliseconds, {reconnectTick_, client_.context}, true);
+}
+
+void Connection::cancelReconnectTimer() {
+    reconnectPending_ = false;
+    client_.host.timerDestroyByReference(reconnectTimerName());
+}
+
+void Connection::dropReconnection() {
+    if (reconnectPending_) cancelReconnectTimer();
+}

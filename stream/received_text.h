@@ -1,0 +1,31 @@
+// The text of a stream that is not balanced yet, with the changes that make its ends meet.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// Collects received text. The stream's open tag, which never closes, becomes an empty element, and the two
+/// characters that begin a declaration are taken out wherever they stand; the rest of a declaration stays behind as
+/// character data. What was looked at once is not looked at again when more text is added.
+class ReceivedText {
+public:
+    /// Returns the first place at which text changed that was there before; the old size when none did.
+    std::size_t append(std::string_view piece);
+    void clear();
+
+    char* data() { return text_.data(); }
+    std::size_t size() const { return text_.size(); }
+    std::string_view view() const { return text_; }
+
+private:
+    /// Each returns the first place that it changed, the text's end when it changed none.
+    std::size_t closeOpenTag();
+    std::size_t removeDeclarations();
+
+    std::string text_;
+    std::size_t openTagFrom_ = 0;           // no open tag begins before this
+    std::size_t openTagEndFrom_ = 0;        // the open tag that has begun does not end before this
+    bool openTagDone_ = false;              // the first open tag has its end
+    std::size_t declarationStartFrom_ = 0;  // no declaration begins before this
+    std::size_t declarationEndFrom_ = 0;    // no declaration ends before this
+};

@@ -1,0 +1,46 @@
+#include "stream/stream_output.h"
+
+#include "host/record.h"
+#include "host/util/utf.h"
+
+std::int32_t StreamOutput::sendText(std::u16string_view text) {
+    const std::string bytes = wtou(text.substr(0, text.find(u'\0')));
+    return sendBytes(bytes, false);
+}
+
+bool StreamOutput::offerToListeners(std::string_view data, bool raw) {
+    // Listeners read a text that ends at its first NUL, also when more bytes go out.
+    std::string text(data.substr(0, data.find('\0')));
+    auto offer = makeRecord<OKU_HOOK_DATA>();
+    offer.data = text.data();
+    offer.length = static_cast<std::uint32_t>(text.size());
+    offer.flags = raw ? OKU_HOOK_DATA_RAW : OKU_HOOK_DATA_PLAIN;
+    const OKU_WORD extra = toWord(&offer);
+    if (client_.host.callProtocolHooks(client_.netId, HookKind::StreamOut, HookPhase::Before, extra)) return false;
+    client_.host.callProtocolHooks(client_.netId, HookKind::StreamOut, HookPhase::After, extra);
+    return true;
+}
+
+std::int32_t StreamOutput::sendBytes(std::string_view data, bool raw) {
+    if (!offerToListeners(data, raw)) return 0;
+    if (!(client_.flags & FLAG_COMPRESSED))
+        return client_.host.socketSend(client_.socketName, data.data(), static_cast<std::uint32_t>(data.size()));
+    std::string compressed;
+    if (!zip_.zDeflate(data, compressed)) return compressionFault();
+    return client_.host.socketSend(client_.socketName, compressed.data(),
+                                   static_cast<std::uint32_t>(compressed.size()));
+}
+
+std::int32_t StreamOutput::compressionFault() {
+    client_.log(LogLevel::Error, tag::kStream, u"ERROR: Compression fault!");
+    // Ending the stream sends its closing tag through the same broken compressor.
+    if (endingAfterFault_) return -1;
+    struct Ending {
+        explicit Ending(bool& flag) : begun(flag) { begun = true; }
+        ~Ending() { begun = false; }
+        bool& begun;
+    };
+    const Ending ending(endingAfterFault_);
+    connection_->disconnect(true);
+    return -1;
+}
