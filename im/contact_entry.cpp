@@ -1,0 +1,44 @@
+#include "im/contact_entry.h"
+
+#include <algorithm>
+#include <utility>
+
+ResourceEntry* ResourceList::find(std::u16string_view name) {
+    const auto place = places_.find(name);
+    return place == places_.end() ? nullptr : &*place->second;
+}
+
+ResourceEntry& ResourceList::append(ResourceEntry resource) {
+    const auto added = entries_.insert(entries_.end(), std::move(resource));
+    places_.emplace(added->resource, added);
+    return *added;
+}
+
+void ResourceList::erase(std::u16string_view name) {
+    const auto place = places_.find(name);
+    if (place == places_.end()) return;
+    const auto entry = place->second;
+    places_.erase(place);
+    entries_.erase(entry);
+}
+
+ContactEntry& Contacts::entry(std::u16string_view jid) {
+    const auto found = entries_.find(jid);
+    if (found != entries_.end()) return found->second;
+    return entries_.emplace(std::u16string(jid), ContactEntry()).first->second;
+}
+
+ResourceEntry* Contacts::findResource(std::u16string_view jid, std::u16string_view resource) {
+    return entry(jid).resources.find(resource);
+}
+
+std::vector<const ContactEntry*> Contacts::inOrder() const {
+    std::vector<std::pair<std::u16string_view, const ContactEntry*>> keyed;
+    keyed.reserve(entries_.size());
+    for (const auto& [jid, entry] : entries_) keyed.emplace_back(jid, &entry);
+    std::sort(keyed.begin(), keyed.end());
+    std::vector<const ContactEntry*> ordered;
+    ordered.reserve(keyed.size());
+    for (const auto& [jid, entry] : keyed) ordered.push_back(entry);
+    return ordered;
+}

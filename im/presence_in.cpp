@@ -1,0 +1,85 @@
+// Contacts' presence into the host and into the list of online resources.
+#include "host/record.h"
+#include "host/util/numbers.h"
+#include "host/util/xml_compose.h"
+#include "im/child_text.h"
+#include "im/presence.h"
+#include "im/stanza_errors.h"
+#include "platform/platform.h"
+
+namespace {
+
+/// The word that names the status: a `show` of two or more letters beats the type, except in an error.
+std::u16string_view statusWord(std::u16string_view show, std::u16string_view type) {
+    return show.size() < 2 || type == u"error" ? type : show;
+}
+
+constexpr std::u16string_view kGone = u"unavailable";
+
+}  // namespace
+
+int Presence::onPresence(const Stanza& presence) {
+    const JID sender = parseJID(presence.from);
+    std::u16string description = lutXMLRestorW(childText(presence.element, u"status"));
+    const std::int32_t priority = parseInt32(childText(presence.element, u"priority"));
+    const std::u16string_view word = statusWord(childText(presence.element, u"show"), presence.type);
+    const Status status = statusFromName(word);
+    if (status == Status::Error) stanzaErrorText(description, presence.element.GetChildPtr(u"error"), false);
+
+    if (!tellHost(sender, status, description, priority)) return 1;
+
+    if (!sender.hasResource) return 0;
+    if (trackResource(sender, word, status, description) != ResourceFate::New) return 0;
+    ContactEntry& contact = contacts_.entry(sender.bare);
+    if (contact.jid != sender.bare) return 0;  // not on the roster
+    ResourceEntry resource;
+    resource.resource = sender.resource;
+    resource.status = status;
+    resource.lastChange = platform::now();
+    resource.description = std::move(description);
+    ResourceEntry& added = contact.resources.append(std::move(resource));
+    capabilities_.requestResourceCaps(presence.element, presence.from, added);
+    return 0;
+}
+
+bool Presence::tellHost(const JID& sender, Status status, const std::u16string& description, std::int32_t priority) {
+    auto resource = makeRecord<OKU_RESOURCE_INFO>();
+    resource.resource = sender.resource.c_str();
+    resource.priority = priority;
+    auto contact = makeRecord<OKU_CONTACT_RECORD>();
+    contact.id = sender.bare.c_str();
+    contact.pfClass = kProtocolClass;
+    contact.netId = client_.netId;
+    contact.resource = &resource;
+    auto state = makeRecord<OKU_CONTACT_STATE>();
+    state.contact = &contact;
+    state.status = static_cast<std::uint32_t>(status);
+    state.description = description.c_str();
+    state.time = platform::now();
+    state.resource = &resource;
+
+    const auto raise = [&](HookPhase phase) {
+        return client_.host.callProtocolHooks(client_.netId, HookKind::ContactState, phase, toWord(&state), &contact);
+    };
+    if (raise(HookPhase::Before)) return false;
+    client_.host.setContactState(state);
+    raise(HookPhase::After);
+    return true;
+}
+
+Presence::ResourceFate Presence::trackResource(const JID& sender, std::u16string_view word, Status status,
+                                               const std::u16string& description) {
+    const bool gone = word == kGone;
+    ContactEntry& contact = contacts_.entry(sender.bare);
+    ResourceEntry* known = contact.resources.find(sender.resource);
+    if (!known) return gone ? ResourceFate::Gone : ResourceFate::New;
+    if (gone) {
+        contact.resources.erase(sender.resource);
+        if (contact.lastResource == sender.resource) contact.lastResource.clear();
+        return ResourceFate::Gone;
+    }
+    known->lastChange = platform::now();
+    known->status = status;
+    known->description = description;
+    return ResourceFate::Known;
+}
