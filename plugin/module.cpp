@@ -1,0 +1,114 @@
+#include "plugin/module.h"
+
+#include <array>
+
+#include "platform/platform.h"
+#include "plugin/account_files.h"
+#include "plugin/assembly.h"
+#include "plugin/boundary.h"
+#include "plugin/deployment.h"
+#include "plugin/plugin_state.h"
+
+namespace {
+
+constexpr OKU_PLUGIN_INFO kDescription{
+    sizeof(OKU_PLUGIN_INFO),
+    u"Protokół XMPP",
+    u"Obsługa protokołu XMPP dla komunikatora OKU",
+    deployment::kLegalLine,
+    deployment::kAuthor,
+    deployment::kEmail,
+    deployment::kSite,
+    deployment::kUpdateUrl,
+    {1200, 131072, 3999007, 7, 1},
+    {},
+};
+
+/// The service browser has no window yet: its menu item does nothing.
+OKU_WORD OKU_CALL onInternalBrowser(OKU_WORD, OKU_WORD, OKU_WORD) { return 0; }
+
+void addBrowserItem(const Host& host) {
+    MenuItem item;
+    item.id = u"XMPP/InternalBrowser";
+    item.parent = u"OKU/Menu/Main/Opt";
+    item.caption = u"Przeglądarka usług XMPP";
+    item.order = -10000001;
+    item.callback = onInternalBrowser;
+    host.menuAdd(item);
+}
+
+void loadIcons(const Host& host) {
+    host.createIconClass(u"XMPP/UserTune", u"Image/Audio");
+    host.createIconClass(u"XMPP/UserMood", u"Image/Mood");
+    constexpr std::array<std::uint32_t, 8> kStatuses{7, 2, 3, 4, 5, 6, 8, 1};
+    constexpr std::array<std::uint32_t, 1> kSecond{1};
+    host.loadStatusIcons(u"XMPP/Icon", kStatuses, kSecond);
+    host.loadIcon(u"XMPP/MainIcon32", 105);
+    host.loadIcon(u"XMPP/MainIcon16", 106);
+}
+
+void load(OKU_WORD module, const OKU_FUNCTION_TABLE* table) {
+    // Accounts of an earlier load would be lost while the host still knows them.
+    if (pluginState()) return;
+    auto state = std::make_shared<PluginState>();
+    state->host = Host(table, module);
+    state->shared = assembleSharedParts();
+    // Known only now that it is whole: unloading asks for its parts also when a later step fails.
+    pluginState() = state;
+    // The profile directory is not known yet: the file is looked for in the current directory.
+    state->shared->loadClientDatabase(state->profileDir);
+    state->host.log(LogLevel::Warning, tag::kGeneral, u"XMPP protocol plugin starting up...");
+    state->ownCapsVer = state->shared->ownCapsVerification();
+    const HostDirectories directories = state->host.directories();
+    state->cacheDir = directories.cache;
+    state->profileDir = directories.profile;
+    addBrowserItem(state->host);
+    loadIcons(state->host);
+    state->pepEvent = state->host.createEvent(u"XMPP/OnPEPEvent");
+    for (const AccountFiles& files : findAccounts(state->profileDir, moduleBaseName(platform::modulePath()))) {
+        // The host may have unloaded the plugin from within one of the calls above.
+        if (state->ending) return;
+        const auto account = assembleAccount(files, *state);
+        // Listed first, so that what it has registered is taken back even when a step of it fails.
+        state->accounts.push_back(account);
+        account->init(accountEntries(), *state);
+    }
+}
+
+void unload() {
+    const std::shared_ptr<PluginState> state = pluginState();
+    if (!state || state->ending) return;
+    state->ending = true;
+    for (const auto& account : state->accounts) {
+        account->shutdown();
+        retireAccount(account->context);
+        // A call of this account may be further out on the stack; its memory goes when that call has returned.
+        tolerate([&] { releaseAfterCall(account); });
+    }
+    state->host.destroyEvent(state->pepEvent);
+    state->pepEvent = 0;
+    tolerate([&] { state->shared->saveClientDatabase(state->profileDir); });
+    // A load may be further out on the stack: what it does from here on reaches nobody.
+    state->host.mute();
+    state->accounts.clear();
+    tolerate([&] { releaseAfterCall(state); });
+    pluginState().reset();
+}
+
+}  // namespace
+
+const OKU_PLUGIN_INFO* OKU_CALL queryPlugInfo() { return &kDescription; }
+
+OKU_WORD OKU_CALL pluginLoad(OKU_WORD module, const OKU_FUNCTION_TABLE* table) {
+    return atBoundary([&]() -> OKU_WORD {
+        load(module, table);
+        return 0;
+    });
+}
+
+OKU_WORD OKU_CALL pluginUnload() {
+    return atBoundary([]() -> OKU_WORD {
+        unload();
+        return 0;
+    });
+}
