@@ -1,0 +1,100 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <QObject>
+#include <vector>
+
+#include "host/oku/protocol.h"
+#include "messenger/core/settings_file.h"
+#include "messenger/core/types.h"
+
+namespace oku {
+
+class ServiceRegistry;
+class SettingsService;
+
+/// What the messenger keeps of one account. Its key is the path of its settings: numbers change when the plugin is
+/// loaded anew, the file does not.
+struct AccountEntry {
+    QString key;
+    std::shared_ptr<SettingsFile> settings;
+
+    // From "OKU/ProtocolAdd", while the plugin has it.
+    bool registered = false;
+    std::uint32_t netId = 0;
+    QString pfClass;
+    OKU_HANDLER authorizationHandler = nullptr;
+    OKU_HANDLER deleteHandler = nullptr;
+    OKU_WORD context = 0;
+    const std::uint32_t* flags = nullptr;
+    QString socket;
+
+    // The connection.
+    ConnectionState connection = ConnectionState::offline;
+    Status status = Status::offline;
+    QString description;
+    bool rosterComplete = false;
+    QString reason;  ///< why the last connection ended
+    struct Choice {
+        Status status;
+        QString description;
+    };
+    std::optional<Choice> keptChoice;  ///< made while a login was under way
+
+    QStringList authorizations;  ///< who waits for an answer
+    StatusWindow statusWindow;   ///< as it was prepared
+    OKU_HANDLER statusWindowCallback = nullptr;
+    OKU_WORD statusWindowContext = 0;
+
+    /// The bare JID of the settings; empty while there is none.
+    [[nodiscard]] QString jid() const;
+    [[nodiscard]] QString domain() const;
+    [[nodiscard]] std::uint32_t flagsWord() const { return registered && flags ? *flags : 0; }
+    [[nodiscard]] bool has(std::uint32_t flag) const { return (flagsWord() & flag) != 0; }
+    /// Connected and authorized, as the plugin tests it.
+    [[nodiscard]] bool loggedIn() const { return has(OKU_FLAG_CONNECTED) && has(OKU_FLAG_AUTHORIZED); }
+    /// Logged in with the roster complete: what the user calls online.
+    [[nodiscard]] bool ready() const { return loggedIn() && rosterComplete; }
+    /// A connection is being made, or its login is not complete.
+    [[nodiscard]] bool loggingIn() const { return (has(OKU_FLAG_CONNECTED) || has(OKU_FLAG_CONNECTING)) && !ready(); }
+    /// The full name of one of the account's own services.
+    [[nodiscard]] std::u16string service(const char16_t* shortName) const;
+    /// As the flags word tells it now.
+    [[nodiscard]] ConnectionState currentState() const;
+};
+
+/// The accounts, in the order in which the plugin opened their settings, and "OKU/ProtocolAdd", "OKU/ProtocolDel" and
+/// "OKU/PFSetInfo".
+class Accounts : public QObject {
+    Q_OBJECT
+
+public:
+    Accounts(ServiceRegistry& services, SettingsService& settings, QObject* parent = nullptr);
+
+    [[nodiscard]] const std::vector<std::unique_ptr<AccountEntry>>& all() const { return entries_; }
+    /// Null when there is none.
+    AccountEntry* byKey(const QString& key) const;
+    AccountEntry* byJid(const QString& jid) const;
+    AccountEntry* byNetId(std::uint32_t netId) const;
+    AccountEntry* byContext(OKU_WORD context) const;
+    AccountEntry* bySocket(const QString& socket) const;
+    /// The plugin is gone: nothing is registered any more.
+    void dropPlugin();
+
+signals:
+    void registered(oku::AccountEntry* account);
+    void unregistered(oku::AccountEntry* account);
+
+private:
+    OKU_WORD add(OKU_WORD param);
+    OKU_WORD remove(OKU_WORD netId);
+    AccountEntry* ownerOf(const OKU_PROTOCOL_RECORD& record) const;
+    template <typename Test>
+    AccountEntry* first(Test test) const;
+
+    SettingsService& settings_;
+    std::vector<std::unique_ptr<AccountEntry>> entries_;
+};
+
+}  // namespace oku

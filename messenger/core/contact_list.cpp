@@ -1,0 +1,238 @@
+#include "messenger/core/contact_list.h"
+
+#include <algorithm>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QTimer>
+
+#include "messenger/core/settings_file.h"
+
+namespace oku {
+namespace {
+
+constexpr int kSaveDelay = 500;             // milliseconds
+constexpr qsizetype kMostDetails = 100000;  // of contacts that never come
+
+/// The sum of a contact's resources, as a list shows it.
+void sumUp(Contact& contact) {
+    const auto best =
+        std::max_element(contact.resources.begin(), contact.resources.end(), [](const Resource& a, const Resource& b) {
+            return std::tie(a.priority, a.changed) < std::tie(b.priority, b.changed);
+        });
+    contact.status = best == contact.resources.end() ? Status::offline : best->status;
+    contact.description = best == contact.resources.end() ? QString() : best->description;
+}
+
+}  // namespace
+
+ContactList::ContactList(QString path, QObject* parent) : QObject(parent), path_(std::move(path)) {}
+
+void ContactList::load() {
+    QFile file(path_);
+    if (path_.isEmpty() || !file.open(QIODevice::ReadOnly)) return;
+    const auto document = QJsonDocument::fromJson(file.readAll());
+    known_ = document.isArray();
+    for (const auto& value : document.array()) {
+        const QJsonObject object = value.toObject();
+        Entry entry;
+        entry.contact.jid = object[QStringLiteral("jid")].toString();
+        if (entry.contact.jid.isEmpty()) continue;
+        entry.contact.name = object[QStringLiteral("name")].toString();
+        entry.contact.group = object[QStringLiteral("group")].toString();
+        entry.contact.subscription = object[QStringLiteral("subscription")].toString();
+        entry.contact.waiting = object[QStringLiteral("waiting")].toBool();
+        entry.groups = object[QStringLiteral("groups")].toVariant().toStringList();
+        entries_.insert_or_assign(entry.contact.jid, std::move(entry));
+    }
+}
+
+void ContactList::save() {
+    if (!dirty_ || path_.isEmpty()) return;
+    QJsonArray list;
+    for (const auto& [jid, entry] : entries_) {
+        list.append(QJsonObject{{QStringLiteral("jid"), jid},
+                                {QStringLiteral("name"), entry.contact.name},
+                                {QStringLiteral("group"), entry.contact.group},
+                                {QStringLiteral("groups"), QJsonArray::fromStringList(entry.groups)},
+                                {QStringLiteral("subscription"), entry.contact.subscription},
+                                {QStringLiteral("waiting"), entry.contact.waiting}});
+    }
+    dirty_ = !replaceFile(path_, QJsonDocument(list).toJson());
+    known_ = true;
+}
+
+void ContactList::scheduleSave() {
+    if (path_.isEmpty() || dirty_) return;
+    dirty_ = true;
+    // A rebuild is written when it is complete, never half-way.
+    QTimer::singleShot(kSaveDelay, this, [this] {
+        if (!rebuilding_) save();
+    });
+}
+
+void ContactList::add(const Basics& basics) {
+    const bool isNew = !entries_.contains(basics.jid);
+    Entry& entry = entries_[basics.jid];
+    entry.stale = false;
+    Contact& contact = entry.contact;
+    const Contact before = contact;
+    contact.jid = basics.jid;
+    contact.name = basics.name;
+    contact.group = basics.group;
+    if (basics.waiting) {
+        contact.waiting = *basics.waiting;
+        contact.subscription = QStringLiteral("none");
+    }
+    if (const auto found = details_.find(basics.jid); found != details_.end()) {
+        const Details details = found->second;
+        details_.erase(found);
+        setDetails(basics.jid, details);
+    }
+    const bool same = before.name == contact.name && before.group == contact.group &&
+                      before.subscription == contact.subscription && before.waiting == contact.waiting;
+    if (isNew || !same) {
+        scheduleSave();
+        touch(basics.jid);
+    }
+}
+
+void ContactList::remove(const QString& jid) {
+    if (!entries_.erase(jid)) return;
+    scheduleSave();
+    touched_.remove(jid);
+    gone_.insert(jid);
+    if (drawing_ && !rebuilding_) flush();
+}
+
+void ContactList::setDrawing(bool on) {
+    drawing_ = on;
+    if (!on) return;
+    const bool wasRebuilding = rebuilding_;
+    if (wasRebuilding) {
+        std::erase_if(entries_, [this](const auto& pair) {
+            if (pair.second.stale) gone_.insert(pair.first);
+            return pair.second.stale;
+        });
+        rebuilding_ = false;
+        details_.clear();
+        dirty_ = true;
+        save();
+    }
+    flush();
+    if (wasRebuilding) emit rebuilt();
+}
+
+void ContactList::beginRebuild() {
+    rebuilding_ = true;
+    for (auto& [jid, entry] : entries_) entry.stale = true;
+}
+
+void ContactList::abortRebuild() {
+    if (!rebuilding_) return;
+    rebuilding_ = false;
+    drawing_ = true;
+    for (auto& [jid, entry] : entries_) entry.stale = false;
+    flush();
+}
+
+void ContactList::setPresence(const QString& jid, const Resource& resource) {
+    const auto found = entries_.find(jid);
+    if (found == entries_.end()) return;
+    auto& resources = found->second.contact.resources;
+    if (resource.status == Status::offline && resource.name.isEmpty()) {
+        resources.clear();
+    } else {
+        const auto known = std::find_if(resources.begin(), resources.end(),
+                                        [&](const Resource& other) { return other.name == resource.name; });
+        if (resource.status == Status::offline) {
+            if (known != resources.end()) resources.erase(known);
+        } else if (known != resources.end()) {
+            *known = resource;
+        } else {
+            resources.append(resource);
+        }
+    }
+    sumUp(found->second.contact);
+    // What somebody said on leaving is still worth showing.
+    if (resources.isEmpty()) found->second.contact.description = resource.description;
+    touch(jid);
+}
+
+void ContactList::setAllOffline() {
+    for (auto& [jid, entry] : entries_) {
+        if (entry.contact.resources.isEmpty() && entry.contact.status == Status::offline) continue;
+        entry.contact.resources.clear();
+        sumUp(entry.contact);
+        touched_.insert(jid);
+    }
+    if (drawing_ && !rebuilding_) flush();
+}
+
+void ContactList::setDetails(const QString& jid, const Details& details) {
+    const auto found = entries_.find(jid);
+    if (found == entries_.end() || found->second.stale) {
+        if (static_cast<qsizetype>(details_.size()) < kMostDetails) details_[jid] = details;
+        if (found == entries_.end()) return;
+    }
+    Contact& contact = found->second.contact;
+    const bool same = contact.subscription == details.subscription && contact.waiting == details.asked &&
+                      found->second.groups == details.groups;
+    if (same) return;
+    contact.subscription = details.subscription;
+    contact.waiting = details.asked;
+    found->second.groups = details.groups;
+    scheduleSave();
+    touch(jid);
+}
+
+QStringList ContactList::groups(const QString& jid) const {
+    const auto found = entries_.find(jid);
+    return found == entries_.end() ? QStringList() : found->second.groups;
+}
+
+void ContactList::addUnread(const QString& jid) {
+    if (!has(jid)) return;
+    ++entries_[jid].contact.unread;
+    touch(jid);
+}
+
+void ContactList::clearUnread(const QString& jid) {
+    if (!has(jid) || entries_[jid].contact.unread == 0) return;
+    entries_[jid].contact.unread = 0;
+    touch(jid);
+}
+
+QList<Contact> ContactList::contacts() const {
+    QList<Contact> list;
+    for (const auto& [jid, entry] : entries_) list.append(entry.contact);
+    std::sort(list.begin(), list.end(), [](const Contact& a, const Contact& b) {
+        if (const int order = QString::localeAwareCompare(a.group, b.group)) return order < 0;
+        if (const int order = QString::localeAwareCompare(a.name, b.name)) return order < 0;
+        return a.jid < b.jid;
+    });
+    return list;
+}
+
+std::optional<Contact> ContactList::contact(const QString& jid) const {
+    const auto found = entries_.find(jid);
+    return found == entries_.end() ? std::nullopt : std::optional(found->second.contact);
+}
+
+void ContactList::touch(const QString& jid) {
+    touched_.insert(jid);
+    if (drawing_ && !rebuilding_) flush();
+}
+
+void ContactList::flush() {
+    const QSet<QString> gone = std::exchange(gone_, {});
+    const QSet<QString> touched = std::exchange(touched_, {});
+    for (const QString& jid : gone) {
+        if (!has(jid)) emit removed(jid);
+    }
+    for (const QString& jid : touched) {
+        if (const auto entry = contact(jid)) emit changed(*entry);
+    }
+}
+
+}  // namespace oku

@@ -1,0 +1,207 @@
+#include "messenger/core/history.h"
+
+#include <QFile>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QUuid>
+
+#include "messenger/core/texts.h"
+
+namespace oku {
+namespace {
+
+constexpr int kFormat = 1;  // of the tables, in user_version
+constexpr char kColumns[] =
+    "m.number, m.account, m.contact, m.resource, m.direction, m.subject, m.body, m.kind, m.time, m.delayed, m.state, "
+    "m.failed";
+
+QVariant milliseconds(const QDateTime& time) {
+    return time.isValid() ? QVariant(time.toMSecsSinceEpoch()) : QVariant();
+}
+
+QDateTime timeAt(const QVariant& value) {
+    return value.isNull() ? QDateTime() : QDateTime::fromMSecsSinceEpoch(value.toLongLong());
+}
+
+Message messageAt(const QSqlQuery& row) {
+    Message message;
+    message.number = row.value(0).toLongLong();
+    message.account = row.value(1).toString();
+    message.contact = row.value(2).toString();
+    message.resource = row.value(3).toString();
+    message.direction = row.value(4).toInt() ? Direction::out : Direction::in;
+    message.subject = row.value(5).toString();
+    message.body = row.value(6).toString();
+    message.kind = row.value(7).toInt() ? MessageKind::normal : MessageKind::chat;
+    message.time = timeAt(row.value(8));
+    message.delayed = timeAt(row.value(9));
+    message.state = static_cast<DeliveryState>(row.value(10).toInt());
+    message.failed = row.value(11).toBool();
+    return message;
+}
+
+/// The words of a search as an expression of the index: each as a prefix, all of them wanted.
+QString matchExpression(const QString& search) {
+    QStringList words;
+    for (QString word : search.simplified().split(u' ', Qt::SkipEmptyParts)) {
+        words.append(u'"' + word.replace(u'"', QStringLiteral("\"\"")) + QStringLiteral("\"*"));
+    }
+    return words.join(u' ');
+}
+
+}  // namespace
+
+History::History(QString path, QObject* parent)
+    : QObject(parent), path_(std::move(path)), connection_(QUuid::createUuid().toString()) {}
+
+History::~History() { close(); }
+
+void History::close() {
+    if (!opened_) return;
+    insert_.reset();
+    database_.close();
+    database_ = {};
+    QSqlDatabase::removeDatabase(connection_);
+    opened_ = false;
+}
+
+bool History::open() {
+    if (opened_) return true;
+    database_ = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection_);
+    database_.setDatabaseName(path_);
+    database_.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
+    opened_ = true;
+    // The file is made here, so that it is never readable for others, not for a moment.
+    QFile file(path_);
+    const bool made = file.exists() || file.open(QIODevice::NewOnly | QIODevice::WriteOnly,
+                                                 QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    file.close();
+    if (made && database_.open() && prepareTables()) return true;
+    const QString reason = database_.lastError().text();
+    close();
+    if (!failureTold_) {
+        emit failed(
+            say("Nie można otworzyć archiwum rozmów %1: %2", "The history %1 cannot be opened: %2").arg(path_, reason));
+    }
+    failureTold_ = true;
+    return false;
+}
+
+bool History::prepareTables() {
+    QSqlQuery query(database_);
+    for (const char* pragma : {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=NORMAL"}) {
+        if (!query.exec(QString::fromLatin1(pragma))) return false;
+    }
+    if (!query.exec(QStringLiteral("PRAGMA user_version")) || !query.next()) return false;
+    const int format = query.value(0).toInt();
+    query.finish();
+    if (format == kFormat) {
+        // What was handed to a connection when the program ended without a word is not known to have arrived.
+        return query.exec(QStringLiteral("UPDATE messages SET state=3, handed=0 WHERE handed=1"));
+    }
+    if (format != 0) return false;
+    const char* const steps[] = {
+        "CREATE TABLE messages(number INTEGER PRIMARY KEY AUTOINCREMENT, account TEXT NOT NULL, contact TEXT NOT NULL,"
+        " resource TEXT, direction INTEGER NOT NULL, subject TEXT, body TEXT, kind INTEGER NOT NULL,"
+        " time INTEGER NOT NULL, delayed INTEGER, state INTEGER NOT NULL, failed INTEGER NOT NULL DEFAULT 0,"
+        " handed INTEGER NOT NULL DEFAULT 0)",
+        "CREATE INDEX conversation ON messages(account, contact, number)",
+        "CREATE INDEX waiting ON messages(account, state) WHERE direction=1",
+        "CREATE VIRTUAL TABLE words USING fts5(subject, body, content='messages', content_rowid='number',"
+        " tokenize='unicode61 remove_diacritics 2')",
+        "CREATE TRIGGER indexed AFTER INSERT ON messages BEGIN"
+        " INSERT INTO words(rowid, subject, body) VALUES(new.number, new.subject, new.body); END",
+        "PRAGMA user_version=1"};
+    database_.transaction();
+    for (const char* step : steps) {
+        if (!query.exec(QString::fromLatin1(step))) return database_.rollback(), false;
+    }
+    return database_.commit();
+}
+
+bool History::run(QSqlQuery& query) {
+    if (query.exec()) return true;
+    emit failed(say("Nie można zapisać w archiwum rozmów: %1", "The history cannot be written: %1")
+                    .arg(query.lastError().text()));
+    return false;
+}
+
+qint64 History::add(const Message& message) {
+    if (!open()) return 0;
+    if (!insert_) {
+        insert_ = std::make_unique<QSqlQuery>(database_);
+        insert_->prepare(
+            QStringLiteral("INSERT INTO messages(account, contact, resource, direction, subject, body, kind, time,"
+                           " delayed, state, failed) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+    }
+    int place = 0;
+    for (const QVariant& value :
+         {QVariant(message.account), QVariant(message.contact), QVariant(message.resource),
+          QVariant(message.direction == Direction::out ? 1 : 0), QVariant(message.subject), QVariant(message.body),
+          QVariant(message.kind == MessageKind::normal ? 1 : 0), milliseconds(message.time),
+          milliseconds(message.delayed), QVariant(static_cast<int>(message.state)), QVariant(message.failed ? 1 : 0)}) {
+        insert_->bindValue(place++, value);
+    }
+    if (!run(*insert_)) return 0;
+    const qint64 number = insert_->lastInsertId().toLongLong();
+    // A statement that is not ended would keep its place in the write-ahead log.
+    insert_->finish();
+    return number;
+}
+
+void History::setState(qint64 number, DeliveryState state, bool handed) {
+    if (!open()) return;
+    QSqlQuery query(database_);
+    query.prepare(QStringLiteral("UPDATE messages SET state=?, handed=? WHERE number=?"));
+    query.addBindValue(static_cast<int>(state));
+    query.addBindValue(handed ? 1 : 0);
+    query.addBindValue(number);
+    run(query);
+}
+
+std::optional<Message> History::message(qint64 number) {
+    if (!open()) return std::nullopt;
+    QSqlQuery query(database_);
+    query.prepare(QStringLiteral("SELECT %1 FROM messages m WHERE number=?").arg(QLatin1String(kColumns)));
+    query.addBindValue(number);
+    return run(query) && query.next() ? std::optional(messageAt(query)) : std::nullopt;
+}
+
+QList<Message> History::find(const QString& account, const QString& with, int limit, const QString& search) {
+    QList<Message> messages;
+    if (!open()) return messages;
+    const QString match = matchExpression(search);
+    QString text = QStringLiteral("SELECT %1 FROM messages m").arg(QLatin1String(kColumns));
+    if (!match.isEmpty()) text += QStringLiteral(" JOIN words w ON w.rowid=m.number AND words MATCH ?");
+    text += QStringLiteral(" WHERE m.account=?");
+    if (!with.isEmpty()) text += QStringLiteral(" AND m.contact=?");
+    text += QStringLiteral(" ORDER BY m.number DESC LIMIT ?");
+    QSqlQuery query(database_);
+    query.setForwardOnly(true);
+    query.prepare(text);
+    if (!match.isEmpty()) query.addBindValue(match);
+    query.addBindValue(account);
+    if (!with.isEmpty()) query.addBindValue(with);
+    query.addBindValue(limit);
+    if (!run(query)) return messages;
+    while (query.next()) messages.prepend(messageAt(query));
+    return messages;
+}
+
+QList<Message> History::outgoing(const QString& account, DeliveryState state) {
+    QList<Message> messages;
+    // Nothing was ever written: nothing can wait, and a login need not open the database.
+    if (!opened_ && !QFile::exists(path_)) return messages;
+    if (!open()) return messages;
+    QSqlQuery query(database_);
+    query.prepare(
+        QStringLiteral("SELECT %1 FROM messages m WHERE direction=1 AND account=? AND state=? ORDER BY number")
+            .arg(QLatin1String(kColumns)));
+    query.addBindValue(account);
+    query.addBindValue(static_cast<int>(state));
+    if (!run(query)) return messages;
+    while (query.next()) messages.append(messageAt(query));
+    return messages;
+}
+
+}  // namespace oku

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <QObject>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+
+#include "messenger/core/types.h"
+
+namespace oku {
+
+/// All messages of a profile, in an SQLite database that is opened when it is first needed. Every change is on disk
+/// before the call returns.
+class History : public QObject {
+    Q_OBJECT
+
+public:
+    explicit History(QString path, QObject* parent = nullptr);
+    ~History() override;
+
+    /// Returns the message's number; 0 when it could not be written, which failed() tells.
+    qint64 add(const Message& message);
+    /// `handed` marks a sent message that the server has not confirmed yet.
+    void setState(qint64 number, DeliveryState state, bool handed = false);
+    [[nodiscard]] std::optional<Message> message(qint64 number);
+    /// The newest `limit`, oldest first; empty `with` and `search` keep all.
+    [[nodiscard]] QList<Message> find(const QString& account, const QString& with, int limit, const QString& search);
+    /// Outgoing ones in this state, oldest first.
+    [[nodiscard]] QList<Message> outgoing(const QString& account, DeliveryState state);
+    void close();
+
+signals:
+    void failed(const QString& text);
+
+private:
+    bool open();
+    bool prepareTables();
+    bool run(QSqlQuery& query);
+
+    QString path_;
+    QString connection_;
+    QSqlDatabase database_;
+    std::unique_ptr<QSqlQuery> insert_;  ///< prepared once; messages come in thousands
+    bool opened_ = false;
+    bool failureTold_ = false;
+};
+
+/// A conversation as text or as JSON, UTF-8.
+QByteArray historyAsText(const QList<Message>& messages);
+QByteArray historyAsJson(const QList<Message>& messages);
+
+}  // namespace oku

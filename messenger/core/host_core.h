@@ -1,0 +1,107 @@
+#pragma once
+
+#include <QObject>
+#include <QSet>
+#include <QTimer>
+
+#include "messenger/core/accounts.h"
+#include "messenger/core/clear_text_guard.h"
+#include "messenger/core/console.h"
+#include "messenger/core/contact_service.h"
+#include "messenger/core/delivery.h"
+#include "messenger/core/event_registry.h"
+#include "messenger/core/history.h"
+#include "messenger/core/hook_chain.h"
+#include "messenger/core/host_table.h"
+#include "messenger/core/info_requests.h"
+#include "messenger/core/iq_queries.h"
+#include "messenger/core/log_service.h"
+#include "messenger/core/menu_model.h"
+#include "messenger/core/message_boxes.h"
+#include "messenger/core/messenger.h"
+#include "messenger/core/passwords.h"
+#include "messenger/core/plugin_loader.h"
+#include "messenger/core/plugin_queue.h"
+#include "messenger/core/profile.h"
+#include "messenger/core/roster_commands.h"
+#include "messenger/core/service_registry.h"
+#include "messenger/core/sessions.h"
+#include "messenger/core/settings_service.h"
+#include "messenger/core/socket_bridge.h"
+#include "messenger/core/stanza_guard.h"
+#include "messenger/core/stream_watch.h"
+#include "messenger/core/timer_service.h"
+#include "messenger/core/typing_notices.h"
+#include "messenger/core/window_services.h"
+
+namespace oku {
+
+/// All parts of the host, made in the order in which they need each other, and the plugin's coming and going.
+class HostCore : public QObject {
+    Q_OBJECT
+
+public:
+    explicit HostCore(MessengerOptions options, QObject* parent = nullptr);
+    ~HostCore() override;
+
+    [[nodiscard]] QString start();
+    void shutdown();
+    [[nodiscard]] bool running() const { return loader.loaded(); }
+    /// Loads the plugin anew, so that it finds the file of this new account; accounts that were online go back online.
+    void reload(const QString& newAccount);
+
+    /// Sends XML of the user's on the account's stream. An empty string, or the reason.
+    QString rawXml(AccountEntry& account, const QString& xml);
+
+    const MessengerOptions options;
+    Profile profile;
+    ServiceRegistry services;
+    EventRegistry events;
+    PluginQueue queue;
+    HostTable table{services, events, queue};
+    PluginLoader loader;
+    SettingsService settings{services};
+    Accounts accounts{services, settings};
+    LogService log;
+    TimerService timers{services, queue};
+    MessageBoxes boxes{services};
+    Passwords passwords{settings, boxes, options.keyRing};
+    MenuModel menus{services, queue};
+    WindowServices windows{services, accounts, queue};
+    ContactService contacts{services, accounts, queue};
+    HookChain hooks{services, accounts};
+    Console console;
+    StanzaGuard guard;
+    ClearTextGuard clearTextGuard;
+    IqQueries queries{services};
+    StreamWatch watch;
+    History history;
+    Delivery delivery{services, queue, history, queries};
+    TypingNotices typing;
+    SocketBridge sockets;
+    Sessions sessions;
+    RosterCommands roster{queue, queries, contacts};
+    InfoRequests info{queue, queries, contacts};
+
+signals:
+    void accountChanged(const QString& account);
+    void noticed(const QString& account, const QString& text);
+    void finished();
+
+private:
+    void connectParts();
+    void load();
+    void unload();
+    void dropPlugin();
+    void signOff();
+    /// Something of the end is still under way.
+    [[nodiscard]] bool lingers() const { return !leaving_.isEmpty() || passwords.writing(); }
+    void finishShutdown();
+
+    bool shuttingDown_ = false;
+    bool finished_ = false;
+    QSet<QString> leaving_;  ///< keys of accounts whose server has not closed yet
+    QTimer patience_;
+};
+
+}  // namespace oku

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+/// The parts of an address as they stand; nothing is checked.
+namespace oku {
+
+/// Without the resource, lower case.
+inline QString bareJid(const QString& jid) { return jid.section(u'/', 0, 0).toLower(); }
+/// Everything behind the first slash.
+inline QString resourceOf(const QString& jid) { return jid.section(u'/', 1); }
+/// Between the at sign and the slash, lower case; all of it without an at sign.
+inline QString domainOf(const QString& jid) { return bareJid(jid).section(u'@', -1); }
+/// Before the at sign, lower case; empty without one.
+inline QString nodeOf(const QString& jid) {
+    const QString bare = bareJid(jid);
+    return bare.contains(u'@') ? bare.section(u'@', 0, -2) : QString();
+}
+/// Whether it can be the address of a person: one at sign with something on both sides, and no blanks or controls.
+bool looksLikeJid(const QString& jid);
+
+}  // namespace oku

@@ -1,0 +1,78 @@
+#include "messenger/core/plugin_loader.h"
+
+#include <dlfcn.h>
+#include <QFile>
+#include <QFileInfo>
+
+#include "messenger/core/texts.h"
+
+namespace oku {
+namespace {
+
+/// One line, whatever the loader of the system said.
+QString systemReason() {
+    const char* reason = dlerror();
+    return QString::fromLocal8Bit(reason ? reason : "?").simplified();
+}
+
+QString missingExport(const QString& path, const char* name) {
+    return say("Plik %1 nie jest wtyczką komunikatora: brak w nim funkcji %2.",
+               "%1 is not a plugin of this messenger: it has no function %2.")
+        .arg(path, QString::fromLatin1(name));
+}
+
+}  // namespace
+
+PluginLoader::~PluginLoader() { close(); }
+
+QString PluginLoader::open(const QString& path) {
+    close();
+    const QFileInfo file(path);
+    if (!file.exists()) return say("Nie ma pliku wtyczki: %1", "The plugin's file does not exist: %1").arg(path);
+    if (!file.isFile()) return say("To nie jest plik wtyczki: %1", "This is not a plugin's file: %1").arg(path);
+    dlerror();
+    library_ = dlopen(QFile::encodeName(file.absoluteFilePath()).constData(), RTLD_NOW | RTLD_LOCAL);
+    if (!library_) {
+        return say("Nie można wczytać wtyczki %1: %2", "The plugin %1 cannot be loaded: %2").arg(path, systemReason());
+    }
+    const auto query = reinterpret_cast<OKU_QUERY_PLUG_INFO>(dlsym(library_, "queryPlugInfo"));
+    load_ = reinterpret_cast<OKU_PLUGIN_LOAD>(dlsym(library_, "pluginLoad"));
+    unload_ = reinterpret_cast<OKU_PLUGIN_UNLOAD>(dlsym(library_, "pluginUnload"));
+    QString reason;
+    if (!query) reason = missingExport(path, "queryPlugInfo");
+    if (!load_) reason = missingExport(path, "pluginLoad");
+    if (!unload_) reason = missingExport(path, "pluginUnload");
+    if (reason.isEmpty()) {
+        info_ = query();
+        if (!info_ || info_->size < sizeof(OKU_PLUGIN_INFO)) {
+            reason = say("Plik %1 nie jest wtyczką komunikatora: jej opis jest niepełny.",
+                         "%1 is not a plugin of this messenger: its description is incomplete.")
+                         .arg(path);
+        }
+    }
+    if (!reason.isEmpty()) close();
+    return reason;
+}
+
+void PluginLoader::close() {
+    if (loaded_) unload();
+    if (library_) dlclose(library_);
+    library_ = nullptr;
+    info_ = nullptr;
+    load_ = nullptr;
+    unload_ = nullptr;
+}
+
+void PluginLoader::load(const OKU_FUNCTION_TABLE* table) {
+    loaded_ = true;
+    load_(reinterpret_cast<OKU_WORD>(library_), table);
+}
+
+void PluginLoader::unload() {
+    loaded_ = false;
+    unload_();
+}
+
+QString moduleBaseName(const QString& path) { return QFileInfo(path).completeBaseName(); }
+
+}  // namespace oku

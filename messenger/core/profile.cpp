@@ -1,0 +1,92 @@
+#include "messenger/core/profile.h"
+
+#include <algorithm>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QStandardPaths>
+
+#include "host/oku/windows.h"
+#include "messenger/core/service_registry.h"
+#include "messenger/core/texts.h"
+#include "messenger/core/wide.h"
+
+namespace oku {
+namespace {
+
+// The plugin reads a directory into 261 characters, the NUL included, and puts file names behind it.
+constexpr int kLongestPath = 260;
+
+QString standard(QStandardPaths::StandardLocation place) {
+    return QStandardPaths::writableLocation(place) + QStringLiteral("/oku/");
+}
+
+bool makeDirectory(const QString& path) {
+    if (QFileInfo::exists(path)) return QFileInfo(path).isDir();
+    const QString name = QDir::cleanPath(path);
+    QDir().mkpath(QFileInfo(name).absolutePath());
+    return QDir().mkdir(name, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+}
+
+OKU_WORD fill(OKU_WORD param, const QString& directory) {
+    auto* record = recordAt<OKU_DIRECTORY>(param);
+    if (!record || !record->buffer || record->capacity <= static_cast<std::uint32_t>(directory.size())) return 0;
+    std::copy_n(widePointer(directory), directory.size() + 1, record->buffer);
+    return 1;
+}
+
+}  // namespace
+
+Profile::Profile(const QString& directory) {
+    if (directory.isEmpty()) {
+        directory_ = standard(QStandardPaths::GenericConfigLocation);
+        dataDirectory_ = standard(QStandardPaths::GenericDataLocation);
+        cacheDirectory_ = standard(QStandardPaths::GenericCacheLocation);
+        return;
+    }
+    directory_ = QDir::cleanPath(QDir::current().absoluteFilePath(directory));
+    if (!directory_.endsWith(u'/')) directory_ += u'/';
+    dataDirectory_ = directory_;
+    cacheDirectory_ = directory_ + QStringLiteral("cache/");
+}
+
+Profile::~Profile() = default;
+
+QString Profile::open() {
+    for (const QString& path : {directory_, dataDirectory_, cacheDirectory_}) {
+        if (path.size() > kLongestPath) {
+            return say("Ścieżka katalogu profilu jest za długa: %1", "The profile's path is too long: %1").arg(path);
+        }
+        if (!makeDirectory(path)) {
+            return say("Nie można utworzyć katalogu %1", "The directory %1 cannot be made").arg(path);
+        }
+        if (!QFileInfo(path).isWritable() || !QFileInfo(path).isReadable()) {
+            return say("Brak prawa do odczytu lub zapisu w katalogu %1",
+                       "No right to read or write in the directory %1")
+                .arg(path);
+        }
+    }
+    lock_ = std::make_unique<QLockFile>(directory_ + QStringLiteral("oku.lock"));
+    // A lock is stale only when its process is gone, however long that has been running.
+    lock_->setStaleLockTime(0);
+    if (lock_->tryLock(0)) return {};
+    qint64 process = 0;
+    QString host;
+    QString program;
+    lock_->getLockInfo(&process, &host, &program);
+    return say("Profil %1 jest już używany przez inny komunikator (proces %2).",
+               "The profile %1 is in use by another messenger (process %2).")
+        .arg(directory_)
+        .arg(process);
+}
+
+void Profile::provide(ServiceRegistry& services) const {
+    // The plugin names a subdirectory that it would like; the files of the accounts lie in the profile itself.
+    services.provide(u"OKU/Info/GetProfileDir",
+                     [path = directory_](OKU_WORD param, OKU_WORD) { return fill(param, path); });
+    services.provide(u"OKU/Info/GetCacheDir",
+                     [path = cacheDirectory_](OKU_WORD param, OKU_WORD) { return fill(param, path); });
+}
+
+}  // namespace oku

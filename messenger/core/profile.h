@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+#include <QString>
+
+class QLockFile;
+
+namespace oku {
+
+class ServiceRegistry;
+
+/// The folder of a user's settings, contact lists, history and cache, and "OKU/Info/GetProfileDir" and
+/// "OKU/Info/GetCacheDir". Without a folder of its own the files lie in the user's places for settings, data and cache
+/// (XDG).
+class Profile {
+public:
+    explicit Profile(const QString& directory);
+    ~Profile();
+
+    /// Makes the folders and takes the profile for this process. An empty string, or one line with the reason.
+    [[nodiscard]] QString open();
+    void provide(ServiceRegistry& services) const;
+
+    /// Both end in the separator.
+    [[nodiscard]] const QString& directory() const { return directory_; }
+    [[nodiscard]] const QString& cacheDirectory() const { return cacheDirectory_; }
+    [[nodiscard]] QString historyPath() const { return dataDirectory_ + QStringLiteral("history.sqlite"); }
+
+private:
+    QString directory_;
+    QString cacheDirectory_;
+    QString dataDirectory_;
+    std::unique_ptr<QLockFile> lock_;
+};
+
+}  // namespace oku

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QMap>
+#include <QObject>
+#include <QSet>
+#include <QTimer>
+#include <QVariant>
+
+namespace oku {
+
+/// One file of settings: `key = 5` for integers, `key = "text"` for texts (escapes \" \\ \n \r \t \0), a line each,
+/// UTF-8; lines that begin with # are comments. Values live in a map: the file is read when read() is called, and
+/// written aside, synced and renamed within a second of a change and at write(), so that a kill at any moment leaves
+/// the old or the new file whole. Only its owner can read it, as passwords may stand in it.
+///
+/// A file that is not of this form is kept aside as NAME.damaged-TIME and told by noticed(); the map is empty then. A
+/// file that cannot be read is told as well, and never written over.
+class SettingsFile : public QObject {
+    Q_OBJECT
+
+public:
+    explicit SettingsFile(QString path, QObject* parent = nullptr);
+    ~SettingsFile() override;
+
+    [[nodiscard]] const QString& path() const { return path_; }
+    void read();
+    /// Writes what changed, now. False when it could not be written; it is tried again at the next change.
+    bool write();
+
+    /// A qlonglong or a QString; invalid when the key is not there.
+    [[nodiscard]] QVariant value(const QString& key) const { return values_.value(key); }
+    /// The value as a number; text that is not a number, or no value, gives `fallback`.
+    [[nodiscard]] qlonglong number(const QString& key, qlonglong fallback) const;
+    [[nodiscard]] QString text(const QString& key) const { return values_.value(key).toString(); }
+    /// Integers and booleans are kept as integers, the rest as text; an invalid value removes the key.
+    void set(const QString& key, const QVariant& value);
+    [[nodiscard]] bool has(const QString& key) const { return values_.contains(key); }
+    /// From now on the key's value is only remembered: it is not written, and read() leaves it as it is. Off, it is
+    /// written like all others.
+    void keepOffDisk(const QString& key, bool off);
+
+signals:
+    void noticed(const QString& text);
+    void changed(const QString& key);
+
+private:
+    void setAside();
+    void changedNow();
+    /// The values that stand on disk, or are to stand there.
+    [[nodiscard]] QMap<QString, QVariant> valuesOnDisk() const;
+    [[nodiscard]] QMap<QString, QVariant> valuesOffDisk() const;
+
+    QString path_;
+    QMap<QString, QVariant> values_;
+    QSet<QString> offDisk_;
+    QTimer saveTimer_;
+    bool dirty_ = false;
+    bool unreadable_ = false;
+    bool failureTold_ = false;
+};
+
+/// The content of a settings file, and back. `ok` tells whether the content is of the form.
+QByteArray settingsToBytes(const QMap<QString, QVariant>& values);
+QMap<QString, QVariant> settingsFromBytes(const QByteArray& bytes, bool& ok);
+
+/// Replaces a file whole: written aside in the same folder, synced, renamed. Only the owner can read it.
+bool replaceFile(const QString& path, const QByteArray& content);
+
+}  // namespace oku

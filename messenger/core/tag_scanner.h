@@ -1,0 +1,71 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace oku {
+
+/// One tag of a text of XML. The views lead into the text.
+struct XmlTag {
+    enum class Kind { open, close, empty };
+    Kind kind = Kind::open;
+    std::string_view name;        ///< as it stands, prefix included
+    std::string_view attributes;  ///< everything behind the name
+    std::size_t begin = 0;
+    std::size_t end = 0;  ///< behind the `>`
+};
+
+/// Reads a text of XML tag by tag. Comments, CDATA sections and instructions are passed over. Meant for text that a
+/// real parser has accepted, and harmless for any other: it keeps no tree, and its time grows with the length only.
+class TagScanner {
+public:
+    explicit TagScanner(std::string_view text) : text_(text) {}
+    /// The next tag, or nothing at the end or where the text is cut.
+    std::optional<XmlTag> next();
+
+private:
+    bool skipSection(std::string_view begin, std::string_view end);
+
+    std::string_view text_;
+    std::size_t at_ = 0;
+};
+
+/// Text with the predefined entities and character references expanded; anything else stays as it stands.
+std::string expandedText(std::string_view text);
+
+/// The value of an attribute with its entities expanded, or nothing.
+std::optional<std::string> attribute(const XmlTag& tag, std::string_view name);
+/// Where the attribute stands in the scanned text, from the first letter of its name to its closing quote.
+struct Span {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+};
+std::optional<Span> attributeSpan(const XmlTag& tag, std::string_view name);
+
+/// One direct child of a top-level element.
+struct XmlChild {
+    XmlTag tag;
+    Span content;
+};
+
+/// One top-level element of a piece of a stream.
+struct Stanza {
+    XmlTag tag;
+    Span whole;
+    std::vector<XmlChild> children;
+
+    [[nodiscard]] std::string attribute(std::string_view name) const;  ///< empty when it is not there
+    /// The first child of that name, and of that `xmlns` unless it is empty.
+    [[nodiscard]] const XmlChild* child(std::string_view name, std::string_view xmlns = {}) const;
+};
+
+/// The complete top-level elements of a text, and the end tags that close nothing.
+struct StanzaList {
+    std::vector<Stanza> stanzas;
+    std::vector<Span> strayEnds;
+};
+StanzaList splitStanzas(std::string_view text);
+
+}  // namespace oku

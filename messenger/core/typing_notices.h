@@ -1,0 +1,31 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <QObject>
+#include <QTimer>
+
+namespace oku {
+
+class Accounts;
+class ServiceRegistry;
+
+/// "OKU/PFTNSet": who is typing. A notice that nothing follows goes away by itself.
+class TypingNotices : public QObject {
+    Q_OBJECT
+
+public:
+    TypingNotices(ServiceRegistry& services, Accounts& accounts, int seconds, QObject* parent = nullptr);
+    void set(const QString& account, const QString& jid, bool composing);
+    /// Takes all notices of an account back.
+    void clear(const QString& account);
+
+signals:
+    void changed(const QString& account, const QString& jid, bool composing);
+
+private:
+    std::map<std::pair<QString, QString>, std::unique_ptr<QTimer>> timers_;  ///< of those who are shown as typing
+    int seconds_;
+};
+
+}  // namespace oku
