@@ -1,0 +1,57 @@
+#include <unistd.h>
+#include <csignal>
+#include <cstdio>
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include "messenger/core/key_ring.h"
+#include "messenger/terminal/messenger_client.h"
+#include "messenger/terminal/options.h"
+#include "messenger/terminal/posix_io.h"
+#include "messenger/terminal/run_interactive.h"
+#include "messenger/terminal/run_json.h"
+#include "messenger/terminal/texts.h"
+
+namespace {
+
+using namespace oku::terminal;
+
+// The messenger changes the current directory, so a path that the user gave is made absolute before.
+QString absolute(const QString& path) { return path.isEmpty() ? path : QFileInfo(path).absoluteFilePath(); }
+
+oku::MessengerOptions messengerOptions(const Options& options) {
+    oku::MessengerOptions result;
+    result.profileDir = absolute(options.profileDir);
+    result.modulePath = options.modulePath.isEmpty() ? defaultModulePath(QCoreApplication::applicationDirPath())
+                                                     : absolute(options.modulePath);
+    result.verbose = options.verbose;
+    result.caFile = absolute(options.caFile);
+    result.keyRing = oku::systemKeyRing();
+    return result;
+}
+
+ExitCode run(const QStringList& arguments) {
+    const ReadOptions read = readOptions(arguments);
+    if (const auto* print = std::get_if<PrintAndEnd>(&read)) {
+        const bool written = writeAll(STDOUT_FILENO, print->text.toUtf8());
+        return written ? ExitCode::Success : ExitCode::Failure;
+    }
+    if (const auto* error = std::get_if<OptionError>(&read)) {
+        writeAll(STDERR_FILENO,
+                 QStringLiteral("oku-terminal: %1\n%2\n").arg(error->reason, say(Text::TryHelp)).toUtf8());
+        return ExitCode::BadUsage;
+    }
+    Options options = std::get<Options>(read);
+    options.password = takePassword();
+    MessengerClient client(messengerOptions(options));
+    return options.json ? runJson(client, options) : runInteractive(client, options);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::signal(SIGPIPE, SIG_IGN);  // a reader that has gone is seen by the write
+    QCoreApplication application(argc, argv);
+    setLanguage(languageOfEnvironment());
+    return static_cast<int>(run(QCoreApplication::arguments().mid(1)));
+}

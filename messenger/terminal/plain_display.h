@@ -1,0 +1,41 @@
+// The interactive program without a screen: lines in, lines out. For pipes, logs and terminals that can do no more.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <QByteArray>
+
+#include "messenger/terminal/raw_terminal.h"
+#include "messenger/terminal/session.h"
+
+namespace oku::terminal {
+
+class PlainDisplay final : public Display {
+public:
+    using Writer = std::function<void(const QByteArray& bytes)>;
+
+    // `columns` 0: lines are as long as they are. `input` is where passwords are typed.
+    PlainDisplay(Client& client, SessionOptions options, Colours colours, int columns, int input, Writer write,
+                 std::function<void()> onEnded);
+
+    Session& session() { return session_; }
+    // Bytes of the input, cut anywhere; none at all is its end.
+    void feed(const QByteArray& bytes);
+
+    void appended(const LogEntry& entry) override;
+    void changed() override;
+    int columns() const override;
+    void ended() override { onEnded_(); }
+
+private:
+    Colours colours_;
+    int columns_;
+    int inputDescriptor_;
+    Writer write_;
+    std::function<void()> onEnded_;
+    QByteArray input_;
+    std::unique_ptr<NoEcho> noEcho_;
+    Session session_;
+};
+
+}  // namespace oku::terminal

@@ -1,0 +1,85 @@
+#include "messenger/terminal/posix_io.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <utility>
+
+namespace oku::terminal {
+namespace {
+
+// Written by the signal handler, which can reach nothing else.
+volatile std::sig_atomic_t signalPipe = -1;
+
+void onSignal(int signal) {
+    const int saved = errno;
+    const auto byte = static_cast<unsigned char>(signal);
+    // When the pipe is full a signal is under way already, and the result changes nothing.
+    [[maybe_unused]] const auto written = ::write(signalPipe, &byte, 1);
+    if (signal != SIGWINCH) std::signal(signal, SIG_DFL);
+    errno = saved;
+}
+
+}  // namespace
+
+InputReader::InputReader(int descriptor, Receiver receive) : descriptor_(descriptor), receive_(std::move(receive)) {
+    notifier_ = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+    QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] { read(); });
+}
+
+void InputReader::read() {
+    std::array<char, 65536> buffer;
+    const ssize_t count = ::read(descriptor_, buffer.data(), buffer.size());
+    if (count < 0 && (errno == EINTR || errno == EAGAIN)) return;
+    if (count <= 0) notifier_->setEnabled(false);
+    receive_(QByteArray(buffer.data(), count > 0 ? count : 0));
+}
+
+bool writeAll(int descriptor, const QByteArray& bytes) {
+    qsizetype done = 0;
+    while (done < bytes.size()) {
+        const ssize_t count = ::write(descriptor, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
+        if (count >= 0) {
+            done += count;
+        } else if (errno == EAGAIN) {
+            pollfd waiting{descriptor, POLLOUT, 0};
+            ::poll(&waiting, 1, -1);
+        } else if (errno != EINTR) {
+            return false;
+        }
+    }
+    return true;
+}
+
+SignalWatcher::SignalWatcher(std::vector<int> numbers, Handler handle)
+    : numbers_(std::move(numbers)), handle_(std::move(handle)) {
+    if (::pipe2(pipe_, O_CLOEXEC | O_NONBLOCK) != 0) return;
+    signalPipe = pipe_[1];
+    notifier_ = std::make_unique<QSocketNotifier>(pipe_[0], QSocketNotifier::Read);
+    QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] { read(); });
+    for (const int signal : numbers_) {
+        struct sigaction action = {};
+        action.sa_handler = onSignal;
+        action.sa_flags = SA_RESTART;
+        ::sigaction(signal, &action, nullptr);
+    }
+}
+
+SignalWatcher::~SignalWatcher() {
+    for (const int signal : numbers_) std::signal(signal, SIG_DFL);
+    notifier_.reset();
+    signalPipe = -1;
+    for (const int end : pipe_)
+        if (end >= 0) ::close(end);
+}
+
+void SignalWatcher::read() {
+    std::array<unsigned char, 64> buffer;
+    const ssize_t count = ::read(pipe_[0], buffer.data(), buffer.size());
+    for (ssize_t at = 0; at < count; ++at) handle_(buffer[static_cast<std::size_t>(at)]);
+}
+
+}  // namespace oku::terminal

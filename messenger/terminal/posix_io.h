@@ -1,0 +1,51 @@
+// Standard input and output and signals as the event loop needs them.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <QByteArray>
+#include <QSocketNotifier>
+#include <vector>
+
+namespace oku::terminal {
+
+// Hands on what comes on a file descriptor; an empty piece is its end, after which nothing follows.
+class InputReader {
+public:
+    using Receiver = std::function<void(const QByteArray& bytes)>;
+
+    InputReader(int descriptor, Receiver receive);
+
+private:
+    void read();
+
+    int descriptor_;
+    Receiver receive_;
+    std::unique_ptr<QSocketNotifier> notifier_;
+};
+
+// Writes all bytes, waiting as long as it takes. False when nobody can read them any more.
+bool writeAll(int descriptor, const QByteArray& bytes);
+
+// Calls `handle` in the event loop for each of the signals. A signal that asks the program to end (all but SIGWINCH)
+// is handled once; the second one ends the program in the usual way, so that a program that hangs can be ended.
+// One object a process.
+class SignalWatcher {
+public:
+    using Handler = std::function<void(int signal)>;
+
+    SignalWatcher(std::vector<int> numbers, Handler handle);
+    ~SignalWatcher();
+    SignalWatcher(const SignalWatcher&) = delete;
+    SignalWatcher& operator=(const SignalWatcher&) = delete;
+
+private:
+    void read();
+
+    std::vector<int> numbers_;
+    Handler handle_;
+    int pipe_[2] = {-1, -1};
+    std::unique_ptr<QSocketNotifier> notifier_;
+};
+
+}  // namespace oku::terminal

@@ -1,0 +1,92 @@
+#include "messenger/terminal/run_interactive.h"
+
+#include <unistd.h>
+#include <csignal>
+#include <QDir>
+#include <QEventLoop>
+
+#include "messenger/terminal/plain_display.h"
+#include "messenger/terminal/posix_io.h"
+#include "messenger/terminal/raw_terminal.h"
+#include "messenger/terminal/screen_display.h"
+#include "messenger/terminal/texts.h"
+
+namespace oku::terminal {
+namespace {
+
+// Where Qt's own warnings go while the screen is drawn: they would tear it.
+Session* warned = nullptr;
+
+void onQtMessage(QtMsgType, const QMessageLogContext&, const QString& text) {
+    if (warned != nullptr) warned->logged({1, QStringLiteral("Qt"), text});
+}
+
+SessionOptions sessionOptions(const Options& options, bool oneWindow) {
+    SessionOptions result;
+    result.account = options.account;
+    result.password = options.password;
+    result.status = options.status;
+    result.verbose = options.verbose;
+    result.oneWindow = oneWindow;
+    result.startDirectory = QDir::currentPath();
+    return result;
+}
+
+// Starts the session; a failure is told in one line.
+bool started(Session& session) {
+    const QString reason = session.start();
+    if (!reason.isEmpty())
+        writeAll(STDERR_FILENO, QStringLiteral("oku-terminal: %1\n").arg(say(Text::CannotStart, reason)).toUtf8());
+    return reason.isEmpty();
+}
+
+ExitCode runPlain(Client& client, const Options& options) {
+    QEventLoop loop;
+    const bool terminal = ::isatty(STDOUT_FILENO) != 0;
+    const auto write = [](const QByteArray& bytes) { writeAll(STDOUT_FILENO, bytes); };
+    PlainDisplay display(client, sessionOptions(options, true), terminal ? coloursOfEnvironment() : Colours::None,
+                         terminal ? terminalSize(STDOUT_FILENO).columns : 0, STDIN_FILENO, write,
+                         [&loop] { loop.quit(); });
+    if (!started(display.session())) return ExitCode::Failure;
+    InputReader input(STDIN_FILENO, [&](const QByteArray& bytes) { display.feed(bytes); });
+    SignalWatcher watcher({SIGINT, SIGTERM, SIGHUP}, [&](int) { display.session().quit(); });
+    loop.exec();
+    return ExitCode::Success;
+}
+
+ExitCode runScreen(Client& client, const Options& options) {
+    QEventLoop loop;
+    const auto write = [](const QByteArray& bytes) { writeAll(STDOUT_FILENO, bytes); };
+    ScreenDisplay display(client, sessionOptions(options, false), coloursOfEnvironment(), terminalSize(STDOUT_FILENO),
+                          write, [&loop] { loop.quit(); });
+    warned = &display.session();
+    const QtMessageHandler before = qInstallMessageHandler(onQtMessage);
+    const bool good = started(display.session());
+    if (good) {
+        RawTerminal raw(STDIN_FILENO);
+        write(enterScreen());
+        display.show();
+        InputReader input(STDIN_FILENO, [&](const QByteArray& bytes) { display.feed(bytes); });
+        SignalWatcher watcher({SIGINT, SIGTERM, SIGHUP, SIGWINCH}, [&](int signal) {
+            if (signal == SIGWINCH)
+                display.resize(terminalSize(STDOUT_FILENO));
+            else
+                display.session().quit();
+        });
+        loop.exec();
+        write(leaveScreen());
+    }
+    qInstallMessageHandler(before);
+    warned = nullptr;
+    return good ? ExitCode::Success : ExitCode::Failure;
+}
+
+}  // namespace
+
+ExitCode runInteractive(Client& client, const Options& options) {
+    const bool terminal = ::isatty(STDIN_FILENO) != 0 && ::isatty(STDOUT_FILENO) != 0;
+    const bool plain = options.plain || !terminal || coloursOfEnvironment() == Colours::None;
+    return plain ? runPlain(client, options) : runScreen(client, options);
+}
+
+}  // namespace oku::terminal

@@ -1,0 +1,125 @@
+#include "messenger/terminal/screen.h"
+
+#include <algorithm>
+
+#include "messenger/terminal/display_width.h"
+#include "messenger/terminal/texts.h"
+
+namespace oku::terminal {
+namespace {
+
+constexpr int kRowsForTitle = 5;
+constexpr int kRowsForStatus = 2;
+
+// The newest lines of the log from the bottom up: `count` of them above the `scroll` newest. Lines that are not seen
+// are not kept, and entries above are not laid out.
+class LogTail {
+public:
+    LogTail(const ScreenContent& content, const LogLayout& layout) : content_(content), layout_(layout) {}
+
+    // Gives the lines from top to bottom, and lowers `scroll` to what there is.
+    std::vector<Line> take(int count, int& scroll) {
+        const auto wanted = static_cast<std::size_t>(count + scroll);
+        for (auto at = content_.entries.size(); at-- > 0 && lines_.size() < wanted;) addEntry(at);
+        const int most = std::max(0, static_cast<int>(lines_.size()) - count);
+        scroll = std::min(scroll, most);
+        std::vector<Line> result(lines_.rbegin(), lines_.rend());
+        result.resize(result.size() - static_cast<std::size_t>(scroll));
+        if (result.size() > static_cast<std::size_t>(count)) result.erase(result.begin(), result.end() - count);
+        return result;
+    }
+
+private:
+    void addEntry(std::size_t at) {
+        auto lines = layOut(*content_.entries[at], layout_);
+        std::move(lines.rbegin(), lines.rend(), std::back_inserter(lines_));
+        const QDate day = content_.entries[at]->time.date();
+        if (at == 0 || content_.entries[at - 1]->time.date() != day) lines_.push_back(dayLine(day, layout_.columns));
+    }
+
+    const ScreenContent& content_;
+    const LogLayout& layout_;
+    std::vector<Line> lines_;  // newest first
+};
+
+Line padded(const Line& line, int columns, Style style) {
+    Line result = cutLine(line, columns);
+    const int missing = columns - lineWidth(result);
+    if (missing > 0) result.push_back({QString(missing, u' '), style});
+    return result;
+}
+
+Line candidateLine(const QStringList& candidates) {
+    return {{u' ' + printable(candidates.join(QStringLiteral("  "))), Style::Bar}};
+}
+
+Line scrolledLine(Line status, int scroll) {
+    if (scroll > 0) status.insert(status.begin(), {u' ' + say(Text::ScrolledBack, scroll) + u' ', Style::BarAlert});
+    return status;
+}
+
+// The last row; sets the cursor.
+Line promptLine(const ScreenContent& content, LineEditor& editor, int columns, Frame& frame) {
+    QString prompt = editor.searching() ? say(Text::SearchPrompt, printable(editor.searchText())) : content.prompt;
+    if (displayWidth(prompt) > columns / 2) prompt = fitToWidth(prompt, columns / 2);
+    const int taken = displayWidth(prompt);
+    const EditorView view = editor.view(columns - taken);
+    frame.cursorColumn = std::min(taken + view.cursorColumn, columns - 1);
+    return {{prompt, Style::Heading}, {view.text, Style::Plain}};
+}
+
+}  // namespace
+
+int logRows(const ScreenSize& size) {
+    return std::max(0, size.rows - 1 - (size.rows >= kRowsForStatus ? 1 : 0) - (size.rows >= kRowsForTitle ? 1 : 0));
+}
+
+Frame composeFrame(const ScreenContent& content, LineEditor& editor, const ScreenSize& size) {
+    Frame frame;
+    LogLayout layout = content.layout;
+    layout.columns = size.columns;
+    frame.scroll = content.scroll;
+    if (size.rows >= kRowsForTitle) frame.rows.push_back(padded(content.title, size.columns, Style::Bar));
+    const int count = logRows(size);
+    auto log = LogTail(content, layout).take(count, frame.scroll);
+    for (Line& line : log) frame.rows.push_back(cutLine(line, size.columns));
+    for (auto missing = static_cast<std::size_t>(count) - log.size(); missing > 0; --missing) frame.rows.push_back({});
+    if (size.rows >= kRowsForStatus) {
+        const Line status = editor.candidates().size() > 1 ? candidateLine(editor.candidates())
+                                                           : scrolledLine(content.status, frame.scroll);
+        frame.rows.push_back(padded(status, size.columns, Style::Bar));
+    }
+    frame.rows.push_back(promptLine(content, editor, size.columns, frame));
+    frame.cursorRow = static_cast<int>(frame.rows.size()) - 1;
+    return frame;
+}
+
+QByteArray FramePainter::paintFrame(const Frame& frame) {
+    QByteArray bytes;
+    if (shown_.size() != frame.rows.size()) {
+        bytes += "\x1B[0m\x1B[2J";
+        shown_.assign(frame.rows.size(), {});
+    }
+    for (std::size_t row = 0; row < frame.rows.size(); ++row) {
+        QByteArray painted = paint(frame.rows[row], colours_);
+        if (painted == shown_[row]) continue;
+        // Cleared first: after a full row a terminal's cursor stands on the last column, which clearing would take
+        // away.
+        bytes += "\x1B[" + QByteArray::number(static_cast<int>(row) + 1) + ";1H\x1B[2K" + painted;
+        shown_[row] = std::move(painted);
+    }
+    const QByteArray cursor =
+        "\x1B[" + QByteArray::number(frame.cursorRow + 1) + ';' + QByteArray::number(frame.cursorColumn + 1) + 'H';
+    if (bytes.isEmpty() && cursor == cursor_) return {};
+    cursor_ = cursor;
+    return "\x1B[?25l" + bytes + cursor + "\x1B[?25h";
+}
+
+QByteArray enterScreen() {
+    // Alternate screen, no autowrap, bracketed paste.
+    return "\x1B[?1049h\x1B[?7l\x1B[?2004h\x1B[2J";
+}
+
+QByteArray leaveScreen() { return "\x1B[?2004l\x1B[?7h\x1B[0m\x1B[?25h\x1B[?1049l"; }
+
+}  // namespace oku::terminal

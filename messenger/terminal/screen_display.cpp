@@ -1,0 +1,152 @@
+#include "messenger/terminal/screen_display.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "messenger/terminal/texts.h"
+
+namespace oku::terminal {
+namespace {
+
+constexpr int kDrawDelay = 15;    // milliseconds: what comes together is drawn together
+constexpr int kEscapeDelay = 50;  // milliseconds after which an escape was the key of this name
+
+}  // namespace
+
+ScreenDisplay::ScreenDisplay(Client& client, SessionOptions options, Colours colours, ScreenSize size, Writer write,
+                             std::function<void()> onEnded)
+    : size_(size),
+      write_(std::move(write)),
+      onEnded_(std::move(onEnded)),
+      painter_(colours),
+      session_(client, *this, std::move(options)),
+      editor_([this](const QString& text, qsizetype cursor) { return session_.complete(text, cursor); }) {
+    drawSoon_.setSingleShot(true);
+    drawSoon_.setInterval(kDrawDelay);
+    escapeAlone_.setSingleShot(true);
+    escapeAlone_.setInterval(kEscapeDelay);
+    QObject::connect(&drawSoon_, &QTimer::timeout, &drawSoon_, [this] { draw(); });
+    QObject::connect(&escapeAlone_, &QTimer::timeout, &escapeAlone_, [this] {
+        for (const Key& key : decoder_.flush()) handle(key);
+    });
+    QObject::connect(&eachSecond_, &QTimer::timeout, &eachSecond_,
+                     [this] { session_.tick(QDateTime::currentDateTimeUtc()); });
+}
+
+void ScreenDisplay::show() {
+    shown_ = true;
+    eachSecond_.start(1000);
+    changed();
+}
+
+void ScreenDisplay::resize(const ScreenSize& size) {
+    size_ = size;
+    painter_.forget();
+    changed();
+}
+
+void ScreenDisplay::feed(const QByteArray& bytes) {
+    if (bytes.isEmpty()) {
+        session_.quit();
+        return;
+    }
+    escapeAlone_.stop();
+    for (const Key& key : decoder_.feed(bytes)) handle(key);
+    if (decoder_.pending()) escapeAlone_.start();
+}
+
+void ScreenDisplay::handle(const Key& key) {
+    if (!handleWindowKey(key)) edited(editor_.handle(key));
+    changed();
+}
+
+bool ScreenDisplay::handleWindowKey(const Key& key) {
+    switch (key.code) {
+        case KeyCode::PageUp:
+            scrollBy(std::max(1, logRows(size_) - 1));
+            return true;
+        case KeyCode::PageDown:
+            scrollBy(-std::max(1, logRows(size_) - 1));
+            return true;
+        case KeyCode::Redraw:
+            painter_.forget();
+            return true;
+        case KeyCode::Cancel:
+            if (editor_.searching()) return false;
+            cancel();
+            return true;
+        case KeyCode::EndOfInput:
+            if (!editor_.text().isEmpty())
+                edited(editor_.handle({KeyCode::Delete, {}}));
+            else
+                session_.quit();
+            return true;
+        case KeyCode::End:
+            if (scroll_ == 0) return false;
+            scroll_ = 0;
+            return true;
+        case KeyCode::Alt:
+            break;
+        default:
+            return false;
+    }
+    const QChar c = key.text.isEmpty() ? QChar() : key.text.front();
+    const int next = c.toLower() == u'a' ? session_.windows().nextUnread() : c.isDigit() ? c.digitValue() : -1;
+    if (next >= 0 && session_.showWindow(next)) scroll_ = 0;
+    return true;
+}
+
+void ScreenDisplay::scrollBy(int lines) { scroll_ = std::max(0, scroll_ + lines); }
+
+void ScreenDisplay::cancel() {
+    if (session_.wantsSecret())
+        session_.cancelSecret();
+    else if (editor_.text().isEmpty())
+        session_.tell(say(Text::HowToQuit));
+    editor_.clear();
+    session_.typed({});
+}
+
+void ScreenDisplay::edited(EditResult result) {
+    if (result == EditResult::Submitted) {
+        scroll_ = 0;
+        session_.submit(editor_.takeSubmitted());
+    } else if (result == EditResult::Changed) {
+        session_.typed(editor_.text());
+    }
+}
+
+void ScreenDisplay::appended(const LogEntry& entry) {
+    if (scroll_ == 0) return;
+    // Who reads above keeps the place.
+    LogLayout layout = session_.layout();
+    layout.columns = size_.columns;
+    scroll_ += static_cast<int>(layOut(entry, layout).size());
+}
+
+void ScreenDisplay::changed() {
+    if (shown_ && !drawSoon_.isActive()) drawSoon_.start();
+}
+
+void ScreenDisplay::ended() {
+    shown_ = false;
+    drawSoon_.stop();
+    eachSecond_.stop();
+    onEnded_();
+}
+
+void ScreenDisplay::draw() {
+    if (editor_.secret() != session_.wantsSecret()) editor_.setSecret(session_.wantsSecret());
+    ScreenContent content;
+    content.title = session_.title();
+    content.entries = session_.entries();
+    content.layout = session_.layout();
+    content.scroll = scroll_;
+    content.status = session_.status();
+    content.prompt = session_.prompt();
+    const Frame frame = composeFrame(content, editor_, size_);
+    scroll_ = frame.scroll;
+    write_(painter_.paintFrame(frame));
+}
+
+}  // namespace oku::terminal

@@ -1,0 +1,59 @@
+// The interactive program on a whole screen: keys in, frames out.
+#pragma once
+
+#include <functional>
+#include <QByteArray>
+#include <QTimer>
+
+#include "messenger/terminal/key.h"
+#include "messenger/terminal/line_editor.h"
+#include "messenger/terminal/screen.h"
+#include "messenger/terminal/session.h"
+
+namespace oku::terminal {
+
+class ScreenDisplay final : public Display {
+public:
+    using Writer = std::function<void(const QByteArray& bytes)>;
+
+    // `onEnded` is called when the messenger is unloaded.
+    ScreenDisplay(Client& client, SessionOptions options, Colours colours, ScreenSize size, Writer write,
+                  std::function<void()> onEnded);
+
+    Session& session() { return session_; }
+
+    // From now on frames are written.
+    void show();
+    void resize(const ScreenSize& size);
+    // Bytes from the terminal; none at all is its end.
+    void feed(const QByteArray& bytes);
+
+    void appended(const LogEntry& entry) override;
+    void changed() override;
+    int columns() const override { return size_.columns; }
+    void ended() override;
+
+private:
+    void handle(const Key& key);
+    // True for a key that is not the editor's.
+    bool handleWindowKey(const Key& key);
+    void scrollBy(int lines);
+    void cancel();
+    void edited(EditResult result);
+    void draw();
+
+    ScreenSize size_;
+    Writer write_;
+    std::function<void()> onEnded_;
+    FramePainter painter_;
+    KeyDecoder decoder_;
+    int scroll_ = 0;
+    bool shown_ = false;
+    QTimer drawSoon_;
+    QTimer escapeAlone_;
+    QTimer eachSecond_;
+    Session session_;
+    LineEditor editor_;
+};
+
+}  // namespace oku::terminal

@@ -1,0 +1,288 @@
+#include "messenger/terminal/session.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "messenger/core/messenger.h"
+#include "messenger/terminal/commands.h"
+#include "messenger/terminal/display_width.h"
+#include "messenger/terminal/texts.h"
+#include "messenger/terminal/wording.h"
+
+namespace oku::terminal {
+namespace {
+
+constexpr std::size_t kLongestLog = 5000;
+constexpr int kHistoryAtOpening = 20;
+constexpr int kTypingPause = 10;  // seconds without a key after which nobody is typing any more
+
+bool isCommand(const QString& line) { return line.startsWith(u'/') && !line.startsWith(QLatin1String("//")); }
+
+// What of a typed line goes to the other side: a second slash in front sends a text that begins with one.
+QString textOf(const QString& line) { return line.startsWith(QLatin1String("//")) ? line.mid(1) : line; }
+
+}  // namespace
+
+Session::Session(Client& client, Display& display, SessionOptions options)
+    : client_(client), display_(display), options_(std::move(options)), commands_(std::make_unique<Commands>(*this)) {
+    client_.setListener(this);
+}
+
+Session::~Session() { client_.setListener(nullptr); }
+
+QString Session::start() {
+    if (const QString reason = client_.start(); !reason.isEmpty()) return reason;
+    tell(say(Text::Welcome), Style::Heading, QStringLiteral("*"));
+    for (const Account& one : client_.accounts()) {
+        toldAccounts_.append(one.jid);
+        rosterComplete(one.jid);
+    }
+    const QString wanted = std::exchange(options_.account, bareJid(options_.account));
+    const QString password = std::exchange(options_.password, {});
+    const QList<Account> accounts = client_.accounts();
+    const auto isWanted = [this](const Account& one) { return one.jid == options_.account; };
+    if (!wanted.isEmpty() && !password.isEmpty())
+        storeAccount(wanted, password, {});
+    else if (!wanted.isEmpty() && std::none_of(accounts.begin(), accounts.end(), isWanted))
+        addAccount(wanted, {});
+    else if (accounts.isEmpty())
+        tell(say(Text::NoAccountYet));
+    else
+        tell(say(Text::AccountChosen, account()));
+    if (!secret_) connectAtStart();
+    return {};
+}
+
+void Session::connectAtStart() {
+    const QString word = std::exchange(options_.status, {});
+    if (word.isEmpty() || account().isEmpty()) return;
+    if (const QString reason = client_.setStatus(account(), statusFromWord(word), {}); !reason.isEmpty())
+        tellError(reason);
+}
+
+void Session::quit() {
+    if (std::exchange(ending_, true)) return;
+    tell(say(Text::Ending));
+    stopTyping();
+    client_.shutdown();
+}
+
+void Session::submit(const QString& line) {
+    if (secret_) {
+        const auto request = std::exchange(secret_, nullptr);
+        request->use(line);
+        display_.changed();
+        return;
+    }
+    if (line.trimmed().isEmpty()) return;
+    if (isCommand(line)) {
+        if (const QString reason = commands_->run(line); !reason.isEmpty()) tellError(reason);
+        display_.changed();
+        return;
+    }
+    const Peer peer = windows_.current();
+    const QString reason = peer.none() ? say(Text::NoConversation) : send(peer, textOf(line));
+    if (!reason.isEmpty()) tellError(reason);
+}
+
+QString Session::send(const Peer& peer, const QString& text) {
+    typingTo_ = {};  // the message itself ends the typing
+    return client_.sendMessage(peer.account, peer.jid, text, MessageKind::chat, {});
+}
+
+void Session::typed(const QString& text) {
+    const Peer peer = windows_.current();
+    const bool composing =
+        !secret_ && !peer.none() && !text.isEmpty() && (!isCommand(text) || text.startsWith(QLatin1String("/me ")));
+    if (!composing || !(peer == typingTo_)) stopTyping();
+    if (!composing) return;
+    typedAt_ = QDateTime::currentDateTimeUtc();
+    if (peer == typingTo_ || !sendsTyping(peer.account)) return;
+    const auto contact = client_.contact(peer.account, peer.jid);
+    if (!contact || contact->resources.isEmpty()) return;
+    if (client_.sendTyping(peer.account, peer.jid, true).isEmpty()) typingTo_ = peer;
+}
+
+void Session::stopTyping() {
+    const Peer peer = std::exchange(typingTo_, {});
+    // A notice that cannot be sent has nobody to end it for.
+    if (!peer.none()) static_cast<void>(client_.sendTyping(peer.account, peer.jid, false));
+}
+
+bool Session::sendsTyping(const QString& account) const {
+    const QVariant value = client_.settingValue(account, QString::fromUtf16(setting::sendTyping));
+    return !value.isValid() || value.toInt() != 0;
+}
+
+void Session::tick(const QDateTime& now) {
+    if (!typingTo_.none() && typedAt_.secsTo(now) >= kTypingPause) stopTyping();
+    display_.changed();
+}
+
+QString Session::account() const {
+    if (!options_.account.isEmpty()) return options_.account;
+    const QList<Account> accounts = client_.accounts();
+    return accounts.isEmpty() ? QString() : accounts.first().jid;
+}
+
+// Entries -------------------------------------------------------------------------------------------------------------
+
+void Session::append(LogEntry entry) {
+    if (!entry.time.isValid()) entry.time = QDateTime::currentDateTime();
+    entry.time = entry.time.toLocalTime();
+    const bool shown = shows(entry);
+    if (log_.size() >= kLongestLog) log_.erase(log_.begin());
+    log_.push_back(std::move(entry));
+    if (shown) display_.appended(log_.back());
+    display_.changed();
+}
+
+bool Session::shows(const LogEntry& entry) const {
+    const Peer current = windows_.current();
+    if (entry.shown == Shown::Everywhere || (!entry.peer.none() && entry.peer == current)) return true;
+    return (current.none() || options_.oneWindow) && entry.shown == Shown::Both;
+}
+
+std::vector<const LogEntry*> Session::entries() const {
+    std::vector<const LogEntry*> result;
+    for (const LogEntry& entry : log_)
+        if (shows(entry)) result.push_back(&entry);
+    return result;
+}
+
+void Session::tellOf(const Peer& peer, const QString& text, Style style, const QString& mark, Shown shown) {
+    LogEntry entry;
+    entry.peer = peer;
+    entry.text = printable(text, true);
+    entry.style = style;
+    entry.mark = mark;
+    entry.shown = shown;
+    append(std::move(entry));
+}
+
+void Session::tell(const QString& text, Style style, const QString& mark) {
+    tellOf(windows_.current(), text, style, mark);
+}
+
+void Session::tellError(const QString& reason) { tell(reason, Style::Error, QStringLiteral("!")); }
+
+void Session::list(const QString& text, Style style) {
+    LogEntry entry;
+    entry.kind = EntryKind::Listing;
+    entry.peer = windows_.current();
+    entry.text = printable(text, true);
+    entry.style = style;
+    append(std::move(entry));
+}
+
+void Session::clearWindow() {
+    std::erase_if(log_, [this](const LogEntry& entry) { return shows(entry); });
+    display_.changed();
+}
+
+// Windows -------------------------------------------------------------------------------------------------------------
+
+void Session::openConversation(const Peer& peer) { showWindow(windows_.open(peer)); }
+
+bool Session::showWindow(int number) {
+    stopTyping();
+    if (!windows_.show(number)) return false;
+    const Peer peer = windows_.current();
+    if (!peer.none()) {
+        loadHistory(peer);
+        windows_.setUnread(peer, 0);
+        client_.markRead(peer.account, peer.jid);
+    }
+    display_.changed();
+    return true;
+}
+
+void Session::closeConversation() {
+    stopTyping();
+    windows_.closeCurrent();
+    display_.changed();
+}
+
+// What was said before stands above what came since the start, which is in the log already.
+void Session::loadHistory(const Peer& peer) {
+    if (std::find(historyLoaded_.begin(), historyLoaded_.end(), peer) != historyLoaded_.end()) return;
+    historyLoaded_.push_back(peer);
+    std::vector<LogEntry> older;
+    for (const Message& message : client_.history(peer.account, peer.jid, kHistoryAtOpening, {})) {
+        const bool known = std::any_of(log_.begin(), log_.end(), [&](const LogEntry& entry) {
+            return entry.message != 0 && entry.message == message.number;
+        });
+        if (known) continue;
+        LogEntry entry = messageEntry(message);
+        entry.shown = Shown::ConversationOnly;
+        older.push_back(std::move(entry));
+    }
+    if (options_.oneWindow)
+        for (const LogEntry& entry : older) display_.appended(entry);
+    log_.insert(log_.begin(), std::make_move_iterator(older.begin()), std::make_move_iterator(older.end()));
+}
+
+// Secrets and accounts
+// --------------------------------------------------------------------------------------------------
+
+void Session::askSecret(const QString& question, std::function<void(const QString&)> use) {
+    secret_ = std::make_unique<SecretRequest>(SecretRequest{question, std::move(use)});
+    display_.changed();
+}
+
+void Session::cancelSecret() {
+    if (!secret_) return;
+    secret_.reset();
+    tell(say(Text::SecretCancelled));
+}
+
+void Session::addAccount(const QString& jid, const QString& server) {
+    QVariantMap settings;
+    if (!server.isEmpty()) {
+        settings.insert(QStringLiteral("XMPP/Serv/Enable"), 1);
+        settings.insert(QStringLiteral("XMPP/Serv/Host"), server);
+    }
+    askSecret(say(Text::PasswordQuestion, jid),
+              [this, jid, settings](const QString& password) { storeAccount(jid, password, settings); });
+}
+
+void Session::storeAccount(const QString& jid, const QString& password, const QVariantMap& settings) {
+    if (const QString reason = client_.addAccount(jid, password, settings); !reason.isEmpty()) {
+        tellError(say(Text::AccountRefused, jid, reason));
+        return;
+    }
+    options_.account = bareJid(jid);
+    tell(say(Text::AccountChosen, options_.account));
+    connectAtStart();
+}
+
+// Contacts ------------------------------------------------------------------------------------------------------------
+
+QString Session::nameOf(const Peer& peer) const {
+    const auto contact = client_.contact(peer.account, peer.jid);
+    return oneLine(contact && !contact->name.isEmpty() ? contact->name : peer.jid);
+}
+
+QString Session::findContact(const QString& text, QString& jid) const {
+    const QList<Contact> contacts = client_.contacts(account());
+    QStringList exact;
+    QStringList beginning;
+    for (const Contact& contact : contacts) {
+        if (contact.jid == bareJid(text) || contact.name.compare(text, Qt::CaseInsensitive) == 0)
+            exact.append(contact.jid);
+        else if (contact.name.startsWith(text, Qt::CaseInsensitive) ||
+                 contact.jid.startsWith(text, Qt::CaseInsensitive))
+            beginning.append(contact.jid);
+    }
+    const QStringList& found = exact.isEmpty() ? beginning : exact;
+    if (exact.isEmpty() && text.contains(u'@')) {
+        jid = bareJid(text);
+        return {};
+    }
+    if (found.isEmpty()) return say(Text::NoSuchContact, text);
+    if (found.size() > 1) return say(Text::ManyContacts, text, found.join(QStringLiteral(", ")));
+    jid = found.first();
+    return {};
+}
+
+}  // namespace oku::terminal

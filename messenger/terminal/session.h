@@ -1,0 +1,164 @@
+// The interactive messenger without its display: keeps the log and the windows, turns what the messenger tells into
+// words, and takes the lines that are typed.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <QDateTime>
+#include <QHash>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+#include "messenger/terminal/client.h"
+#include "messenger/terminal/line_editor.h"
+#include "messenger/terminal/log_entry.h"
+#include "messenger/terminal/windows.h"
+
+namespace oku::terminal {
+
+class Commands;
+
+// Where a session shows itself.
+class Display {
+public:
+    virtual ~Display() = default;
+    // An entry that the window which is seen shows.
+    virtual void appended(const LogEntry& entry) = 0;
+    // Something else may look different now: status, title, prompt, window.
+    virtual void changed() = 0;
+    virtual int columns() const = 0;
+    // The messenger is unloaded: the program ends.
+    virtual void ended() = 0;
+};
+
+struct SessionOptions {
+    QString account;         // the chosen account, added when it is not there; empty: the first one
+    QString password;        // of that account; empty: asked for when it is new
+    QString status;          // to be set once the account is there; empty: none
+    bool verbose = false;    // tell the log
+    bool oneWindow = false;  // show all in one window, whatever conversation is open; typing notices too
+    QString startDirectory;  // what relative paths are relative to
+};
+
+class Session final : public ClientListener {
+public:
+    Session(Client& client, Display& display, SessionOptions options);
+    ~Session() override;
+
+    // Starts the messenger and says how things are. Gives the reason of a failure.
+    QString start();
+    // Unloads the plugin; Display::ended follows.
+    void quit();
+
+    // A line that was typed: a command, a text for the open conversation, or a secret that was asked for.
+    void submit(const QString& line);
+    // The line being typed has changed.
+    void typed(const QString& text);
+    // Called about once a second.
+    void tick(const QDateTime& now);
+
+    // What the display shows.
+    std::vector<const LogEntry*> entries() const;
+    LogLayout layout() const;
+    Line title() const;
+    Line status() const;
+    QString prompt() const;
+    bool wantsSecret() const { return static_cast<bool>(secret_); }
+    void cancelSecret();
+    Completion complete(const QString& text, qsizetype cursor) const;
+
+    // What commands use.
+    Client& client() { return client_; }
+    const Client& client() const { return client_; }
+    const Windows& windows() const { return windows_; }
+    QString account() const;
+    void chooseAccount(const QString& jid) { options_.account = jid; }
+    int columns() const { return display_.columns(); }
+    const QString& startDirectory() const { return options_.startDirectory; }
+    // The chosen account's contact with this name, beginning of a name or address. Gives a reason when nobody fits, or
+    // more than one.
+    QString findContact(const QString& text, QString& jid) const;
+    QString nameOf(const Peer& peer) const;
+    // An entry in the window that is seen (and in the main one).
+    void tell(const QString& text, Style style = Style::Plain, const QString& mark = QStringLiteral("-"));
+    void list(const QString& text, Style style = Style::Plain);
+    void tellError(const QString& reason);
+    // Opens the conversation and shows it.
+    void openConversation(const Peer& peer);
+    void closeConversation();
+    // False when there is no such window.
+    bool showWindow(int number);
+    // Asks for a text that is not shown, and hands it on.
+    void askSecret(const QString& question, std::function<void(const QString& secret)> use);
+    // Sends a message. Gives the reason of a refusal.
+    QString send(const Peer& peer, const QString& text);
+    void clearWindow();
+    // The fingerprint that was refused last; empty when none was.
+    QString refusedCertificate(const QString& account) const { return refusedCertificates_.value(account); }
+    // Asks for the password, then adds the account or changes it. `server` may be empty.
+    void addAccount(const QString& jid, const QString& server);
+
+    void accountChanged(const QString& account) override;
+    void connectionChanged(const QString& account, ConnectionState state, const QString& reason) override;
+    void ownStatusChanged(const QString& account, Status status, const QString& description) override;
+    void rosterComplete(const QString& account) override;
+    void contactChanged(const QString& account, const Contact& contact) override;
+    void contactRemoved(const QString& account, const QString& jid) override;
+    void presenceReceived(const QString& account, const QString& jid, const Resource& resource) override;
+    void messageReceived(const QString& account, const Message& message) override;
+    void messageSent(const QString& account, const Message& message) override;
+    void messageQueued(const QString& account, const Message& message) override;
+    void messageStateChanged(const QString& account, const Message& message) override;
+    void typingReceived(const QString& account, const QString& jid, bool composing) override;
+    void authorizationRequested(const QString& account, const QString& jid) override;
+    void boxOpened(const MessageBox& box) override;
+    void boxClosed(int number) override;
+    void noticed(const QString& account, const QString& text) override;
+    void logged(const LogLine& line) override;
+    void xmlSeen(const QString& account, bool incoming, const QString& data) override;
+    void infoReceived(const QString& account, const ContactInfo& info) override;
+    void infoComplete(const QString& account, const QString& jid) override;
+    void serverInfoReceived(const QString& account, const ServerInfo& info) override;
+    void certificateRefused(const QString& account, const CertificateProblem& problem) override;
+    void finished() override;
+
+private:
+    struct SecretRequest {
+        QString question;
+        std::function<void(const QString&)> use;
+    };
+
+    void append(LogEntry entry);
+    bool shows(const LogEntry& entry) const;
+    LogEntry messageEntry(const Message& message) const;
+    void tellOf(const Peer& peer, const QString& text, Style style, const QString& mark, Shown shown = Shown::Both);
+    void storeAccount(const QString& jid, const QString& password, const QVariantMap& settings);
+    void connectAtStart();
+    void loadHistory(const Peer& peer);
+    void tellContact(const QString& account, const Contact& before, const Contact& now);
+    void stopTyping();
+    bool sendsTyping(const QString& account) const;
+
+    Client& client_;
+    Display& display_;
+    SessionOptions options_;
+    std::unique_ptr<Commands> commands_;
+    QObject context_;  // of calls that come later: gone with the session
+    std::vector<LogEntry> log_;
+    Windows windows_;
+    std::unique_ptr<SecretRequest> secret_;
+    std::vector<Peer> historyLoaded_;
+    QStringList toldAccounts_;
+    QHash<QString, QHash<QString, Contact>> known_;  // contacts as they were told last, by account and JID
+    QHash<QString, QString> presences_;              // by account and full JID: what was told last
+    QHash<QString, ConnectionState> connections_;
+    QHash<QString, QString> refusedCertificates_;
+    Peer typingTo_;  // who was told that we are typing
+    QDateTime typedAt_;
+    bool ending_ = false;
+};
+
+}  // namespace oku::terminal

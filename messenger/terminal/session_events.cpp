@@ -1,0 +1,249 @@
+// What the messenger tells, in words.
+#include <algorithm>
+#include <QTimer>
+
+#include "messenger/terminal/commands.h"
+#include "messenger/terminal/display_width.h"
+#include "messenger/terminal/session.h"
+#include "messenger/terminal/texts.h"
+#include "messenger/terminal/wording.h"
+
+namespace oku::terminal {
+namespace {
+
+const QString kDash = QStringLiteral("-");
+const QString kBang = QStringLiteral("!");
+const QString kAsk = QStringLiteral("?");
+
+Style connectionStyle(ConnectionState state, const QString& reason) {
+    if (state == ConnectionState::online) return Style::Online;
+    if (state == ConnectionState::offline) return reason.isEmpty() ? Style::Offline : Style::Error;
+    return Style::Faint;
+}
+
+QString withDescription(const QString& text, const QString& description) {
+    return description.isEmpty() ? text : QStringLiteral("%1 — %2").arg(text, oneLine(description));
+}
+
+}  // namespace
+
+void Session::accountChanged(const QString& account) {
+    display_.changed();
+    if (toldAccounts_.contains(account)) return;
+    toldAccounts_.append(account);
+    tellOf({account, {}}, say(Text::AccountIsThere, account), Style::Plain, kDash);
+}
+
+void Session::connectionChanged(const QString& account, ConnectionState state, const QString& reason) {
+    connections_.insert(account, state);
+    if (state == ConnectionState::offline) {
+        presences_.removeIf([&](auto entry) { return entry.key().startsWith(account + u'\n'); });
+        windows_.forgetTyping(account);
+        if (typingTo_.account == account) typingTo_ = {};
+    }
+    QString text = connectionText(state);
+    if (!reason.isEmpty()) text += QStringLiteral(": ") + oneLine(reason);
+    const bool settled = state == ConnectionState::online || state == ConnectionState::offline;
+    tellOf({account, {}}, text, connectionStyle(state, reason), reason.isEmpty() ? kDash : kBang,
+           settled ? Shown::Everywhere : Shown::Both);
+}
+
+void Session::ownStatusChanged(const QString& account, Status status, const QString& description) {
+    tellOf({account, {}}, withDescription(say(Text::OwnStatus, statusText(status)), description), statusStyle(status),
+           statusMark(status));
+}
+
+void Session::rosterComplete(const QString& account) {
+    const QList<Contact> contacts = client_.contacts(account);
+    QHash<QString, Contact>& known = known_[account];
+    known.clear();
+    for (const Contact& contact : contacts) {
+        known.insert(contact.jid, contact);
+        const Peer peer{account, contact.jid};
+        if (contact.unread == 0 || windows_.current() == peer) continue;
+        windows_.open(peer);
+        windows_.setUnread(peer, contact.unread);
+    }
+    display_.changed();
+}
+
+void Session::contactChanged(const QString& account, const Contact& contact) {
+    QHash<QString, Contact>& known = known_[account];
+    const auto before = known.constFind(contact.jid);
+    if (before != known.constEnd())
+        tellContact(account, *before, contact);
+    else if (connections_.value(account, ConnectionState::offline) == ConnectionState::online)
+        tellOf({account, contact.jid},
+               say(Text::ContactAdded, oneLine(contact.name), contact.jid, oneLine(contact.group)), Style::Plain,
+               QStringLiteral("+"));
+    known.insert(contact.jid, contact);
+    display_.changed();
+}
+
+void Session::tellContact(const QString& account, const Contact& before, const Contact& now) {
+    const Peer peer{account, now.jid};
+    if (before.name != now.name)
+        tellOf(peer, say(Text::ContactRenamed, oneLine(before.name), oneLine(now.name)), Style::Plain, kDash);
+    if (before.group != now.group)
+        tellOf(peer, say(Text::ContactMoved, oneLine(now.name), oneLine(now.group)), Style::Plain, kDash);
+    if (before.subscription != now.subscription || before.waiting != now.waiting)
+        tellOf(peer, say(Text::ContactSubscription, oneLine(now.name), subscriptionText(now)), Style::Plain, kDash);
+}
+
+void Session::contactRemoved(const QString& account, const QString& jid) {
+    const Contact contact = known_[account].take(jid);
+    const QString name = contact.name.isEmpty() ? jid : contact.name;
+    tellOf({account, jid}, say(Text::ContactRemoved, oneLine(name), jid), Style::Plain, kDash);
+}
+
+void Session::presenceReceived(const QString& account, const QString& jid, const Resource& resource) {
+    // The server tells us of ourselves too.
+    const QString own = client_.settingValue(account, QStringLiteral("XMPP/User")).toString().section(u'/', 1);
+    if (jid == account && resource.name == own) return;
+    const QString key = account + u'\n' + jid + u'/' + resource.name;
+    const QString told = QStringLiteral("%1 %2").arg(static_cast<int>(resource.status)).arg(resource.description);
+    const bool gone = resource.status == Status::offline;
+    if (gone ? !presences_.contains(key) : presences_.value(key) == told) return;
+    if (gone)
+        presences_.remove(key);
+    else
+        presences_.insert(key, told);
+    const Peer peer{account, jid};
+    const QString name = nameOf(peer);
+    const QString who = resource.name.isEmpty() ? name : QStringLiteral("%1 (%2)").arg(name, oneLine(resource.name));
+    tellOf(peer, withDescription(QStringLiteral("%1: %2").arg(who, statusText(resource.status)), resource.description),
+           statusStyle(resource.status), statusMark(resource.status));
+}
+
+// Messages ------------------------------------------------------------------------------------------------------------
+
+LogEntry Session::messageEntry(const Message& message) const {
+    LogEntry entry;
+    const bool incoming = message.direction == Direction::in;
+    entry.kind = incoming ? EntryKind::Incoming : EntryKind::Outgoing;
+    entry.time = message.time;
+    entry.peer = {message.account, message.contact};
+    entry.who = nameOf(entry.peer);
+    entry.message = message.number;
+    QString text = message.body;
+    if (text.startsWith(QLatin1String("/me ")))
+        text = QStringLiteral("* %1 %2").arg(incoming ? entry.who : message.account.section(u'@', 0, 0), text.mid(4));
+    if (!message.subject.isEmpty()) text = say(Text::WithSubject, message.subject, text);
+    if (message.delayed.isValid()) {
+        const QString written = message.delayed.toLocalTime().toString(QStringLiteral("d.MM.yyyy HH:mm"));
+        text = say(Text::WrittenAt, written, text);
+    }
+    if (message.state == DeliveryState::queued) text = say(Text::StillQueued, text);
+    if (message.state == DeliveryState::unconfirmed) text = say(Text::StillUnconfirmed, message.number, text);
+    entry.text = printable(text, true);
+    if (message.failed || message.state == DeliveryState::failed) entry.style = Style::Error;
+    return entry;
+}
+
+void Session::messageReceived(const QString& account, const Message& message) {
+    const Peer peer{account, message.contact};
+    windows_.setTyping(peer, false);
+    windows_.open(peer);
+    if (windows_.current() == peer)
+        client_.markRead(account, message.contact);
+    else
+        windows_.setUnread(peer, windows_.unread(peer) + 1);
+    append(messageEntry(message));
+}
+
+void Session::messageSent(const QString&, const Message& message) { append(messageEntry(message)); }
+void Session::messageQueued(const QString&, const Message& message) { append(messageEntry(message)); }
+
+void Session::messageStateChanged(const QString& account, const Message& message) {
+    const Peer peer{account, message.contact};
+    const bool good = message.state == DeliveryState::sent;
+    QString text = deliveryText(message, nameOf(peer));
+    if (!good) text += QStringLiteral(" — ") + say(Text::ResendHint, message.number);
+    tellOf(peer, text, good ? Style::Faint : Style::Error, good ? kDash : kBang);
+}
+
+void Session::typingReceived(const QString& account, const QString& jid, bool composing) {
+    const Peer peer{account, jid};
+    windows_.setTyping(peer, composing);
+    if (options_.oneWindow && composing) tellOf(peer, say(Text::IsTyping, nameOf(peer)), Style::Faint, kDash);
+    display_.changed();
+}
+
+// What waits for the person
+// --------------------------------------------------------------------------------------------
+
+void Session::authorizationRequested(const QString& account, const QString& jid) {
+    tellOf({account, jid}, say(Text::WantsPresence, nameOf({account, jid}), jid), Style::Question, kAsk,
+           Shown::Everywhere);
+}
+
+void Session::boxOpened(const MessageBox& box) {
+    const QString text = QStringLiteral("%1: %2").arg(box.title, box.text);
+    if (box.style == BoxStyle::question) {
+        tellOf({}, text + u'\n' + say(Text::AnswerHint, box.number), Style::Question, kAsk, Shown::Everywhere);
+        return;
+    }
+    const bool error = box.style == BoxStyle::error || box.style == BoxStyle::warning;
+    tellOf({}, text, error ? Style::Error : Style::Notice, kBang, Shown::Everywhere);
+    // A notice has been read when it is shown, and the plugin waits until it is answered.
+    QTimer::singleShot(0, &context_, [this, number = box.number] {
+        if (const QString reason = client_.answerBox(number, BoxButton::ok); !reason.isEmpty()) tellError(reason);
+    });
+}
+
+void Session::boxClosed(int) { display_.changed(); }
+
+void Session::noticed(const QString& account, const QString& text) {
+    tellOf({account, {}}, text, Style::Notice, kBang, Shown::Everywhere);
+}
+
+void Session::certificateRefused(const QString& account, const CertificateProblem& problem) {
+    refusedCertificates_.insert(account, problem.fingerprint);
+    tellOf({account, {}}, certificateText(problem) + u'\n' + say(Text::PinHint), Style::Error, kBang,
+           Shown::Everywhere);
+}
+
+// Log, console, answers
+// ------------------------------------------------------------------------------------------------
+
+void Session::logged(const LogLine& line) {
+    if (!options_.verbose) return;
+    tellOf({}, QStringLiteral("[%1] %2").arg(line.tag, line.text), line.level <= 0 ? Style::Error : Style::Faint,
+           QStringLiteral("#"));
+}
+
+void Session::xmlSeen(const QString& account, bool incoming, const QString& data) {
+    tellOf({account, {}}, data.trimmed(), incoming ? Style::Theirs : Style::Mine, QString(incoming ? u'⇐' : u'⇒'));
+}
+
+void Session::infoReceived(const QString& account, const ContactInfo& info) {
+    const auto row = [this](Text label, const QString& value) {
+        if (!value.isEmpty()) list(QStringLiteral("  ") + say(label) + QStringLiteral(": ") + oneLine(value));
+    };
+    const Resource& resource = info.resource;
+    list(QStringLiteral("%1/%2").arg(nameOf({account, info.jid}), oneLine(resource.name)), Style::Heading);
+    row(Text::InfoPresence, QStringLiteral("%1 %2")
+                                .arg(statusMark(resource.status))
+                                .arg(withDescription(statusText(resource.status), resource.description)));
+    row(Text::InfoPriority, QString::number(resource.priority));
+    if (resource.changed.isValid())
+        row(Text::InfoChanged, resource.changed.toLocalTime().toString(QStringLiteral("d.MM.yyyy HH:mm:ss")));
+    row(Text::InfoClient, QStringLiteral("%1 %2").arg(info.client, info.version).trimmed());
+    row(Text::InfoSystem, info.os);
+    row(Text::InfoFeatures, info.features.join(QStringLiteral(", ")));
+}
+
+void Session::infoComplete(const QString& account, const QString& jid) {
+    tell(say(Text::InfoDone, nameOf({account, jid})), Style::Faint);
+}
+
+void Session::serverInfoReceived(const QString&, const ServerInfo& info) {
+    list(info.domain, Style::Heading);
+    for (const QString& identity : info.identities) list(QStringLiteral("  ") + identity);
+    list(QStringLiteral("  ") + say(Text::InfoFeatures) + QStringLiteral(": ") +
+         info.features.join(QStringLiteral(", ")));
+}
+
+void Session::finished() { display_.ended(); }
+
+}  // namespace oku::terminal
