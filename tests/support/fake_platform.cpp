@@ -1,0 +1,96 @@
+#include "tests/support/fake_platform.h"
+
+#include "platform/platform.h"
+#include "tests/support/text.h"
+
+namespace harness {
+
+FakeWorld& world() {
+    static FakeWorld instance;
+    return instance;
+}
+
+void FakeWorld::advance(std::int64_t milliseconds) {
+    fraction_ += milliseconds;
+    now += fraction_ / 1000;
+    fraction_ %= 1000;
+    ticks += static_cast<std::uint32_t>(milliseconds);
+}
+
+namespace {
+
+void tell(const char* verb, const std::string& path, const std::string& content) {
+    if (world().onFile) world().onFile(verb, path, content);
+}
+
+}  // namespace
+}  // namespace harness
+
+namespace platform {
+
+using harness::world;
+
+std::int64_t now() { return world().now; }
+std::uint32_t tickCount() { return world().ticks; }
+
+std::uint32_t nextRandom() {
+    auto& queue = world().randoms;
+    if (queue.empty()) return world().sequence = world().sequence * 1664525u + 1013904223u;
+    const auto value = queue.front();
+    queue.pop_front();
+    return value;
+}
+
+void seedRandom(std::uint32_t) {}
+
+std::u16string modulePath() { return harness::toUtf16(world().modulePath); }
+
+std::vector<std::u16string> filesMatching(std::u16string_view directory, std::u16string_view prefix,
+                                          std::u16string_view suffix) {
+    const auto folder = harness::toUtf8(directory);
+    std::vector<std::u16string> names;
+    for (const auto& [path, content] : world().files) {
+        if (!harness::startsWith(path, folder)) continue;
+        const auto name = harness::toUtf16(path.substr(folder.size()));
+        const bool plain = name.find(kPathSeparator) == std::u16string::npos;
+        if (plain && name.size() >= prefix.size() + suffix.size() && name.starts_with(prefix) &&
+            name.ends_with(suffix)) {
+            names.push_back(name);
+        }
+    }
+    return names;
+}
+
+std::optional<std::string> readFile(const std::u16string& path) {
+    const auto name = harness::toUtf8(path);
+    const auto found = world().files.find(name);
+    if (found == world().files.end() || world().unopenable.count(name)) return std::nullopt;
+    return found->second;
+}
+
+bool createFileIfMissing(const std::u16string& path) {
+    const auto name = harness::toUtf8(path);
+    if (world().unopenable.count(name)) return false;
+    if (world().files.emplace(name, "").second) harness::tell("makes", name, "");
+    return true;
+}
+
+bool replaceFile(const std::u16string& path, std::string_view content) {
+    const auto name = harness::toUtf8(path);
+    if (world().unopenable.count(name)) return false;
+    if (world().unwritable.count(name)) {
+        world().files.emplace(name, "");
+        return false;
+    }
+    world().files[name] = std::string(content);
+    harness::tell("writes", name, std::string(content));
+    return true;
+}
+
+std::int32_t timeZoneBias() { return world().timeZoneBias; }
+std::u16string operatingSystem() { return harness::toUtf16(world().operatingSystem); }
+
+std::string wideToMultibyte(std::u16string_view text) { return harness::toUtf8(text); }
+std::u16string multibyteToWide(std::string_view text) { return harness::toUtf16(text); }
+
+}  // namespace platform

@@ -1,0 +1,113 @@
+#include "tests/support/records.h"
+
+namespace harness::layouts {
+namespace {
+
+using enum FieldKind;
+
+constexpr FieldLayout kLogFields[] = {{"level", 4, I32}, {"tag", 8, Text}, {"text", 16, Text}};
+constexpr FieldLayout kSettingsFields[] = {
+    {"key", 8, Text}, {"type", 16, U32}, {"value", 24, Skip}, {"length", 32, Skip}, {"store", 40, Skip}};
+constexpr FieldLayout kTimerFields[] = {
+    {"id", 8, Text}, {"interval", 16, U32}, {"handler", 24, Callback}, {"context", 32, Context}, {"oneShot", 40, U32}};
+constexpr FieldLayout kHookFields[] = {
+    {"class", 8, Class}, {"net", 16, Net}, {"kind", 20, U32}, {"phase", 24, U32}, {"subject", 32, Skip}};
+constexpr FieldLayout kHookDataFields[] = {{"data", 8, Skip}, {"length", 16, U32}, {"flags", 20, U32}};
+constexpr FieldLayout kStatusDataFields[] = {{"status", 16, Status}, {"description", 24, Text}, {"time", 32, Time}};
+constexpr FieldLayout kContactFields[] = {
+    {"jid", 16, Text}, {"class", 24, Class}, {"net", 32, Net}, {"resource", 48, Resource}};
+constexpr FieldLayout kResourceFields[] = {{"resource", 8, Text}, {"priority", 28, I32}};
+constexpr FieldLayout kContactStateFields[] = {{"contact", 8, Contact},
+                                               {"status", 16, Status},
+                                               {"description", 24, Text},
+                                               {"time", 32, Time},
+                                               {"resource", 48, SameResource, 48}};
+constexpr FieldLayout kContactAddFields[] = {{"jid", 24, Text},          {"class", 32, Class}, {"net", 40, Net},
+                                             {"name", 64, Text},         {"group", 72, Text},  {"kind", 80, U32},
+                                             {"authorization", 84, U32}, {"handle", 88, Skip}, {"fields", 96, U32}};
+constexpr FieldLayout kContactIdentityFields[] = {{"jid", 16, Text}, {"class", 24, Class}, {"net", 32, Net}};
+constexpr FieldLayout kContactIconFields[] = {{"icon", 8, Text}, {"value52", 52, U32}, {"value56", 56, U32}};
+constexpr FieldLayout kMessageFields[] = {{"jid", 24, Text},          {"class", 32, Class},  {"net", 40, Net},
+                                          {"resource", 56, Resource}, {"subject", 64, Text}, {"body", 72, Text},
+                                          {"flags", 80, U32},         {"time", 88, Time},    {"resource2", 112, Skip}};
+constexpr FieldLayout kMessageSendFields[] = {{"contactSize", 8, Skip}, {"jid", 24, Text},     {"class", 32, Class},
+                                              {"net", 40, Net},         {"subject", 64, Text}, {"body", 72, Text},
+                                              {"flags", 80, U32}};
+constexpr FieldLayout kProtocolFields[] = {
+    {"class", 8, Class},      {"shortName", 16, Text}, {"caption", 24, Text},       {"netId", 32, Skip},
+    {"uuid", 40, Text},       {"wanted", 48, I32},     {"authorize", 72, Callback}, {"delete", 80, Callback},
+    {"context", 88, Context}, {"flags", 96, Callback}};
+constexpr FieldLayout kInfoFields[] = {{"jid", 8, Text}, {"user", 16, Text}, {"class", 24, Class}, {"net", 32, Net}};
+constexpr FieldLayout kMenuFields[] = {
+    {"id", 8, Text},       {"parent", 16, Text}, {"caption", 24, Text},       {"flags", 40, U32},
+    {"order", 44, I32},    {"icon", 48, Text},   {"callback", 56, MenuClick}, {"context", 64, MaybeContext},
+    {"module", 80, Module}};
+constexpr FieldLayout kDirectoryFields[] = {{"buffer", 8, Skip}, {"capacity", 16, U32}, {"subdirectory", 24, Text}};
+constexpr FieldLayout kIconClassFields[] = {{"name", 8, Text}, {"value52", 52, U32}};
+constexpr FieldLayout kIconLoadFields[] = {{"name", 8, Text}, {"resource", 48, Word}, {"module", 56, Module}};
+constexpr FieldLayout kIconSetFields[] = {{"value16", 16, U32},         {"statuses", 24, Statuses, 32},
+                                          {"second", 40, Statuses, 48}, {"value52", 52, U32},
+                                          {"baseName", 56, Text},       {"class", 64, Class}};
+constexpr FieldLayout kOptionsPageFields[] = {
+    {"id", 8, Text},        {"parent", 16, Text},       {"caption", 24, Text},   {"icon", 40, Skip},
+    {"iconName", 48, Text}, {"callback", 56, Callback}, {"context", 64, Context}};
+constexpr FieldLayout kPropertiesPageFields[] = {{"id", 8, Text},
+                                                 {"caption", 24, Text},
+                                                 {"value32", 32, U32},
+                                                 {"value36", 36, I32},
+                                                 {"callback", 56, Callback},
+                                                 {"context", 64, Context},
+                                                 {"class", 80, Class},
+                                                 {"net", 88, Net}};
+constexpr FieldLayout kStatusPrepareFields[] = {
+    {"title", 8, Text}, {"statuses", 16, Statuses, 24}, {"value28", 28, U32},    {"class", 32, Class},
+    {"net", 40, Net},   {"callback", 48, Callback},     {"context", 56, Context}};
+constexpr FieldLayout kStatusShowFields[] = {{"description", 8, Text}, {"status", 16, Status}, {"class", 24, Class},
+                                             {"net", 32, Net},         {"value36", 36, U32},   {"protect", 40, U32}};
+constexpr FieldLayout kStatusTextsFields[] = {
+    {"title", 8, Text}, {"header", 16, Text}, {"account", 24, Text}, {"window", 32, Word}};
+constexpr FieldLayout kMessageBoxFields[] = {
+    {"text", 8, Text}, {"title", 16, Text}, {"style", 24, U32}, {"owner", 32, Word}};
+constexpr FieldLayout kSocketCreateFields[] = {
+    {"kind", 20, U32}, {"callback", 32, Callback}, {"context", 40, Context}, {"name", 56, Text}};
+constexpr FieldLayout kSocketConnectFields[] = {
+    {"host", 16, Text},        {"port", 24, U32},      {"socket", 32, Text},    {"proxyHost", 40, Text},
+    {"proxyType", 48, U32},    {"proxyPort", 52, U32}, {"proxyUser", 56, Text}, {"proxyPassword", 64, Text},
+    {"proxyEnabled", 72, U32}, {"service", 80, Text}};
+constexpr FieldLayout kSocketSendFields[] = {{"data", 8, Skip}, {"length", 16, U32}, {"socket", 24, Text}};
+
+}  // namespace
+
+const RecordLayout kLog{"OKU_LOG_RECORD", 40, kLogFields};
+const RecordLayout kSettings{"OKU_SETTINGS_RECORD", 48, kSettingsFields};
+const RecordLayout kTimer{"OKU_TIMER_RECORD", 48, kTimerFields};
+const RecordLayout kHook{"OKU_PROTOCOL_HOOK", 40, kHookFields};
+const RecordLayout kHookData{"OKU_HOOK_DATA", 24, kHookDataFields};
+const RecordLayout kStatusData{"OKU_STATUS_DATA", 64, kStatusDataFields};
+const RecordLayout kContact{"OKU_CONTACT_RECORD", 56, kContactFields};
+const RecordLayout kResource{"OKU_RESOURCE_INFO", 40, kResourceFields};
+const RecordLayout kContactState{"OKU_CONTACT_STATE", 64, kContactStateFields};
+const RecordLayout kContactAdd{"OKU_CONTACT_ADD", 104, kContactAddFields};
+const RecordLayout kContactIdentity{"OKU_CONTACT_IDENTITY", 56, kContactIdentityFields, false};
+const RecordLayout kContactIcon{"OKU_CONTACT_ICON", 80, kContactIconFields};
+const RecordLayout kMessage{"OKU_MESSAGE_DATA", 128, kMessageFields};
+const RecordLayout kMessageSend{"OKU_MESSAGE_SEND", 88, kMessageSendFields};
+const RecordLayout kProtocol{"OKU_PROTOCOL_RECORD", 104, kProtocolFields};
+const RecordLayout kInfo{"OKU_PF_INFO", 40, kInfoFields};
+const RecordLayout kMenu{"OKU_MENU_RECORD", 96, kMenuFields};
+const RecordLayout kDirectory{"OKU_DIRECTORY", 32, kDirectoryFields};
+const RecordLayout kIconClass{"OKU_ICON_CLASS", 80, kIconClassFields};
+const RecordLayout kIconLoad{"OKU_ICON_LOAD", 72, kIconLoadFields};
+const RecordLayout kIconSet{"OKU_ICON_SET", 72, kIconSetFields};
+const RecordLayout kOptionsPage{"OKU_OPTIONS_PAGE", 80, kOptionsPageFields};
+const RecordLayout kPropertiesPage{"OKU_PROPERTIES_PAGE", 96, kPropertiesPageFields};
+const RecordLayout kStatusPrepare{"OKU_STATUS_WINDOW_PREPARE", 64, kStatusPrepareFields};
+const RecordLayout kStatusShow{"OKU_STATUS_WINDOW_SHOW", 48, kStatusShowFields};
+const RecordLayout kStatusTexts{"OKU_STATUS_WINDOW_TEXTS", 40, kStatusTextsFields};
+const RecordLayout kMessageBox{"OKU_MESSAGE_BOX", 48, kMessageBoxFields};
+const RecordLayout kSocketCreate{"NL_CREATE_RECORD", 72, kSocketCreateFields};
+const RecordLayout kSocketConnect{"NL_CONNECT_RECORD", 88, kSocketConnectFields};
+const RecordLayout kSocketSend{"NL_SEND_RECORD", 32, kSocketSendFields};
+const RecordLayout kProxyDefaults{"NL_PROXY_DEFAULTS", 1556, {}};
+
+}  // namespace harness::layouts

@@ -1,0 +1,157 @@
+// A strict host behind a real OKU_FUNCTION_TABLE. It records every call in order as a line of a transcript, checks each
+// record, keeps just enough state to answer as a host does, and complains about a call that names something dead.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "host/oku/table.h"
+#include "tests/support/compression.h"
+#include "tests/support/records.h"
+
+namespace harness {
+
+/// What happened at the boundary. Settings reads and stream hooks are so many that transcripts leave them out unless
+/// they ask for them.
+struct Event {
+    enum class Category { Plain, SettingsRead, StreamHook, Sent } category = Category::Plain;
+    Line line;
+    std::string data;  // of Sent: the bytes
+};
+
+/// A value in a settings file.
+struct Setting {
+    bool isText = false;
+    std::int64_t number = 0;
+    std::string text;
+    bool operator==(const Setting&) const = default;
+};
+using SettingsFile = std::map<std::string, Setting>;
+
+/// A callback that the plugin gave, with its context word.
+struct Callback {
+    OKU_HANDLER handler = nullptr;
+    OKU_WORD context = 0;
+    OKU_WORD operator()(OKU_WORD param, OKU_WORD extra) const { return handler(param, extra, context); }
+};
+
+struct Timer {
+    Callback callback;
+    std::int64_t due = 0;  // milliseconds on the host's own clock
+    std::uint32_t interval = 0;
+    bool oneShot = false;
+};
+
+struct Protocol {
+    Callback authorize;
+    Callback remove;
+    const std::uint32_t* flags = nullptr;
+};
+
+/// The host's own proxy settings.
+struct ProxyDefaults {
+    std::string host, user, password;
+    std::uint32_t port = 0, enabled = 0, type = 0, auth = 0;
+};
+
+class RecordingHost {
+public:
+    RecordingHost();
+    ~RecordingHost();
+    RecordingHost(const RecordingHost&) = delete;
+    RecordingHost& operator=(const RecordingHost&) = delete;
+
+    /// The table of the one current host.
+    const OKU_FUNCTION_TABLE* table() const;
+
+    // The world as the host gives it. Set before the plugin is loaded.
+    std::string profileDirectory = "/profile/";
+    std::string cacheDirectory = "/cache/";
+    OKU_WORD module = 0x4D4F44;
+    std::function<std::int64_t()> now;  // seconds since the epoch
+    std::map<std::string, SettingsFile> settingsFiles;
+    ProxyDefaults proxy;
+
+    // What the test tells the host to do.
+    std::map<std::string, std::deque<OKU_WORD>> answersOnce;  // by service: results instead of the host's own
+    std::map<std::string, OKU_WORD> answersAlways;
+    std::set<std::string> absent;            // services that this host does not have
+    std::multiset<std::uint32_t> vetoes;     // kinds of hooks whose next phase 1 is vetoed
+    std::vector<std::string> blanks;         // texts that a listener blanks in received data
+    std::optional<std::size_t> failingCall;  // this call of the table, counted from 0, answers 0 and does nothing
+    std::vector<std::pair<std::string, std::function<void()>>> triggers;  // once, during an event so beginning
+
+    // What the plugin registered, and what the host recorded.
+    std::map<std::string, Timer> timers;
+    std::map<std::string, Callback> sockets;
+    std::map<std::string, Callback> menuItems;
+    std::map<std::string, Callback> services;
+    std::vector<std::pair<std::string, Callback>> hooks;
+    std::map<std::uint32_t, Protocol> protocols;
+    std::map<std::uint32_t, Callback> statusWindows;
+    std::map<std::uint32_t, Compression> compression;  // the server's side of each account's stream
+    std::int64_t clock = 0;                            // milliseconds
+    std::size_t calls = 0;                             // calls of the table so far
+    std::function<void(Event)> onEvent;
+    std::vector<std::string> complaints;
+
+    /// Sets, or takes away, a value of a settings file, also in a store that the plugin has open.
+    void change(const std::string& path, const std::string& key, const std::optional<Setting>& value);
+    /// Complains about everything that an unloaded plugin must have taken back.
+    void checkUnloaded();
+    /// Forgets menus and windows, which a host drops with the plugin.
+    void forgetPlugin();
+
+private:
+    friend struct HostTable;
+    friend struct HostServices;
+
+    struct Store {
+        std::string path;
+        SettingsFile values;
+        bool read = false;
+    };
+
+    OKU_WORD create(const char16_t* name, OKU_HANDLER handler, OKU_WORD context);
+    OKU_WORD destroy(OKU_WORD handle);
+    OKU_WORD call(const char16_t* name, OKU_WORD param, OKU_WORD extra);
+    OKU_WORD createEvent(const char16_t* name);
+    OKU_WORD destroyEvent(OKU_WORD event);
+    OKU_WORD notify(OKU_WORD event, OKU_WORD param, OKU_WORD extra);
+    OKU_WORD addHook(const char16_t* name, OKU_HANDLER handler, OKU_WORD context);
+    OKU_WORD removeHook(OKU_WORD handle);
+
+    /// Whether this call of the table is the one that the test makes fail.
+    bool fails() { return failingCall && calls++ == *failingCall; }
+    void complain(const std::string& what) { complaints.push_back(what); }
+    /// Complains about something dead. A host that refuses to make things hears of them again, so it keeps quiet.
+    void complainDead(const std::string& what) {
+        if (!failingCall) complain(what);
+    }
+    ReadContext context();
+    void record(Event event);
+    void plain(Line line) { record({Event::Category::Plain, std::move(line), {}}); }
+    /// The result that the test scripted for a service.
+    std::optional<OKU_WORD> scripted(const std::string& service);
+
+    std::map<OKU_WORD, std::string> serviceHandles_;
+    std::map<OKU_WORD, std::string> hookHandles_;
+    std::map<OKU_WORD, std::string> events_;
+    std::map<OKU_WORD, Store> stores_;
+    std::map<OKU_WORD, std::string> contacts_;  // "net jid"
+    std::string lastOut_[2];                    // what the stream hooks of phase 1 and 2 were last told is sent
+    OKU_WORD nextHandle_ = 100;
+    std::uint32_t nextNet_ = 1;
+    OKU_WORD nextStore_ = 1;
+};
+
+/// The words of hook kinds and phases in transcripts.
+std::string hookWord(std::uint32_t kind);
+std::uint32_t hookKind(const std::string& word);
+
+}  // namespace harness

@@ -1,0 +1,234 @@
+#include "tests/support/stage.h"
+
+#include <cstring>
+#include <memory>
+#include <vector>
+
+#include "host/oku/menu.h"
+#include "host/oku/message.h"
+#include "host/oku/netlib.h"
+#include "host/oku/protocol.h"
+#include "host/oku/timer.h"
+#include "host/oku/windows.h"
+#include "tests/support/fake_platform.h"
+#include "tests/support/text.h"
+
+namespace harness {
+namespace {
+
+template <typename T>
+OKU_WORD word(T* pointer) {
+    return reinterpret_cast<OKU_WORD>(pointer);
+}
+
+template <typename Record>
+Record sized() {
+    Record record;
+    std::memset(&record, 0, sizeof record);
+    record.size = sizeof record;
+    return record;
+}
+
+/// A wide text on the heap, without a character to spare, so that a reader behind its end is caught.
+class WideText {
+public:
+    explicit WideText(const std::string& text) {
+        const auto wide = toUtf16(text);
+        data_.reset(new char16_t[wide.size() + 1]);
+        std::memcpy(data_.get(), wide.c_str(), (wide.size() + 1) * sizeof(char16_t));
+    }
+    operator const char16_t*() const { return data_.get(); }
+
+private:
+    std::unique_ptr<char16_t[]> data_;
+};
+
+template <typename Map>
+auto& required(Map& map, const typename Map::key_type& key, const char* what) {
+    const auto found = map.find(key);
+    if (found == map.end()) throw NotThere(std::string("there is no such ") + what);
+    return found->second;
+}
+
+}  // namespace
+
+Stage::~Stage() {
+    if (!loaded_) return;
+    host.onEvent = nullptr;
+    host.failingCall.reset();
+    exports_.unload();
+}
+
+OKU_WORD Stage::load() {
+    loaded_ = true;
+    return exports_.load(host.module, host.table());
+}
+
+OKU_WORD Stage::unload() {
+    loaded_ = false;
+    const auto result = exports_.unload();
+    if (!host.failingCall) host.checkUnloaded();
+    host.forgetPlugin();
+    return result;
+}
+
+OKU_WORD Stage::socketEvent(std::uint32_t kind, OKU_WORD data) {
+    NL_EVENT event{sizeof(NL_EVENT), kind};
+    const auto callback = required(host.sockets, "XMPP/Socket/" + std::to_string(account), "socket");
+    return callback(word(&event), data);
+}
+
+OKU_WORD Stage::socketNullEvent() {
+    return required(host.sockets, "XMPP/Socket/" + std::to_string(account), "socket")(0, 0);
+}
+
+std::string Stage::compressed(const std::string& bytes) {
+    if ((flags() & OKU_FLAG_COMPRESSED) == 0) return bytes;
+    return host.compression[account].deflate(bytes);
+}
+
+OKU_WORD Stage::receive(const std::string& bytes) {
+    const std::unique_ptr<char[]> buffer(new char[bytes.size() + 1]);
+    std::memcpy(buffer.get(), bytes.c_str(), bytes.size() + 1);
+    NL_RECEIVED received{sizeof(NL_RECEIVED), static_cast<std::int32_t>(bytes.size()), buffer.get()};
+    return socketEvent(NL_EVENT_RECEIVED, word(&received));
+}
+
+OKU_WORD Stage::tlsState(std::uint32_t state) {
+    NL_TLS_STATE data{sizeof(NL_TLS_STATE), state};
+    return socketEvent(NL_EVENT_TLS, word(&data));
+}
+
+OKU_WORD Stage::setStatus(std::uint32_t status, const std::optional<std::string>& description, OKU_WORD flagsWord) {
+    auto record = sized<OKU_STATUS_SET>();
+    const WideText text(description.value_or(""));
+    record.status = status;
+    record.description = description ? static_cast<const char16_t*>(text) : nullptr;
+    record.flagsWord = flagsWord;
+    return service("PFStatusSet", word(&record), 0);
+}
+
+OKU_WORD Stage::clickMenu(const std::string& id, const std::string& told) {
+    const auto callback = required(host.menuItems, id, "menu item");
+    const WideText text(told.empty() ? id : told);
+    OKU_MENU_EVENT event{sizeof(OKU_MENU_EVENT), 0, text};
+    return callback(word(&event), 0);
+}
+
+OKU_WORD Stage::statusWindow(std::uint32_t event, std::uint32_t status, const std::string& description,
+                             std::uint32_t protect, OKU_WORD window) {
+    auto record = sized<OKU_STATUS_WINDOW_EVENT>();
+    const WideText text(description);
+    record.event = event;
+    record.status = status;
+    record.description = text;
+    record.protect = protect;
+    record.window = window;
+    return required(host.statusWindows, account, "status window")(word(&record), 0);
+}
+
+OKU_WORD Stage::statusWindowNull() { return required(host.statusWindows, account, "status window")(0, 0); }
+
+OKU_WORD Stage::sendMessage(const std::string& jid, const std::string& body, const std::string& subject,
+                            std::uint32_t flags) {
+    auto record = sized<OKU_MESSAGE_SEND>();
+    const WideText id(jid), pfClass("XMPP"), subjectText(subject), bodyText(body);
+    record.contact = sized<OKU_CONTACT_RECORD>();
+    record.contact.id = id;
+    record.contact.pfClass = pfClass;
+    record.contact.netId = account;
+    record.subject = subjectText;
+    record.body = bodyText;
+    record.flags = flags;
+    return service("PFMessageSend", word(&record), static_cast<OKU_WORD>(flags));
+}
+
+namespace {
+/// Calls `use` with the contact's record, which is gone afterwards.
+template <typename Use>
+OKU_WORD withContact(const std::string& jid, std::uint32_t account, Use use) {
+    auto record = sized<OKU_CONTACT_RECORD>();
+    const WideText id(jid), pfClass("XMPP");
+    record.id = id;
+    record.pfClass = pfClass;
+    record.netId = account;
+    return use(word(&record));
+}
+}  // namespace
+
+OKU_WORD Stage::sendTyping(const std::string& jid, OKU_WORD composing) {
+    return withContact(jid, account, [&](OKU_WORD contact) { return service("PFTNSend", contact, composing); });
+}
+
+OKU_WORD Stage::sendRaw(const std::string& bytes) {
+    const std::unique_ptr<char[]> buffer(new char[bytes.size() + 1]);
+    std::memcpy(buffer.get(), bytes.c_str(), bytes.size() + 1);
+    auto record = sized<OKU_RAW_SEND>();
+    record.data = buffer.get();
+    record.length = static_cast<std::uint32_t>(bytes.size());
+    return service("PFRawSend", word(&record), 0);
+}
+
+const Protocol& Stage::protocol() const {
+    const auto found = host.protocols.find(account);
+    if (found == host.protocols.end()) throw NotThere("there is no account " + std::to_string(account));
+    return found->second;
+}
+
+OKU_WORD Stage::deleteContact(const std::string& jid) {
+    return withContact(jid, account, [&](OKU_WORD contact) { return protocol().remove(contact, 0); });
+}
+
+OKU_WORD Stage::authorize(const std::string& jid, OKU_WORD bits) {
+    return withContact(jid, account, [&](OKU_WORD contact) { return protocol().authorize(contact, bits); });
+}
+
+OKU_WORD Stage::service(const std::string& shortName, OKU_WORD param, OKU_WORD extra) {
+    const auto name = "XMPP/" + std::to_string(account) + "/" + shortName;
+    const auto callback = required(host.services, name, "service");
+    return callback(param, extra);
+}
+
+OKU_WORD Stage::raise(const std::string& event, OKU_WORD param, OKU_WORD extra) {
+    OKU_WORD result = 0;
+    const auto listeners = host.hooks;
+    for (const auto& [name, callback] : listeners) {
+        if (name == event) result = callback(param, extra);
+    }
+    return result;
+}
+
+OKU_WORD Stage::tick(const std::string& timer, std::uint32_t kind) {
+    auto found = host.timers.find(timer);
+    if (found == host.timers.end()) throw NotThere("there is no timer " + timer);
+    const auto callback = found->second.callback;
+    if (kind == OKU_TIMER_TICK && found->second.oneShot) host.timers.erase(found);
+    auto event = sized<OKU_TIMER_EVENT>();
+    event.kind = kind;
+    return callback(word(&event), 0);
+}
+
+void Stage::pass(std::int64_t milliseconds) {
+    const auto end = host.clock + milliseconds;
+    for (;;) {
+        const std::string* next = nullptr;
+        std::int64_t due = end;
+        for (const auto& [name, timer] : host.timers) {
+            if (timer.due < due || (timer.due == due && !next)) next = &name, due = timer.due;
+        }
+        world().advance(due - host.clock);
+        host.clock = due;
+        if (!next) return;
+        const auto name = *next;
+        auto& timer = host.timers.at(name);
+        timer.due += timer.interval;
+        tick(name, OKU_TIMER_TICK);
+    }
+}
+
+std::uint32_t Stage::flags() const {
+    const auto found = host.protocols.find(account);
+    return found == host.protocols.end() ? 0 : *found->second.flags;
+}
+
+}  // namespace harness

@@ -1,0 +1,80 @@
+// The plugin under test between a recording host and a world: what a host, a user and a server can do to it.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+#include "tests/support/recording_host.h"
+
+namespace harness {
+
+/// The three functions that a plugin exports.
+struct PluginExports {
+    OKU_QUERY_PLUG_INFO query = nullptr;
+    OKU_PLUGIN_LOAD load = nullptr;
+    OKU_PLUGIN_UNLOAD unload = nullptr;
+};
+
+/// What a stimulus wants to use was never registered, or is gone.
+struct NotThere : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+class Stage {
+public:
+    explicit Stage(PluginExports exports) : exports_(exports) {}
+    ~Stage();
+
+    RecordingHost host;
+    std::uint32_t account = 1;  // whom the calls below are about, by the host's number
+
+    bool loaded() const { return loaded_; }
+    OKU_WORD load();
+    /// Unloads and complains about whatever is left behind.
+    OKU_WORD unload();
+
+    // The socket.
+    OKU_WORD socketEvent(std::uint32_t kind, OKU_WORD data);
+    OKU_WORD socketNullEvent();
+    /// Received bytes: a buffer of exactly this length and a NUL, gone after the call.
+    OKU_WORD receive(const std::string& bytes);
+    /// What the server's side makes of these bytes: compressed once the account's stream is, else as they are.
+    std::string compressed(const std::string& bytes);
+    OKU_WORD tlsState(std::uint32_t state);
+
+    // The user, through the host.
+    OKU_WORD setStatus(std::uint32_t status, const std::optional<std::string>& description, OKU_WORD word);
+    /// `told` is the id that the item's callback hears, when it is another than the item's own.
+    OKU_WORD clickMenu(const std::string& id, const std::string& told = {});
+    OKU_WORD statusWindow(std::uint32_t event, std::uint32_t status, const std::string& description,
+                          std::uint32_t protect, OKU_WORD window);
+    OKU_WORD statusWindowNull();
+    OKU_WORD sendMessage(const std::string& jid, const std::string& body, const std::string& subject,
+                         std::uint32_t flags);
+    OKU_WORD sendTyping(const std::string& jid, OKU_WORD composing);
+    OKU_WORD sendRaw(const std::string& bytes);
+    OKU_WORD deleteContact(const std::string& jid);
+    OKU_WORD authorize(const std::string& jid, OKU_WORD bits);
+    /// Calls a service that the plugin registered for this account ("PFStatusSet").
+    OKU_WORD service(const std::string& shortName, OKU_WORD param, OKU_WORD extra);
+    /// Tells the listeners of a host event; the result is the last one's.
+    OKU_WORD raise(const std::string& event, OKU_WORD param, OKU_WORD extra);
+
+    // Time.
+    /// Lets time pass; every timer that comes due ticks at its own moment.
+    void pass(std::int64_t milliseconds);
+    OKU_WORD tick(const std::string& timer, std::uint32_t kind);
+
+    /// The account's flags word as the host reads it; 0 without the account.
+    std::uint32_t flags() const;
+
+private:
+    const Protocol& protocol() const;
+
+    PluginExports exports_;
+    bool loaded_ = false;
+};
+
+}  // namespace harness
