@@ -1,0 +1,48 @@
+// The longest description that goes out.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "plugin/module.h"
+#include "tests/support/player.h"
+
+namespace {
+
+constexpr harness::PluginExports kExports{queryPlugInfo, pluginLoad, pluginUnload};
+
+/// The host sets `wanted`; `sent` goes out, and the listeners are told `told`.
+void expectDescription(const std::string& wanted, const std::string& told, const std::string& sent) {
+    const std::string text = "log in as alice@example.org/home\nstatus online \"" + wanted +
+                             "\" -> 1\nthe own status becomes online described \"" + told +
+                             "\" with icon available\nC: <presence><status>" + sent + "</status>{caps}</presence>\n";
+    const auto outcome = harness::play(kExports, harness::FoldBook(PROTOLINK_FOLDS).readText("description", text), {});
+    EXPECT_TRUE(outcome.passed) << outcome.report;
+}
+
+TEST(PresenceDescription, Of1024CharactersGoesOutWhole) {
+    const std::string text(1024, 'd');
+    expectDescription(text, text, text);
+}
+
+TEST(PresenceDescription, Of1025CharactersIsCutTo1024) {
+    const std::string text(1024, 'd');
+    expectDescription(text + "e", text, text);
+}
+
+TEST(PresenceDescription, IsCutBeforeItIsEscaped) {
+    std::string plain;
+    std::string escaped;
+    for (int i = 0; i < 1024; ++i) {
+        plain += '&';
+        escaped += "&amp;";
+    }
+    expectDescription(plain + "&", plain, escaped);
+}
+
+TEST(PresenceDescription, CutInsideACharacterOfTwoUnitsGoesOutWithoutIt) {
+    const std::string text(1023, 'd');
+    // The host hears the half that remains; no XML can carry it.
+    expectDescription(text + "\xF0\x9F\x98\x80", text + "\xEF\xBF\xBD", text);
+}
+
+}  // namespace

@@ -1,0 +1,59 @@
+// Callbacks that the host still has in its hands when the account that they are of has gone.
+#include <gtest/gtest.h>
+
+#include "host/oku/netlib.h"
+#include "plugin/module.h"
+#include "tests/support/fake_platform.h"
+#include "tests/support/stage.h"
+
+namespace {
+
+TEST(LateCallbacks, AnswerNothingAfterUnloading) {
+    harness::world() = harness::FakeWorld();
+    harness::Stage stage({queryPlugInfo, pluginLoad, pluginUnload});
+    stage.load();
+    const auto sockets = stage.host.sockets;
+    const auto timers = stage.host.timers;
+    const auto services = stage.host.services;
+    const auto items = stage.host.menuItems;
+    const auto windows = stage.host.statusWindows;
+    const auto protocols = stage.host.protocols;
+    stage.unload();
+
+    std::size_t events = 0;
+    stage.host.onEvent = [&](const harness::Event&) { ++events; };
+    NL_EVENT event{sizeof(NL_EVENT), NL_EVENT_CONNECTED};
+    const auto record = reinterpret_cast<OKU_WORD>(&event);
+    for (const auto& [name, callback] : sockets) EXPECT_EQ(callback(record, 0), 0) << name;
+    for (const auto& [name, timer] : timers) EXPECT_EQ(timer.callback(0, 0), 0) << name;
+    for (const auto& [name, callback] : services) EXPECT_EQ(callback(0, 0), 0) << name;
+    for (const auto& [name, callback] : items) {
+        if (!callback.handler) continue;
+        EXPECT_EQ(callback(0, 0), 0) << name;
+    }
+    for (const auto& [net, callback] : windows) EXPECT_EQ(callback(0, 0), 0) << net;
+    for (const auto& [net, protocol] : protocols) {
+        EXPECT_EQ(protocol.authorize(0, 2), 0) << net;
+        EXPECT_EQ(protocol.remove(0, 0), 0) << net;
+    }
+    EXPECT_EQ(events, 0u);
+    EXPECT_TRUE(stage.host.complaints.empty()) << stage.host.complaints.front();
+}
+
+TEST(LateCallbacks, WordsOfAnEarlierLoadNameNobody) {
+    harness::world() = harness::FakeWorld();
+    harness::Stage stage({queryPlugInfo, pluginLoad, pluginUnload});
+    stage.load();
+    const auto old = stage.host.sockets.at("XMPP/Socket/1");
+    stage.unload();
+    stage.load();
+    std::size_t events = 0;
+    stage.host.onEvent = [&](const harness::Event&) { ++events; };
+    NL_EVENT event{sizeof(NL_EVENT), NL_EVENT_CONNECTED};
+    EXPECT_EQ(old(reinterpret_cast<OKU_WORD>(&event), 0), 0);
+    EXPECT_EQ(events, 0u);
+    stage.unload();
+    EXPECT_TRUE(stage.host.complaints.empty()) << stage.host.complaints.front();
+}
+
+}  // namespace

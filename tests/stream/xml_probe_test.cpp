@@ -1,0 +1,96 @@
+#include "stream/xml_probe.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Case {
+    const char* text;
+    std::uint32_t errorCode, line, column;
+};
+
+// What expat tells of these texts in the wrapper of the check.
+const Case kWaiting[] = {
+    {"<mess", 4, 1, 48},
+    {"<message><body>", 7, 1, 60},
+    {"<message><body>he", 7, 1, 62},
+    {"</stream:stream>", 7, 1, 45},
+    {"<message/><", 4, 1, 54},
+    {"a & b", 4, 1, 46},
+    {"<a>\n<b", 4, 2, 2},
+    {"<body>\xff", 4, 1, 49},
+};
+
+TEST(XmlProbe, TellsWhereTextStops) {
+    for (const auto& row : kWaiting) {
+        const auto result = probePlainly(row.text);
+        EXPECT_FALSE(result.balanced) << row.text;
+        EXPECT_EQ(result.errorCode, row.errorCode) << row.text;
+        EXPECT_EQ(result.line, row.line) << row.text;
+        EXPECT_EQ(result.column, row.column) << row.text;
+    }
+}
+
+TEST(XmlProbe, TakesWhatIsBalanced) {
+    for (const char* text : {"", " ", "text", "<a/>", "<a></a><b/>", "<a>x</a> y <b/>", "<stream:stream/>", "&amp;"}) {
+        EXPECT_TRUE(probePlainly(text).balanced) << text;
+    }
+}
+
+/// The check of a growing text gives at each piece what the check by the letter gives.
+void expectSame(const std::string& text, const std::vector<std::size_t>& ends) {
+    XmlProbe probe;
+    for (const auto end : ends) {
+        const auto part = std::string_view(text).substr(0, end);
+        const auto quick = probe.probeXml(part);
+        const auto plain = probePlainly(part);
+        ASSERT_EQ(quick.balanced, plain.balanced) << part;
+        if (plain.balanced) continue;
+        ASSERT_EQ(quick.errorCode, plain.errorCode) << part;
+        ASSERT_EQ(quick.line, plain.line) << part;
+        ASSERT_EQ(quick.column, plain.column) << part;
+    }
+}
+
+TEST(XmlProbe, GrowingTextIsCheckedAsByTheLetter) {
+    const std::string texts[] = {
+        "<message from='bob@example.org/desk'><body>za\xc5\xbc\xc3\xb3\xc5\x82\xc4\x87 "
+        "\xf0\x9f\xa6\x94</body></message><a/>",
+        "<a b=\"x>y\" c='<'/>",
+        "<a><!-- <b> --><![CDATA[<c>]]></a>",
+        "<a>&lt;&#x41;&nothing;</a>",
+        "<a b='1' b='2'/>",
+        "</a><b/>",
+        "<a>\r\n\t<b>\n</b></a>\n",
+        "<!DOCTYPE x><a/>",
+        "<a>]]></a>",
+        "<a\n\nb='1'\n/>",
+    };
+    for (const auto& text : texts) {
+        std::vector<std::size_t> ends;
+        for (std::size_t i = 1; i <= text.size(); ++i) ends.push_back(i);
+        expectSame(text, ends);
+    }
+}
+
+TEST(XmlProbe, RandomTextIsCheckedAsByTheLetter) {
+    std::mt19937 random(1);
+    const std::string pieces[] = {"<a>",       "</a>", "<b c='d'>", "</b>", "<e/>", "text", " ",    "\n",
+                                  "&amp;",     "&",    "<",         ">",    "'",    "\"",   "<!--", "-->",
+                                  "<![CDATA[", "]]>",  "\xc5\x82",  "\xc5", "<?x",  "?>",   "=",    "/"};
+    for (int round = 0; round < 300; ++round) {
+        std::string text;
+        std::vector<std::size_t> ends;
+        for (int i = 0; i < 12; ++i) {
+            text += pieces[random() % std::size(pieces)];
+            ends.push_back(text.size());
+        }
+        expectSame(text, ends);
+    }
+}
+
+}  // namespace
