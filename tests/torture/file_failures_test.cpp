@@ -1,0 +1,218 @@
+// Files that fail: every call of the system about a file fails once, in each way that it can, while the plugin runs on
+// real files. A file is then the old one or the new one as a whole, and nothing lies beside it.
+#include <dirent.h>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdarg>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <sstream>
+
+#include "host/util/utf.h"
+#include "host/util/xml_parse.h"
+#include "platform/platform.h"
+#include "plugin/account_files.h"
+#include "tests/support/fake_platform.h"
+#include "tests/torture/client.h"
+
+namespace {
+
+struct Failure {
+    const char* name;
+    int error;
+    bool shortWrite;
+};
+
+constexpr std::array<Failure, 5> kFailures{{{"NoSpace", ENOSPC, false},
+                                            {"NoRight", EACCES, false},
+                                            {"Broken", EIO, false},
+                                            {"Interrupted", EINTR, false},
+                                            {"ShortWrite", 0, true}}};
+
+constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
+std::size_t g_count = 0;
+std::size_t g_failing = kNever;
+Failure g_failure{};
+std::string g_failed;
+
+/// Whether the call that is about to happen is the one that fails; only the plugin's own calls count.
+bool fails(const char* name) {
+    if (!torture::g_inPlugin || g_count++ != g_failing) return false;
+    g_failed = name;
+    errno = g_failure.error;
+    return !g_failure.shortWrite;
+}
+
+}  // namespace
+
+extern "C" {
+int __real_open(const char* path, int flags, ...);
+int __real_close(int file);
+int __real_fchmod(int file, mode_t mode);
+int __real_fstat(int file, struct stat* state);
+int __real_fsync(int file);
+int __real_mkostemp(char* path, int flags);
+DIR* __real_opendir(const char* path);
+ssize_t __real_read(int file, void* buffer, size_t size);
+char* __real_realpath(const char* path, char* resolved);
+int __real_rename(const char* from, const char* to);
+ssize_t __real_write(int file, const void* buffer, size_t size);
+
+int __wrap_open(const char* path, int flags, ...) {
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = (flags & O_CREAT) ? va_arg(arguments, mode_t) : 0;
+    va_end(arguments);
+    return fails("open") ? -1 : __real_open(path, flags, mode);
+}
+int __wrap_close(int file) {
+    // A close that fails has closed all the same.
+    const int result = __real_close(file);
+    return fails("close") ? -1 : result;
+}
+int __wrap_fchmod(int file, mode_t mode) { return fails("fchmod") ? -1 : __real_fchmod(file, mode); }
+int __wrap_fstat(int file, struct stat* state) { return fails("fstat") ? -1 : __real_fstat(file, state); }
+int __wrap_fsync(int file) { return fails("fsync") ? -1 : __real_fsync(file); }
+int __wrap_mkostemp(char* path, int flags) { return fails("mkostemp") ? -1 : __real_mkostemp(path, flags); }
+DIR* __wrap_opendir(const char* path) { return fails("opendir") ? nullptr : __real_opendir(path); }
+ssize_t __wrap_read(int file, void* buffer, size_t size) {
+    return fails("read") ? -1 : __real_read(file, buffer, size);
+}
+char* __wrap_realpath(const char* path, char* resolved) {
+    return fails("realpath") ? nullptr : __real_realpath(path, resolved);
+}
+int __wrap_rename(const char* from, const char* to) { return fails("rename") ? -1 : __real_rename(from, to); }
+ssize_t __wrap_write(int file, const void* buffer, size_t size) {
+    const bool cut = g_failure.shortWrite && torture::g_inPlugin && g_count == g_failing;
+    return fails("write") ? -1 : __real_write(file, buffer, cut ? (size + 1) / 2 : size);
+}
+}
+
+// The client's world has no part in this test: the platform below the plugin is the real one.
+namespace harness {
+FakeWorld& world() {
+    static FakeWorld instance;
+    return instance;
+}
+void FakeWorld::advance(std::int64_t) {}
+}  // namespace harness
+
+namespace torture {
+namespace {
+
+namespace fs = std::filesystem;
+
+class Files : public testing::TestWithParam<Failure> {
+protected:
+    void SetUp() override {
+        std::string name = (fs::temp_directory_path() / "torture-XXXXXX").string();
+        ASSERT_NE(mkdtemp(name.data()), nullptr);
+        folder_ = name;
+        start_ = fs::current_path();
+        // The client database is looked for in the current directory at first.
+        fs::current_path(folder_);
+        setenv("HOME", name.c_str(), 1);
+    }
+    void TearDown() override {
+        fs::current_path(start_);
+        fs::remove_all(folder_);
+    }
+
+    /// Gives the client the real folder, with the files of an earlier run in it.
+    void prepare(Client& client) const {
+        for (const auto& entry : fs::directory_iterator(folder_)) fs::remove_all(entry);
+        client.host.directory = utow(folder_.string() + "/");
+        write("XMPPClientDB.xml", kOldDatabase);
+        for (auto& [path, file] : std::map(client.host.settings)) {
+            const std::u16string name = path.substr(path.rfind(u'/') + 1);
+            client.host.settings[client.host.directory + moduleName() + u".config"] = file;
+        }
+        write(narrow(moduleName()) + ".roster", kOldRoster);
+    }
+
+    /// The files are named after the program, as they are after a module.
+    static std::u16string moduleName() { return moduleBaseName(platform::modulePath()); }
+
+    void write(const std::string& name, const std::string& content) const {
+        std::ofstream(folder_ / name, std::ios::binary) << content;
+    }
+    std::string read(const std::string& name) const {
+        std::ifstream file(folder_ / name, std::ios::binary);
+        std::ostringstream content;
+        content << file.rdbuf();
+        return content.str();
+    }
+
+    static void live(Client& client) {
+        client.logIn();
+        client.receive(1, "<presence from='contact0@example.org/r'/>");
+        client.receive(1,
+                       "<iq type='result' from='contact0@example.org/r' id='x'><query "
+                       "xmlns='http://jabber.org/protocol/disco#info' node='n#new'/></iq>");
+        client.unload();
+    }
+
+    static constexpr char kOldRoster[] =
+        "<roster><element name=\"Stary\" jid=\"old@example.org\" auth=\"both\" group=\"Praca\"/></roster>";
+    static constexpr char kOldDatabase[] = "<dbRoot><entry hash=\"old\"><query/></entry></dbRoot>";
+
+    fs::path folder_;
+    fs::path start_;
+};
+
+TEST_P(Files, EachCallFailsOnce) {
+    std::string newRoster, newDatabase;
+    std::size_t calls = 0;
+    {
+        Client client;
+        prepare(client);
+        g_count = 0;
+        g_failing = kNever;
+        live(client);
+        calls = g_count;
+        newRoster = read(narrow(moduleName()) + ".roster");
+        newDatabase = read("XMPPClientDB.xml");
+    }
+    ASSERT_GT(calls, 20u);
+    ASSERT_NE(newRoster, kOldRoster);
+    ASSERT_NE(newDatabase, kOldDatabase);
+    for (std::size_t failing = 0; failing < calls; ++failing) {
+        Client client;
+        prepare(client);
+        g_count = 0;
+        g_failing = failing;
+        g_failure = GetParam();
+        g_failed.clear();
+        live(client);
+        g_failing = kNever;
+        g_failure = {};
+        SCOPED_TRACE("call " + std::to_string(failing) + ", " + g_failed);
+        EXPECT_EQ(client.host.leftovers(), "");
+        const std::string roster = read(narrow(moduleName()) + ".roster");
+        EXPECT_TRUE(roster == kOldRoster || roster == newRoster) << roster;
+        // A database that could not be read is replaced by what this run has learnt.
+        const std::string database = read("XMPPClientDB.xml");
+        std::vector<xmlElement> roots;
+        lutXMLParseA(roots, database);
+        EXPECT_EQ(roots.size(), 1u) << database;
+        for (const auto& entry : fs::directory_iterator(folder_))
+            EXPECT_EQ(entry.path().filename().string().find(".protolink-"), std::string::npos) << entry.path();
+        client.logIn();
+        EXPECT_TRUE(client.isReady());
+        client.unload();
+        if (HasFailure()) return;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(, Files, testing::ValuesIn(kFailures), [](const auto& test) { return test.param.name; });
+
+}  // namespace
+}  // namespace torture
