@@ -1,0 +1,122 @@
+#!/usr/bin/env python3
+"""Makes the seeds of the fuzzers from the transcripts, and a few by hand: fuzz/make_corpus.py, in the checkout.
+
+What a search has found worth keeping stands beside the seeds; this script touches only files named seed-*.
+"""
+import base64
+import pathlib
+import re
+import zlib
+
+ROOT = pathlib.Path(__file__).resolve().parent
+MOST_OF_ONE_KIND = 40
+LONGEST = 700
+
+
+def received_texts(path):
+    """What the server says in a transcript, its pieces joined to the whole text."""
+    pieces, last = [], None
+    for line in path.read_text(encoding="utf-8").splitlines():
+        if line.startswith((" ", "\t")) and last is not None:
+            pieces[-1] += line.strip()
+        elif match := re.match(r"S(?:@\d+)?: ?(.*)", line):
+            last = match
+            pieces.append(match.group(1))
+        else:
+            last = None
+    text = "".join(pieces)
+    text = re.sub(r"\{base64:([^}]*)\}", lambda m: base64.b64encode(m.group(1).encode()).decode(), text)
+    text = re.sub(r"\{(\w+)\}", r"\1", text)
+    text = re.sub(r"\\x([0-9a-fA-F]{2})", lambda m: chr(int(m.group(1), 16)), text)
+    for escape, value in (("\\r", "\r"), ("\\n", "\n"), ("\\t", "\t"), ("\\0", "\0"), ('\\"', '"'), ("\\{", "{")):
+        text = text.replace(escape, value)
+    return text.encode("latin-1", "ignore") if text.isascii() else text.encode()
+
+
+def in_pieces(text, size=20):
+    return b"".join(bytes([len(text[i : i + size]) - 1]) + text[i : i + size] for i in range(0, len(text), size))
+
+
+def short(text):
+    return bytes([min(len(text), 255)]) + text[:255]
+
+
+def transcripts():
+    texts = {}
+    for path in sorted(ROOT.parent.glob("tests/*/*.transcript")):
+        text = received_texts(path)
+        if 10 < len(text) <= LONGEST and text not in texts.values():
+            texts[path.stem] = text
+    step = max(1, len(texts) // MOST_OF_ONE_KIND)
+    return dict(list(texts.items())[::step])
+
+
+def write(target, seeds):
+    folder = ROOT / "corpus" / target
+    folder.mkdir(parents=True, exist_ok=True)
+    for old in folder.glob("seed-*"):
+        old.unlink()
+    for name, content in seeds.items():
+        (folder / f"seed-{name}").write_bytes(content)
+
+
+def numbered(contents):
+    return {str(i): content for i, content in enumerate(contents)}
+
+
+def stanza_seeds(texts):
+    seeds = {}
+    for name, text in texts.items():
+        deeds = b"".join(b"\x00" + short(text[i : i + 200]) for i in range(0, len(text), 200))
+        seeds[name] = b"\x00\xff" + deeds + b"\x01" + short(text)
+    seeds["unload-inside"] = b"\x01\x08\x00" + short(b"<message from='a@b/c'><body>d</body></message>") + b"\x05\x12" * 20
+    return seeds
+
+
+def negotiation_seeds():
+    login = b"\x00" + short(b"alice@example.org/home") + short(b"secret")
+    header = b"\x0d" + short(b"s1") + b"\x01"
+    digest = b'realm="example.org",nonce="OA6MG9tEQGm2hh",qop="auth",charset=utf-8,algorithm=md5-sess'
+    bind = b"\x04" + short(b"<session/>") + b"\x01\x0a" + short(b"id") + b"\x01\x0a" + short(b"id") + b"\x01"
+    bind += b"\x0b" + short(b"id") + b"\x01"
+    return {
+        "plain": login + header + b"\x00" + short(b"PLAIN") + b"\x01\x07" + short(b"") + b"\x01" + header + bind,
+        "digest": login + header + b"\x01" + short(b"X") + b"\x01\x05" + short(digest) + b"\x01\x05" +
+        short(b"rspauth=1") + b"\x01\x07" + short(b"") + b"\x01" + header + bind,
+        "tls": login.replace(b"\x00", b"\x01", 1) + header + b"\x02" + short(b"") + b"\x01\x09" + short(b"") + b"\x01",
+        "compression": login + header + b"\x07" + short(b"") + b"\x01" + header + b"\x03" + short(b"zlib") + b"\x01",
+        "failure": login + header + b"\x08" + short(b"urn:ietf:params:xml:ns:xmpp-sasl") + b"\x01",
+    }
+
+
+def main():
+    texts = transcripts()
+    write("probe", {name: in_pieces(text) for name, text in texts.items()})
+    write("received", {name: b"\x01" + short(b"\x10\x03\x20\x07") + text for name, text in texts.items()})
+    write("element", texts)
+    write("stanzas", stanza_seeds(texts))
+    write("negotiation", negotiation_seeds())
+    compressor = zlib.compressobj()
+    stream = compressor.compress(b"<message><body>a</body></message>") + compressor.flush(zlib.Z_SYNC_FLUSH)
+    write("inflate", {"valid": b"\x01" + short(b"\x03\x01") + b"<presence/>" * 9, "stream": b"\x00" + short(b"\x02") + stream,
+                      "damaged": b"\x00\x00" + stream[:9] + b"\xff" + stream[10:]})
+    write("roster_file", numbered([
+        b'<roster><element name="Bob" jid="bob@example.org" auth="both" group="Praca"/></roster>',
+        b'<roster><element jid="A@b"/><element jid="a@b"/><element name="x"/></roster>', b"<roster/>", b""]))
+    write("client_database", numbered([
+        short(b"v=") + b'<dbRoot><entry hash="v="><query node="n#v="><feature var="f"/></query></entry></dbRoot>',
+        short(b"v=") + b"<dbRoot><entry/><other hash='v='/></dbRoot><second/>", b"\x00"]))
+    write("jid", numbered([b"Alice@Example.ORG/Home", b"a/b@c", b"@", b"/", "Łoś@ŻÓŁW/Ć".encode()]))
+    write("base64", numbered([b"cmVhbG09", b"cm Vh\nbG0=", b"=", b"\x00\xff\x80"]))
+    write("utf", numbered(["zażółć €😀".encode(), b"\xed\xa0\x80\xf4\x90\x80\x80\xc0\xaf\xe2\x82", b"\xd8\x00\xdc\x00\x00a"]))
+    write("values", numbered([
+        short(b"%s %d %05i %.2f %x %X %u %% %lld") + short(b"\x00a\xd8\x00") + b"20240229T12:30:00",
+        short(b"%") + short(b"") + b" -9223372036854775809", short(b"%99999s") + short(b"") + b"<&>\"'\x01]]>"]))
+    write("records", numbered([bytes([0] + [what, 1, 1, 65, 1, what, 2, 5, 1, 3, 97, 98, 99, 7, 7] * 4) for what in range(10)]))
+    write("json", numbered([
+        b'{"cmd":"accounts","id":1}', b'{"cmd":"send","account":"1","to":"bob@example.org","body":"hej"}', b"{}", b"[1]",
+        b'{"cmd":"status","status":"online","id":{"a":null}}']))
+
+
+if __name__ == "__main__":
+    main()
