@@ -1,0 +1,243 @@
+#include "tests/messenger/core/stage.h"
+
+#include "messenger/core/wide.h"
+
+namespace oku::test {
+namespace {
+
+class Contacts : public Stage {
+protected:
+    Contacts() {
+        writeAccount({}, QStringLiteral("alice@example.org/home"));
+        begin();
+    }
+
+    void begin() {
+        start();
+        watch();
+    }
+
+    void watch() {
+        QObject::connect(
+            &core->contacts, &ContactService::changed, core.get(),
+            [this](const QString&, const Contact& contact) { trace.append(QStringLiteral("+") + contact.jid); });
+        QObject::connect(&core->contacts, &ContactService::removed, core.get(),
+                         [this](const QString&, const QString& jid) { trace.append(QStringLiteral("-") + jid); });
+        QObject::connect(&core->sessions, &Sessions::rosterComplete, core.get(),
+                         [this](const QString&) { trace.append(QStringLiteral("complete")); });
+    }
+
+    ContactList& list() { return core->contacts.list(entry()); }
+    Contact contact(const char* jid) { return list().contact(QString::fromLatin1(jid)).value_or(Contact()); }
+
+    void presence(const char16_t* jid, const char16_t* resourceName, std::uint32_t status, const char16_t* text = u"",
+                  int priority = 0) {
+        auto identity = makeRecord<OKU_CONTACT_RECORD>();
+        auto resource = makeRecord<OKU_RESOURCE_INFO>();
+        auto state = makeRecord<OKU_CONTACT_STATE>();
+        identity.id = jid;
+        identity.pfClass = u"XMPP";
+        identity.netId = account().netId;
+        identity.resource = state.resource = &resource;
+        resource.resource = resourceName;
+        resource.priority = priority;
+        state.contact = &identity;
+        state.status = status;
+        state.description = text;
+        state.time = QDateTime::currentSecsSinceEpoch();
+        inPlugin([&] { call(u"OKU/CTL/SetContactState", wordOf(&state)); });
+    }
+
+    OKU_WORD find(const char16_t* jid) {
+        OKU_CONTACT_IDENTITY identity{};
+        identity.id = jid;
+        identity.netId = account().netId;
+        return call(u"OKU/CTL/FndContact", wordOf(&identity));
+    }
+
+    QStringList trace;
+};
+
+TEST_F(Contacts, AreRebuiltAsOneChange) {
+    logIn({u"bob@example.org", u"carol@example.org", u"dave@example.org"});
+    presence(u"bob@example.org", u"work", OKU_STATUS_AWAY, u"obiad");
+    inPlugin([&] { receiveMessage(u"bob@example.org", u"hej"); });
+    trace.clear();
+    inPlugin([&] {
+        call(u"OKU/CTL/DeleteAll", wordOf(u"XMPP"), account().netId);
+        EXPECT_EQ(list().contacts().size(), 3) << "nothing goes before the rebuild is complete";
+        call(u"OKU/CTL/EnableDrawing", 0);
+        addContact(u"bob@example.org", u"bob@example.org", u"Kontakty");
+        addContact(u"carol@example.org", u"Carol", u"Praca");
+        EXPECT_TRUE(trace.isEmpty());
+        call(u"OKU/CTL/EnableDrawing", 1);
+    });
+    EXPECT_EQ(trace, (QStringList{QStringLiteral("-dave@example.org"), QStringLiteral("+carol@example.org")}));
+    EXPECT_EQ(contact("bob@example.org").unread, 1);
+    EXPECT_EQ(contact("bob@example.org").status, Status::away);
+    EXPECT_EQ(contact("carol@example.org").name, QStringLiteral("Carol"));
+}
+
+TEST_F(Contacts, StayWhenTheServerGivesNoList) {
+    logIn({u"bob@example.org"});
+    inPlugin([&] { account().flags = 0; });
+    notices.clear();
+    inPlugin([&] { account().flags = OKU_FLAG_CONNECTED | OKU_FLAG_AUTHORIZED; });
+    inPlugin([&] {
+        // An error in answer to the roster request: the list is emptied, and nothing follows.
+        raise(OKU_HOOK_ROSTER_COMPLETE, OKU_PHASE_NOTICE);
+        call(u"OKU/CTL/DeleteAll", wordOf(u"XMPP"), account().netId);
+    });
+    EXPECT_EQ(list().contacts().size(), 1);
+    EXPECT_EQ(notices.size(), 1);
+    EXPECT_TRUE(entry().ready());
+    inPlugin([&] {
+        call(u"OKU/CTL/EnableDrawing", 0);
+        addContact(u"eve@example.org", u"eve", u"Kontakty");
+        call(u"OKU/CTL/EnableDrawing", 1);
+    });
+    EXPECT_EQ(list().contacts().size(), 2) << "a push after it is no rebuild";
+}
+
+TEST_F(Contacts, AreShownBeforeALoginAsTheyWereLastKnown) {
+    logIn({u"bob@example.org", u"carol@example.org"});
+    presence(u"bob@example.org", u"work", OKU_STATUS_ONLINE);
+    restart();
+    EXPECT_EQ(list().contacts().size(), 2);
+    EXPECT_EQ(contact("bob@example.org").status, Status::offline);
+    inPlugin([&] { call(u"OKU/CTL/DeleteAll", wordOf(u"XMPP"), account().netId); });
+    EXPECT_EQ(list().contacts().size(), 2);
+}
+
+TEST_F(Contacts, SurviveADamagedFile) {
+    core.reset();
+    QFile file(directory.filePath(QStringLiteral("tiny.contacts")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("[{\"jid\": 5}, 7, {\"jid\":\"bob@example.org\"}, ");
+    file.close();
+    begin();
+    EXPECT_TRUE(list().contacts().isEmpty());
+    logIn({u"bob@example.org"});
+    EXPECT_EQ(list().contacts().size(), 1);
+}
+
+TEST_F(Contacts, ComeAndGoWithPushes) {
+    logIn({u"bob@example.org"});
+    trace.clear();
+    inPlugin([&] {
+        call(u"OKU/CTL/EnableDrawing", 0);
+        EXPECT_EQ(find(u"nobody@example.org"), 0);
+        const OKU_WORD handle = find(u"bob@example.org");
+        EXPECT_NE(handle, 0);
+        EXPECT_EQ(call(u"OKU/CTL/DelContact", handle), 1);
+        EXPECT_EQ(call(u"OKU/CTL/DelContact", handle), 0);
+        addContact(u"Eve@Example.org", u"Ewa", u"Praca");
+        call(u"OKU/CTL/EnableDrawing", 1);
+    });
+    EXPECT_EQ(trace, (QStringList{QStringLiteral("-bob@example.org"), QStringLiteral("+eve@example.org")}));
+}
+
+TEST_F(Contacts, ShowTheResourceWithTheHighestPriority) {
+    logIn();
+    presence(u"bob@example.org", u"a", OKU_STATUS_ONLINE, u"", 1);
+    presence(u"bob@example.org", u"b", OKU_STATUS_DND, u"zajęty", 5);
+    EXPECT_EQ(contact("bob@example.org").status, Status::dnd);
+    EXPECT_EQ(contact("bob@example.org").description, QStringLiteral("zajęty"));
+    presence(u"bob@example.org", u"b", OKU_STATUS_OFFLINE);
+    EXPECT_EQ(contact("bob@example.org").status, Status::online);
+    EXPECT_EQ(contact("bob@example.org").resources.size(), 1);
+    presence(u"bob@example.org", u"", OKU_STATUS_OFFLINE);
+    EXPECT_EQ(contact("bob@example.org").status, Status::offline);
+    EXPECT_TRUE(contact("bob@example.org").resources.isEmpty());
+    presence(u"stranger@example.org", u"x", OKU_STATUS_ONLINE);
+    EXPECT_EQ(list().contacts().size(), 1);
+}
+
+TEST_F(Contacts, CarrySubscriptionAndGroupsAsTheServerTellsThem) {
+    logIn({u"bob@example.org", u"carol@example.org"});
+    inPlugin([&] {
+        offerIncoming(
+            "<iq type='result' id='r1'><query xmlns='jabber:iq:roster'>"
+            "<item jid='Bob@example.org' subscription='both'><group>Praca &amp; dom</group><group>B</group></item>"
+            "<item jid='new@example.org' subscription='none' ask='subscribe'/></query></iq>");
+        answerRoster({u"bob@example.org", u"new@example.org"});
+    });
+    EXPECT_EQ(contact("bob@example.org").subscription, QStringLiteral("both"));
+    EXPECT_EQ(list().groups(QStringLiteral("bob@example.org")),
+              (QStringList{QStringLiteral("Praca & dom"), QStringLiteral("B")}));
+    EXPECT_EQ(contact("new@example.org").subscription, QStringLiteral("none"));
+    EXPECT_TRUE(contact("new@example.org").waiting);
+}
+
+TEST_F(Contacts, KeepAllGroupsWhenOneIsRenamed) {
+    logIn({u"bob@example.org"});
+    inPlugin([&] {
+        offerIncoming(
+            "<iq type='set'><query xmlns='jabber:iq:roster'><item jid='bob@example.org' subscription='both'>"
+            "<group>A</group><group>B</group></item></query></iq>");
+    });
+    EXPECT_EQ(core->roster.rename(entry(), QStringLiteral("bob@example.org"), QStringLiteral("Bob <3")), QString());
+    const std::string& sent = plugin().log.back();
+    EXPECT_NE(sent.find("<item jid=\"bob@example.org\" name=\"Bob &lt;3\"><group>A</group><group>B</group></item>"),
+              std::string::npos)
+        << sent;
+    EXPECT_EQ(core->roster.move(entry(), QStringLiteral("bob@example.org"), QStringLiteral("C")), QString());
+    EXPECT_NE(plugin().log.back().find("<group>C</group></item>"), std::string::npos);
+    EXPECT_EQ(plugin().log.back().find("<group>A</group>"), std::string::npos);
+}
+
+TEST_F(Contacts, AreAddedWithADisplayNameAndAsked) {
+    logIn({});
+    plugin().log.clear();
+    EXPECT_EQ(core->roster.add(entry(), QStringLiteral("Bob@example.org/x"), {}, QStringLiteral("Praca")), QString());
+    ASSERT_EQ(plugin().log.size(), 2U);
+    EXPECT_NE(plugin().log[0].find("<item jid=\"bob@example.org\" name=\"bob\"><group>Praca</group></item>"),
+              std::string::npos);
+    EXPECT_EQ(plugin().log[1], "raw <presence to=\"bob@example.org\" type=\"subscribe\"/>");
+    EXPECT_FALSE(core->roster.add(entry(), QStringLiteral("b ob@example.org"), {}, {}).isEmpty());
+    EXPECT_FALSE(core->roster.rename(entry(), QStringLiteral("no@example.org"), {}).isEmpty());
+}
+
+TEST_F(Contacts, AreRemovedAndAnsweredByThePluginsHandlers) {
+    logIn();
+    EXPECT_EQ(core->roster.remove(entry(), QStringLiteral("bob@example.org")), QString());
+    EXPECT_TRUE(logged("delete bob@example.org"));
+    auto identity = makeRecord<OKU_CONTACT_RECORD>();
+    identity.id = u"eve@example.org";
+    identity.netId = account().netId;
+    QStringList asked;
+    QObject::connect(&core->sessions, &Sessions::authorizationRequested, core.get(),
+                     [&](const QString&, const QString& jid) { asked.append(jid); });
+    inPlugin([&] { call(u"OKU/PFAskForAuth", wordOf(&identity)); });
+    EXPECT_EQ(asked, QStringList(QStringLiteral("eve@example.org")));
+    EXPECT_EQ(entry().authorizations, asked);
+    EXPECT_EQ(core->roster.answer(entry(), QStringLiteral("eve@example.org"), 3), QString());
+    EXPECT_TRUE(logged("authorization eve@example.org 3"));
+    EXPECT_TRUE(entry().authorizations.isEmpty());
+}
+
+TEST_F(Contacts, CannotBeChangedWhileOffline) {
+    EXPECT_FALSE(core->roster.add(entry(), QStringLiteral("bob@example.org"), {}, {}).isEmpty());
+    EXPECT_FALSE(core->roster.subscribe(entry(), QStringLiteral("bob@example.org")).isEmpty());
+    EXPECT_FALSE(core->roster.answer(entry(), QStringLiteral("bob@example.org"), 2).isEmpty());
+    EXPECT_TRUE(plugin().log.empty());
+}
+
+TEST_F(Contacts, RefusalsOfTheServerAreTold) {
+    logIn();
+    core->roster.rename(entry(), QStringLiteral("bob@example.org"), QStringLiteral("B"));
+    const std::string& sent = plugin().log.back();
+    const std::size_t at = sent.find("id=\"") + 4;
+    const std::string id = sent.substr(at, sent.find('"', at) - at);
+    std::string left;
+    inPlugin([&] {
+        left = offerIncoming("<iq type='error' id='" + id + "'><error type='cancel'><not-allowed/></error></iq><a/>");
+    });
+    EXPECT_EQ(left.find("error"), std::string::npos) << "the plugin never asked, so it must not see the answer";
+    EXPECT_NE(left.find("<a/>"), std::string::npos);
+    ASSERT_EQ(notices.size(), 1);
+    EXPECT_TRUE(notices[0].contains(QStringLiteral("not-allowed")));
+}
+
+}  // namespace
+}  // namespace oku::test

@@ -1,0 +1,211 @@
+#include "tests/messenger/core/stage.h"
+
+#include "messenger/core/secrets.h"
+#include "messenger/core/wide.h"
+
+namespace oku::test {
+namespace {
+
+const std::string kRosterPush =
+    "<query xmlns='jabber:iq:roster'><item jid='evil@example.net' subscription='both'/></query>";
+
+class Guard : public Stage {
+protected:
+    Guard() { writeAccount({}, QStringLiteral("alice@example.org/home")); }
+
+    void begin(bool guarded = true) {
+        auto given = options();
+        given.stanzaGuard = guarded;
+        start(given);
+        logIn();
+    }
+
+    /// What is left of the text, without blanks at its ends; empty when all of it was taken out.
+    std::string left(const std::string& text) {
+        std::string result;
+        inPlugin([&] { result = offerIncoming(text); });
+        EXPECT_EQ(result.size(), text.size()) << "the length must stay";
+        return QString::fromStdString(result).trimmed().toStdString();
+    }
+
+    void expectTakenOut(const std::string& text) { EXPECT_EQ(left(text), "") << text; }
+    void expectLeft(const std::string& text) { EXPECT_EQ(left(text), text); }
+};
+
+TEST_F(Guard, TakesOutRosterPushesAndErrorsOfStrangers) {
+    begin();
+    for (const char* from : {"mallory@example.net", "mallory@example.org", "example.net", "bob@example.org/x"}) {
+        for (const char* type : {"set", "result", "error", "get"}) {
+            expectTakenOut(std::string("<iq type='") + type + "' from='" + from + "' id='a1'>" + kRosterPush + "</iq>");
+        }
+    }
+}
+
+TEST_F(Guard, LeavesRosterPushesOfTheAccountAndItsServer) {
+    begin();
+    for (const char* from :
+         {"", " from='alice@example.org'", " from='Alice@Example.org/home'", " from='example.org'"}) {
+        expectLeft(std::string("<iq type='set'") + from + " id='a1'>" + kRosterPush + "</iq>");
+    }
+}
+
+TEST_F(Guard, SeesThroughEntitiesQuotesAndAttributeOrder) {
+    begin();
+    expectTakenOut(
+        "<iq from=\"mallory@example&#46;net\" type = 'set' ><query a='>' "
+        "xmlns='jabber:iq:&#x72;oster'/></iq>");
+    expectTakenOut(
+        "<iq type='set' from='mallory@example.net'><!-- </iq> --><x/><query xmlns='jabber:iq:roster'/></iq>");
+}
+
+TEST_F(Guard, TakesOutAnswersFromAnotherAddressThanTheRequestWentTo) {
+    begin();
+    offerOutgoing("<iq type='get' id='q1' to='bob@example.org/x'><ping xmlns='urn:xmpp:ping'/></iq>");
+    offerOutgoing("<iq type='set' id='q2'><query xmlns='jabber:iq:private'/></iq>");
+    offerOutgoing("<iq type='get' id='q3' to='example.org'><ping xmlns='urn:xmpp:ping'/></iq>");
+    expectTakenOut("<iq type='result' id='q1' from='mallory@example.net/x'/>");
+    expectTakenOut("<iq type='result' id='q1' from='bob@example.org/other'/>");
+    expectTakenOut("<iq type='result' id='q1'/>");
+    expectTakenOut("<iq type='error' id='q2' from='mallory@example.net'/>");
+    expectTakenOut("<iq type='result' id='q3' from='alice@example.org'/>");
+    expectTakenOut("<iq type='set' id='q3' from='mallory@example.net'/>");
+    expectLeft("<iq type='result' id='q1' from='Bob@example.org/x'/>");
+    expectLeft("<iq type='error' id='q2' from='alice@example.org'/>");
+    expectLeft("<iq type='result' id='q3' from='example.org'/>");
+    expectLeft("<iq type='result' id='q3' from='mallory@example.net'/>");  // nobody waits for it any more
+}
+
+TEST_F(Guard, HidesOnlyTheIdOfAMessageThatCarriesARequests) {
+    begin();
+    offerOutgoing("<iq type='get' id='q1' to='bob@example.org/x'/>");
+    EXPECT_EQ(left("<message id='q1' from='mallory@example.net'><body>hej</body></message>"),
+              "<message         from='mallory@example.net'><body>hej</body></message>");
+    EXPECT_EQ(left("<presence from='mallory@example.net' id='q1'/>"), "<presence from='mallory@example.net'        />");
+    EXPECT_EQ(left("<message id='dummy-reg-result' from='m@example.net'/>"),
+              "<message                       from='m@example.net'/>");
+    expectLeft("<iq type='result' id='q1' from='bob@example.org/x'/>");
+}
+
+TEST_F(Guard, TakesOutMailAndSharedStatusFromOutside) {
+    begin();
+    for (const char* child : {"<mailbox xmlns='google:mail:notify'/>", "<new-mail xmlns='google:mail:notify'/>",
+                              "<query xmlns='google:shared-status'><show>dnd</show></query>"}) {
+        expectTakenOut(std::string("<iq type='set' from='m@example.net'>") + child + "</iq>");
+        expectLeft(std::string("<iq type='set' from='alice@example.org'>") + child + "</iq>");
+    }
+}
+
+TEST_F(Guard, TakesOutLoginConfirmationsThatAPersonAsksFor) {
+    begin();
+    const std::string confirm = "<confirm xmlns='http://jabber.org/protocol/http-auth' url='http://x'/>";
+    expectTakenOut("<iq type='get' from='mallory@example.net'>" + confirm + "</iq>");
+    expectTakenOut("<message from='mallory@example.net/x'>" + confirm + "</message>");
+    expectLeft("<iq type='get' from='files.example.net'>" + confirm + "</iq>");
+}
+
+TEST_F(Guard, TakesOutEndTagsThatCloseNothing) {
+    begin();
+    EXPECT_EQ(left("</mrn><message from='a@b'/></stream:stream>"), "<message from='a@b'/>");
+}
+
+TEST_F(Guard, TakesOutNothingElseOfAPiece) {
+    begin();
+    EXPECT_EQ(
+        left("<message from='a@b'/><iq type='set' from='m@x'>" + kRosterPush + "</iq><presence from='a@b'/>").size(),
+        ("<message from='a@b'/><iq type='set' from='m@x'>" + kRosterPush + "</iq><presence from='a@b'/>").size());
+    const std::string rest =
+        left("<message from='a@b'/><iq type='set' from='m@x'>" + kRosterPush + "</iq><presence from='a@b'/>");
+    EXPECT_EQ(rest.find("iq"), std::string::npos);
+    EXPECT_NE(rest.find("<message from='a@b'/>"), std::string::npos);
+    EXPECT_NE(rest.find("<presence from='a@b'/>"), std::string::npos);
+}
+
+TEST_F(Guard, CanBeSwitchedOff) {
+    begin(false);
+    expectLeft("<iq type='set' from='m@example.net'>" + kRosterPush + "</iq>");
+    expectLeft("</mrn>");
+}
+
+TEST_F(Guard, BearsTextThatIsNoXml) {
+    begin();
+    for (const std::string text :
+         {"<", "</", "<iq", "<iq type='", "<![CDATA[", "<!--", "<?", ">>><<<", "<a><b></a></b></c>",
+          "&#xffffffff;<iq id='&#1114112;&;&#;&#x;'/>", "<iq ==''/>", "</></></>"}) {
+        left(text);
+    }
+    std::string deep;
+    for (int depth = 0; depth < 200000; ++depth) deep += "<a>";
+    left(deep);
+}
+
+TEST_F(Guard, LetsNoLoginDataOutInClear) {
+    begin();
+    account().flags = OKU_FLAG_CONNECTED | OKU_FLAG_CONNECTING;
+    const std::string sasl = " xmlns='urn:ietf:params:xml:ns:xmpp-sasl'";
+    for (const std::string& text :
+         {"<auth" + sasl + " mechanism='PLAIN'>AGEAYg==</auth>", "<response" + sasl + ">x</response>",
+          std::string("<iq type='set'><query xmlns='jabber:iq:register'><password>x</password></query></iq>"),
+          std::string("<iq type='set'><query xmlns='jabber:iq:auth'><password>x</password></query></iq>")}) {
+        notices.clear();
+        EXPECT_TRUE(offerOutgoing(text)) << text;
+        EXPECT_EQ(notices.size(), 1);
+    }
+    EXPECT_FALSE(offerOutgoing("<starttls xmlns='urn:ietf:params:xml:ns:xmpp-tls'/>"));
+    EXPECT_TRUE(logged("status 7 ")) << "a login that cannot go on must not stand open";
+    account().flags |= OKU_FLAG_ENCRYPTION_ACTIVATED;
+    EXPECT_FALSE(offerOutgoing("<auth" + sasl + ">x</auth>"));
+}
+
+TEST_F(Guard, LetsLoginDataOutWhereTheUserAllowedIt) {
+    begin();
+    entry().settings->set(QString::fromUtf16(setting::allowClearText), 1);
+    account().flags = OKU_FLAG_CONNECTED;
+    EXPECT_FALSE(offerOutgoing("<auth xmlns='urn:ietf:params:xml:ns:xmpp-sasl'>x</auth>"));
+    EXPECT_TRUE(notices.isEmpty());
+}
+
+TEST_F(Guard, ShowsNoSecretInTheConsole) {
+    begin();
+    QStringList shown;
+    QObject::connect(
+        &core->console, &Console::seen, core.get(),
+        [&](const QString&, bool incoming, const QString& data) { shown.append((incoming ? u'<' : u'>') + data); });
+    offerIncoming("<a/>");
+    EXPECT_TRUE(shown.isEmpty());
+    core->console.setOn(true);
+    inPlugin([&] {
+        offerIncoming("<challenge xmlns='urn:ietf:params:xml:ns:xmpp-sasl'>c2VjcmV0</challenge><message/>");
+        core->queries.sendRaw(entry(),
+                              "<iq type='set'><query xmlns='jabber:iq:register'><username>al</username>"
+                              "<password>tajne</password></query></iq>");
+    });
+    ASSERT_EQ(shown.size(), 2);
+    EXPECT_EQ(shown[0],
+              QStringLiteral("<<challenge xmlns='urn:ietf:params:xml:ns:xmpp-sasl'>***</challenge><message/>"));
+    EXPECT_EQ(shown[1], QStringLiteral("><iq type='set'><query xmlns='jabber:iq:register'>***</query></iq>"));
+}
+
+TEST(Secrets, AreMaskedAlsoWhereTheTextIsCut) {
+    EXPECT_EQ(maskedXml("<auth xmlns='urn:ietf:params:xml:ns:xmpp-sasl' mechanism='PLAIN'>AGFs"),
+              "<auth xmlns='urn:ietf:params:xml:ns:xmpp-sasl' mechanism='PLAIN'>***");
+    EXPECT_EQ(maskedXml("<a/><password>x</password>b"), "<a/><password>***</password>b");
+    EXPECT_EQ(maskedXml("<auth xmlns='urn:ietf:params:xml:ns:xmpp-sasl'/>"),
+              "<auth xmlns='urn:ietf:params:xml:ns:xmpp-sasl'/>");
+    EXPECT_EQ(
+        maskedText(QStringLiteral("pass hunter22 and <password>x</password>"), {QStringLiteral("hunter22"), QString()}),
+        QStringLiteral("pass *** and <password>***</password>"));
+}
+
+TEST_F(Guard, WritesNoPasswordIntoTheLog) {
+    auto given = options();
+    given.verbose = true;
+    start(given);
+    QStringList lines;
+    QObject::connect(&core->log, &LogService::logged, core.get(),
+                     [&](const LogLine& line) { lines.append(line.text); });
+    core->log.write(5, QStringLiteral("XMPP"), QStringLiteral("login with hunter22"));
+    EXPECT_EQ(lines, QStringList(QStringLiteral("login with ***")));
+}
+
+}  // namespace
+}  // namespace oku::test

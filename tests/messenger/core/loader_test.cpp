@@ -1,0 +1,105 @@
+#include "tests/messenger/core/stage.h"
+
+#include "host/oku/windows.h"
+#include "messenger/core/wide.h"
+
+namespace oku::test {
+namespace {
+
+class Loader : public Stage {
+protected:
+    QString reasonFor(const QString& module) {
+        auto given = options();
+        given.modulePath = module;
+        core = std::make_unique<HostCore>(given);
+        const QString reason = core->start();
+        EXPECT_FALSE(core->running());
+        EXPECT_FALSE(reason.contains(u'\n'));
+        return reason;
+    }
+};
+
+TEST_F(Loader, TellsAMissingFile) {
+    EXPECT_EQ(reasonFor(QStringLiteral("/nowhere/protoLink.module")),
+              QStringLiteral("Nie ma pliku wtyczki: /nowhere/protoLink.module"));
+}
+
+TEST_F(Loader, TellsAFileThatIsNoLibrary) {
+    QFile file(directory.filePath(QStringLiteral("x.module")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("not a library");
+    file.close();
+    EXPECT_TRUE(reasonFor(file.fileName()).startsWith(QStringLiteral("Nie można wczytać wtyczki ")));
+    EXPECT_TRUE(reasonFor(directory.path()).startsWith(QStringLiteral("To nie jest plik wtyczki: ")));
+}
+
+TEST_F(Loader, TellsAForeignLibrary) {
+    const QString reason = reasonFor(QStringLiteral(FOREIGN_MODULE));
+    EXPECT_TRUE(reason.contains(QStringLiteral("nie jest wtyczką"))) << reason.toStdString();
+    EXPECT_TRUE(reason.contains(QStringLiteral("plugin"))) << reason.toStdString();
+}
+
+TEST_F(Loader, TellsAProfileThatCannotBeUsed) {
+    QFile file(directory.filePath(QStringLiteral("file")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    auto given = options();
+    given.profileDir = file.fileName() + QStringLiteral("/inside");
+    core = std::make_unique<HostCore>(given);
+    EXPECT_TRUE(core->start().startsWith(QStringLiteral("Nie można utworzyć katalogu ")));
+    given.profileDir = directory.filePath(QString(300, u'x'));
+    core = std::make_unique<HostCore>(given);
+    EXPECT_TRUE(core->start().startsWith(QStringLiteral("Ścieżka katalogu profilu jest za długa")));
+}
+
+TEST_F(Loader, LetsOneMessengerUseAProfile) {
+    start();
+    HostCore second(options());
+    EXPECT_TRUE(second.start().contains(QStringLiteral("jest już używany")));
+}
+
+TEST_F(Loader, GivesDirectoriesThatEndInTheSeparatorAndStandsInTheProfile) {
+    start();
+    const QString profile = QDir(directory.path()).path() + u'/';
+    EXPECT_EQ(QString::fromStdU16String(plugin().profileDir), profile);
+    EXPECT_EQ(QString::fromStdU16String(plugin().cacheDir), profile + QStringLiteral("cache/"));
+    EXPECT_EQ(QDir(QString::fromStdString(plugin().currentDirectory)).canonicalPath(),
+              QDir(directory.path()).canonicalPath());
+    EXPECT_NE(plugin().module, 0);
+}
+
+TEST_F(Loader, WritesNoDirectoryThatDoesNotFit) {
+    start();
+    char16_t buffer[4] = u"zzz";
+    auto record = makeRecord<OKU_DIRECTORY>();
+    record.buffer = buffer;
+    record.capacity = 4;
+    EXPECT_EQ(call(u"OKU/Info/GetProfileDir", wordOf(&record)), 0);
+    EXPECT_EQ(std::u16string(buffer), u"zzz");
+}
+
+TEST_F(Loader, LoadsAgainWithFreshStateAfterTheEnd) {
+    for (int round = 0; round < 2; ++round) {
+        writeAccount({}, QStringLiteral("alice@example.org"));
+        start();
+        EXPECT_EQ(plugin().loads, 1);
+        bool finished = false;
+        QObject::connect(core.get(), &HostCore::finished, core.get(), [&] { finished = true; });
+        core->shutdown();
+        EXPECT_TRUE(waitFor([&] { return finished; }));
+        EXPECT_EQ(core->services.pluginServices(), 0U);
+        EXPECT_EQ(core->events.hooks(), 0U);
+        core.reset();
+    }
+}
+
+TEST_F(Loader, StartsAtOnce) {
+    writeAccount({}, QStringLiteral("alice@example.org"));
+    QElapsedTimer clock;
+    clock.start();
+    start();
+    EXPECT_LT(clock.elapsed(), 200);
+    EXPECT_FALSE(QFile::exists(directory.filePath(QStringLiteral("history.sqlite")))) << "opened before it is needed";
+}
+
+}  // namespace
+}  // namespace oku::test

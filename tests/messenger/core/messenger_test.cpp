@@ -1,0 +1,206 @@
+#include "tests/messenger/core/stage.h"
+
+#include <dlfcn.h>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include "messenger/core/account_setup.h"
+#include "messenger/core/messenger.h"
+
+namespace oku::test {
+namespace {
+
+const QString kAlice = QStringLiteral("alice@example.org");
+
+/// The facade, as a user interface sees it.
+class Facade : public testing::Test {
+protected:
+    Facade() {
+        MessengerOptions given;
+        given.profileDir = directory.path();
+        given.modulePath = QStringLiteral(TINY_MODULE);
+        messenger = std::make_unique<Messenger>(given);
+        QObject::connect(messenger.get(), &Messenger::accountChanged, messenger.get(),
+                         [this](const QString& jid) { changed.append(jid); });
+    }
+    void TearDown() override { messenger.reset(); }
+    ~Facade() override { QDir::setCurrent(before); }
+
+    QVariant setting(const QString& jid, const char* key) {
+        return messenger->settingValue(jid, QString::fromLatin1(key));
+    }
+
+    QString before = QDir::currentPath();
+    QTemporaryDir directory;
+    std::unique_ptr<Messenger> messenger;
+    QStringList changed;
+};
+
+TEST_F(Facade, MakesTheFirstAccountFromTheDefaultOne) {
+    ASSERT_EQ(messenger->start(), QString());
+    EXPECT_TRUE(messenger->accounts().isEmpty());
+    EXPECT_EQ(messenger->addAccount(QStringLiteral("Alice@Example.org"), QStringLiteral("tajne")), QString());
+    ASSERT_EQ(messenger->accounts().size(), 1);
+    EXPECT_EQ(messenger->accounts()[0].jid, kAlice);
+    EXPECT_EQ(messenger->accounts()[0].settingsPath, messenger->profileDir() + QStringLiteral("tiny.config"));
+    EXPECT_TRUE(setting(kAlice, "XMPP/User").toString().startsWith(QStringLiteral("alice@example.org/OKU-")));
+    EXPECT_EQ(setting(kAlice, "XMPP/Serv/SSL").toInt(), 1);
+    EXPECT_EQ(setting(kAlice, "XMPP/Serv/Compress").toInt(), 0);
+    EXPECT_EQ(changed, QStringList(kAlice));
+    const QString path = messenger->accounts()[0].settingsPath;
+    EXPECT_TRUE(QFile::exists(path)) << "written at once";
+    EXPECT_FALSE(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther));
+}
+
+TEST_F(Facade, ChangesAnAccountThatIsThere) {
+    ASSERT_EQ(messenger->start(), QString());
+    messenger->addAccount(QStringLiteral("alice@example.org/dom"), QStringLiteral("a"));
+    messenger->addAccount(kAlice, QStringLiteral("b"),
+                          {{QStringLiteral("XMPP/Priority"), 5}, {QStringLiteral("x"), true}});
+    EXPECT_EQ(messenger->accounts().size(), 1);
+    EXPECT_EQ(setting(kAlice, "XMPP/User").toString(), QStringLiteral("alice@example.org/dom"));
+    EXPECT_EQ(setting(kAlice, "XMPP/Pass").toString(), QStringLiteral("b"));
+    EXPECT_EQ(setting(kAlice, "XMPP/Priority"), QVariant(5LL));
+    EXPECT_EQ(setting(kAlice, "x"), QVariant(1LL));
+    messenger->addAccount(kAlice, {});
+    EXPECT_EQ(setting(kAlice, "XMPP/Pass").toString(), QStringLiteral("b"));
+}
+
+TEST_F(Facade, LoadsThePluginAnewForAFurtherAccount) {
+    ASSERT_EQ(messenger->start(), QString());
+    messenger->addAccount(kAlice, QStringLiteral("a"));
+    EXPECT_EQ(messenger->addAccount(QStringLiteral("bob_x@example.org"), QStringLiteral("b")), QString());
+    ASSERT_EQ(messenger->accounts().size(), 2);
+    EXPECT_EQ(messenger->accounts()[0].jid, kAlice) << "the first one stays the first";
+    EXPECT_EQ(messenger->accounts()[1].settingsPath,
+              messenger->profileDir() + QStringLiteral("tiny_bob-x@example.org.config"));
+    EXPECT_EQ(setting(QStringLiteral("bob_x@example.org"), "XMPP/Pass").toString(), QStringLiteral("b"));
+    EXPECT_EQ(changed, (QStringList{kAlice, QStringLiteral("bob_x@example.org")}));
+}
+
+TEST_F(Facade, CarriesOutWhatWaitedBehindTheNewLoad) {
+    ASSERT_EQ(messenger->start(), QString());
+    messenger->addAccount(kAlice, QStringLiteral("a"));
+    const QString bob = QStringLiteral("bob@example.org");
+    QObject::connect(messenger.get(), &Messenger::accountChanged, messenger.get(), [&](const QString& jid) {
+        if (jid == bob) {
+            EXPECT_EQ(messenger->setStatus(kAlice, Status::away, QStringLiteral("x")), QString());
+        }
+    });
+    messenger->addAccount(bob, QStringLiteral("b"));
+    void* library = dlopen(TINY_MODULE, RTLD_NOW | RTLD_NOLOAD);
+    ASSERT_NE(library, nullptr);
+    const auto& state = *reinterpret_cast<tiny::StateExport>(dlsym(library, "tinyState"))();
+    dlclose(library);
+    EXPECT_EQ(state.loads, 2);
+    EXPECT_EQ(state.log, (std::vector<std::string>{"unload", "status 4 x"}));
+}
+
+TEST_F(Facade, TellsWhyACommandCannotBeCarriedOut) {
+    EXPECT_FALSE(messenger->addAccount(kAlice, QStringLiteral("a")).isEmpty()) << "nothing is loaded yet";
+    ASSERT_EQ(messenger->start(), QString());
+    for (const char* jid : {"", "alice", "@example.org", "alice@", "a b@example.org", "a@b@c", "a\"@example.org"}) {
+        EXPECT_FALSE(messenger->addAccount(QString::fromLatin1(jid), QStringLiteral("a")).isEmpty()) << jid;
+    }
+    const QString nobody = QStringLiteral("nobody@example.org");
+    EXPECT_EQ(messenger->setStatus(nobody, Status::online), QStringLiteral("Nie ma takiego konta: nobody@example.org"));
+    EXPECT_FALSE(messenger->sendMessage(nobody, kAlice, QStringLiteral("x")).isEmpty());
+    EXPECT_FALSE(messenger->answerBox(1, BoxButton::ok).isEmpty());
+    EXPECT_FALSE(messenger->resendMessage(17).isEmpty());
+    EXPECT_FALSE(messenger->activateMenu(QStringLiteral("none")).isEmpty());
+    messenger->addAccount(kAlice, QStringLiteral("a"));
+    EXPECT_FALSE(messenger->sendMessage(kAlice, nobody, QString()).isEmpty());
+    EXPECT_FALSE(messenger->addContact(kAlice, nobody).isEmpty()) << "not connected";
+    EXPECT_FALSE(messenger->sendRaw(kAlice, QStringLiteral("<a/>")).isEmpty());
+    EXPECT_FALSE(messenger->confirmStatusWindow(kAlice, Status::online, {}, false).isEmpty());
+}
+
+TEST_F(Facade, KeepsHistoryThatCanBeSearchedAndExported) {
+    ASSERT_EQ(messenger->start(), QString());
+    messenger->addAccount(kAlice, QStringLiteral("a"));
+    const QString bob = QStringLiteral("bob@example.org");
+    qint64 number = 0;
+    for (const char* body :
+         {"Pierwsza wiadomość", "druga \"z cudzysłowem\" (i)", "trzecia\nw dwóch wierszach", "ostatnia"}) {
+        EXPECT_EQ(messenger->sendMessage(kAlice, bob, QString::fromUtf8(body), MessageKind::chat, {}, &number),
+                  QString());
+    }
+    messenger->sendMessage(kAlice, QStringLiteral("eve@example.org"), QStringLiteral("inna wiadomosc"));
+    const auto bodies = [&](const QString& with, int limit, const char* search) {
+        QStringList list;
+        for (const Message& message : messenger->history(kAlice, with, limit, QString::fromUtf8(search)))
+            list.append(message.body);
+        return list;
+    };
+    EXPECT_EQ(number, 4);
+    EXPECT_EQ(bodies(bob, 2, ""),
+              (QStringList{QStringLiteral("trzecia\nw dwóch wierszach"), QStringLiteral("ostatnia")}));
+    EXPECT_EQ(bodies(bob, 20, "WIADOMOSC").size(), 1);
+    EXPECT_EQ(bodies({}, 20, "wiadomość").size(), 2);
+    EXPECT_EQ(bodies(bob, 20, "wier trze").size(), 1) << "the beginnings of words, in any order";
+    for (const char* hostile : {"\"", "(i)", "AND OR NOT", "a* ^b", "x'; DROP TABLE messages; --", "NEAR("})
+        bodies(bob, 5, hostile);
+    EXPECT_EQ(bodies(bob, 20, "").size(), 4);
+
+    const QString json = directory.filePath(QStringLiteral("out.json"));
+    EXPECT_EQ(messenger->exportHistory(kAlice, bob, Messenger::ExportFormat::json, json), QString());
+    QFile file(json);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QJsonArray list = QJsonDocument::fromJson(file.readAll()).array();
+    ASSERT_EQ(list.size(), 4);
+    EXPECT_EQ(list[0][QStringLiteral("direction")].toString(), QStringLiteral("out"));
+    EXPECT_EQ(list[0][QStringLiteral("state")].toString(), QStringLiteral("queued"));
+    const QString text = directory.filePath(QStringLiteral("out.txt"));
+    EXPECT_EQ(messenger->exportHistory(kAlice, {}, Messenger::ExportFormat::text, text), QString());
+    QFile plain(text);
+    ASSERT_TRUE(plain.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(plain.readAll().contains("    w dwóch wierszach\n"));
+    EXPECT_FALSE(
+        messenger->exportHistory(kAlice, bob, Messenger::ExportFormat::text, QStringLiteral("/nowhere/x")).isEmpty());
+}
+
+TEST_F(Facade, TellsOfAHistoryThatCannotBeOpenedAndSendsNothingUnwritten) {
+    QFile file(directory.filePath(QStringLiteral("history.sqlite")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray(5000, 'x'));
+    file.close();
+    QStringList notices;
+    QObject::connect(messenger.get(), &Messenger::noticed, messenger.get(),
+                     [&](const QString&, const QString& text) { notices.append(text); });
+    ASSERT_EQ(messenger->start(), QString());
+    messenger->addAccount(kAlice, QStringLiteral("a"));
+    EXPECT_FALSE(messenger->sendMessage(kAlice, QStringLiteral("bob@example.org"), QStringLiteral("x")).isEmpty());
+    EXPECT_FALSE(messenger->sendMessage(kAlice, QStringLiteral("bob@example.org"), QStringLiteral("y")).isEmpty());
+    EXPECT_EQ(notices.size(), 1) << "once is enough";
+    EXPECT_TRUE(messenger->history(kAlice, {}).isEmpty());
+}
+
+TEST_F(Facade, TellsThatItHasFinished) {
+    ASSERT_EQ(messenger->start(), QString());
+    int finished = 0;
+    QObject::connect(messenger.get(), &Messenger::finished, messenger.get(), [&] { ++finished; });
+    messenger->shutdown();
+    messenger->shutdown();
+    EXPECT_TRUE(waitFor([&] { return finished > 0; }));
+    pass(20);
+    EXPECT_EQ(finished, 1);
+    EXPECT_FALSE(messenger->running());
+    EXPECT_FALSE(messenger->addAccount(kAlice, QStringLiteral("a")).isEmpty());
+}
+
+TEST(AccountPath, IsOnePlainFileName) {
+    const QTemporaryDir directory;
+    const QString profile = directory.path() + u'/';
+    const QString path =
+        newAccountPath(profile, QStringLiteral("protoLink"), QStringLiteral("../e_v/il@ex\\ample.org"));
+    EXPECT_EQ(QFileInfo(path).dir().path(), directory.path());
+    EXPECT_EQ(newAccountPath(profile, QStringLiteral("p"), QStringLiteral("ą@b.pl")),
+              profile + QStringLiteral("p_ą@b.pl.config"));
+    QFile taken(profile + QStringLiteral("p_a@b.config"));
+    ASSERT_TRUE(taken.open(QIODevice::WriteOnly));
+    EXPECT_EQ(newAccountPath(profile, QStringLiteral("p"), QStringLiteral("a@b")),
+              profile + QStringLiteral("p_a@b-2.config"));
+}
+
+}  // namespace
+}  // namespace oku::test

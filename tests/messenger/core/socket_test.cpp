@@ -1,0 +1,175 @@
+#include <QTcpServer>
+#include <QTcpSocket>
+
+#include "tests/messenger/core/stage.h"
+
+#include "host/oku/netlib.h"
+#include "host/oku/windows.h"
+#include "messenger/core/wide.h"
+
+namespace oku::test {
+namespace {
+
+/// What the plugin sees of its sockets, against a server of the test's own.
+class Sockets : public Stage {
+protected:
+    Sockets() {
+        writeAccount({}, QStringLiteral("alice@localhost"));
+        start();
+        EXPECT_TRUE(server.listen(QHostAddress::LocalHost));
+        plugin().onSocket = [this](tiny::Account&, std::uint32_t kind, OKU_WORD data) {
+            if (kind == NL_EVENT_RECEIVED) {
+                const auto* record = reinterpret_cast<const NL_RECEIVED*>(data);
+                events.append(QStringLiteral("4 ") + QString::fromUtf8(record->data));
+            } else {
+                events.append(QStringLiteral("%1 %2").arg(kind).arg(kind == NL_EVENT_CLOSED && data ? 1 : 0));
+            }
+        };
+    }
+    void TearDown() override {
+        if (core->running()) plugin().onSocket = nullptr;
+        Stage::TearDown();
+    }
+
+    /// Only with the plugin on the stack.
+    void dialFromPlugin(quint16 port) {
+        auto record = makeRecord<NL_CONNECT_RECORD>();
+        record.host = u"127.0.0.1";
+        record.port = port;
+        record.socket = account().socket.c_str();
+        record.serviceName = u"";
+        EXPECT_EQ(call(u"NetLib/ConnectService", wordOf(&record)), 1);
+    }
+    void dial(quint16 port) {
+        inPlugin([this, port] { dialFromPlugin(port); });
+    }
+    QTcpSocket* accept() {
+        EXPECT_TRUE(waitFor([&] { return server.hasPendingConnections(); }));
+        return server.nextPendingConnection();
+    }
+    std::int32_t send(const char* text) {
+        auto record = makeRecord<NL_SEND_RECORD>();
+        record.data = text;
+        record.length = static_cast<std::uint32_t>(strlen(text));
+        record.socket = account().socket.c_str();
+        return static_cast<std::int32_t>(call(u"NetLib/Send", wordOf(&record)));
+    }
+    bool saw(const char* event) {
+        return waitFor([&] { return events.contains(QString::fromLatin1(event)); });
+    }
+
+    QTcpServer server;
+    QStringList events;
+};
+
+TEST_F(Sockets, TellAnEndThatNobodyAskedForOnce) {
+    dial(server.serverPort());
+    QTcpSocket* peer = accept();
+    ASSERT_TRUE(saw("2 0"));
+    EXPECT_EQ(send("<a/>"), 4);
+    peer->write("<b/>");
+    ASSERT_TRUE(saw("4 <b/>"));
+    peer->abort();
+    ASSERT_TRUE(saw("3 1"));
+    pass(50);
+    EXPECT_EQ(events, (QStringList{QStringLiteral("2 0"), QStringLiteral("4 <b/>"), QStringLiteral("3 1")}));
+    EXPECT_EQ(send("<a/>"), -1);
+}
+
+TEST_F(Sockets, TellAnEndThatThePluginAskedForWithANullWord) {
+    dial(server.serverPort());
+    accept();
+    ASSERT_TRUE(saw("2 0"));
+    inPlugin([&] {
+        EXPECT_EQ(call(u"NetLib/Close", wordOf(account().socket.c_str())), 1);
+        EXPECT_FALSE(events.contains(QStringLiteral("3 0"))) << "not while the plugin is on the stack";
+    });
+    EXPECT_TRUE(saw("3 0"));
+}
+
+TEST_F(Sockets, TellARefusedConnection) {
+    const quint16 port = server.serverPort();
+    server.close();
+    dial(port);
+    EXPECT_TRUE(saw("3 1"));
+    EXPECT_FALSE(entry().reason.isEmpty());
+}
+
+TEST_F(Sockets, DropTheEventsOfAConnectionThatWasReplaced) {
+    dial(server.serverPort());
+    QTcpSocket* first = accept();
+    ASSERT_TRUE(saw("2 0"));
+    events.clear();
+    core->queue.post({}, [&] {
+        first->write("<old/>");
+        first->flush();
+        pass(50);  // the bytes arrive, and wait
+        dialFromPlugin(server.serverPort());
+    });
+    accept();
+    ASSERT_TRUE(saw("2 0"));
+    pass(50);
+    EXPECT_EQ(events, QStringList(QStringLiteral("2 0")));
+}
+
+TEST_F(Sockets, HoldBytesWhileABoxIsOpenAndLoseNone) {
+    dial(server.serverPort());
+    QTcpSocket* peer = accept();
+    ASSERT_TRUE(saw("2 0"));
+    events.clear();
+    auto box = makeRecord<OKU_MESSAGE_BOX>();
+    box.style = OKU_BOX_ERROR;
+    QTimer::singleShot(0, core.get(), [&] {
+        for (const char* piece : {"<m1/>", "<m2/>", "<m3/>"}) {
+            peer->write(piece);
+            pass(10);
+        }
+        EXPECT_TRUE(events.isEmpty());
+        core->boxes.answer(core->boxes.open().first().number, BoxButton::ok);
+    });
+    inPlugin([&] { call(u"UI/MessageBox", wordOf(&box)); });
+    EXPECT_TRUE(waitFor([&] { return events.join(QString()).count(QStringLiteral("<m")) == 3; }));
+    EXPECT_LT(events.join(QString()).indexOf(QStringLiteral("<m1/>")),
+              events.join(QString()).indexOf(QStringLiteral("<m3/>")));
+    EXPECT_EQ(plugin().deepest, 1);
+}
+
+TEST_F(Sockets, CallAPluginThatIsGoneNoMore) {
+    dial(server.serverPort());
+    QTcpSocket* peer = accept();
+    ASSERT_TRUE(saw("2 0"));
+    bool finished = false;
+    QObject::connect(core.get(), &HostCore::finished, core.get(), [&] { finished = true; });
+    core->queue.post({}, [&] {
+        core->shutdown();
+        peer->write("<late/>");
+        peer->flush();
+        peer->disconnectFromHost();
+        pass(50);
+    });
+    EXPECT_TRUE(waitFor([&] { return finished; }, 6000));
+    const auto before = events;
+    pass(50);
+    EXPECT_EQ(events, before);
+}
+
+TEST_F(Sockets, GiveTheHostsOwnProxyFromItsFile) {
+    auto record = makeRecord<NL_PROXY_DEFAULTS>();
+    EXPECT_EQ(call(u"OKU/NL/GetDefaultSettings", wordOf(&record)), 1);
+    EXPECT_EQ(record.enabled, 0U);
+    QFile file(directory.filePath(QStringLiteral("oku.config")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(
+        "OKU/Proxy/Enable = 1\nOKU/Proxy/Host = proxy.example.org\nOKU/Proxy/Port = 8080\nOKU/Proxy/Type = 4\n"
+        "OKU/Proxy/User = \"ala\"\n");
+    file.close();
+    EXPECT_EQ(call(u"OKU/NL/GetDefaultSettings", wordOf(&record)), 1);
+    EXPECT_EQ(record.enabled, 1U);
+    EXPECT_EQ(record.port, 8080U);
+    EXPECT_EQ(record.type, 4U);
+    EXPECT_EQ(record.auth, 1U);
+    EXPECT_EQ(std::u16string(record.host), u"proxy.example.org");
+}
+
+}  // namespace
+}  // namespace oku::test

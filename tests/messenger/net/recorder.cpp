@@ -1,0 +1,93 @@
+#include "tests/messenger/net/recorder.h"
+
+#include <QRegularExpression>
+#include <utility>
+
+#include "tests/messenger/net/wait.h"
+
+namespace oku::net::test {
+
+QByteArray Recorder::bytes() const {
+    QByteArray all;
+    for (const QByteArray& piece : pieces) all += piece;
+    return all;
+}
+
+int Recorder::count(const QString& start) const {
+    return static_cast<int>(log.filter(QRegularExpression('^' + start)).size());
+}
+
+void Recorder::line(const QString& text) {
+    log.append(text);
+    if (onEvent) onEvent(text);
+}
+
+void Recorder::add(const QString& what, const ConnectionId& id, const QString& more) {
+    line(what + ' ' + QString::number(id.number) + more);
+}
+
+void Recorder::closed(const ConnectionId& id, const End& end) {
+    ends.push_back(end);
+    add("closed", id);
+}
+
+void Recorder::received(const ConnectionId& id, QByteArray piece) {
+    nulBehindAll = nulBehindAll && piece.data()[piece.size()] == '\0';
+    pieces.push_back(piece);
+    add("received", id, ' ' + QString::fromUtf8(piece.left(40)));
+}
+
+void Recorder::certificateCheck(const ConnectionId& id) {
+    checks.push_back(id);
+    add("check", id);
+}
+
+void Recorder::certificateQuestion(const ConnectionId& id, const BadCertificate& certificate) {
+    questions.push_back(certificate);
+    add("question", id);
+}
+
+void Recorder::certificatePinned(const ConnectionId& id, const QString& domain, const QByteArray& fingerprint) {
+    pins.append({domain, fingerprint});
+    add("pinned", id);
+}
+
+void Recorder::notice(const ConnectionId& id, const QString& text) {
+    notices.append(text);
+    add("notice", id);
+}
+
+void ScriptedResolver::srv(const QString& name, QObject* context, std::function<void(SrvAnswer)> done) {
+    asked.append("srv " + name);
+    if (silent) return;
+    const SrvAnswer answer = services[name];
+    QMetaObject::invokeMethod(
+        context, [answer, done = std::move(done)] { done(answer); }, Qt::QueuedConnection);
+}
+
+void ScriptedResolver::addresses(const QString& host, QObject* context, std::function<void(QList<QHostAddress>)> done) {
+    asked.append("host " + host);
+    const QList<QHostAddress> answer = hosts[host];
+    QMetaObject::invokeMethod(
+        context, [answer, done = std::move(done)] { done(answer); }, Qt::QueuedConnection);
+}
+
+Bench::Bench(SocketSettings settings) : service(events, std::move(settings), dns) { service.create("s"); }
+
+ConnectionId Bench::connect(quint16 port, const QString& host) {
+    ConnectRequest request;
+    request.host = host;
+    request.port = port;
+    request.domain = "example.test";
+    return service.connect("s", request);
+}
+
+bool Bench::opened(int times) {
+    return waitFor([&] { return events.count("connected") >= times; });
+}
+
+bool Bench::closed(int times) {
+    return waitFor([&] { return events.count("closed") >= times; });
+}
+
+}  // namespace oku::net::test

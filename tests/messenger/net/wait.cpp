@@ -1,0 +1,29 @@
+#include "tests/messenger/net/wait.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QTimer>
+
+namespace oku::net::test {
+
+bool waitFor(const std::function<bool()>& condition, int milliseconds) {
+    QElapsedTimer clock;
+    clock.start();
+    QTimer waker;  // wakes the loop, so that the condition is looked at again
+    waker.start(5);
+    while (!condition()) {
+        if (clock.elapsed() > milliseconds) return false;
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    return true;
+}
+
+void settle(int milliseconds) {
+    QElapsedTimer clock;
+    clock.start();
+    waitFor([&] { return clock.elapsed() >= milliseconds; });
+}
+
+}  // namespace oku::net::test

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QByteArray>
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+namespace oku::test {
+
+/// A server that logs one client in, in clear by PLAIN, answers what a login and a quiet connection need, and says
+/// whatever a test wants it to.
+class Server : public QObject {
+public:
+    Server();
+
+    [[nodiscard]] quint16 port() const { return listener_.serverPort(); }
+    void say(const QByteArray& xml);
+    /// The elements that the client sent since the last clear().
+    [[nodiscard]] const QList<QByteArray>& heard() const { return heard_; }
+    [[nodiscard]] bool heardOf(const QByteArray& text) const;
+    void clear() { heard_.clear(); }
+    /// Closes the connection without a word.
+    void hangUp();
+    /// Connections that were accepted.
+    [[nodiscard]] int connections() const { return connections_; }
+
+    bool refusing = false;  ///< every login fails, and the stream ends
+    QByteArray features;    ///< what it tells of itself in its answer to disco#info
+
+private:
+    void accept();
+    void read();
+    void answer(const QByteArray& element);
+    void answerIq(const QByteArray& iq);
+
+    QTcpServer listener_;
+    QPointer<QTcpSocket> peer_;
+    QByteArray pending_;
+    QList<QByteArray> heard_;
+    bool authorized_ = false;
+    int connections_ = 0;
+};
+
+}  // namespace oku::test

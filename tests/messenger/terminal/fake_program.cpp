@@ -1,0 +1,93 @@
+// The terminal messenger on a scripted messenger: what the tests run in a terminal. The account logs in at once, its
+// contacts come online, and whoever is written to answers with what was written.
+#include <unistd.h>
+#include <csignal>
+#include <QCoreApplication>
+#include <QTimer>
+
+#include "messenger/terminal/options.h"
+#include "messenger/terminal/posix_io.h"
+#include "messenger/terminal/run_interactive.h"
+#include "messenger/terminal/run_json.h"
+#include "messenger/terminal/texts.h"
+#include "tests/messenger/terminal/fake_client.h"
+
+namespace {
+
+using namespace oku;
+using namespace oku::terminal;
+using namespace oku::terminal::test;
+
+const QString kAccount = QStringLiteral("ala@localhost");
+
+class LivelyClient final : public FakeClient {
+public:
+    LivelyClient() {
+        accountList = {test::account("ala@localhost")};
+        contactLists[kAccount] = {
+            test::contact("olek@localhost", "Olek", "Znajomi"), test::contact("ewa@localhost", "Ewa Żółć", "Praca"),
+            test::contact("mei@localhost", "李梅 🦆", "Praca"), test::contact("bot@localhost", "Bot", "Kontakty")};
+        contactLists[kAccount][3].subscription = QStringLiteral("none");
+        contactLists[kAccount][3].waiting = true;
+    }
+
+    QString setStatus(const QString& which, Status status, const QString& description) override {
+        accountList[0].status = status;
+        accountList[0].description = description;
+        const bool online = status != Status::offline;
+        if (online && accountList[0].connection == ConnectionState::offline) {
+            for (const auto state : {ConnectionState::connecting, ConnectionState::connected,
+                                     ConnectionState::encrypted, ConnectionState::authorized, ConnectionState::online})
+                connectionChanged(state);
+            listener->rosterComplete(which);
+            presence(0, resource("dom", Status::away, 5, "Zaraz wracam ☕"));
+            presence(2, resource("手机", Status::online, 1, ""));
+        } else if (!online) {
+            connectionChanged(ConnectionState::offline);
+        }
+        listener->ownStatusChanged(which, status, description);
+        return {};
+    }
+
+    QString sendMessage(const QString& which, const QString& to, const QString& body, MessageKind kind,
+                        const QString& subject) override {
+        if (accountList[0].connection != ConnectionState::online) return QStringLiteral("konto jest rozłączone");
+        const QString reason = FakeClient::sendMessage(which, to, body, kind, subject);
+        listener->typingReceived(which, to, true);
+        QTimer::singleShot(300, &context_, [this, which, to, body] {
+            listener->messageReceived(which, incoming(which.toUtf8(), to.toUtf8(), ("Echo: " + body).toUtf8()));
+        });
+        return reason;
+    }
+
+private:
+    void connectionChanged(ConnectionState state) {
+        accountList[0].connection = state;
+        listener->connectionChanged(kAccount, state, {});
+    }
+
+    void presence(int place, const Resource& one) {
+        Contact& who = contactLists[kAccount][place];
+        who.resources = {one};
+        who.status = one.status;
+        who.description = one.description;
+        listener->presenceReceived(kAccount, who.jid, one);
+        listener->contactChanged(kAccount, who);
+    }
+
+    QObject context_;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::signal(SIGPIPE, SIG_IGN);
+    QCoreApplication application(argc, argv);
+    setLanguage(languageOfEnvironment());
+    const ReadOptions read = readOptions(QCoreApplication::arguments().mid(1));
+    if (!std::holds_alternative<Options>(read)) return static_cast<int>(ExitCode::BadUsage);
+    LivelyClient client;
+    client.refusals[QStringLiteral("start")] = qEnvironmentVariable("FAKE_REFUSAL");
+    const auto& options = std::get<Options>(read);
+    return static_cast<int>(options.json ? runJson(client, options) : runInteractive(client, options));
+}

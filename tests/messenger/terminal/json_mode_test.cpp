@@ -1,0 +1,413 @@
+#include <gtest/gtest.h>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include "messenger/terminal/json_command.h"
+#include "messenger/terminal/json_mode.h"
+#include "messenger/terminal/texts.h"
+#include "tests/messenger/terminal/fake_client.h"
+
+namespace oku::terminal::test {
+namespace {
+
+class JsonModeTest : public testing::Test {
+protected:
+    void SetUp() override {
+        setLanguage(Language::English);
+        client.accountList = {account("ala@localhost"), account("ola@localhost")};
+        client.contactLists[QStringLiteral("ala@localhost")] = {
+            contact("olek@localhost", "Olek", "Znajomi", Status::away)};
+        client.contactLists[QStringLiteral("ala@localhost")][0].resources = {
+            resource("dom", Status::away, 5, "Zaraz wracam ☕")};
+        ASSERT_EQ(mode.start(), QString());
+        events.clear();
+        client.calls.clear();
+    }
+    void TearDown() override { setLanguage(Language::Polish); }
+
+    void take(const QByteArray& line) {
+        EXPECT_TRUE(line.endsWith('\n'));
+        EXPECT_EQ(line.count('\n'), 1);
+        const QJsonDocument document = QJsonDocument::fromJson(line);
+        EXPECT_TRUE(document.isObject()) << line.constData();
+        events.append(document.object());
+    }
+
+    // Feeds one line and gives the events that follow.
+    QList<QJsonObject> say_(const QByteArray& line) {
+        events.clear();
+        mode.feed(line + '\n');
+        return std::exchange(events, {});
+    }
+
+    // Feeds a command that must be answered with `ok` last and nothing else but what comes before.
+    void expectOk(const QByteArray& line, const char* call) {
+        client.calls.clear();
+        const auto answers = say_(line);
+        ASSERT_FALSE(answers.isEmpty()) << line.constData();
+        EXPECT_EQ(answers.last().value("event"), "ok") << line.constData();
+        EXPECT_EQ(client.takeCalls().join(u'\n').toStdString(), call) << line.constData();
+    }
+
+    // Feeds a line that must be answered with one `error` and reach nothing; gives the reason.
+    std::string expectError(const QByteArray& line) {
+        client.calls.clear();
+        const auto answers = say_(line);
+        EXPECT_EQ(answers.size(), 1) << line.constData();
+        EXPECT_EQ(answers.value(0).value("event"), "error") << line.constData();
+        EXPECT_TRUE(client.takeCalls().isEmpty()) << line.constData();
+        const QString reason = answers.value(0).value("reason").toString();
+        EXPECT_FALSE(reason.contains(u'\n'));
+        return reason.toStdString();
+    }
+
+    // The event that the mode wrote last.
+    QJsonObject last() const { return events.isEmpty() ? QJsonObject() : events.last(); }
+
+    FakeClient client;
+    QList<QJsonObject> events;
+    bool ended = false;
+    JsonMode mode{client, [this](const QByteArray& line) { take(line); }, true, {}, [this] { ended = true; }};
+};
+
+TEST_F(JsonModeTest, SaysThatItIsReady) {
+    mode.start();
+    EXPECT_EQ(QJsonDocument(last()).toJson(QJsonDocument::Compact).toStdString(),
+              R"({"accounts":["ala@localhost","ola@localhost"],"event":"ready","profile":"profile/"})");
+}
+
+TEST_F(JsonModeTest, TellsWhyItCannotStart) {
+    client.refusals["start"] = "no such module";
+    EXPECT_EQ(mode.start(), "no such module");
+    EXPECT_EQ(last().value("event"), "error");
+    EXPECT_EQ(last().value("reason"), "no such module");
+}
+
+TEST_F(JsonModeTest, CarriesOutEachCommand) {
+    const QString me = QStringLiteral("ala@localhost");
+    expectOk(R"({"cmd":"account","jid":"ewa@localhost/x","password":"s3","settings":)"
+             R"({"XMPP/Serv/Enable":1,"XMPP/Serv/Host":"127.0.0.1:5","XMPP/Serv/SSL":true}})",
+             "addAccount|ewa@localhost/x|s3|XMPP/Serv/Enable=int:1|XMPP/Serv/Host=QString:127.0.0.1:5|"
+             "XMPP/Serv/SSL=int:1");
+    expectOk(R"({"cmd":"status","status":"xa","description":"śpię"})", "setStatus|ala@localhost|xa|śpię");
+    expectOk(R"({"cmd":"status","status":"offline"})", "setStatus|ala@localhost|offline|");
+    expectOk(R"({"cmd":"message","to":"olek@localhost","body":"cześć 🦆"})",
+             "sendMessage|ala@localhost|olek@localhost|cześć 🦆|chat|");
+    expectOk(R"({"cmd":"message","to":"o@l","body":"b","kind":"normal","subject":"s"})",
+             "sendMessage|ala@localhost|o@l|b|normal|s");
+    expectOk(R"({"cmd":"typing","to":"o@l","composing":true})", "sendTyping|ala@localhost|o@l|composing");
+    expectOk(R"({"cmd":"typing","to":"o@l","composing":false})", "sendTyping|ala@localhost|o@l|paused");
+    expectOk(R"({"cmd":"add","jid":"o@l","name":"O","group":"G"})", "addContact|ala@localhost|o@l|O|G");
+    expectOk(R"({"cmd":"add","jid":"o@l"})", "addContact|ala@localhost|o@l||");
+    expectOk(R"({"cmd":"rename","jid":"o@l","name":"N"})", "renameContact|ala@localhost|o@l|N");
+    expectOk(R"({"cmd":"group","jid":"o@l","group":"H"})", "moveContact|ala@localhost|o@l|H");
+    expectOk(R"({"cmd":"remove","jid":"o@l"})", "removeContact|ala@localhost|o@l");
+    expectOk(R"({"cmd":"subscribe","jid":"o@l"})", "subscribe|ala@localhost|o@l");
+    expectOk(R"({"cmd":"authorize","jid":"o@l","ask":true})", "authorize|ala@localhost|o@l|ask");
+    expectOk(R"({"cmd":"authorize","jid":"o@l"})", "authorize|ala@localhost|o@l|");
+    expectOk(R"({"cmd":"deny","jid":"o@l"})", "deny|ala@localhost|o@l");
+    expectOk(R"({"cmd":"answer","box":3,"button":"yes"})", "answerBox|3|6");
+    expectOk(R"({"cmd":"answer","box":4,"button":"no"})", "answerBox|4|7");
+    expectOk(R"({"cmd":"answer","box":5,"button":"ok"})", "answerBox|5|1");
+    expectOk(R"({"cmd":"set","key":"XMPP/Priority","value":7})", "setSetting|ala@localhost|XMPP/Priority|int|7");
+    expectOk(R"({"cmd":"set","key":"k","value":false})", "setSetting|ala@localhost|k|int|0");
+    expectOk(R"({"cmd":"set","key":"k","value":"t"})", "setSetting|ala@localhost|k|QString|t");
+    expectOk(R"({"cmd":"raw","xml":"<presence/>"})", "sendRaw|ala@localhost|<presence/>");
+    expectOk(R"({"cmd":"console","on":true})", "setConsole|on");
+    expectOk(R"({"cmd":"console","on":false})", "setConsole|off");
+}
+
+TEST_F(JsonModeTest, NamesEveryCommandThatTheProtocolHas) {
+    for (const JsonCommandShape& shape : jsonCommandShapes()) {
+        if (QLatin1String(shape.name) == QLatin1String("quit")) continue;
+        QJsonObject object{{"cmd", shape.name}, {"id", 1}};
+        const auto answers = say_(QJsonDocument(object).toJson(QJsonDocument::Compact));
+        int answered = 0;
+        for (const QJsonObject& event : answers) answered += event.value("id") == 1;
+        const bool later = QLatin1String(shape.name) == QLatin1String("server");
+        EXPECT_EQ(answered, later ? 0 : 1) << shape.name;
+    }
+}
+
+TEST_F(JsonModeTest, AnswersWithTheIdAsItCame) {
+    EXPECT_EQ(say_(R"({"cmd":"console","on":true,"id":{"a":[1,null,"ż"]}})").last().value("id"),
+              (QJsonObject{{"a", QJsonArray{1, QJsonValue::Null, "ż"}}}));
+    EXPECT_FALSE(say_(R"({"cmd":"console","on":true})").last().contains("id"));
+    EXPECT_EQ(say_(R"({"cmd":"nothing","id":null})").last().value("id"), QJsonValue::Null);
+    EXPECT_TRUE(say_(R"({"cmd":"nothing","id":null})").last().contains("id"));
+    EXPECT_EQ(say_(R"({"cmd":"deny","id":"x"})").last().value("id"), "x");
+}
+
+TEST_F(JsonModeTest, TakesTheAccountOfTheCommand) {
+    expectOk(R"({"cmd":"status","status":"dnd","account":"ola@localhost"})", "setStatus|ola@localhost|dnd|");
+    expectOk(R"({"cmd":"status","status":"dnd","account":"Ola@Localhost/dom"})", "setStatus|ola@localhost|dnd|");
+}
+
+TEST_F(JsonModeTest, RefusesWhatIsNoCommand) {
+    EXPECT_NE(expectError("{\"cmd\":").find("not JSON"), std::string::npos);
+    EXPECT_EQ(expectError("[1]"), "a command must be an object");
+    EXPECT_EQ(expectError("{}"), "the field \"cmd\" is missing or not a text");
+    EXPECT_EQ(expectError(R"({"cmd":7})"), "the field \"cmd\" is missing or not a text");
+    EXPECT_EQ(expectError(R"({"cmd":"fly"})"), "unknown command \"fly\"");
+    EXPECT_EQ(expectError(R"({"cmd":"message","to":"a@b"})"), "the field \"body\" is missing");
+    EXPECT_EQ(expectError(R"({"cmd":"message","to":null,"body":"x"})"), "the field \"to\" is missing");
+    EXPECT_EQ(expectError(R"({"cmd":"message","to":5,"body":"x"})"), "the field \"to\" must be a text");
+    EXPECT_EQ(expectError(R"({"cmd":"typing","to":"a@b","composing":1})"),
+              "the field \"composing\" must be true or false");
+    EXPECT_EQ(expectError(R"({"cmd":"answer","box":1.5,"button":"ok"})"), "the field \"box\" must be a whole number");
+    EXPECT_EQ(expectError(R"({"cmd":"roster","account":1})"), "the field \"account\" must be a text");
+    EXPECT_EQ(expectError(R"({"cmd":"account","jid":"a@b","settings":[]})"),
+              "the field \"settings\" must be an object");
+    EXPECT_NE(expectError("\xff\xfe").find("not JSON"), std::string::npos);
+}
+
+TEST_F(JsonModeTest, RefusesWrongValues) {
+    EXPECT_EQ(expectError(R"({"cmd":"status","status":"sleeping"})").find("unknown status"), 0U);
+    EXPECT_EQ(expectError(R"({"cmd":"status","status":"error"})").find("unknown status"), 0U);
+    EXPECT_EQ(expectError(R"({"cmd":"message","to":"a@b","body":"x","kind":"loud"})").find("unknown kind"), 0U);
+    EXPECT_EQ(expectError(R"({"cmd":"answer","box":1,"button":"maybe"})").find("unknown answer"), 0U);
+    EXPECT_EQ(expectError(R"({"cmd":"history","with":"a@b","limit":0})"), "the number of messages must be above zero");
+}
+
+TEST_F(JsonModeTest, PassesTheReasonOfARefusalOn) {
+    client.refusals["renameContact"] = "not logged in";
+    const auto answers = say_(R"({"cmd":"rename","jid":"o@l","name":"N","id":4})");
+    ASSERT_EQ(answers.size(), 1);
+    EXPECT_EQ(answers[0], (QJsonObject{{"event", "error"}, {"cmd", "rename"}, {"id", 4}, {"reason", "not logged in"}}));
+}
+
+TEST_F(JsonModeTest, NeedsAnAccountForWhatIsDoneWithOne) {
+    client.accountList.clear();
+    EXPECT_EQ(expectError(R"({"cmd":"roster"})"), "there is no account yet");
+    expectOk(R"({"cmd":"console","on":true})", "setConsole|on");
+}
+
+TEST_F(JsonModeTest, GivesTheListBeforeItsAnswer) {
+    const auto answers = say_(R"({"cmd":"roster","id":9})");
+    ASSERT_EQ(answers.size(), 2);
+    EXPECT_EQ(QJsonDocument(answers[0]).toJson(QJsonDocument::Compact).toStdString(),
+              R"({"account":"ala@localhost","contacts":[{"description":"","group":"Znajomi","jid":"olek@localhost",)"
+              R"("name":"Olek","resources":[{"description":"Zaraz wracam ☕","priority":5,"resource":"dom",)"
+              R"("status":"away"}],"status":"away","subscription":"both","waiting":false}],"event":"roster"})");
+    EXPECT_EQ(answers[1].value("event"), "ok");
+}
+
+TEST_F(JsonModeTest, GivesTheHistoryBeforeItsAnswer) {
+    client.messages = {incoming("ala@localhost", "olek@localhost", "hej"),
+                       outgoing("ala@localhost", "olek@localhost", "no hej", 2)};
+    client.messages[0].delayed = QDateTime(QDate(2026, 11, 20), QTime(8, 0), Qt::UTC);
+    client.messages[0].time = QDateTime(QDate(2026, 11, 21), QTime(9, 5, 7, 250), Qt::UTC);
+    client.messages[1].state = DeliveryState::unconfirmed;
+    const auto answers = say_(R"({"cmd":"history","with":"olek@localhost","limit":5,"search":"hej"})");
+    EXPECT_EQ(client.takeCalls().join(u'\n'), "history|ala@localhost|olek@localhost|5|hej");
+    ASSERT_EQ(answers.size(), 2);
+    const QJsonArray list = answers[0].value("messages").toArray();
+    ASSERT_EQ(list.size(), 2);
+    EXPECT_EQ(list[0].toObject(), (QJsonObject{{"direction", "in"},
+                                               {"body", "hej"},
+                                               {"subject", ""},
+                                               {"time", "2026-11-21T09:05:07.250Z"},
+                                               {"delayed", "2026-11-20T08:00:00.000Z"},
+                                               {"state", "received"}}));
+    EXPECT_EQ(list[1].toObject().value("direction"), "out");
+    EXPECT_EQ(list[1].toObject().value("state"), "unconfirmed");
+    EXPECT_TRUE(list[1].toObject().value("delayed").isNull());
+    say_(R"({"cmd":"history"})");
+    EXPECT_EQ(client.takeCalls().join(u'\n'), "history|ala@localhost||20|");
+}
+
+TEST_F(JsonModeTest, GivesASettingBeforeItsAnswer) {
+    client.settings["XMPP/Priority"] = 7;
+    const auto answers = say_(R"({"cmd":"get","key":"XMPP/Priority"})");
+    ASSERT_EQ(answers.size(), 2);
+    EXPECT_EQ(
+        answers[0],
+        (QJsonObject{{"event", "setting"}, {"account", "ala@localhost"}, {"key", "XMPP/Priority"}, {"value", 7}}));
+    EXPECT_TRUE(say_(R"({"cmd":"get","key":"none"})").value(0).value("value").isNull());
+}
+
+TEST_F(JsonModeTest, AnswersAQuestionAboutAContactWhenAllIsKnown) {
+    EXPECT_TRUE(say_(R"({"cmd":"info","jid":"Olek@localhost/dom","id":1})").isEmpty());
+    EXPECT_EQ(client.takeCalls().join(u'\n'), "requestInfo|ala@localhost|olek@localhost");
+    ContactInfo info;
+    info.jid = QStringLiteral("olek@localhost");
+    info.resource = resource("dom", Status::away, 5, "opis");
+    info.resource.changed = QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5), Qt::UTC);
+    info.client = QStringLiteral("protoLink");
+    info.version = QStringLiteral("1.0");
+    info.os = QStringLiteral("Linux");
+    info.features = QStringList{"urn:xmpp:ping"};
+    mode.infoReceived("ala@localhost", info);
+    mode.infoComplete("ola@localhost", "olek@localhost");
+    mode.infoComplete("ala@localhost", "other@localhost");
+    ASSERT_EQ(events.size(), 1);
+    EXPECT_EQ(events[0], (QJsonObject{{"event", "info"},
+                                      {"account", "ala@localhost"},
+                                      {"jid", "olek@localhost"},
+                                      {"resource", "dom"},
+                                      {"status", "away"},
+                                      {"priority", 5},
+                                      {"description", "opis"},
+                                      {"changed", "2026-01-02T03:04:05.000Z"},
+                                      {"client", "protoLink"},
+                                      {"version", "1.0"},
+                                      {"os", "Linux"},
+                                      {"features", QJsonArray{"urn:xmpp:ping"}}}));
+    mode.infoComplete("ala@localhost", "olek@localhost");
+    mode.infoComplete("ala@localhost", "olek@localhost");
+    ASSERT_EQ(events.size(), 2);
+    EXPECT_EQ(last(), (QJsonObject{{"event", "ok"}, {"cmd", "info"}, {"id", 1}}));
+}
+
+TEST_F(JsonModeTest, AnswersAQuestionAboutTheServerWhenItIsKnown) {
+    EXPECT_TRUE(say_(R"({"cmd":"server","id":1})").isEmpty());
+    ServerInfo info;
+    info.domain = QStringLiteral("localhost");
+    info.identities = QStringList{"server/im Prosody"};
+    info.features = QStringList{"msgoffline"};
+    mode.serverInfoReceived("ala@localhost", info);
+    ASSERT_EQ(events.size(), 2);
+    EXPECT_EQ(events[0], (QJsonObject{{"event", "server"},
+                                      {"account", "ala@localhost"},
+                                      {"domain", "localhost"},
+                                      {"identities", QJsonArray{"server/im Prosody"}},
+                                      {"features", QJsonArray{"msgoffline"}}}));
+    EXPECT_EQ(last().value("event"), "ok");
+}
+
+TEST_F(JsonModeTest, RefusesAQuestionAtOnceWhenTheMessengerDoes) {
+    client.refusals["requestInfo"] = "not logged in";
+    client.refusals["requestServerInfo"] = "not logged in";
+    EXPECT_EQ(say_(R"({"cmd":"info","jid":"o@l"})").value(0).value("reason"), "not logged in");
+    EXPECT_EQ(say_(R"({"cmd":"server"})").value(0).value("reason"), "not logged in");
+    mode.infoComplete("ala@localhost", "o@l");
+    mode.serverInfoReceived("ala@localhost", {});
+    ASSERT_EQ(events.size(), 1);
+    EXPECT_EQ(last().value("event"), "server");
+}
+
+TEST_F(JsonModeTest, TellsEachEvent) {
+    const QString me = QStringLiteral("ala@localhost");
+    const auto told = [&] {
+        const QByteArray text = QJsonDocument(last()).toJson(QJsonDocument::Compact);
+        events.clear();
+        return text.toStdString();
+    };
+    mode.accountChanged(me);
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"account","jid":"ala@localhost"})");
+    mode.connectionChanged(me, ConnectionState::offline, "refused");
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"connection","reason":"refused","state":"offline"})");
+    mode.connectionChanged(me, ConnectionState::encrypted, {});
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"connection","reason":"","state":"encrypted"})");
+    mode.ownStatusChanged(me, Status::away, "ż");
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","description":"ż","event":"status","status":"away"})");
+    mode.rosterComplete(me);
+    EXPECT_EQ(told().find(R"({"account":"ala@localhost","contacts":[{)"), 0U);
+    mode.contactChanged(me, contact("o@l", "O", "G", Status::online));
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","description":"","event":"contact","group":"G","jid":"o@l",)"
+                      R"("name":"O","resources":[],"status":"online","subscription":"both","waiting":false})");
+    mode.contactRemoved(me, "o@l");
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"removed","jid":"o@l"})");
+    mode.presenceReceived(me, "o@l", resource("r", Status::dnd, -3, "d"));
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","description":"d","event":"presence","jid":"o@l","priority":-3,)"
+                      R"("resource":"r","status":"dnd"})");
+    Message message = incoming("ala@localhost", "o@l", "raz\ndwa");
+    message.time = QDateTime(QDate(2026, 11, 21), QTime(9, 5, 7), Qt::UTC);
+    message.resource = QStringLiteral("r");
+    mode.messageReceived(me, message);
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","body":"raz\ndwa","delayed":null,"event":"message",)"
+                      R"("failed":false,"from":"o@l","kind":"chat","resource":"r","subject":"",)"
+                      R"("time":"2026-11-21T09:05:07.000Z"})");
+    mode.messageSent(me, outgoing("ala@localhost", "o@l", "b", 7));
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","body":"b","event":"sent","message":7,"to":"o@l"})");
+    mode.messageQueued(me, outgoing("ala@localhost", "o@l", "b", 8));
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","body":"b","event":"queued","message":8,"to":"o@l"})");
+    mode.typingReceived(me, "o@l", true);
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","composing":true,"event":"typing","from":"o@l"})");
+    mode.authorizationRequested(me, "o@l");
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"authorization","jid":"o@l"})");
+    MessageBox box;
+    box.number = 2;
+    box.text = QStringLiteral("Na pewno?");
+    box.title = QStringLiteral("XMPP");
+    box.style = BoxStyle::question;
+    mode.boxOpened(box);
+    EXPECT_EQ(told(), R"({"box":2,"event":"question","style":"question","text":"Na pewno?","title":"XMPP"})");
+    mode.noticed({}, "tekst");
+    EXPECT_EQ(told(), R"({"event":"notice","text":"tekst"})");
+    mode.logged({1, "XMSC", "line"});
+    EXPECT_EQ(told(), R"({"event":"log","level":1,"tag":"XMSC","text":"line"})");
+    mode.xmlSeen(me, true, "<a/>");
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","data":"<a/>","direction":"in","event":"xml"})");
+    mode.xmlSeen(me, false, "<b/>");
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","data":"<b/>","direction":"out","event":"xml"})");
+    mode.certificateRefused(me, {"srv", "self-signed", "AA:BB"});
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"notice","text":"the certificate of srv was refused: )"
+                      R"(self-signed; SHA-256 fingerprint: AA:BB"})");
+    Message lost = outgoing("ala@localhost", "o@l", "b", 8);
+    lost.state = DeliveryState::unconfirmed;
+    mode.messageStateChanged(me, lost);
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"notice","text":"message 8 to o@l is not confirmed: )"
+                      R"(the connection broke after it was sent"})");
+}
+
+TEST_F(JsonModeTest, KeepsTheLogToItselfUnlessVerbose) {
+    JsonMode quiet(
+        client, [this](const QByteArray& line) { take(line); }, false);
+    events.clear();
+    quiet.logged({0, "XMPP", "line"});
+    EXPECT_TRUE(events.isEmpty());
+}
+
+TEST_F(JsonModeTest, ReadsLinesCutAnywhere) {
+    const QByteArray text = R"({"cmd":"deny","jid":"a@b"})"
+                            "\n\n  \n"
+                            R"({"cmd":"deny","jid":"żó@b"})"
+                            "\r\n";
+    for (qsizetype at = 0; at < text.size(); ++at) mode.feed(text.mid(at, 1));
+    EXPECT_EQ(client.takeCalls().join(u'\n'), "deny|ala@localhost|a@b\ndeny|ala@localhost|żó@b");
+    EXPECT_EQ(events.size(), 2);
+}
+
+TEST_F(JsonModeTest, ThrowsAwayALineThatIsTooLongAndGoesOn) {
+    const QByteArray piece(1 << 20, 'x');
+    for (int count = 0; count < 40; ++count) mode.feed(piece);
+    ASSERT_EQ(events.size(), 1);
+    EXPECT_EQ(last().value("reason"), "the line is longer than 16 MiB");
+    mode.feed("rest\n{\"cmd\":\"deny\",\"jid\":\"a@b\"}\n");
+    ASSERT_EQ(events.size(), 2);
+    EXPECT_EQ(last().value("event"), "ok");
+}
+
+TEST_F(JsonModeTest, QuitsWithByeAsTheLastLine) {
+    const auto answers = say_(R"({"cmd":"quit","id":1})");
+    ASSERT_EQ(answers.size(), 2);
+    EXPECT_EQ(answers[0].value("event"), "ok");
+    EXPECT_EQ(answers[1], (QJsonObject{{"event", "bye"}}));
+    EXPECT_EQ(client.takeCalls().join(u'\n'), "shutdown");
+    EXPECT_TRUE(ended);
+}
+
+TEST_F(JsonModeTest, QuitsAtTheEndOfTheInputAfterTheLastLine) {
+    mode.feed(R"({"cmd":"deny","jid":"a@b"})");
+    EXPECT_TRUE(events.isEmpty());
+    mode.end();
+    mode.end();
+    EXPECT_EQ(client.takeCalls().join(u'\n'), "deny|ala@localhost|a@b\nshutdown");
+    EXPECT_EQ(last().value("event"), "bye");
+}
+
+TEST_F(JsonModeTest, AnswersWhatStillWaitsWhenItEnds) {
+    client.finishAtOnce = false;
+    say_(R"({"cmd":"info","jid":"o@l","id":5})");
+    say_(R"({"cmd":"quit","id":6})");
+    EXPECT_EQ(say_(R"({"cmd":"roster","id":7})").value(0).value("reason"), "the program is ending");
+    mode.finished();
+    ASSERT_EQ(events.size(), 2);
+    EXPECT_EQ(events[0].value("id"), 5);
+    EXPECT_EQ(events[0].value("event"), "error");
+    EXPECT_EQ(events[1].value("event"), "bye");
+}
+
+}  // namespace
+}  // namespace oku::terminal::test
