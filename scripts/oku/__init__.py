@@ -1,0 +1,1 @@
+"""Drives terminal messengers and a private server: the conversation of ./run, and the ground of the tests in tests/e2e."""

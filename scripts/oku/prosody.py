@@ -1,0 +1,119 @@
+"""A private Prosody on the loopback: its own folder, its own port, gone when its starter is."""
+
+import pathlib
+import shutil
+import subprocess
+import threading
+
+from .process import Child, free_port
+
+_CONFIGURATION = """\
+run_as_root = true
+pidfile = "{home}/prosody.pid"
+data_path = "{home}/data"
+certificates = "{home}/certificates"
+interfaces = {{ "127.0.0.1" }}
+c2s_ports = {{ {port} }}
+c2s_direct_tls_ports = {{ {tls_port} }}
+s2s_ports = {{ }}
+s2s_direct_tls_ports = {{ }}
+http_ports = {{ }}
+https_ports = {{ }}
+modules_disabled = {{ "s2s" }}
+modules_enabled = {{ {modules} }}
+authentication = "internal_plain"
+storage = "internal"
+c2s_require_encryption = true
+allow_unencrypted_plain_auth = false
+allow_registration = {registration}
+ssl = {{ certificate = "{certificate}", key = "{key}" }}
+log = {{ {{ levels = {{ min = "info" }}, to = "console" }} }}
+
+VirtualHost "{domain}"
+"""
+
+MODULES = ("roster", "saslauth", "tls", "disco", "ping", "time", "version", "private", "vcard", "pep", "offline",
+           "register")
+
+
+class ServerFailed(RuntimeError):
+    """The server did not come up; the text tells why."""
+
+
+class Prosody:
+    """One server for one domain, PLAIN under STARTTLS. `port` stays the same when it is stopped and started again."""
+
+    def __init__(self, home, certificate, accounts, domain="localhost", modules=MODULES, registration=False):
+        self.home = pathlib.Path(home)
+        self.domain = domain
+        self.certificate, self.key = certificate
+        self.modules = modules
+        self.registration = registration
+        self.port = self.tls_port = None
+        self.child = None
+        self._answer = threading.Condition()
+        self._listening = set()
+        self._trouble = None
+        for folder in ("data", "certificates"):
+            (self.home / folder).mkdir(parents=True, exist_ok=True)
+        for name, password in accounts.items():
+            self.add_account(name, password)
+
+    @property
+    def address(self):
+        return f"127.0.0.1:{self.port}"
+
+    def add_account(self, name, password):
+        folder = self.home / "data" / self.domain.replace(".", "%2e") / "accounts"
+        folder.mkdir(parents=True, exist_ok=True)
+        (folder / f"{name}.dat").write_text(f'return {{ ["password"] = "{password}"; }};\n')
+
+    def start(self, timeout=20):
+        """Starts it and waits until it listens. A port that somebody else took meanwhile is replaced, the first time."""
+        if not shutil.which("prosody"):
+            raise ServerFailed("prosody is not installed")
+        attempts = 1 if self.port else 5
+        for _ in range(attempts):
+            if attempts > 1:
+                self.port, self.tls_port = free_port(), free_port()
+            self._launch()
+            with self._answer:
+                self._answer.wait_for(lambda: self._trouble or self._listening >= {self.port, self.tls_port}, timeout)
+                trouble = self._trouble
+                up = self._listening >= {self.port, self.tls_port}
+            if up and not trouble:
+                return self
+            self.stop(kill=True)
+        raise ServerFailed(f"Prosody did not come up: {trouble or 'it does not listen'} (see {self.home}/prosody.log)")
+
+    def _launch(self):
+        self._listening, self._trouble = set(), None
+        configuration = self.home / "prosody.cfg.lua"
+        configuration.write_text(_CONFIGURATION.format(
+            home=self.home, port=self.port, tls_port=self.tls_port, domain=self.domain,
+            certificate=self.certificate, key=self.key, modules=", ".join(f'"{name}"' for name in self.modules),
+            registration=str(self.registration).lower()))
+        self.child = Child(["prosody", "--config", str(configuration), "-F"], self.home / "prosody.log",
+                           on_line=self._on_line, on_end=lambda: self._report("it ended"),
+                           stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL)
+
+    def _on_line(self, line):
+        text = line.decode("utf-8", "replace")
+        if "Failed to open server port" in text:
+            self._report(text.strip())
+        for port in (self.port, self.tls_port):
+            if f"on [127.0.0.1]:{port}" in text and "Activated service" in text:
+                with self._answer:
+                    self._listening.add(port)
+                    self._answer.notify_all()
+
+    def _report(self, trouble):
+        with self._answer:
+            self._trouble = self._trouble or trouble
+            self._answer.notify_all()
+
+    def stop(self, kill=False):
+        """Stops it; with `kill` as a crash would. Its data and its port stay for the next start."""
+        if self.child:
+            self.child.end(kill)
+            self.child = None

@@ -1,0 +1,120 @@
+"""The ground of each test: a folder of its own, a certificate authority, and everything ended afterwards."""
+
+import os
+import pathlib
+import shutil
+import tempfile
+import unittest
+
+from oku.certificates import Authority
+from oku.prosody import Prosody
+from oku.terminal import OkuTerminal
+
+from .ejabberd import Ejabberd
+from .peer import Peer
+from .scripted import ScriptedServer
+
+BUILD = pathlib.Path(os.environ["OKU_BUILD"])
+PASSWORDS = {"ala": "sekret ali ąę", "olek": "sekret olka", "ewa": "sekret ewy"}
+
+
+class Case(unittest.TestCase):
+    """Makes messengers, peers and servers that end with the test. Its folder stays when the test failed."""
+
+    def setUp(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix=f"{self._testMethodName}-", dir=_scratch()))
+        self.authority = self.class_authority()
+        self.addCleanup(self._tidy)
+
+    @classmethod
+    def class_authority(cls):
+        """One authority for all tests of a class: making keys takes longer than most steps."""
+        if "_authority" not in cls.__dict__:
+            folder = pathlib.Path(tempfile.mkdtemp(prefix=f"{cls.__name__}-", dir=_scratch()))
+            cls._authority = Authority(folder)
+            cls._localhost = cls._authority.issue("localhost")
+            cls.addClassCleanup(shutil.rmtree, folder)
+        return cls._authority
+
+    def _tidy(self):
+        if self._outcome.success:
+            shutil.rmtree(self.folder)
+
+    def prosody(self, accounts=PASSWORDS, certificate=None, **options):
+        server = Prosody(self.folder / "prosody", certificate or self._localhost, accounts, **options)
+        self.addCleanup(lambda: server.stop(kill=True))
+        return server.start()
+
+    def ejabberd(self, accounts=PASSWORDS):
+        server = Ejabberd(self.folder / "ejabberd", self._localhost, accounts)
+        self.addCleanup(lambda: server.stop(kill=True))
+        return server.start()
+
+    @classmethod
+    def shared(cls, kind, prepare):
+        """One server for all tests of the class, for those that leave nothing behind on it. The first test starts and
+        prepares it."""
+        if "_shared" not in cls.__dict__:
+            cls.class_authority()
+            folder = pathlib.Path(tempfile.mkdtemp(prefix=f"{cls.__name__}-", dir=_scratch()))
+            server = kind(folder, cls._localhost, PASSWORDS)
+            cls.addClassCleanup(shutil.rmtree, folder)
+            cls.addClassCleanup(lambda: server.stop(kill=True))
+            prepare(server.start())
+            cls._shared = server
+        return cls._shared
+
+    def scripted(self, script):
+        server = ScriptedServer(script)
+        self.addCleanup(server.stop)
+        return server
+
+    def peer(self, user, server, resource="peer", priority=0, start=True):
+        peer = Peer(user, PASSWORDS[user], server, self.authority.certificate, resource)
+        self.addCleanup(peer.stop)
+        return peer.start(priority) if start else peer
+
+    def messenger(self, profile="profile", start=True, powerless=False, **options):
+        """A terminal messenger that ends well: a crash or a sanitizer's report fails the test. Nothing is unreadable
+        for root; a `powerless` one has given that power up."""
+        terminal = OkuTerminal(f"{self._testMethodName}/{profile}", BUILD, self.folder / profile,
+                               options.pop("authority", self.authority.certificate), **options)
+        if powerless and os.geteuid() == 0:
+            powers = "-dac_override,-dac_read_search"
+            terminal.arguments[:0] = ["setpriv", f"--bounding-set={powers}", f"--inh-caps={powers}"]
+        self.addCleanup(self._end, terminal)
+        return terminal.start() if start else terminal
+
+    def _end(self, terminal):
+        """A messenger that still runs must go by itself, without a report of a sanitizer."""
+        try:
+            if terminal.child and terminal.child.running:
+                self.assertEqual(terminal.quit(), 0, f"the messenger's exit code; {terminal.errors()}")
+        finally:
+            terminal.stop(kill=True)
+        self.assertNotRegex(terminal.errors(), "runtime error|AddressSanitizer|LeakSanitizer")
+
+    def account(self, terminal, user, server, password=None, settings=None):
+        """Adds the user's account on that server to the messenger."""
+        terminal.command("account", jid=f"{user}@{server.domain}",
+                         password=PASSWORDS[user] if password is None else password,
+                         settings={"XMPP/Serv/Enable": 1, "XMPP/Serv/Host": server.address, "OKU/PasswordInFile": 1,
+                                   **(settings or {})})
+
+    def online(self, user, server, profile=None, settings=None, **options):
+        """A messenger whose account has logged in and has its roster."""
+        terminal = self.messenger(profile or user, **options)
+        self.account(terminal, user, server, settings=settings)
+        terminal.command("status", status="online")
+        terminal.wait("connection", state="online")
+        return terminal
+
+
+# A scripted server speaks in clear; the person must have allowed that.
+CLEAR = {"XMPP/Serv/SSL": 0, "OKU/AllowClearText": 1}
+
+
+def _scratch():
+    folder = BUILD / "e2e"
+    folder.mkdir(exist_ok=True)
+    return folder

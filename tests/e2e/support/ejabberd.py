@@ -1,0 +1,128 @@
+"""A private ejabberd on the loopback: DIGEST-MD5, PLAIN and zlib; no node name, no port mapper, gone with its starter."""
+
+import base64
+import glob
+import pathlib
+import subprocess
+import threading
+
+from oku.process import Child, free_port
+from oku.prosody import ServerFailed
+
+_CONFIGURATION = """\
+loglevel: info
+log_rotate_count: 0
+hosts: [{domain}]
+certfiles: ["{home}/server.pem"]
+auth_method: internal
+auth_password_format: plain
+disable_sasl_mechanisms: []
+listen:
+  - {{ port: {port}, ip: "127.0.0.1", module: ejabberd_c2s, max_stanza_size: 524288, access: c2s, starttls_required: true, zlib: true }}
+acl:
+  local: {{ user_regexp: "" }}
+access_rules:
+  c2s: {{ allow: all }}
+  local: {{ allow: local }}
+shaper_rules:
+  max_user_sessions: 10
+modules:
+  mod_caps: {{}}
+  mod_disco: {{}}
+  mod_offline: {{}}
+  mod_ping: {{}}
+  mod_private: {{}}
+  mod_pubsub: {{ access_createnode: local, plugins: [flat, pep] }}
+  mod_roster: {{ versioning: true }}
+  mod_time: {{}}
+  mod_vcard: {{}}
+  mod_version: {{}}
+{modules}"""
+
+_START = """\
+[begin ok = ejabberd_auth:try_register(base64:decode(U), <<"{domain}">>, base64:decode(P)) end || {{U, P}} <- {accounts}],
+io:format("ACCOUNTS READY~n").
+"""
+
+
+def _base64(text):
+    return base64.b64encode(text.encode()).decode()
+
+
+class Ejabberd:
+    """One server for one domain. The accounts are made at its first start; `port` stays for the next."""
+
+    def __init__(self, home, certificate, accounts, domain="localhost", modules=()):
+        """`modules` are those that a test needs besides the usual ones."""
+        self.home = pathlib.Path(home)
+        self.domain = domain
+        self.accounts = dict(accounts)
+        self.modules = modules
+        self.port = None
+        self.child = None
+        self._answer = threading.Condition()
+        self._lines = []
+        self._ended = False
+        for folder in ("log", "spool"):
+            (self.home / folder).mkdir(parents=True, exist_ok=True)
+        (self.home / "server.pem").write_text("".join(file.read_text() for file in reversed(certificate)))
+
+    @property
+    def address(self):
+        return f"127.0.0.1:{self.port}"
+
+    def start(self, timeout=40):
+        """Starts it and waits until it listens and knows its accounts."""
+        attempts = 1 if self.port else 5
+        for _ in range(attempts):
+            if attempts > 1:
+                self.port = free_port()
+            self._launch()
+            listening = f"Start accepting TCP connections at 127.0.0.1:{self.port}"
+            with self._answer:
+                self._answer.wait_for(lambda: self._ended or (self._said(listening) and self._said("ACCOUNTS READY")),
+                                      timeout)
+                if not self._ended and self._said(listening) and self._said("ACCOUNTS READY"):
+                    self.accounts = {}
+                    return self
+                last = "\n".join(self._lines[-5:])
+            self.stop(kill=True)
+        raise ServerFailed(f"ejabberd did not come up; the last it said:\n{last}")
+
+    def _said(self, text):
+        return any(text in line for line in self._lines)
+
+    def _launch(self):
+        self._lines, self._ended = [], False
+        modules = "".join(f"  {name}: {{}}\n" for name in self.modules)
+        (self.home / "ejabberd.yml").write_text(_CONFIGURATION.format(home=self.home, domain=self.domain,
+                                                                      port=self.port, modules=modules))
+        # Erlang reads its arguments in whatever encoding the system has: plain ASCII arrives as it is.
+        accounts = "[" + ",".join(f'{{"{_base64(user)}","{_base64(password)}"}}'
+                                  for user, password in self.accounts.items()) + "]"
+        environment = {
+            "ERL_LIBS": glob.glob("/usr/lib/*/ejabberd-*")[0].rsplit("/", 1)[0], "HOME": str(self.home),
+            "EJABBERD_CONFIG_PATH": str(self.home / "ejabberd.yml"),
+            "EJABBERD_LOG_PATH": str(self.home / "log/ejabberd.log"), "ERL_CRASH_DUMP": "/dev/null",
+            "ERL_MAX_PORTS": "4096"}
+        self.child = Child(
+            ["erl", "-noinput", "+P", "50000", "+S", "1", "-mnesia", "dir", f'"{self.home}/spool"', "-s", "ejabberd",
+             "-eval", _START.format(domain=self.domain, accounts=accounts).replace("\n", " ")],
+            self.home / "output.log", self._on_line, self._on_end, environment, cwd=self.home,
+            stdin=subprocess.DEVNULL, stderr=subprocess.STDOUT)
+
+    def _on_line(self, line):
+        with self._answer:
+            self._lines.append(line.decode("utf-8", "replace").rstrip())
+            self._answer.notify_all()
+
+    def _on_end(self):
+        with self._answer:
+            self._ended = True
+            self._answer.notify_all()
+
+    def stop(self, kill=False):
+        """Stops it; with `kill` as a crash would. Its data and its port stay for the next start."""
+        if self.child:
+            self.child.end(kill)
+            self.child = None

@@ -1,0 +1,178 @@
+"""Those who take part in a long run: what each can do, what each has seen, and what became of what each has sent."""
+
+import collections
+import time
+
+from oku.events import Unexpected
+
+from .mcabber import Mcabber
+
+SHOWS = {"online": None, "chat": "chat", "dnd": "dnd", "away": "away", "xa": "xa"}
+CONFIRMED, UNCONFIRMED, WAITING = "confirmed", "unconfirmed", "waiting"
+
+
+def wait_until(condition, what, seconds=60):
+    limit = time.monotonic() + seconds
+    while not condition():
+        if time.monotonic() > limit:
+            raise Unexpected(f"{what} did not happen within {seconds} s")
+        time.sleep(0.05)
+
+
+class Side:
+    """One account of somebody. `status` is what the others should see of it."""
+
+    def __init__(self, user, server):
+        self.jid = f"{user}@{server.domain}"
+        self.user = user
+        self.server = server
+        self.friends = []
+        self.status = "online"
+        self.description = ""
+
+
+class TerminalSide(Side):
+    """An account of a terminal messenger; `owner` is the messenger."""
+
+    def __init__(self, owner, user, server):
+        super().__init__(user, server)
+        self.owner = owner
+
+    def say(self, to, body):
+        self.owner.terminal.command("message", account=self.jid, to=to, body=body)
+
+    def show(self, status, description):
+        self.owner.terminal.command("status", account=self.jid, status=status, description=description)
+
+    def online(self):
+        states = [event["state"] for event in self.owner.terminal.seen("connection", account=self.jid)]
+        return bool(states) and states[-1] == "online"
+
+    def _history(self):
+        return self.owner.terminal.ask("history", "history", account=self.jid, limit=1000000,
+                                       **{"with": ""})["messages"]
+
+    def seen(self):
+        return collections.Counter(one["body"] for one in self._history() if one["direction"] == "in")
+
+    def sent(self):
+        """Each body that was sent, and what became of it."""
+        words = {"sent": CONFIRMED, "queued": WAITING}
+        return {one["body"]: words.get(one["state"], UNCONFIRMED) for one in self._history()
+                if one["direction"] == "out"}
+
+    def roster(self):
+        entries = self.owner.terminal.ask("roster", "roster", account=self.jid)["contacts"]
+        return {entry["jid"]: entry for entry in entries}
+
+
+class Messenger:
+    """A terminal messenger with an account on each server, started anew as often as it ends."""
+
+    def __init__(self, case, name, servers):
+        self._case = case
+        self.name = name
+        self.sides = [TerminalSide(self, name, server) for server in servers]
+        self.terminal = None
+        self._runs = 0
+
+    def start(self):
+        self._runs += 1
+        self.terminal = self._case.messenger(self.name)
+        for side in self.sides:
+            if self._runs == 1:
+                self._case.account(self.terminal, self.name, side.server)
+            if side.server.child:
+                side.show(side.status, side.description)
+
+    def wait_online(self):
+        for side in self.sides:
+            if side.server.child:
+                wait_until(side.online, f"the login of {side.jid}")
+
+    def stop(self, kill):
+        if kill:
+            self.terminal.stop(kill=True)
+        else:
+            self._case.assertEqual(self.terminal.quit(), 0, self.terminal.errors())
+
+
+class BotSide(Side):
+    """A client of another library, which knows that a message has arrived when the server answered what followed it."""
+
+    def __init__(self, case, user, server):
+        super().__init__(user, server)
+        self._case = case
+        self._runs = []
+        self._sent = {}
+
+    @property
+    def _peer(self):
+        return self._runs[-1]
+
+    def start(self):
+        self._runs.append(self._case.peer(self.user, self.server, f"bot{len(self._runs)}"))
+        self.show(self.status, self.description)
+
+    def stop(self):
+        self._peer.stop()
+
+    def online(self):
+        return not self._peer.seen("disconnected")
+
+    def say(self, to, body):
+        self._sent[body] = UNCONFIRMED
+        self._peer.message(to, body)
+        if self._peer.query(self.server.domain, "<ping xmlns='urn:xmpp:ping'/>") is not None:
+            self._sent[body] = CONFIRMED
+
+    def show(self, status, description):
+        self._peer.presence(SHOWS[status], description)
+
+    def seen(self):
+        return collections.Counter(event["body"] for run in self._runs for event in run.seen("message"))
+
+    def sent(self):
+        return dict(self._sent)
+
+    def sees(self, jid):
+        """The last presence of a contact in this run: its status, `offline` for none."""
+        last = [event for event in self._peer.seen("presence") if event["from"].split("/")[0] == jid]
+        if not last or last[-1]["type"]:
+            return "offline"
+        return next(status for status, show in SHOWS.items() if show == last[-1]["show"])
+
+
+class McabberSide(Side):
+    """mcabber tells nothing of what became of a message; the run lets it speak only while all is quiet."""
+
+    def __init__(self, case, user, server, password):
+        super().__init__(user, server)
+        self._case = case
+        self._password = password
+        self._client = None
+        self._sent = {}
+
+    def start(self):
+        self._client = Mcabber(self._case.folder / "mcabber", self.jid, self._password, self.server.port)
+        wait_until((self._client.home / "commands").exists, "mcabber's start")
+
+    def stop(self):
+        self._client.stop()
+
+    def online(self):
+        return self._client.child.running
+
+    def say(self, to, body):
+        self._sent[body] = CONFIRMED
+        self._client.command(f"/say_to {to} {body}")
+
+    def show(self, status, description):
+        word = {"xa": "notavail", "chat": "free"}.get(status, status)
+        self._client.command(f"/status {word} {description}")
+
+    def seen(self):
+        return collections.Counter(self._client.received())
+
+    def sent(self):
+        return dict(self._sent)

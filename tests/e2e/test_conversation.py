@@ -1,0 +1,104 @@
+"""What ./run plays: two people talk, and nothing stays behind, however it ends."""
+
+import os
+import pathlib
+import shutil
+import signal
+import subprocess
+import sys
+import threading
+import unittest
+
+from oku.conversation import Person, play
+from support.case import BUILD, PASSWORDS, Case
+
+
+class Conversation(Case):
+    def plays(self, server):
+        people = [Person(self.messenger(name), f"{name}@localhost", PASSWORDS[name], server.address)
+                  for name in ("ala", "olek")]
+        seen = []
+        play(*people, lambda title, seconds: seen.append(title))
+        self.assertEqual(len(seen), 5)
+
+    def test_two_messengers_talk_over_prosody(self):
+        self.plays(self.prosody())
+
+    def test_two_messengers_talk_over_ejabberd(self):
+        self.plays(self.ejabberd())
+
+
+class Run(Case):
+    """The command itself, on a build folder of the test's own."""
+
+    def setUp(self):
+        super().setUp()
+        self.build = self.folder / "build"
+        self.build.mkdir()
+        for name in ("oku-terminal", "protoLink.module"):
+            (self.build / name).symlink_to(BUILD / name)
+
+    def command(self, *arguments, **environment):
+        process = subprocess.Popen(
+            [sys.executable, "-m", "oku", *arguments], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+            stderr=subprocess.STDOUT, text=True, start_new_session=True,
+            env={**os.environ, "OKU_BUILD": str(self.build), **environment})
+        self.addCleanup(process.stdout.close)
+        self.addCleanup(process.kill)
+        return process
+
+    def left_behind(self):
+        """Processes whose command line names the build folder."""
+        found = []
+        for entry in pathlib.Path("/proc").glob("[0-9]*/cmdline"):
+            try:
+                if str(self.build) in entry.read_bytes().decode("utf-8", "replace"):
+                    found.append(entry.parent.name)
+            except OSError:
+                continue
+        return found
+
+    def test_without_a_terminal_it_plays_and_ends_well(self):
+        process = self.command()
+        output, _ = process.communicate(timeout=60)
+        self.assertEqual(process.returncode, 0, output)
+        self.assertEqual(output.count("seen on both sides"), 6, output)
+        self.assertIn("Zażółć gęślą jaźń, Alu 🦆", output)
+        self.assertEqual(self.left_behind(), [])
+
+    def test_a_failed_step_is_named_and_ends_badly(self):
+        (self.build / "protoLink.module").unlink()
+        shutil.copy("/bin/true", self.build / "protoLink.module")
+        process = self.command(OKU_TEST_TIMEOUT="5")
+        output, _ = process.communicate(timeout=60)
+        self.assertEqual(process.returncode, 1, output)
+        self.assertIn("./run: failed:", output)
+        self.assertEqual(self.left_behind(), [])
+
+    def interrupted(self, number):
+        process = self.command()
+        for line in process.stdout:
+            if "log in under STARTTLS" in line:
+                break
+        process.send_signal(number)
+        rest = threading.Thread(target=process.stdout.read)
+        rest.start()
+        self.assertNotEqual(process.wait(30), 0)
+        rest.join()
+        self.assertEqual(self.left_behind(), [])
+
+    def test_ctrl_c_leaves_nothing_behind(self):
+        self.interrupted(signal.SIGINT)
+
+    def test_a_lost_terminal_leaves_nothing_behind(self):
+        self.interrupted(signal.SIGHUP)
+
+    def test_an_own_account_without_a_password_is_told(self):
+        process = self.command("--account", "you@example.org", OKU_PASSWORD="")
+        output, _ = process.communicate(timeout=30)
+        self.assertEqual(process.returncode, 1)
+        self.assertIn("OKU_PASSWORD", output)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,208 @@
+"""A long run: two servers, two messengers, two other clients, and everything starts anew in a random order.
+
+OKU_SOAK_SECONDS is how long it goes on, a minute unless it is set; OKU_SOAK_SEED repeats the order of another run."""
+
+import os
+import random
+import sys
+import time
+import unittest
+
+from oku.prosody import Prosody
+from support.case import PASSWORDS, Case
+from support.ejabberd import Ejabberd
+from support.friends import befriend
+from support.soak import (CONFIRMED, SHOWS, WAITING, BotSide, McabberSide, Messenger, wait_until)
+
+SECONDS = float(os.environ.get("OKU_SOAK_SECONDS", "60"))
+SEED = int(os.environ.get("OKU_SOAK_SEED", random.SystemRandom().getrandbits(32)))
+GROUPS = ("Znajomi", "Praca", "Rodzina")
+
+
+class Soak(Case):
+    def setUp(self):
+        super().setUp()
+        self.random = random.Random(SEED)
+        self.number = 0
+        self.messages = []  # (sender, receiver, body)
+        self.counts = {}
+        self.servers = [self.server(Prosody, "prosody.test"), self.server(Ejabberd, "ejabberd.test")]
+        self.messengers = [Messenger(self, name, self.servers) for name in ("ala", "olek")]
+        self.bots = [BotSide(self, "ewa", server) for server in self.servers]
+        self.mcabber = McabberSide(self, "jan", self.servers[0], PASSWORDS["ewa"])
+        self.terminal_sides = [side for messenger in self.messengers for side in messenger.sides]
+        self.sides = self.terminal_sides + self.bots + [self.mcabber]
+
+    def server(self, kind, domain):
+        accounts = {**PASSWORDS, "jan": PASSWORDS["ewa"]}
+        server = kind(self.folder / domain, self.authority.issue(domain), accounts, domain=domain)
+        self.addCleanup(lambda: server.stop(kill=True))
+        return server.start()
+
+    def peer(self, user, server, *options, **named):
+        PASSWORDS.setdefault("jan", PASSWORDS["ewa"])
+        return super().peer(user, server, *options, **named)
+
+    def make_friends(self):
+        for server in self.servers:
+            here = [side for side in self.sides if side.server is server]
+            for side in here:
+                side.friends = [other for other in here if other is not side]
+            for index, side in enumerate(here):
+                for other in here[index + 1:]:
+                    befriend(self, server, side.user, other.user)
+
+    # What may happen ------------------------------------------------------------------------------------------------
+
+    def message(self, sender=None):
+        sender = sender or self.random.choice([side for side in self.sides if side.server.child])
+        receiver = self.random.choice(sender.friends)
+        self.number += 1
+        body = f"m{self.number} " + "".join(self.random.choice("aąćę 🦆<&>'\"") for _ in range(12)).strip() + "."
+        sender.say(receiver.jid, body)
+        self.messages.append((sender, receiver, body))
+
+    def presence(self):
+        side = self.random.choice([side for side in self.sides if side.server.child])
+        side.status, side.description = self.random.choice(tuple(SHOWS)), f"opis{self.random.randrange(100)}"
+        side.show(side.status, side.description)
+
+    def contact(self):
+        side = self.random.choice([side for side in self.terminal_sides if side.server.child])
+        friend = self.random.choice(side.friends)
+        if self.random.random() < 0.5:
+            side.owner.terminal.command("rename", account=side.jid, jid=friend.jid,
+                                        name=f"Imię {self.random.randrange(1000)}")
+        else:
+            side.owner.terminal.command("group", account=side.jid, jid=friend.jid, group=self.random.choice(GROUPS))
+
+    def burst(self, senders):
+        """Messages right before an end: what becomes of them is for their sender to know."""
+        for _ in range(self.random.randrange(4)):
+            self.message(self.random.choice(senders))
+
+    def restart_messenger(self):
+        messenger = self.random.choice(self.messengers)
+        kill = self.random.random() < 0.4
+        if kill:
+            # What a server has handed to a program that is killed then, nobody can know of.
+            self.quieten()
+        self.burst(messenger.sides)
+        messenger.stop(kill)
+        self.burst([side for side in self.sides if side.server.child and side not in messenger.sides])
+        messenger.start()
+        messenger.wait_online()
+
+    def restart_bot(self):
+        bot = self.random.choice(self.bots)
+        self.quieten()
+        bot.stop()
+        self.burst([side for side in bot.friends if side is not self.mcabber])
+        bot.start()
+
+    def restart_mcabber(self):
+        self.quieten()
+        self.mcabber.stop()
+        self.burst([side for side in self.mcabber.friends if side is not self.mcabber])
+        self.mcabber.start()
+        self.wait_for_mcabber()
+
+    def restart_server(self):
+        server = self.random.choice(self.servers)
+        self.quieten()
+        others = [side for side in (*self.bots, self.mcabber) if side.server is server]
+        for side in others:
+            side.stop()
+        here = [side for side in self.terminal_sides if side.server is server]
+        self.burst(here)
+        server.stop(kill=self.random.random() < 0.5)
+        self.burst(here)
+        server.start()
+        for side in others:
+            side.start()
+        for side in here:
+            wait_until(side.online, f"the login of {side.jid}")
+        self.wait_for_mcabber()
+
+    # Rest -----------------------------------------------------------------------------------------------------------
+
+    def wait_for_mcabber(self):
+        side = self.messengers[0].sides[0]
+        wait_until(lambda: side.roster()[self.mcabber.jid]["status"] != "offline", "mcabber's login")
+        self.mcabber.show(self.mcabber.status, self.mcabber.description)
+
+    def missing(self):
+        """Messages that should have been seen by now, and those that wait."""
+        seen = {side: side.seen() for side in self.sides}
+        sent = {side: side.sent() for side in self.sides}
+        return [(sender.jid, receiver.jid, body, sent[sender].get(body)) for sender, receiver, body in self.messages
+                if not seen[receiver][body] and sent[sender].get(body, CONFIRMED) in (CONFIRMED, WAITING)]
+
+    def quieten(self):
+        """Until all is seen that was sent. What a crash took away is unconfirmed by then."""
+        limit = time.monotonic() + 45
+        while missing := self.missing():
+            if time.monotonic() > limit:
+                self.fail(f"seed {SEED}: never seen, and not said to be unconfirmed: {missing}")
+            time.sleep(0.2)
+
+    def check_once(self):
+        seen = {side: side.seen() for side in self.sides}
+        twice = [(sender.jid, receiver.jid, body) for sender, receiver, body in self.messages
+                 if seen[receiver][body] > 1]
+        self.assertEqual(twice, [], f"seed {SEED}: seen more than once")
+
+    def check_lists(self):
+        for side in self.terminal_sides:
+            checker = super().peer(side.user, side.server, "checker", start=False)
+            checker.connect()
+            checker.wait("online")
+            checker.call(checker._client.get_roster)
+            wanted = checker.wait("roster")["items"]
+            checker.stop()
+
+            def agrees():
+                have = {jid: (entry["name"], entry["group"], entry["subscription"])
+                        for jid, entry in side.roster().items()}
+                return have == {jid: (item["name"], item["groups"][0], item["subscription"])
+                                for jid, item in wanted.items()}
+            wait_until(agrees, f"seed {SEED}: {side.jid} agrees with its server, which has {wanted}", 10)
+
+    def check_presences(self):
+        for side in self.terminal_sides:
+            for friend in side.friends:
+                wait_until(lambda: side.roster()[friend.jid]["status"] == friend.status,
+                           f"seed {SEED}: {side.jid} sees {friend.jid} as {friend.status}", 10)
+        for bot in self.bots:
+            for friend in bot.friends:
+                wait_until(lambda: bot.sees(friend.jid) == friend.status,
+                           f"seed {SEED}: {bot.jid} sees {friend.jid} as {friend.status}", 10)
+
+    def test_everything_is_seen_once_or_said_to_be_unconfirmed(self):
+        print(f"OKU_SOAK_SEED={SEED}", file=sys.stderr, flush=True)
+        self.make_friends()
+        for bot in self.bots:
+            bot.start()
+        for messenger in self.messengers:
+            messenger.start()
+            messenger.wait_online()
+        self.mcabber.start()
+        self.wait_for_mcabber()
+        acts = {self.message: 60, self.presence: 14, self.contact: 8, self.restart_messenger: 8, self.restart_bot: 3,
+                self.restart_mcabber: 2, self.restart_server: 5}
+        end = time.monotonic() + SECONDS
+        while time.monotonic() < end:
+            act = self.random.choices(list(acts), list(acts.values()))[0]
+            self.counts[act.__name__] = self.counts.get(act.__name__, 0) + 1
+            act()
+        self.quieten()
+        time.sleep(3)  # what comes twice would come by now
+        self.check_once()
+        self.check_lists()
+        self.check_presences()
+        unconfirmed = sum(state != CONFIRMED for side in self.terminal_sides for state in side.sent().values())
+        print(f"{len(self.messages)} messages, {unconfirmed} of them unconfirmed; {self.counts}", file=sys.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main()
