@@ -32,6 +32,7 @@
 namespace {
 
 constexpr std::size_t kReadBuffer = 256 * 1024;
+constexpr std::size_t kWriteBuffer = 64 * 1024;
 constexpr std::uint32_t kNetId = 1;
 constexpr std::size_t kOutgoingBodyLength = 100;
 constexpr std::size_t kOutgoingContacts = 1000;
@@ -47,6 +48,7 @@ struct BenchHost {
     std::string serverHost;
     int port = 0;
     int socket = -1;
+    std::string unsent;     // what the plugin gave since the last write
     std::u16string server;  // as a setting of the account
     std::u16string directory;
     OKU_HANDLER socketEvent = nullptr;
@@ -121,12 +123,20 @@ void connectToServer() {
     setsockopt(g_host.socket, IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
 }
 
-OKU_WORD sendAll(const NL_SEND_RECORD& record) {
-    for (std::size_t sent = 0; sent < record.length;) {
-        const ssize_t count = ::send(g_host.socket, record.data + sent, record.length - sent, MSG_NOSIGNAL);
-        if (count <= 0) return -1;
+void flush() {
+    for (std::size_t sent = 0; sent < g_host.unsent.size();) {
+        const ssize_t count =
+            ::send(g_host.socket, g_host.unsent.data() + sent, g_host.unsent.size() - sent, MSG_NOSIGNAL);
+        if (count <= 0) break;  // the server has gone; the next read tells
         sent += static_cast<std::size_t>(count);
     }
+    g_host.unsent.clear();
+}
+
+/// As the event loops of other hosts do, it writes when the plugin has returned, or when much has gathered.
+OKU_WORD send(const NL_SEND_RECORD& record) {
+    g_host.unsent.append(record.data, record.length);
+    if (g_host.unsent.size() >= kWriteBuffer) flush();
     return static_cast<OKU_WORD>(record.length);
 }
 
@@ -202,7 +212,7 @@ OKU_WORD fnCall(const char16_t* name, OKU_WORD param, OKU_WORD extra) {
             connectToServer();
             return 1;
         case Service::Send:
-            return sendAll(*reinterpret_cast<const NL_SEND_RECORD*>(param));
+            return send(*reinterpret_cast<const NL_SEND_RECORD*>(param));
         case Service::Hooks:
             return callHooks(*reinterpret_cast<const OKU_PROTOCOL_HOOK*>(param), extra);
         case Service::AddContact:
@@ -228,6 +238,7 @@ OKU_WORD addHook(const char16_t*, OKU_HANDLER, OKU_WORD) { return 1; }
 void raise(std::uint32_t kind, OKU_WORD data) {
     NL_EVENT event{sizeof(NL_EVENT), kind};
     g_host.socketEvent(reinterpret_cast<OKU_WORD>(&event), data, g_host.socketContext);
+    flush();
 }
 
 void serve() {
