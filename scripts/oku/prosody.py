@@ -43,6 +43,8 @@ class ServerFailed(RuntimeError):
 class Prosody:
     """One server for one domain, PLAIN under STARTTLS. `port` stays the same when it is stopped and started again."""
 
+    store_delay = 0  # seconds until what it stores is on the disk
+
     def __init__(self, home, certificate, accounts, domain="localhost", modules=MODULES, registration=False):
         self.home = pathlib.Path(home)
         self.domain = domain

@@ -37,7 +37,8 @@ class Case(unittest.TestCase):
         return cls._authority
 
     def _tidy(self):
-        if self._outcome.success:
+        result = self._outcome.result
+        if not any(test is self for test, _ in result.failures + result.errors):
             shutil.rmtree(self.folder)
 
     def prosody(self, accounts=PASSWORDS, certificate=None, **options):

@@ -52,6 +52,9 @@ def _base64(text):
 class Ejabberd:
     """One server for one domain. The accounts are made at its first start; `port` stays for the next."""
 
+    # Seconds until what it stores is on the disk: its database writes behind, and a crash takes back what it has said.
+    store_delay = 3
+
     def __init__(self, home, certificate, accounts, domain="localhost", modules=()):
         """`modules` are those that a test needs besides the usual ones."""
         self.home = pathlib.Path(home)

@@ -30,6 +30,10 @@ class Side:
         self.status = "online"
         self.description = ""
 
+    def log_in_anew(self):
+        self.stop()
+        self.start()
+
 
 class TerminalSide(Side):
     """An account of a terminal messenger; `owner` is the messenger."""
@@ -44,9 +48,18 @@ class TerminalSide(Side):
     def show(self, status, description):
         self.owner.terminal.command("status", account=self.jid, status=status, description=description)
 
-    def online(self):
+    def log_in_anew(self):
+        self.owner.terminal.command("status", account=self.jid, status="offline", description="")
+        wait_until(lambda: self.state() == "offline", f"the end of {self.jid}")
+        self.show(self.status, self.description)
+        wait_until(self.online, f"the login of {self.jid}")
+
+    def state(self):
         states = [event["state"] for event in self.owner.terminal.seen("connection", account=self.jid)]
-        return bool(states) and states[-1] == "online"
+        return states[-1] if states else "offline"
+
+    def online(self):
+        return self.state() == "online"
 
     def _history(self):
         return self.owner.terminal.ask("history", "history", account=self.jid, limit=1000000,
