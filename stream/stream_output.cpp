@@ -4,8 +4,8 @@
 #include "host/util/utf.h"
 
 std::int32_t StreamOutput::sendText(std::u16string_view text) {
-    const std::string bytes = wtou(text.substr(0, text.find(u'\0')));
-    return sendBytes(bytes, false);
+    const std::string bytes = wtou(text);
+    return sendBytes(std::string_view(bytes).substr(0, bytes.find('\0')), false);
 }
 
 bool StreamOutput::offerToListeners(std::string_view data, bool raw) {

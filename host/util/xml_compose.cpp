@@ -1,6 +1,7 @@
 #include "host/util/xml_compose.h"
 
 #include <algorithm>
+#include <array>
 
 #include "host/util/utf_code.h"
 #include "host/util/xml_escape.h"
@@ -9,11 +10,15 @@
 namespace util {
 namespace {
 
-/// ASCII that needs a look: the five characters and the controls.
-constexpr bool isPlain(char16_t unit) {
-    if (unit < 0x20 || unit >= 0xD800) return false;
-    return unit != u'&' && unit != u'<' && unit != u'>' && unit != u'"' && unit != u'\'';
-}
+/// Which ASCII goes as it is: neither the five characters nor the controls.
+constexpr auto kPlainAscii = [] {
+    std::array<bool, 0x80> plain{};
+    for (std::size_t unit = 0x20; unit < plain.size(); ++unit)
+        plain[unit] = unit != '&' && unit != '<' && unit != '>' && unit != '"' && unit != '\'';
+    return plain;
+}();
+
+constexpr bool isPlain(char16_t unit) { return unit < kPlainAscii.size() ? kPlainAscii[unit] : unit < 0xD800; }
 
 /// The reference that stands for a white-space character, or nothing where it goes as it is.
 std::u16string_view blankReference(char16_t unit, KeepBlanks blanks) {
