@@ -93,16 +93,22 @@ class Soak(Case):
         messenger.start()
         messenger.wait_online()
 
+    def end_other_client(self, client):
+        """Other clients do not read to the end of their stream: what still comes to them while they go is lost."""
+        client.stop()
+        witness = next(side for side in self.terminal_sides if side.server is client.server)
+        wait_until(lambda: witness.roster()[client.jid]["status"] == "offline", f"the end of {client.jid}")
+
     def restart_bot(self):
         bot = self.random.choice(self.bots)
         self.quieten()
-        bot.stop()
+        self.end_other_client(bot)
         self.burst([side for side in bot.friends if side is not self.mcabber])
         bot.start()
 
     def restart_mcabber(self):
         self.quieten()
-        self.mcabber.stop()
+        self.end_other_client(self.mcabber)
         self.burst([side for side in self.mcabber.friends if side is not self.mcabber])
         self.mcabber.start()
         self.wait_for_mcabber()
