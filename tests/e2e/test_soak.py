@@ -85,10 +85,14 @@ class Soak(Case):
         messenger = self.random.choice(self.messengers)
         kill = self.random.random() < 0.4
         if kill:
-            # What a server has handed to a program that is killed then, nobody can know of.
+            # What a server hands to a program that is killed, nobody can know of.
             self.quieten()
         self.burst(messenger.sides)
         messenger.stop(kill)
+        if kill:
+            for side in messenger.sides:
+                if side.server.child:
+                    self.wait_until_gone(side)
         self.burst([side for side in self.sides if side.server.child and side not in messenger.sides])
         messenger.start()
         messenger.wait_online()
@@ -96,8 +100,11 @@ class Soak(Case):
     def end_other_client(self, client):
         """Other clients do not read to the end of their stream: what still comes to them while they go is lost."""
         client.stop()
-        witness = next(side for side in self.terminal_sides if side.server is client.server)
-        wait_until(lambda: witness.roster()[client.jid]["status"] == "offline", f"the end of {client.jid}")
+        self.wait_until_gone(client)
+
+    def wait_until_gone(self, gone):
+        witness = next(side for side in self.terminal_sides if side in gone.friends)
+        wait_until(lambda: witness.roster()[gone.jid]["status"] == "offline", f"the end of {gone.jid}")
 
     def restart_bot(self):
         bot = self.random.choice(self.bots)
@@ -118,7 +125,7 @@ class Soak(Case):
         self.quieten()
         others = [side for side in (*self.bots, self.mcabber) if side.server is server]
         for side in others:
-            side.stop()
+            self.end_other_client(side)
         here = [side for side in self.terminal_sides if side.server is server]
         kill = self.random.random() < 0.5
         if kill and server.store_delay:
