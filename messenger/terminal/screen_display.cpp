@@ -29,13 +29,10 @@ ScreenDisplay::ScreenDisplay(Client& client, SessionOptions options, Colours col
     QObject::connect(&escapeAlone_, &QTimer::timeout, &escapeAlone_, [this] {
         for (const Key& key : decoder_.flush()) handle(key);
     });
-    QObject::connect(&eachSecond_, &QTimer::timeout, &eachSecond_,
-                     [this] { session_.tick(QDateTime::currentDateTimeUtc()); });
 }
 
 void ScreenDisplay::show() {
     shown_ = true;
-    eachSecond_.start(1000);
     changed();
 }
 
@@ -131,7 +128,6 @@ void ScreenDisplay::changed() {
 void ScreenDisplay::ended() {
     shown_ = false;
     drawSoon_.stop();
-    eachSecond_.stop();
     onEnded_();
 }
 

@@ -51,7 +51,6 @@ private:
     bool shown_ = false;
     QTimer drawSoon_;
     QTimer escapeAlone_;
-    QTimer eachSecond_;
     Session session_;
     LineEditor editor_;
 };

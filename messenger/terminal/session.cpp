@@ -14,7 +14,6 @@ namespace {
 
 constexpr std::size_t kLongestLog = 5000;
 constexpr int kHistoryAtOpening = 20;
-constexpr int kTypingPause = 10;  // seconds without a key after which nobody is typing any more
 
 bool isCommand(const QString& line) { return line.startsWith(u'/') && !line.startsWith(QLatin1String("//")); }
 
@@ -26,6 +25,9 @@ QString textOf(const QString& line) { return line.startsWith(QLatin1String("//")
 Session::Session(Client& client, Display& display, SessionOptions options)
     : client_(client), display_(display), options_(std::move(options)), commands_(std::make_unique<Commands>(*this)) {
     client_.setListener(this);
+    typingPause_.setSingleShot(true);
+    typingPause_.setInterval(options_.typingPause);
+    QObject::connect(&typingPause_, &QTimer::timeout, &context_, [this] { stopTyping(); });
 }
 
 Session::~Session() { client_.setListener(nullptr); }
@@ -86,7 +88,9 @@ void Session::submit(const QString& line) {
 }
 
 QString Session::send(const Peer& peer, const QString& text) {
-    typingTo_ = {};  // the message itself ends the typing
+    // The message itself ends the typing.
+    typingTo_ = {};
+    typingPause_.stop();
     return client_.sendMessage(peer.account, peer.jid, text, MessageKind::chat, {});
 }
 
@@ -96,15 +100,18 @@ void Session::typed(const QString& text) {
         !secret_ && !peer.none() && !text.isEmpty() && (!isCommand(text) || text.startsWith(QLatin1String("/me ")));
     if (!composing || !(peer == typingTo_)) stopTyping();
     if (!composing) return;
-    typedAt_ = QDateTime::currentDateTimeUtc();
-    if (peer == typingTo_ || !sendsTyping(peer.account)) return;
+    if (peer == typingTo_) return typingPause_.start();
+    if (!sendsTyping(peer.account)) return;
     const auto contact = client_.contact(peer.account, peer.jid);
     if (!contact || contact->resources.isEmpty()) return;
-    if (client_.sendTyping(peer.account, peer.jid, true).isEmpty()) typingTo_ = peer;
+    if (!client_.sendTyping(peer.account, peer.jid, true).isEmpty()) return;
+    typingTo_ = peer;
+    typingPause_.start();
 }
 
 void Session::stopTyping() {
     const Peer peer = std::exchange(typingTo_, {});
+    typingPause_.stop();
     // A notice that cannot be sent has nobody to end it for.
     if (!peer.none()) static_cast<void>(client_.sendTyping(peer.account, peer.jid, false));
 }
@@ -112,11 +119,6 @@ void Session::stopTyping() {
 bool Session::sendsTyping(const QString& account) const {
     const QVariant value = client_.settingValue(account, QString::fromUtf16(setting::sendTyping));
     return !value.isValid() || value.toInt() != 0;
-}
-
-void Session::tick(const QDateTime& now) {
-    if (!typingTo_.none() && typedAt_.secsTo(now) >= kTypingPause) stopTyping();
-    display_.changed();
 }
 
 QString Session::account() const {

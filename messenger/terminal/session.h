@@ -10,6 +10,7 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QTimer>
 #include <vector>
 
 #include "messenger/terminal/client.h"
@@ -35,12 +36,13 @@ public:
 };
 
 struct SessionOptions {
-    QString account;         // the chosen account, added when it is not there; empty: the first one
-    QString password;        // of that account; empty: asked for when it is new
-    QString status;          // to be set once the account is there; empty: none
-    bool verbose = false;    // tell the log
-    bool oneWindow = false;  // show all in one window, whatever conversation is open; typing notices too
-    QString startDirectory;  // what relative paths are relative to
+    QString account;           // the chosen account, added when it is not there; empty: the first one
+    QString password;          // of that account; empty: asked for when it is new
+    QString status;            // to be set once the account is there; empty: none
+    bool verbose = false;      // tell the log
+    bool oneWindow = false;    // show all in one window, whatever conversation is open; typing notices too
+    QString startDirectory;    // what relative paths are relative to
+    int typingPause = 10'000;  // milliseconds without a key after which nobody is typing any more
 };
 
 class Session final : public ClientListener {
@@ -57,8 +59,6 @@ public:
     void submit(const QString& line);
     // The line being typed has changed.
     void typed(const QString& text);
-    // Called about once a second.
-    void tick(const QDateTime& now);
 
     // What the display shows.
     std::vector<const LogEntry*> entries() const;
@@ -157,7 +157,7 @@ private:
     QHash<QString, ConnectionState> connections_;
     QHash<QString, QString> refusedCertificates_;
     Peer typingTo_;  // who was told that we are typing
-    QDateTime typedAt_;
+    QTimer typingPause_;
     bool ending_ = false;
 };
 

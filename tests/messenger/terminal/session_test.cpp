@@ -314,16 +314,28 @@ TEST_F(SessionTest, TellsTheOtherSideThatALineIsTyped) {
     EXPECT_EQ(typingCalls(), "sendTyping|ala@localhost|olek@localhost|composing");
     typing("");
     EXPECT_EQ(typingCalls(), "sendTyping|ala@localhost|olek@localhost|paused");
-    typing("hej");
-    session->tick(QDateTime::currentDateTimeUtc().addSecs(9));
-    EXPECT_EQ(typingCalls(), "sendTyping|ala@localhost|olek@localhost|composing");
-    session->tick(QDateTime::currentDateTimeUtc().addSecs(11));
-    EXPECT_EQ(typingCalls(), "sendTyping|ala@localhost|olek@localhost|paused");
     typing("hejka");
     typingCalls();
     EXPECT_EQ(type("hejka"), "sendMessage|ala@localhost|olek@localhost|hejka|chat|");
     typing("");
     EXPECT_EQ(typingCalls(), "");
+}
+
+TEST_F(SessionTest, WhoPressesNoKeyAnyMoreIsNotTypingAnyMore) {
+    SessionOptions options;
+    options.typingPause = 1;
+    start(options);
+    type("/chat-with Olek");
+    typing("hej");
+    EXPECT_EQ(typingCalls(), "sendTyping|ala@localhost|olek@localhost|composing");
+    std::string paused;
+    while (paused.empty()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        paused = typingCalls();
+    }
+    EXPECT_EQ(paused, "sendTyping|ala@localhost|olek@localhost|paused");
+    typing("hejka");
+    EXPECT_EQ(typingCalls(), "sendTyping|ala@localhost|olek@localhost|composing");
 }
 
 TEST_F(SessionTest, KeepsTypingToItselfWhereNobodyShouldHear) {
