@@ -188,6 +188,8 @@ OKU_WORD Client::receive(std::uint32_t net, const std::string& bytes) {
     return raise(net, NL_EVENT_RECEIVED, word(&piece));
 }
 
+void Client::say(std::uint32_t net, const std::string& text) { deliver(net, servers.at(net).onTheWire(text)); }
+
 OKU_WORD Client::sendMessage(std::uint32_t net, const std::u16string& jid, const std::u16string& body) {
     auto record = sized<OKU_MESSAGE_SEND>();
     record.contact = sized<OKU_CONTACT_RECORD>();

@@ -46,9 +46,12 @@ public:
     void setStatus(std::uint32_t net, std::uint32_t status);
     OKU_WORD raise(std::uint32_t net, std::uint32_t kind, OKU_WORD data = 0);
     OKU_WORD receive(std::uint32_t net, const std::string& bytes);
+    /// The server of the account says a text, which goes to the plugin at once through `deliver`.
+    void say(std::uint32_t net, const std::string& text);
     OKU_WORD sendMessage(std::uint32_t net, const std::u16string& jid, const std::u16string& body);
     /// The connection ends, without the plugin's wish unless `expected`.
     void cut(std::uint32_t net, bool expected = false);
+    bool isOpen(std::uint32_t net) const { return open_.count(net) && open_.at(net); }
     std::uint32_t flags(std::uint32_t net) const;
     OKU_WORD callService(std::uint32_t net, std::u16string_view shortName, OKU_WORD param, OKU_WORD extra);
 

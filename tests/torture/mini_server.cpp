@@ -36,7 +36,9 @@ void MiniServer::onReceived(std::string_view bytes) {
     answer(text);
 }
 
-void MiniServer::say(const std::string& text) { pieces.push_back(compression_ ? compression_->deflate(text) : text); }
+std::string MiniServer::onTheWire(const std::string& text) { return compression_ ? compression_->deflate(text) : text; }
+
+void MiniServer::say(const std::string& text) { pieces.push_back(onTheWire(text)); }
 
 void MiniServer::openStream() {
     say("<?xml version='1.0'?><stream:stream xmlns:stream='http://etherx.jabber.org/streams' xmlns='jabber:client' "

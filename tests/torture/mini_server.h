@@ -29,7 +29,9 @@ public:
     void onConnected();
     /// Bytes of the client; answers go behind the other pieces that wait.
     void onReceived(std::string_view bytes);
-    /// Says a text: as one piece, compressed when the stream is.
+    /// A text as it stands in the stream: compressed when that is.
+    std::string onTheWire(const std::string& text);
+    /// Says a text as one piece, behind those that wait.
     void say(const std::string& text);
 
     bool isReady() const { return rosterSent_; }
