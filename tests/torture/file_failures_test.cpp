@@ -17,7 +17,6 @@
 #include <sstream>
 
 #include "host/util/utf.h"
-#include "host/util/xml_parse.h"
 #include "platform/platform.h"
 #include "plugin/account_files.h"
 #include "tests/support/fake_platform.h"
@@ -28,14 +27,14 @@ namespace {
 struct Failure {
     const char* name;
     int error;
-    bool shortWrite;
+    bool half;  // no error: reads and writes do half of what is asked for
 };
 
 constexpr std::array<Failure, 5> kFailures{{{"NoSpace", ENOSPC, false},
                                             {"NoRight", EACCES, false},
                                             {"Broken", EIO, false},
                                             {"Interrupted", EINTR, false},
-                                            {"ShortWrite", 0, true}}};
+                                            {"HalfADeed", 0, true}}};
 
 constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
 std::size_t g_count = 0;
@@ -48,7 +47,12 @@ bool fails(const char* name) {
     if (!torture::g_inPlugin || g_count++ != g_failing) return false;
     g_failed = name;
     errno = g_failure.error;
-    return !g_failure.shortWrite;
+    return !g_failure.half;
+}
+
+/// How much of `size` the call that is about to happen does.
+std::size_t doable(std::size_t size) {
+    return g_failure.half && torture::g_inPlugin && g_count == g_failing ? (size + 1) / 2 : size;
 }
 
 }  // namespace
@@ -84,15 +88,16 @@ int __wrap_fsync(int file) { return fails("fsync") ? -1 : __real_fsync(file); }
 int __wrap_mkostemp(char* path, int flags) { return fails("mkostemp") ? -1 : __real_mkostemp(path, flags); }
 DIR* __wrap_opendir(const char* path) { return fails("opendir") ? nullptr : __real_opendir(path); }
 ssize_t __wrap_read(int file, void* buffer, size_t size) {
-    return fails("read") ? -1 : __real_read(file, buffer, size);
+    const std::size_t part = doable(size);
+    return fails("read") ? -1 : __real_read(file, buffer, part);
 }
 char* __wrap_realpath(const char* path, char* resolved) {
     return fails("realpath") ? nullptr : __real_realpath(path, resolved);
 }
 int __wrap_rename(const char* from, const char* to) { return fails("rename") ? -1 : __real_rename(from, to); }
 ssize_t __wrap_write(int file, const void* buffer, size_t size) {
-    const bool cut = g_failure.shortWrite && torture::g_inPlugin && g_count == g_failing;
-    return fails("write") ? -1 : __real_write(file, buffer, cut ? (size + 1) / 2 : size);
+    const std::size_t part = doable(size);
+    return fails("write") ? -1 : __real_write(file, buffer, part);
 }
 }
 
@@ -169,8 +174,15 @@ protected:
 };
 
 TEST_P(Files, EachCallFailsOnce) {
-    std::string newRoster, newDatabase;
+    std::string newRoster, newDatabase, learntDatabase;
     std::size_t calls = 0;
+    {
+        Client client;
+        prepare(client);
+        fs::remove(folder_ / "XMPPClientDB.xml");
+        live(client);
+        learntDatabase = read("XMPPClientDB.xml");
+    }
     {
         Client client;
         prepare(client);
@@ -184,6 +196,7 @@ TEST_P(Files, EachCallFailsOnce) {
     ASSERT_GT(calls, 20u);
     ASSERT_NE(newRoster, kOldRoster);
     ASSERT_NE(newDatabase, kOldDatabase);
+    ASSERT_NE(newDatabase, learntDatabase);
     for (std::size_t failing = 0; failing < calls; ++failing) {
         Client client;
         prepare(client);
@@ -200,9 +213,7 @@ TEST_P(Files, EachCallFailsOnce) {
         EXPECT_TRUE(roster == kOldRoster || roster == newRoster) << roster;
         // A database that could not be read is replaced by what this run has learnt.
         const std::string database = read("XMPPClientDB.xml");
-        std::vector<xmlElement> roots;
-        lutXMLParseA(roots, database);
-        EXPECT_EQ(roots.size(), 1u) << database;
+        EXPECT_TRUE(database == kOldDatabase || database == newDatabase || database == learntDatabase) << database;
         for (const auto& entry : fs::directory_iterator(folder_))
             EXPECT_EQ(entry.path().filename().string().find(".protolink-"), std::string::npos) << entry.path();
         client.logIn();
