@@ -5,8 +5,6 @@
 #include <QSqlQuery>
 #include <QUuid>
 
-#include "messenger/core/texts.h"
-
 namespace oku {
 namespace {
 
@@ -81,7 +79,7 @@ bool History::open() {
     close();
     if (!failureTold_) {
         emit failed(
-            say("Nie można otworzyć archiwum rozmów %1: %2", "The history %1 cannot be opened: %2").arg(path_, reason));
+            QCoreApplication::translate("History", "Nie można otworzyć archiwum rozmów %1: %2").arg(path_, reason));
     }
     failureTold_ = true;
     return false;
@@ -121,7 +119,7 @@ bool History::prepareTables() {
 
 bool History::run(QSqlQuery& query) {
     if (query.exec()) return true;
-    emit failed(say("Nie można zapisać w archiwum rozmów: %1", "The history cannot be written: %1")
+    emit failed(QCoreApplication::translate("History", "Nie można zapisać w archiwum rozmów: %1")
                     .arg(query.lastError().text()));
     return false;
 }

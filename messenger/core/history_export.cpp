@@ -2,7 +2,6 @@
 #include <QJsonDocument>
 
 #include "messenger/core/history.h"
-#include "messenger/core/texts.h"
 
 namespace oku {
 namespace {
@@ -17,7 +16,8 @@ QByteArray historyAsText(const QList<Message>& messages) {
         const bool out = message.direction == Direction::out;
         text += stamp(message.time) + u' ' + (out ? message.account : message.contact);
         if (message.delayed.isValid()) {
-            text += QStringLiteral(" (") + say("napisana %1", "written %1").arg(stamp(message.delayed)) + u')';
+            text += QStringLiteral(" (") +
+                    QCoreApplication::translate("History", "napisana %1").arg(stamp(message.delayed)) + u')';
         }
         if (out && message.state != DeliveryState::sent)
             text += QStringLiteral(" [%1]").arg(deliveryStateWord(message.state));

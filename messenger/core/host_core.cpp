@@ -5,8 +5,6 @@
 #include <QSslCertificate>
 #include <QXmlStreamReader>
 
-#include "messenger/core/texts.h"
-
 namespace oku {
 namespace {
 
@@ -72,8 +70,8 @@ void HostCore::connectParts() {
         log.write(0, QStringLiteral("OKU"), QStringLiteral("Exception in the host: ") + reason);
     });
     connect(&clearTextGuard, &ClearTextGuard::refused, this, [this](AccountEntry* account) {
-        account->reason = say("Połączenie nie jest szyfrowane, więc dane logowania nie zostały wysłane.",
-                              "The connection is not encrypted, so the login data was not sent.");
+        account->reason = QCoreApplication::translate(
+            "HostCore", "Połączenie nie jest szyfrowane, więc dane logowania nie zostały wysłane.");
         emit noticed(account->jid(), account->reason);
         sessions.setStatus(*account, Status::offline, account->description);
     });
@@ -97,7 +95,7 @@ QString HostCore::start() {
     if (QString reason = loader.open(options.modulePath); !reason.isEmpty()) return reason;
     if (!QDir::setCurrent(profile.directory())) {
         loader.close();
-        return say("Nie można wejść do katalogu %1", "The directory %1 cannot be entered").arg(profile.directory());
+        return QCoreApplication::translate("HostCore", "Nie można wejść do katalogu %1").arg(profile.directory());
     }
     queue.post({}, [this] { load(); });
     return {};
@@ -165,7 +163,7 @@ QString HostCore::rawXml(AccountEntry& account, const QString& xml) {
     reader.setNamespaceProcessing(false);
     while (!reader.atEnd()) reader.readNext();
     if (reader.hasError()) {
-        return say("To nie jest poprawny XML: %1", "This is not well-formed XML: %1").arg(reader.errorString());
+        return QCoreApplication::translate("HostCore", "To nie jest poprawny XML: %1").arg(reader.errorString());
     }
     queue.post(account.key, [this, &account, bytes = xml.toUtf8()] {
         if (!queries.sendRaw(account, bytes)) emit noticed(account.jid(), notConnected());

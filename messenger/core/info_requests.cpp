@@ -8,7 +8,6 @@
 #include "messenger/core/jid_text.h"
 #include "messenger/core/plugin_queue.h"
 #include "messenger/core/roster_commands.h"
-#include "messenger/core/texts.h"
 
 namespace oku {
 namespace {
@@ -58,7 +57,7 @@ QString InfoRequests::askContact(AccountEntry& account, const QString& jid) {
     if (!account.loggedIn()) return notConnected();
     const QString bare = bareJid(jid);
     const auto contact = contacts_.list(account).contact(bare);
-    if (!contact) return say("Nie ma takiego kontaktu: %1", "There is no such contact: %1").arg(jid);
+    if (!contact) return QCoreApplication::translate("Contacts", "Nie ma takiego kontaktu: %1").arg(jid);
     queue_.post(account.key, [this, &account, contact] {
         auto round = std::make_shared<Round>();
         round->jid = contact->jid;

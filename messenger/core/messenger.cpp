@@ -5,14 +5,13 @@
 #include "messenger/core/account_setup.h"
 #include "messenger/core/host_core.h"
 #include "messenger/core/jid_text.h"
-#include "messenger/core/texts.h"
 #include "messenger/core/wide.h"
 
 namespace oku {
 namespace {
 
 QString noAccount(const QString& jid) {
-    return say("Nie ma takiego konta: %1", "There is no such account: %1").arg(jid);
+    return QCoreApplication::translate("Messenger", "Nie ma takiego konta: %1").arg(jid);
 }
 
 QString key(const char16_t* name) { return QString::fromUtf16(name); }
@@ -31,7 +30,7 @@ public:
 
     /// Writes the settings of an account that was set up or changed, and tells of it.
     QString writeAccount(const AccountEntry& account) {
-        if (!account.settings->write()) return say("Nie można zapisać konta.", "The account cannot be written.");
+        if (!account.settings->write()) return QCoreApplication::translate("Messenger", "Nie można zapisać konta.");
         emit accountChanged(account.jid());
         return {};
     }
@@ -108,8 +107,8 @@ std::optional<Account> Messenger::account(const QString& jid) const {
 }
 
 QString Messenger::addAccount(const QString& jid, const QString& password, const QVariantMap& settings) {
-    if (!d->running()) return say("Wtyczka nie jest wczytana.", "The plugin is not loaded.");
-    if (!looksLikeJid(jid)) return say("To nie jest adres konta: %1", "This is not an account's address: %1").arg(jid);
+    if (!d->running()) return QCoreApplication::translate("Messenger", "Wtyczka nie jest wczytana.");
+    if (!looksLikeJid(jid)) return QCoreApplication::translate("Messenger", "To nie jest adres konta: %1").arg(jid);
     if (auto* known = d->find(jid)) {
         changeAccount(*known->settings, jid, password, settings);
         d->sockets.sockets().forgetFailures(known->socket);
@@ -124,7 +123,7 @@ QString Messenger::addAccount(const QString& jid, const QString& password, const
     const auto file = d->settings.store(path);
     setUpAccount(*file, jid, password, settings);
     if (!file->write())
-        return say("Nie można zapisać konta w pliku %1.", "The account cannot be written to %1.").arg(path);
+        return QCoreApplication::translate("Messenger", "Nie można zapisać konta w pliku %1.").arg(path);
     d->reload(bareJid(jid));
     return {};
 }
@@ -196,7 +195,7 @@ QStringList Messenger::pendingAuthorizations(const QString& account) const {
 QString Messenger::sendMessage(const QString& account, const QString& to, const QString& body, MessageKind kind,
                                const QString& subject, qint64* number) {
     return d->with(account, [&](AccountEntry& entry) {
-        if (to.isEmpty() || body.isEmpty()) return say("Wiadomość jest pusta.", "The message is empty.");
+        if (to.isEmpty() || body.isEmpty()) return QCoreApplication::translate("Messenger", "Wiadomość jest pusta.");
         Message message;
         message.account = entry.jid();
         message.contact = bareJid(to);
@@ -208,8 +207,8 @@ QString Messenger::sendMessage(const QString& account, const QString& to, const 
         const qint64 written = d->delivery.send(entry, message);
         if (number) *number = written;
         return written ? QString()
-                       : say("Nie można zapisać wiadomości, więc nie została wysłana.",
-                             "The message cannot be written down, so it was not sent.");
+                       : QCoreApplication::translate("Messenger",
+                                                     "Nie można zapisać wiadomości, więc nie została wysłana.");
     });
 }
 
@@ -217,7 +216,7 @@ QString Messenger::resendMessage(qint64 number) {
     const auto message = d->history.message(number);
     const bool again = message && message->direction == Direction::out &&
                        (message->state == DeliveryState::failed || message->state == DeliveryState::unconfirmed);
-    if (!again) return say("Tej wiadomości nie można wysłać ponownie.", "This message cannot be sent again.");
+    if (!again) return QCoreApplication::translate("Messenger", "Tej wiadomości nie można wysłać ponownie.");
     return d->with(message->account, [&](AccountEntry& entry) {
         d->delivery.resend(entry, *message);
         return QString();
@@ -254,13 +253,12 @@ QString Messenger::exportHistory(const QString& account, const QString& with, Ex
     QSaveFile file(path);
     const QByteArray content = format == ExportFormat::json ? historyAsJson(messages) : historyAsText(messages);
     if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit()) return {};
-    return say("Nie można zapisać pliku %1: %2", "The file %1 cannot be written: %2").arg(path, file.errorString());
+    return QCoreApplication::translate("Messenger", "Nie można zapisać pliku %1: %2").arg(path, file.errorString());
 }
 
 QString Messenger::answerBox(int number, BoxButton button) {
     if (d->boxes.answer(number, button)) return {};
-    return say("Nie ma takiego pytania, albo nie ma w nim takiej odpowiedzi.",
-               "There is no such question, or it has no such answer.");
+    return QCoreApplication::translate("Messenger", "Nie ma takiego pytania, albo nie ma w nim takiej odpowiedzi.");
 }
 
 QList<MessageBox> Messenger::openBoxes() const { return d->boxes.open(); }
@@ -273,7 +271,7 @@ QString Messenger::statusMenu(const QString& account) const {
 }
 
 QString Messenger::activateMenu(const QString& id) {
-    return d->menus.activate(id) ? QString() : say("Nie ma takiej pozycji menu.", "There is no such menu item.");
+    return d->menus.activate(id) ? QString() : QCoreApplication::translate("Messenger", "Nie ma takiej pozycji menu.");
 }
 
 QString Messenger::confirmStatusWindow(const QString& account, Status status, const QString& description,
@@ -281,7 +279,7 @@ QString Messenger::confirmStatusWindow(const QString& account, Status status, co
     return d->with(account, [&](AccountEntry& entry) {
         return d->windows.confirmStatusWindow(entry, status, description, protect)
                    ? QString()
-                   : say("To konto nie ma okna statusu.", "This account has no status window.");
+                   : QCoreApplication::translate("Messenger", "To konto nie ma okna statusu.");
     });
 }
 

@@ -6,7 +6,6 @@
 #include "messenger/core/message_boxes.h"
 #include "messenger/core/messenger.h"
 #include "messenger/core/settings_service.h"
-#include "messenger/core/texts.h"
 
 namespace oku {
 namespace {
@@ -33,7 +32,7 @@ void Passwords::load(const std::shared_ptr<SettingsFile>& file) {
     file->keepOffDisk(kPassword, true);
     if (!account.password.isEmpty()) return;
     if (!ring_) {
-        loaded(account, {}, say("ten program nie obsługuje pęku kluczy", "this program was built without key rings"));
+        loaded(account, {}, QCoreApplication::translate("Passwords", "ten program nie obsługuje pęku kluczy"));
         return;
     }
     account.loading = true;
@@ -45,9 +44,9 @@ void Passwords::load(const std::shared_ptr<SettingsFile>& file) {
 void Passwords::loaded(Account& account, const QString& password, const QString& error) {
     account.loading = false;
     if (!error.isEmpty()) {
-        emit noticed(account.jid, say("Pęk kluczy nie podał hasła (%1). Podaj je jeszcze raz.",
-                                      "The key ring did not give the password (%1). Please give it again.")
-                                      .arg(error));
+        emit noticed(account.jid,
+                     QCoreApplication::translate("Passwords", "Pęk kluczy nie podał hasła (%1). Podaj je jeszcze raz.")
+                         .arg(error));
     } else if (account.file->text(kPassword).isEmpty()) {
         // Given anew meanwhile, the user's counts.
         account.password = password;
@@ -119,17 +118,18 @@ void Passwords::keepInFile(Account& account) {
 void Passwords::ask(Account& account) {
     if (account.question || !asking_) return;
     const QString text =
-        say("Nie ma systemowego pęku kluczy. Czy zachować hasło konta %1 w jego pliku, który tylko Ty możesz odczytać? "
-            "Inaczej trzeba je podawać po każdym uruchomieniu.",
-            "There is no key ring of the system. Keep the password of %1 in its file, which only you can read? "
-            "Otherwise it has to be given after each start.")
+        QCoreApplication::translate(
+            "Passwords",
+            "Nie ma systemowego pęku kluczy. Czy zachować hasło konta %1 w jego pliku, który tylko Ty możesz odczytać? "
+            "Inaczej trzeba je podawać po każdym uruchomieniu.")
             .arg(account.jid);
-    account.question = boxes_.ask(say("Hasło", "Password"), text, [this, &account](BoxButton button) {
-        account.question = 0;
-        if (!asking_) return;
-        account.file->set(inFileKey(), button == BoxButton::yes ? 1 : 0);
-        account.file->write();
-    });
+    account.question =
+        boxes_.ask(QCoreApplication::translate("Passwords", "Hasło"), text, [this, &account](BoxButton button) {
+            account.question = 0;
+            if (!asking_) return;
+            account.file->set(inFileKey(), button == BoxButton::yes ? 1 : 0);
+            account.file->write();
+        });
 }
 
 }  // namespace oku

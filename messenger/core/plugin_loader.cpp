@@ -4,8 +4,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include "messenger/core/texts.h"
-
 namespace oku {
 namespace {
 
@@ -16,8 +14,7 @@ QString systemReason() {
 }
 
 QString missingExport(const QString& path, const char* name) {
-    return say("Plik %1 nie jest wtyczką komunikatora: brak w nim funkcji %2.",
-               "%1 is not a plugin of this messenger: it has no function %2.")
+    return QCoreApplication::translate("PluginLoader", "Plik %1 nie jest wtyczką komunikatora: brak w nim funkcji %2.")
         .arg(path, QString::fromLatin1(name));
 }
 
@@ -28,12 +25,13 @@ PluginLoader::~PluginLoader() { close(); }
 QString PluginLoader::open(const QString& path) {
     close();
     const QFileInfo file(path);
-    if (!file.exists()) return say("Nie ma pliku wtyczki: %1", "The plugin's file does not exist: %1").arg(path);
-    if (!file.isFile()) return say("To nie jest plik wtyczki: %1", "This is not a plugin's file: %1").arg(path);
+    if (!file.exists()) return QCoreApplication::translate("PluginLoader", "Nie ma pliku wtyczki: %1").arg(path);
+    if (!file.isFile()) return QCoreApplication::translate("PluginLoader", "To nie jest plik wtyczki: %1").arg(path);
     dlerror();
     library_ = dlopen(QFile::encodeName(file.absoluteFilePath()).constData(), RTLD_NOW | RTLD_LOCAL);
     if (!library_) {
-        return say("Nie można wczytać wtyczki %1: %2", "The plugin %1 cannot be loaded: %2").arg(path, systemReason());
+        return QCoreApplication::translate("PluginLoader", "Nie można wczytać wtyczki %1: %2")
+            .arg(path, systemReason());
     }
     const auto query = reinterpret_cast<OKU_QUERY_PLUG_INFO>(dlsym(library_, "queryPlugInfo"));
     load_ = reinterpret_cast<OKU_PLUGIN_LOAD>(dlsym(library_, "pluginLoad"));
@@ -45,8 +43,8 @@ QString PluginLoader::open(const QString& path) {
     if (reason.isEmpty()) {
         info_ = query();
         if (!info_ || info_->size < sizeof(OKU_PLUGIN_INFO)) {
-            reason = say("Plik %1 nie jest wtyczką komunikatora: jej opis jest niepełny.",
-                         "%1 is not a plugin of this messenger: its description is incomplete.")
+            reason = QCoreApplication::translate("PluginLoader",
+                                                 "Plik %1 nie jest wtyczką komunikatora: jej opis jest niepełny.")
                          .arg(path);
         }
     }

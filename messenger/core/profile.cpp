@@ -9,7 +9,6 @@
 
 #include "host/oku/windows.h"
 #include "messenger/core/service_registry.h"
-#include "messenger/core/texts.h"
 #include "messenger/core/wide.h"
 
 namespace oku {
@@ -56,15 +55,13 @@ Profile::~Profile() = default;
 QString Profile::open() {
     for (const QString& path : {directory_, dataDirectory_, cacheDirectory_}) {
         if (path.size() > kLongestPath) {
-            return say("Ścieżka katalogu profilu jest za długa: %1", "The profile's path is too long: %1").arg(path);
+            return QCoreApplication::translate("Profile", "Ścieżka katalogu profilu jest za długa: %1").arg(path);
         }
         if (!makeDirectory(path)) {
-            return say("Nie można utworzyć katalogu %1", "The directory %1 cannot be made").arg(path);
+            return QCoreApplication::translate("Profile", "Nie można utworzyć katalogu %1").arg(path);
         }
         if (!QFileInfo(path).isWritable() || !QFileInfo(path).isReadable()) {
-            return say("Brak prawa do odczytu lub zapisu w katalogu %1",
-                       "No right to read or write in the directory %1")
-                .arg(path);
+            return QCoreApplication::translate("Profile", "Brak prawa do odczytu lub zapisu w katalogu %1").arg(path);
         }
     }
     lock_ = std::make_unique<QLockFile>(directory_ + QStringLiteral("oku.lock"));
@@ -75,8 +72,7 @@ QString Profile::open() {
     QString host;
     QString program;
     lock_->getLockInfo(&process, &host, &program);
-    return say("Profil %1 jest już używany przez inny komunikator (proces %2).",
-               "The profile %1 is in use by another messenger (process %2).")
+    return QCoreApplication::translate("Profile", "Profil %1 jest już używany przez inny komunikator (proces %2).")
         .arg(directory_)
         .arg(process);
 }

@@ -6,7 +6,6 @@
 #include "messenger/core/jid_text.h"
 #include "messenger/core/plugin_queue.h"
 #include "messenger/core/tag_scanner.h"
-#include "messenger/core/texts.h"
 #include "messenger/core/wide.h"
 
 namespace oku {
@@ -36,7 +35,7 @@ OKU_CONTACT_RECORD identityOf(const AccountEntry& account, const QString& jid, c
 
 }  // namespace
 
-QString notConnected() { return say("Konto nie jest połączone.", "The account is not connected."); }
+QString notConnected() { return QCoreApplication::translate("Contacts", "Konto nie jest połączone."); }
 
 RosterCommands::RosterCommands(PluginQueue& queue, IqQueries& queries, ContactService& contacts, QObject* parent)
     : QObject(parent), queue_(queue), queries_(queries), contacts_(contacts) {}
@@ -44,14 +43,14 @@ RosterCommands::RosterCommands(PluginQueue& queue, IqQueries& queries, ContactSe
 QString RosterCommands::known(AccountEntry& account, const QString& jid) const {
     if (!account.loggedIn()) return notConnected();
     if (contacts_.list(account).has(bareJid(jid))) return {};
-    return say("Nie ma takiego kontaktu: %1", "There is no such contact: %1").arg(jid);
+    return QCoreApplication::translate("Contacts", "Nie ma takiego kontaktu: %1").arg(jid);
 }
 
 QString RosterCommands::add(AccountEntry& account, const QString& jid, const QString& name, const QString& group) {
     if (!account.loggedIn()) return notConnected();
     const QString bare = bareJid(jid);
     if (bare.isEmpty() || (bare.contains(u'@') && !looksLikeJid(bare))) {
-        return say("To nie jest adres: %1", "This is not an address: %1").arg(jid);
+        return QCoreApplication::translate("Contacts", "To nie jest adres: %1").arg(jid);
     }
     const QString shown = !name.isEmpty() ? name : nodeOf(bare).isEmpty() ? bare : nodeOf(bare);
     set(account, bare, shown, group.isEmpty() ? QStringList() : QStringList(group), true);
@@ -87,7 +86,7 @@ void RosterCommands::set(AccountEntry& account, const QString& jid, const QStrin
         if (condition.isEmpty()) return;
         emit noticed(
             account.jid(),
-            say("Serwer odmówił zmiany kontaktu %1: %2", "The server refused to change %1: %2").arg(jid, condition));
+            QCoreApplication::translate("Contacts", "Serwer odmówił zmiany kontaktu %1: %2").arg(jid, condition));
     };
     queue_.post(account.key, [this, &account, jid, query, subscribe, answered] {
         if (!queries_.send(account, {}, QStringLiteral("set"), query, answered)) {

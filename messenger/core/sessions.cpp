@@ -10,7 +10,6 @@
 #include "messenger/core/service_registry.h"
 #include "messenger/core/socket_bridge.h"
 #include "messenger/core/stream_watch.h"
-#include "messenger/core/texts.h"
 #include "messenger/core/typing_notices.h"
 #include "messenger/core/wide.h"
 
@@ -108,8 +107,8 @@ void Sessions::streamError(AccountEntry& account, const QString& condition, cons
     account.reason = text.isEmpty() ? condition : text;
     if (condition == QStringLiteral("conflict")) {
         parts_.sockets.sockets().conflictSeen(account.socket);
-        account.reason = say("To konto zalogowało się w innym miejscu z tym samym zasobem.",
-                             "This account logged in elsewhere with the same resource.");
+        account.reason =
+            QCoreApplication::translate("Sessions", "To konto zalogowało się w innym miejscu z tym samym zasobem.");
     }
 }
 
@@ -157,8 +156,9 @@ void Sessions::completeLogins() {
         auto* account = parts_.accounts.byKey(key);
         if (!account || !account->ready()) continue;
         if (!rebuilt.contains(key)) {
-            emit noticed(account->jid(), say("Serwer nie podał listy kontaktów; pokazana jest ostatnia znana.",
-                                             "The server gave no contact list; the last known one is shown."));
+            emit noticed(account->jid(),
+                         QCoreApplication::translate(
+                             "Sessions", "Serwer nie podał listy kontaktów; pokazana jest ostatnia znana."));
         }
         emit rosterComplete(account->jid());
         if (const auto choice = std::exchange(account->keptChoice, std::nullopt)) {

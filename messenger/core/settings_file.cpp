@@ -6,8 +6,6 @@
 #include <QSaveFile>
 #include <QStringDecoder>
 
-#include "messenger/core/texts.h"
-
 namespace oku {
 namespace {
 
@@ -145,7 +143,7 @@ void SettingsFile::read() {
     if (!file.exists()) return;
     if (!file.open(QIODevice::ReadOnly)) {
         unreadable_ = true;
-        emit noticed(say("Nie można odczytać ustawień z pliku %1: %2", "The settings in %1 cannot be read: %2")
+        emit noticed(QCoreApplication::translate("Settings", "Nie można odczytać ustawień z pliku %1: %2")
                          .arg(path_, file.errorString()));
         return;
     }
@@ -160,12 +158,12 @@ void SettingsFile::setAside() {
     const QString stamp = QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
     const QString aside = path_ + QStringLiteral(".damaged-") + stamp;
     unreadable_ = !QFile::rename(path_, aside);
-    emit noticed(unreadable_ ? say("Plik ustawień %1 jest uszkodzony i nie można go odłożyć na bok.",
-                                   "The settings file %1 is damaged and cannot be set aside.")
-                                   .arg(path_)
-                             : say("Plik ustawień %1 jest uszkodzony; został zachowany jako %2.",
-                                   "The settings file %1 is damaged; it was kept as %2.")
-                                   .arg(path_, aside));
+    emit noticed(
+        unreadable_
+            ? QCoreApplication::translate("Settings", "Plik ustawień %1 jest uszkodzony i nie można go odłożyć na bok.")
+                  .arg(path_)
+            : QCoreApplication::translate("Settings", "Plik ustawień %1 jest uszkodzony; został zachowany jako %2.")
+                  .arg(path_, aside));
 }
 
 bool SettingsFile::write() {
@@ -173,8 +171,7 @@ bool SettingsFile::write() {
     if (!dirty_) return true;
     if (unreadable_ || !replaceFile(path_, settingsToBytes(valuesOnDisk()))) {
         if (!failureTold_) {
-            emit noticed(
-                say("Nie można zapisać ustawień w pliku %1.", "The settings cannot be written to %1.").arg(path_));
+            emit noticed(QCoreApplication::translate("Settings", "Nie można zapisać ustawień w pliku %1.").arg(path_));
         }
         failureTold_ = true;
         return false;

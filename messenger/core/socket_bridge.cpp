@@ -9,7 +9,6 @@
 #include "messenger/core/messenger.h"
 #include "messenger/core/plugin_queue.h"
 #include "messenger/core/service_registry.h"
-#include "messenger/core/texts.h"
 #include "messenger/core/wide.h"
 
 namespace oku {
@@ -175,17 +174,19 @@ void SocketBridge::certificateQuestion(const net::ConnectionId& id, const net::B
     const QString jid = account ? account->jid() : QString();
     const QString fingerprint = net::fingerprintText(certificate.fingerprint);
     const QString text =
-        say("Certyfikat serwera %1 jest niepoprawny. %2\nWystawiony dla: %3\nWystawca: %4\nSHA-256: %5\n"
-            "Czy zaufać temu certyfikatowi na stałe na tym koncie?",
-            "The certificate of the server %1 is not valid. %2\nIssued to: %3\nIssuer: %4\nSHA-256: %5\n"
-            "Trust this certificate on this account from now on?")
+        QCoreApplication::translate(
+            "Certificates",
+            "Certyfikat serwera %1 jest niepoprawny. %2\nWystawiony dla: %3\nWystawca: %4\nSHA-256: %5\n"
+            "Czy zaufać temu certyfikatowi na stałe na tym koncie?")
             .arg(certificate.domain, certificate.reason, certificate.subject, certificate.issuer, fingerprint);
     const CertificateProblem problem{certificate.domain, certificate.reason, fingerprint};
-    boxes_.ask(say("Certyfikat serwera", "Server certificate"), text, [this, id, jid, problem](BoxButton button) {
-        const bool trust = button == BoxButton::yes;
-        sockets_->decideCertificate(id, trust ? net::CertificateDecision::Pin : net::CertificateDecision::Refuse);
-        if (!trust) emit certificateRefused(jid, problem);
-    });
+    boxes_.ask(QCoreApplication::translate("Certificates", "Certyfikat serwera"), text,
+               [this, id, jid, problem](BoxButton button) {
+                   const bool trust = button == BoxButton::yes;
+                   sockets_->decideCertificate(
+                       id, trust ? net::CertificateDecision::Pin : net::CertificateDecision::Refuse);
+                   if (!trust) emit certificateRefused(jid, problem);
+               });
 }
 
 void SocketBridge::certificatePinned(const net::ConnectionId& id, const QString&, const QByteArray& fingerprint) {

@@ -1,14 +1,17 @@
 #pragma once
 
-#include <QString>
-
 namespace oku {
 
-/// Whether the user's language (LC_ALL, LC_MESSAGES, LANG, in this order) is Polish. A language that is not set counts
-/// as Polish, as the plugin's own texts are.
-bool speaksPolish();
+/// The languages of the messenger's own texts. They stand in the sources in Polish, each in a context of its own, and
+/// their English in messenger/translations/.
+enum class Language { Polish, English };
 
-/// The Polish text or its English translation, by the user's language. Both are UTF-8 and may hold %1, %2...
-QString say(const char* polish, const char* english);
+/// By LC_ALL, LC_MESSAGES, LANG, in this order. A language that is not set counts as Polish, as the plugin's own texts
+/// are; one that is neither gets English.
+Language languageOfEnvironment();
+
+/// Has QCoreApplication::translate() speak this language from now on. Needs an application object.
+void setLanguage(Language language);
+Language language();
 
 }  // namespace oku

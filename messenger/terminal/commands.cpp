@@ -1,6 +1,7 @@
 #include "messenger/terminal/commands.h"
 
 #include <algorithm>
+#include <QCoreApplication>
 
 #include "messenger/terminal/display_width.h"
 #include "messenger/terminal/session.h"
@@ -12,7 +13,9 @@ namespace {
 constexpr int kColumnsForUsage = 70;  // narrower windows show the commands without their arguments
 
 QString usageOf(const CommandRow& row) {
-    return (QStringLiteral("/%1 ").arg(QLatin1String(row.name)) + say(row.arguments)).trimmed();
+    return (QStringLiteral("/%1 ").arg(QLatin1String(row.name)) +
+            QCoreApplication::translate("Commands", row.arguments))
+        .trimmed();
 }
 
 }  // namespace
@@ -37,15 +40,16 @@ QString Commands::help(Arguments& arguments) {
         const CommandRow* row = findCommand(name);
         if (row == nullptr) return say(Text::UnknownCommand, name);
         session_.list(usageOf(*row), Style::Heading);
-        session_.list(QStringLiteral("  ") + say(row->help));
+        session_.list(QStringLiteral("  ") + QCoreApplication::translate("Commands", row->help));
         return {};
     }
     const bool narrow = session_.columns() < kColumnsForUsage;
     const int left = narrow ? 12 : 34;
     for (const CommandRow& row : commandTable()) {
+        const QString help = QCoreApplication::translate("Commands", row.help);
         const QString usage = narrow ? QStringLiteral("/%1").arg(QLatin1String(row.name)) : usageOf(row);
         const bool fits = displayWidth(usage) < left;
-        session_.list((fits ? fitToWidth(usage, left) : usage + u'\n' + QString(left - 2, u' ')) + say(row.help));
+        session_.list((fits ? fitToWidth(usage, left) : usage + u'\n' + QString(left - 2, u' ')) + help);
     }
     for (const QString& line : say(Text::HelpKeys).split(u'\n')) session_.list(line, Style::Faint);
     return {};

@@ -22,8 +22,8 @@ struct CommandRow {
     using Handler = QString (Commands::*)(Arguments& arguments);
 
     const char* name;
-    Words arguments;  // as help shows them
-    Words help;
+    const char* arguments;  // as help shows them
+    const char* help;
     ArgumentKind first;
     ArgumentKind second;
     bool needsAccount;
@@ -34,7 +34,7 @@ struct CommandRow {
 struct SettingRow {
     const char* key;
     bool number;
-    Words help;
+    const char* help;
 };
 
 std::span<const CommandRow> commandTable();

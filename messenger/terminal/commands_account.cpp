@@ -111,7 +111,8 @@ QString Commands::get(Arguments& arguments) {
         if (wanted != nullptr && wanted != &row) continue;
         const QString name = QString::fromLatin1(row.key);
         const QString value = shownValue(row, session_.client().settingValue(session_.account(), name));
-        session_.list(fitToWidth(name, 24) + QStringLiteral("= %1  (%2)").arg(value, say(row.help)));
+        session_.list(fitToWidth(name, 24) +
+                      QStringLiteral("= %1  (%2)").arg(value, QCoreApplication::translate("SettingKeys", row.help)));
     }
     return {};
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <QLocale>
 
+#include "messenger/core/texts.h"
 #include "messenger/terminal/display_width.h"
 #include "messenger/terminal/texts.h"
 
@@ -70,7 +71,7 @@ Line front(const LogEntry& entry, const LogLayout& layout) {
 
 QString shownText(const LogEntry& entry, const LogLayout& layout) {
     QString text = entry.text;
-    if (text.size() > kLongestText) text = text.left(kLongestText) + u' ' + say(Text::TextCut, text.size());
+    if (text.size() > kLongestText) text = text.left(kLongestText) + u' ' + sayCounted(Text::TextCut, text.size());
     const bool named = layout.manyAccounts && !layout.conversation && !entry.peer.account.isEmpty();
     if (!named || entry.kind == EntryKind::Listing) return text;
     return QStringLiteral("[%1] %2").arg(printable(entry.peer.account.section(u'@', 0, 0)), text);

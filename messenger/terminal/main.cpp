@@ -5,6 +5,7 @@
 #include <QFileInfo>
 
 #include "messenger/core/key_ring.h"
+#include "messenger/core/texts.h"
 #include "messenger/terminal/messenger_client.h"
 #include "messenger/terminal/options.h"
 #include "messenger/terminal/posix_io.h"
@@ -52,6 +53,6 @@ ExitCode run(const QStringList& arguments) {
 int main(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);  // a reader that has gone is seen by the write
     QCoreApplication application(argc, argv);
-    setLanguage(languageOfEnvironment());
+    oku::setLanguage(oku::languageOfEnvironment());
     return static_cast<int>(run(QCoreApplication::arguments().mid(1)));
 }

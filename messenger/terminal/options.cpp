@@ -1,6 +1,7 @@
 #include "messenger/terminal/options.h"
 
 #include <array>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
@@ -17,83 +18,50 @@ namespace {
 // One option: it sets a flag, or takes a value.
 struct OptionRow {
     const char* name;
-    Words value;  // how help names the value; empty for a flag
-    Words help;
+    const char* value;  // how help names the value; empty for a flag
+    const char* help;
     bool Options::*flag;
     QString Options::*text;
 };
 
 constexpr std::array kOptions = std::to_array<OptionRow>({
-    {"--profile",
-     {"FOLDER", "FOLDER"},
-     {"folder profilu: ustawienia, listy kontaktów, historia",
-      "folder of the profile: settings, contact lists, history"},
-     nullptr,
+    {"--profile", QT_TRANSLATE_NOOP("Options", "FOLDER"),
+     QT_TRANSLATE_NOOP("Options", "folder profilu: ustawienia, listy kontaktów, historia"), nullptr,
      &Options::profileDir},
-    {"--module",
-     {"PLIK", "FILE"},
-     {"plik wtyczki (zwykle protoLink.module obok programu)", "the plugin's file (usually protoLink.module beside it)"},
-     nullptr,
+    {"--module", QT_TRANSLATE_NOOP("Options", "PLIK"),
+     QT_TRANSLATE_NOOP("Options", "plik wtyczki (zwykle protoLink.module obok programu)"), nullptr,
      &Options::modulePath},
-    {"--account",
-     {"JID", "JID"},
-     {"konto, którego dotyczą polecenia; nowe zostanie dodane", "the account that commands mean; a new one is added"},
-     nullptr,
+    {"--account", QT_TRANSLATE_NOOP("Options", "JID"),
+     QT_TRANSLATE_NOOP("Options", "konto, którego dotyczą polecenia; nowe zostanie dodane"), nullptr,
      &Options::account},
-    {"--status",
-     {"STATUS", "STATUS"},
-     {"połącz od razu: online chat away xa dnd invisible", "connect at once: online chat away xa dnd invisible"},
-     nullptr,
-     &Options::status},
-    {"--ca-file",
-     {"PLIK", "FILE"},
-     {"zaufane urzędy certyfikacji w pliku PEM, obok systemowych",
-      "certificate authorities to trust (PEM) beside the system's"},
-     nullptr,
+    {"--status", QT_TRANSLATE_NOOP("Options", "STATUS"),
+     QT_TRANSLATE_NOOP("Options", "połącz od razu: online chat away xa dnd invisible"), nullptr, &Options::status},
+    {"--ca-file", QT_TRANSLATE_NOOP("Options", "PLIK"),
+     QT_TRANSLATE_NOOP("Options", "zaufane urzędy certyfikacji w pliku PEM, obok systemowych"), nullptr,
      &Options::caFile},
-    {"--json",
-     {"", ""},
-     {"polecenia i zdarzenia jako wiersze JSON, dla skryptów", "commands and events as JSON lines, for scripts"},
-     &Options::json,
-     nullptr},
-    {"--plain",
-     {"", ""},
-     {"zwykłe wiersze zamiast ekranu (tak też bez terminala)",
-      "plain lines instead of a screen (also without a terminal)"},
-     &Options::plain,
-     nullptr},
-    {"--verbose",
-     {"", ""},
-     {"pokazuj też dziennik wtyczki i programu", "show the log of plugin and program as well"},
-     &Options::verbose,
+    {"--json", "", QT_TRANSLATE_NOOP("Options", "polecenia i zdarzenia jako wiersze JSON, dla skryptów"),
+     &Options::json, nullptr},
+    {"--plain", "", QT_TRANSLATE_NOOP("Options", "zwykłe wiersze zamiast ekranu (tak też bez terminala)"),
+     &Options::plain, nullptr},
+    {"--verbose", "", QT_TRANSLATE_NOOP("Options", "pokazuj też dziennik wtyczki i programu"), &Options::verbose,
      nullptr},
 });
 
-constexpr Words kHelpHead = {
-    "oku-terminal - komunikator XMPP w terminalu\n\n"
-    "Użycie: oku-terminal [opcje]\n\nOpcje:\n",
-    "oku-terminal - an XMPP messenger in a terminal\n\n"
-    "Usage: oku-terminal [options]\n\nOptions:\n"};
+constexpr const char* kHelpHead = QT_TRANSLATE_NOOP("Options",
+                                                    "oku-terminal - komunikator XMPP w terminalu\n\n"
+                                                    "Użycie: oku-terminal [opcje]\n\nOpcje:\n");
 
-constexpr Words kHelpTail = {
-    "  --help              ten tekst\n"
-    "  --version           wersja programu\n\n"
-    "Opcja z wartością może mieć postać --profile FOLDER albo --profile=FOLDER.\n\n"
-    "Środowisko:\n"
-    "  OKU_PASSWORD        hasło konta z --account (inaczej program o nie zapyta)\n"
-    "  LANG                pl... lub brak wybiera polski, inny język angielski\n"
-    "  NO_COLOR            bez kolorów\n\n"
-    "Program kończy się kodem 0, 1 (nie można uruchomić) albo 2 (złe opcje).\n"
-    "Polecenia w programie: /help. Całość opisuje: man oku-terminal\n",
-    "  --help              this text\n"
-    "  --version           the program's version\n\n"
-    "An option with a value may stand as --profile FOLDER or --profile=FOLDER.\n\n"
-    "Environment:\n"
-    "  OKU_PASSWORD        password of --account (else the program asks for it)\n"
-    "  LANG                pl... or none chooses Polish, another one English\n"
-    "  NO_COLOR            no colours\n\n"
-    "The program ends with 0, 1 (it could not start) or 2 (wrong options).\n"
-    "Commands inside the program: /help. All of it: man oku-terminal\n"};
+constexpr const char* kHelpTail =
+    QT_TRANSLATE_NOOP("Options",
+                      "  --help              ten tekst\n"
+                      "  --version           wersja programu\n\n"
+                      "Opcja z wartością może mieć postać --profile FOLDER albo --profile=FOLDER.\n\n"
+                      "Środowisko:\n"
+                      "  OKU_PASSWORD        hasło konta z --account (inaczej program o nie zapyta)\n"
+                      "  LANG                pl... lub brak wybiera polski, inny język angielski\n"
+                      "  NO_COLOR            bez kolorów\n\n"
+                      "Program kończy się kodem 0, 1 (nie można uruchomić) albo 2 (złe opcje).\n"
+                      "Polecenia w programie: /help. Całość opisuje: man oku-terminal\n");
 
 const OptionRow* rowOf(const QString& name) {
     for (const OptionRow& row : kOptions)
@@ -149,12 +117,13 @@ QString takePassword() {
 }
 
 QString optionHelp() {
-    QString text = say(kHelpHead);
+    QString text = QCoreApplication::translate("Options", kHelpHead);
     for (const OptionRow& row : kOptions) {
-        const QString left = QStringLiteral("  %1 %2").arg(QLatin1String(row.name), say(row.value));
-        text += left.leftJustified(22) + say(row.help) + u'\n';
+        const QString left =
+            QStringLiteral("  %1 %2").arg(QLatin1String(row.name), QCoreApplication::translate("Options", row.value));
+        text += left.leftJustified(22) + QCoreApplication::translate("Options", row.help) + u'\n';
     }
-    return text + say(kHelpTail);
+    return text + QCoreApplication::translate("Options", kHelpTail);
 }
 
 QString defaultModulePath(const QString& programDir) {

@@ -54,7 +54,7 @@ Line candidateLine(const QStringList& candidates) {
 }
 
 Line scrolledLine(Line status, int scroll) {
-    if (scroll > 0) status.insert(status.begin(), {u' ' + say(Text::ScrolledBack, scroll) + u' ', Style::BarAlert});
+    if (scroll > 0) status.insert(status.begin(), {u' ' + sayCounted(Text::ScrolledBack, scroll) + u' ', Style::BarAlert});
     return status;
 }
 

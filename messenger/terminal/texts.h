@@ -1,27 +1,10 @@
-// All texts of the program itself, Polish with the English beside. What the plugin and the core tell is shown as it is.
+// The texts of the program itself. What the plugin and the core tell is shown as it is.
 #pragma once
 
 #include <QString>
-#include <span>
 #include <type_traits>
 
 namespace oku::terminal {
-
-enum class Language { Polish, English };
-
-// The core's choice: Polish when LC_ALL, LC_MESSAGES or LANG says so or none names a language, English otherwise.
-Language languageOfEnvironment();
-void setLanguage(Language language);
-Language language();
-
-// A text that stands in both languages; `%1` and so on are filled in by QString::arg.
-struct Words {
-    const char* polish;
-    const char* english;
-};
-
-// The words in the chosen language.
-QString say(const Words& words);
 
 enum class Text {
     // JSON mode
@@ -153,15 +136,11 @@ enum class Text {
     Count
 };
 
-struct TextRow {
-    Text id;
-    Words words;
-};
-
-std::span<const TextRow> allTexts();
-
-// A text of the table in the chosen language.
+// A text of the table in the chosen language; `%1` and so on are filled in by QString::arg.
 QString say(Text id);
+
+// A text that counts something, in the form that belongs to the number; `%n` is the number.
+QString sayCounted(Text id, qsizetype count);
 
 template <typename... Values>
 QString say(Text id, const Values&... values) {

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 #include <QCoreApplication>
 
+#include "messenger/core/texts.h"
+
 int main(int count, char** arguments) {
-    qputenv("LC_ALL", "en_GB.UTF-8");  // the sentences that tests look for are the English ones
     QCoreApplication application(count, arguments);
+    oku::setLanguage(oku::Language::English);  // the sentences that tests look for are the English ones
     testing::InitGoogleTest(&count, arguments);
     return RUN_ALL_TESTS();
 }

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "messenger/core/net/login_pacer.h"
+#include "messenger/core/texts.h"
 #include "tests/messenger/net/recorder.h"
 #include "tests/messenger/net/server.h"
 #include "tests/messenger/net/wait.h"
@@ -132,9 +133,9 @@ TEST(LoginPacer, DoublesUpToItsLimit) {
 TEST(Texts, ArePolishAndEnglish) {
     Bench bench;
     bench.connect(5222, "nie-ma.test");
-    qputenv("LC_ALL", "pl_PL.UTF-8");
+    setLanguage(Language::Polish);
     EXPECT_TRUE(bench.closed());
-    qputenv("LC_ALL", "en_GB.UTF-8");
+    setLanguage(Language::English);
     EXPECT_EQ(bench.events.ends[0].text, "Nie znaleziono adresu serwera nie-ma.test.");
 }
 

@@ -5,11 +5,11 @@
 #include <QCoreApplication>
 #include <QTimer>
 
+#include "messenger/core/texts.h"
 #include "messenger/terminal/options.h"
 #include "messenger/terminal/posix_io.h"
 #include "messenger/terminal/run_interactive.h"
 #include "messenger/terminal/run_json.h"
-#include "messenger/terminal/texts.h"
 #include "tests/messenger/terminal/fake_client.h"
 
 namespace {

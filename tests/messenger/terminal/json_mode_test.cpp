@@ -2,9 +2,9 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include "messenger/core/texts.h"
 #include "messenger/terminal/json_command.h"
 #include "messenger/terminal/json_mode.h"
-#include "messenger/terminal/texts.h"
 #include "tests/messenger/terminal/fake_client.h"
 
 namespace oku::terminal::test {

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 #include <QStringList>
 
+#include "messenger/core/texts.h"
 #include "messenger/terminal/display_width.h"
-#include "messenger/terminal/texts.h"
 
 namespace oku::terminal::test {
 namespace {

@@ -4,8 +4,8 @@
 #include <QCoreApplication>
 #include <QRegularExpression>
 
+#include "messenger/core/texts.h"
 #include "messenger/terminal/display_width.h"
-#include "messenger/terminal/texts.h"
 #include "tests/messenger/terminal/fake_client.h"
 
 namespace oku::terminal::test {

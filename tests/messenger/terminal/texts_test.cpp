@@ -1,29 +1,25 @@
 #include "messenger/terminal/texts.h"
 
 #include <gtest/gtest.h>
-#include <QRegularExpression>
-#include <QSet>
 
+#include "messenger/core/texts.h"
 #include "messenger/terminal/commands.h"
 #include "messenger/terminal/wording.h"
 
 namespace oku::terminal::test {
 namespace {
 
-QSet<QString> placeholders(const char* text) {
-    static const QRegularExpression pattern(QStringLiteral("%[1-9]"));
-    QSet<QString> found;
-    auto matches = pattern.globalMatch(QString::fromUtf8(text));
-    while (matches.hasNext()) found.insert(matches.next().captured());
-    return found;
-}
-
-TEST(TextsTest, EachTextHasBothLanguagesWithTheSameBlanks) {
-    for (const TextRow& row : allTexts()) {
-        EXPECT_STRNE(row.words.polish, "");
-        EXPECT_STRNE(row.words.english, "");
-        EXPECT_EQ(placeholders(row.words.polish), placeholders(row.words.english)) << row.words.english;
-    }
+TEST(TextsTest, CountsWithTheFormsOfTheLanguage) {
+    const auto lines = [](qsizetype count) { return sayCounted(Text::ScrolledBack, count); };
+    setLanguage(Language::English);
+    EXPECT_EQ(lines(1), "↑ 1 line up, End returns");
+    EXPECT_EQ(lines(2), "↑ 2 lines up, End returns");
+    setLanguage(Language::Polish);
+    EXPECT_EQ(lines(1), "↑ 1 wiersz wyżej, End wraca");
+    EXPECT_EQ(lines(3), "↑ 3 wiersze wyżej, End wraca");
+    EXPECT_EQ(lines(12), "↑ 12 wierszy wyżej, End wraca");
+    EXPECT_EQ(lines(24), "↑ 24 wiersze wyżej, End wraca");
+    EXPECT_EQ(sayCounted(Text::TextCut, 100'001), "… (całość: 100001 znaków, zobacz /export)");
 }
 
 TEST(TextsTest, FillsBlanksInOneGo) {

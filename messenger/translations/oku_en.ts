@@ -1,0 +1,1347 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en_GB" sourcelanguage="pl_PL">
+<context>
+    <name>Certificates</name>
+    <message>
+        <source>Certyfikat serwera %1 jest niepoprawny. %2
+Wystawiony dla: %3
+Wystawca: %4
+SHA-256: %5
+Czy zaufać temu certyfikatowi na stałe na tym koncie?</source>
+        <translation>The certificate of the server %1 is not valid. %2
+Issued to: %3
+Issuer: %4
+SHA-256: %5
+Trust this certificate on this account from now on?</translation>
+    </message>
+    <message>
+        <source>Certyfikat serwera</source>
+        <translation>Server certificate</translation>
+    </message>
+</context>
+<context>
+    <name>Commands</name>
+    <message>
+        <source>[OPIS]</source>
+        <translation>[DESCRIPTION]</translation>
+    </message>
+    <message>
+        <source>KTO</source>
+        <translation>WHO</translation>
+    </message>
+    <message>
+        <source>[KTO]</source>
+        <translation>[WHO]</translation>
+    </message>
+    <message>
+        <source>[POLECENIE]</source>
+        <translation>[COMMAND]</translation>
+    </message>
+    <message>
+        <source>lista poleceń albo opis jednego</source>
+        <translation>all commands, or one of them</translation>
+    </message>
+    <message>
+        <source>[add JID [SERWER[:PORT]] | password | JID | NUMER]</source>
+        <translation>[add JID [SERVER[:PORT]] | password | JID | NUMBER]</translation>
+    </message>
+    <message>
+        <source>lista kont; dodaje konto, zmienia hasło, wybiera konto poleceń</source>
+        <translation>lists accounts; adds one, changes the password, picks the one commands mean</translation>
+    </message>
+    <message>
+        <source>status: dostępny (łączy z serwerem)</source>
+        <translation>status: available (connects)</translation>
+    </message>
+    <message>
+        <source>status: chętny do rozmowy</source>
+        <translation>status: free for chat</translation>
+    </message>
+    <message>
+        <source>status: zaraz wracam</source>
+        <translation>status: away</translation>
+    </message>
+    <message>
+        <source>status: wrócę później</source>
+        <translation>status: away for long</translation>
+    </message>
+    <message>
+        <source>status: zajęty</source>
+        <translation>status: busy</translation>
+    </message>
+    <message>
+        <source>status: niewidoczny</source>
+        <translation>status: invisible</translation>
+    </message>
+    <message>
+        <source>rozłącza</source>
+        <translation>disconnects</translation>
+    </message>
+    <message>
+        <source>[online | GRUPA | TEKST]</source>
+        <translation>[online | GROUP | TEXT]</translation>
+    </message>
+    <message>
+        <source>kontakty według grup, z każdym zasobem</source>
+        <translation>contacts by groups, with each resource</translation>
+    </message>
+    <message>
+        <source>JID [NAZWA [GRUPA]]</source>
+        <translation>JID [NAME [GROUP]]</translation>
+    </message>
+    <message>
+        <source>dodaje kontakt i prosi o jego obecność</source>
+        <translation>adds a contact and asks for its presence</translation>
+    </message>
+    <message>
+        <source>KTO NAZWA</source>
+        <translation>WHO NAME</translation>
+    </message>
+    <message>
+        <source>zmienia nazwę kontaktu</source>
+        <translation>renames a contact</translation>
+    </message>
+    <message>
+        <source>KTO GRUPA</source>
+        <translation>WHO GROUP</translation>
+    </message>
+    <message>
+        <source>przenosi kontakt do grupy</source>
+        <translation>moves a contact to a group</translation>
+    </message>
+    <message>
+        <source>usuwa kontakt z listy</source>
+        <translation>takes a contact off the list</translation>
+    </message>
+    <message>
+        <source>prosi o obecność kontaktu</source>
+        <translation>asks for a contact&apos;s presence</translation>
+    </message>
+    <message>
+        <source>[KTO] [ask]</source>
+        <translation>[WHO] [ask]</translation>
+    </message>
+    <message>
+        <source>pozwala widzieć Twoją obecność; ask: i prosi o wzajemność</source>
+        <translation>lets somebody see your presence; ask: and asks in return</translation>
+    </message>
+    <message>
+        <source>odmawia prośbie o obecność</source>
+        <translation>refuses a request for your presence</translation>
+    </message>
+    <message>
+        <source>KTO TEKST</source>
+        <translation>WHO TEXT</translation>
+    </message>
+    <message>
+        <source>wysyła jedną wiadomość</source>
+        <translation>sends one message</translation>
+    </message>
+    <message>
+        <source>TEKST</source>
+        <translation>TEXT</translation>
+    </message>
+    <message>
+        <source>wysyła w rozmowie, co robisz</source>
+        <translation>says in a conversation what you do</translation>
+    </message>
+    <message>
+        <source>KTO [TEKST]</source>
+        <translation>WHO [TEXT]</translation>
+    </message>
+    <message>
+        <source>otwiera rozmowę; zwykłe wiersze idą odtąd do niej</source>
+        <translation>opens a conversation; plain lines go there from now on</translation>
+    </message>
+    <message>
+        <source>zamyka rozmowę</source>
+        <translation>closes the conversation</translation>
+    </message>
+    <message>
+        <source>[NUMER]</source>
+        <translation>[NUMBER]</translation>
+    </message>
+    <message>
+        <source>pokazuje okno; bez numeru następne nieprzeczytane</source>
+        <translation>shows a window; without a number the next unread one</translation>
+    </message>
+    <message>
+        <source>[KTO] [LICZBA | TEKST]</source>
+        <translation>[WHO] [NUMBER | TEXT]</translation>
+    </message>
+    <message>
+        <source>ostatnie wiadomości albo te z tekstem</source>
+        <translation>the last messages, or those with a text</translation>
+    </message>
+    <message>
+        <source>PLIK [KTO]</source>
+        <translation>FILE [WHO]</translation>
+    </message>
+    <message>
+        <source>zapisuje historię do pliku (.json: jako JSON)</source>
+        <translation>writes the history to a file (.json: as JSON)</translation>
+    </message>
+    <message>
+        <source>NUMER</source>
+        <translation>NUMBER</translation>
+    </message>
+    <message>
+        <source>wysyła ponownie wiadomość bez potwierdzenia</source>
+        <translation>sends an unconfirmed message again</translation>
+    </message>
+    <message>
+        <source>program, wersja i możliwości kontaktu</source>
+        <translation>a contact&apos;s client, version and features</translation>
+    </message>
+    <message>
+        <source>możliwości serwera</source>
+        <translation>the server&apos;s features</translation>
+    </message>
+    <message>
+        <source>[NUMER] ok|yes|no</source>
+        <translation>[NUMBER] ok|yes|no</translation>
+    </message>
+    <message>
+        <source>odpowiada na pytanie</source>
+        <translation>answers a question</translation>
+    </message>
+    <message>
+        <source>[on|off]</source>
+        <translation>[on|off]</translation>
+    </message>
+    <message>
+        <source>konsola XML</source>
+        <translation>the XML console</translation>
+    </message>
+    <message>
+        <source>XML</source>
+        <translation>XML</translation>
+    </message>
+    <message>
+        <source>wysyła XML</source>
+        <translation>sends XML</translation>
+    </message>
+    <message>
+        <source>KLUCZ WARTOŚĆ</source>
+        <translation>KEY VALUE</translation>
+    </message>
+    <message>
+        <source>zmienia ustawienie konta</source>
+        <translation>changes a setting of the account</translation>
+    </message>
+    <message>
+        <source>[KLUCZ]</source>
+        <translation>[KEY]</translation>
+    </message>
+    <message>
+        <source>ustawienia konta</source>
+        <translation>settings of the account</translation>
+    </message>
+    <message>
+        <source>czy wysyłać powiadomienia o pisaniu</source>
+        <translation>whether typing notices are sent</translation>
+    </message>
+    <message>
+        <source>[ODCISK | off]</source>
+        <translation>[FINGERPRINT | off]</translation>
+    </message>
+    <message>
+        <source>przyjmuje odrzucony certyfikat serwera</source>
+        <translation>accepts the server&apos;s certificate that was refused</translation>
+    </message>
+    <message>
+        <source>czyści okno</source>
+        <translation>clears the window</translation>
+    </message>
+    <message>
+        <source>kończy program</source>
+        <translation>ends the program</translation>
+    </message>
+</context>
+<context>
+    <name>Contacts</name>
+    <message>
+        <source>Nie ma takiego kontaktu: %1</source>
+        <translation>There is no such contact: %1</translation>
+    </message>
+    <message>
+        <source>Konto nie jest połączone.</source>
+        <translation>The account is not connected.</translation>
+    </message>
+    <message>
+        <source>To nie jest adres: %1</source>
+        <translation>This is not an address: %1</translation>
+    </message>
+    <message>
+        <source>Serwer odmówił zmiany kontaktu %1: %2</source>
+        <translation>The server refused to change %1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>History</name>
+    <message>
+        <source>Nie można otworzyć archiwum rozmów %1: %2</source>
+        <translation>The history %1 cannot be opened: %2</translation>
+    </message>
+    <message>
+        <source>Nie można zapisać w archiwum rozmów: %1</source>
+        <translation>The history cannot be written: %1</translation>
+    </message>
+    <message>
+        <source>napisana %1</source>
+        <translation>written %1</translation>
+    </message>
+</context>
+<context>
+    <name>HostCore</name>
+    <message>
+        <source>Połączenie nie jest szyfrowane, więc dane logowania nie zostały wysłane.</source>
+        <translation>The connection is not encrypted, so the login data was not sent.</translation>
+    </message>
+    <message>
+        <source>Nie można wejść do katalogu %1</source>
+        <translation>The directory %1 cannot be entered</translation>
+    </message>
+    <message>
+        <source>To nie jest poprawny XML: %1</source>
+        <translation>This is not well-formed XML: %1</translation>
+    </message>
+</context>
+<context>
+    <name>Messenger</name>
+    <message>
+        <source>Nie ma takiego konta: %1</source>
+        <translation>There is no such account: %1</translation>
+    </message>
+    <message>
+        <source>Nie można zapisać konta.</source>
+        <translation>The account cannot be written.</translation>
+    </message>
+    <message>
+        <source>Wtyczka nie jest wczytana.</source>
+        <translation>The plugin is not loaded.</translation>
+    </message>
+    <message>
+        <source>To nie jest adres konta: %1</source>
+        <translation>This is not an account&apos;s address: %1</translation>
+    </message>
+    <message>
+        <source>Nie można zapisać konta w pliku %1.</source>
+        <translation>The account cannot be written to %1.</translation>
+    </message>
+    <message>
+        <source>Wiadomość jest pusta.</source>
+        <translation>The message is empty.</translation>
+    </message>
+    <message>
+        <source>Nie można zapisać wiadomości, więc nie została wysłana.</source>
+        <translation>The message cannot be written down, so it was not sent.</translation>
+    </message>
+    <message>
+        <source>Tej wiadomości nie można wysłać ponownie.</source>
+        <translation>This message cannot be sent again.</translation>
+    </message>
+    <message>
+        <source>Nie można zapisać pliku %1: %2</source>
+        <translation>The file %1 cannot be written: %2</translation>
+    </message>
+    <message>
+        <source>Nie ma takiego pytania, albo nie ma w nim takiej odpowiedzi.</source>
+        <translation>There is no such question, or it has no such answer.</translation>
+    </message>
+    <message>
+        <source>Nie ma takiej pozycji menu.</source>
+        <translation>There is no such menu item.</translation>
+    </message>
+    <message>
+        <source>To konto nie ma okna statusu.</source>
+        <translation>This account has no status window.</translation>
+    </message>
+</context>
+<context>
+    <name>Network</name>
+    <message>
+        <source>Połączenie zakończone.</source>
+        <translation>The connection was closed.</translation>
+    </message>
+    <message>
+        <source>Na to konto zalogował się inny program pod tą samą nazwą zasobu.</source>
+        <translation>Another program logged in to this account under the same resource.</translation>
+    </message>
+    <message>
+        <source>Certyfikat domeny %1 został odrzucony.</source>
+        <translation>The certificate of the domain %1 was refused.</translation>
+    </message>
+    <message>
+        <source>Nie znaleziono adresu serwera %1.</source>
+        <translation>No address was found for the server %1.</translation>
+    </message>
+    <message>
+        <source>Domena %1 nie udostępnia usługi XMPP.</source>
+        <translation>The domain %1 offers no XMPP service.</translation>
+    </message>
+    <message>
+        <source>Nie można połączyć się z serwerem: %1.</source>
+        <translation>The server cannot be reached: %1.</translation>
+    </message>
+    <message>
+        <source>Serwer pośredniczący %1: %2.</source>
+        <translation>Proxy server %1: %2.</translation>
+    </message>
+    <message>
+        <source>Nie udało się zaszyfrować połączenia: %1.</source>
+        <translation>The connection could not be encrypted: %1.</translation>
+    </message>
+    <message>
+        <source>Serwer zakończył połączenie.</source>
+        <translation>The server closed the connection.</translation>
+    </message>
+    <message>
+        <source>Serwer przerwał połączenie.</source>
+        <translation>The server cut the connection.</translation>
+    </message>
+    <message>
+        <source>Połączenie przestało działać: %1.</source>
+        <translation>The connection went dead: %1.</translation>
+    </message>
+    <message>
+        <source>Logowanie nie zakończyło się w ciągu %1 s.</source>
+        <translation>The login did not finish within %1 s.</translation>
+    </message>
+    <message>
+        <source>Sieć przestała być dostępna.</source>
+        <translation>The network is gone.</translation>
+    </message>
+    <message>
+        <source>Komputer był uśpiony, połączenie trzeba nawiązać od nowa.</source>
+        <translation>The computer was asleep, the connection has to be made anew.</translation>
+    </message>
+    <message>
+        <source>Serwer wysłał niezaszyfrowane dane w trakcie włączania szyfrowania.</source>
+        <translation>The server sent clear text while encryption was being started.</translation>
+    </message>
+    <message>
+        <source>Serwer podał: %1.</source>
+        <translation>The server said: %1.</translation>
+    </message>
+    <message>
+        <source>Nieudane logowania z rzędu: %1. Następna próba za %2 s.</source>
+        <translation>Logins that failed in a row: %1. The next attempt follows in %2 s.</translation>
+    </message>
+    <message>
+        <source>Połączenie mimo złego certyfikatu domeny %1: %2</source>
+        <translation>Connected in spite of the bad certificate of the domain %1: %2</translation>
+    </message>
+    <message>
+        <source>Łączenie z %1, port %2</source>
+        <translation>Connecting to %1, port %2</translation>
+    </message>
+    <message>
+        <source>Łączenie z %1 przez serwer pośredniczący %2</source>
+        <translation>Connecting to %1 through the proxy server %2</translation>
+    </message>
+    <message>
+        <source>Wyszukiwanie serwera dla %1</source>
+        <translation>Looking up the server of %1</translation>
+    </message>
+    <message>
+        <source>połączenie odrzucone</source>
+        <translation>connection refused</translation>
+    </message>
+    <message>
+        <source>brak odpowiedzi</source>
+        <translation>no answer</translation>
+    </message>
+    <message>
+        <source>sieć lub komputer nieosiągalny</source>
+        <translation>network or machine unreachable</translation>
+    </message>
+    <message>
+        <source>nieznany adres</source>
+        <translation>address unknown</translation>
+    </message>
+    <message>
+        <source>%1</source>
+        <translation>%1</translation>
+    </message>
+    <message>
+        <source>Certyfikat wystawił nieznany urząd.</source>
+        <translation>The certificate was issued by an unknown authority.</translation>
+    </message>
+    <message>
+        <source>Certyfikat podpisał sam serwer.</source>
+        <translation>The certificate is signed by itself.</translation>
+    </message>
+    <message>
+        <source>Certyfikat stracił ważność %1.</source>
+        <translation>The certificate expired on %1.</translation>
+    </message>
+    <message>
+        <source>Certyfikat będzie ważny dopiero od %1.</source>
+        <translation>The certificate is not valid before %1.</translation>
+    </message>
+    <message>
+        <source>Certyfikat został unieważniony.</source>
+        <translation>The certificate was revoked.</translation>
+    </message>
+    <message>
+        <source>Certyfikat wystawiono dla %1, a nie dla %2.</source>
+        <translation>The certificate was issued for %1 and not for %2.</translation>
+    </message>
+    <message>
+        <source>Certyfikat jest nieprawidłowy: %1.</source>
+        <translation>The certificate is not valid: %1.</translation>
+    </message>
+    <message>
+        <source>nie znaleziono jego adresu</source>
+        <translation>its address was not found</translation>
+    </message>
+    <message>
+        <source>nie można się z nim połączyć (%1)</source>
+        <translation>it cannot be reached (%1)</translation>
+    </message>
+    <message>
+        <source>nie odpowiada</source>
+        <translation>it does not answer</translation>
+    </message>
+    <message>
+        <source>przerwał połączenie</source>
+        <translation>it cut the connection</translation>
+    </message>
+    <message>
+        <source>odpowiedź jest niezrozumiała, to chyba serwer innego rodzaju</source>
+        <translation>its answer makes no sense, it may be a server of another kind</translation>
+    </message>
+    <message>
+        <source>wymaga logowania</source>
+        <translation>it wants a login</translation>
+    </message>
+    <message>
+        <source>odrzucił nazwę użytkownika lub hasło</source>
+        <translation>it refused the user name or the password</translation>
+    </message>
+    <message>
+        <source>nazwy użytkownika lub hasła nie da się przesłać w tym protokole</source>
+        <translation>the user name or the password cannot be sent in this protocol</translation>
+    </message>
+    <message>
+        <source>nazwy serwera %1 nie da się przesłać w tym protokole</source>
+        <translation>the server name %1 cannot be sent in this protocol</translation>
+    </message>
+    <message>
+        <source>nie zezwala na połączenie z %1</source>
+        <translation>it does not allow a connection to %1</translation>
+    </message>
+    <message>
+        <source>nie może połączyć się z %1</source>
+        <translation>it cannot reach %1</translation>
+    </message>
+    <message>
+        <source>%1 odrzuca połączenie</source>
+        <translation>%1 refuses the connection</translation>
+    </message>
+    <message>
+        <source>odmówił połączenia z %1 (%2)</source>
+        <translation>it refused the connection to %1 (%2)</translation>
+    </message>
+    <message>
+        <source>nie mógł potwierdzić nazwy użytkownika (identd)</source>
+        <translation>it could not confirm the user name (identd)</translation>
+    </message>
+    <message>
+        <source>SOCKS 4 wymaga adresu IPv4, a %1 go nie ma</source>
+        <translation>SOCKS 4 needs an IPv4 address, and %1 has none</translation>
+    </message>
+</context>
+<context>
+    <name>Options</name>
+    <message>
+        <source>FOLDER</source>
+        <translation>FOLDER</translation>
+    </message>
+    <message>
+        <source>folder profilu: ustawienia, listy kontaktów, historia</source>
+        <translation>folder of the profile: settings, contact lists, history</translation>
+    </message>
+    <message>
+        <source>PLIK</source>
+        <translation>FILE</translation>
+    </message>
+    <message>
+        <source>plik wtyczki (zwykle protoLink.module obok programu)</source>
+        <translation>the plugin&apos;s file (usually protoLink.module beside it)</translation>
+    </message>
+    <message>
+        <source>JID</source>
+        <translation>JID</translation>
+    </message>
+    <message>
+        <source>konto, którego dotyczą polecenia; nowe zostanie dodane</source>
+        <translation>the account that commands mean; a new one is added</translation>
+    </message>
+    <message>
+        <source>STATUS</source>
+        <translation>STATUS</translation>
+    </message>
+    <message>
+        <source>połącz od razu: online chat away xa dnd invisible</source>
+        <translation>connect at once: online chat away xa dnd invisible</translation>
+    </message>
+    <message>
+        <source>zaufane urzędy certyfikacji w pliku PEM, obok systemowych</source>
+        <translation>certificate authorities to trust (PEM) beside the system&apos;s</translation>
+    </message>
+    <message>
+        <source>polecenia i zdarzenia jako wiersze JSON, dla skryptów</source>
+        <translation>commands and events as JSON lines, for scripts</translation>
+    </message>
+    <message>
+        <source>zwykłe wiersze zamiast ekranu (tak też bez terminala)</source>
+        <translation>plain lines instead of a screen (also without a terminal)</translation>
+    </message>
+    <message>
+        <source>pokazuj też dziennik wtyczki i programu</source>
+        <translation>show the log of plugin and program as well</translation>
+    </message>
+    <message>
+        <source>oku-terminal - komunikator XMPP w terminalu
+
+Użycie: oku-terminal [opcje]
+
+Opcje:
+</source>
+        <translation>oku-terminal - an XMPP messenger in a terminal
+
+Usage: oku-terminal [options]
+
+Options:
+</translation>
+    </message>
+    <message>
+        <source>  --help              ten tekst
+  --version           wersja programu
+
+Opcja z wartością może mieć postać --profile FOLDER albo --profile=FOLDER.
+
+Środowisko:
+  OKU_PASSWORD        hasło konta z --account (inaczej program o nie zapyta)
+  LANG                pl... lub brak wybiera polski, inny język angielski
+  NO_COLOR            bez kolorów
+
+Program kończy się kodem 0, 1 (nie można uruchomić) albo 2 (złe opcje).
+Polecenia w programie: /help. Całość opisuje: man oku-terminal
+</source>
+        <translation>  --help              this text
+  --version           the program&apos;s version
+
+An option with a value may stand as --profile FOLDER or --profile=FOLDER.
+
+Environment:
+  OKU_PASSWORD        password of --account (else the program asks for it)
+  LANG                pl... or none chooses Polish, another one English
+  NO_COLOR            no colours
+
+The program ends with 0, 1 (it could not start) or 2 (wrong options).
+Commands inside the program: /help. All of it: man oku-terminal
+</translation>
+    </message>
+</context>
+<context>
+    <name>Passwords</name>
+    <message>
+        <source>ten program nie obsługuje pęku kluczy</source>
+        <translation>this program was built without key rings</translation>
+    </message>
+    <message>
+        <source>Pęk kluczy nie podał hasła (%1). Podaj je jeszcze raz.</source>
+        <translation>The key ring did not give the password (%1). Please give it again.</translation>
+    </message>
+    <message>
+        <source>Nie ma systemowego pęku kluczy. Czy zachować hasło konta %1 w jego pliku, który tylko Ty możesz odczytać? Inaczej trzeba je podawać po każdym uruchomieniu.</source>
+        <translation>There is no key ring of the system. Keep the password of %1 in its file, which only you can read? Otherwise it has to be given after each start.</translation>
+    </message>
+    <message>
+        <source>Hasło</source>
+        <translation>Password</translation>
+    </message>
+</context>
+<context>
+    <name>PluginLoader</name>
+    <message>
+        <source>Plik %1 nie jest wtyczką komunikatora: brak w nim funkcji %2.</source>
+        <translation>%1 is not a plugin of this messenger: it has no function %2.</translation>
+    </message>
+    <message>
+        <source>Nie ma pliku wtyczki: %1</source>
+        <translation>The plugin&apos;s file does not exist: %1</translation>
+    </message>
+    <message>
+        <source>To nie jest plik wtyczki: %1</source>
+        <translation>This is not a plugin&apos;s file: %1</translation>
+    </message>
+    <message>
+        <source>Nie można wczytać wtyczki %1: %2</source>
+        <translation>The plugin %1 cannot be loaded: %2</translation>
+    </message>
+    <message>
+        <source>Plik %1 nie jest wtyczką komunikatora: jej opis jest niepełny.</source>
+        <translation>%1 is not a plugin of this messenger: its description is incomplete.</translation>
+    </message>
+</context>
+<context>
+    <name>Profile</name>
+    <message>
+        <source>Ścieżka katalogu profilu jest za długa: %1</source>
+        <translation>The profile&apos;s path is too long: %1</translation>
+    </message>
+    <message>
+        <source>Nie można utworzyć katalogu %1</source>
+        <translation>The directory %1 cannot be made</translation>
+    </message>
+    <message>
+        <source>Brak prawa do odczytu lub zapisu w katalogu %1</source>
+        <translation>No right to read or write in the directory %1</translation>
+    </message>
+    <message>
+        <source>Profil %1 jest już używany przez inny komunikator (proces %2).</source>
+        <translation>The profile %1 is in use by another messenger (process %2).</translation>
+    </message>
+</context>
+<context>
+    <name>Sessions</name>
+    <message>
+        <source>To konto zalogowało się w innym miejscu z tym samym zasobem.</source>
+        <translation>This account logged in elsewhere with the same resource.</translation>
+    </message>
+    <message>
+        <source>Serwer nie podał listy kontaktów; pokazana jest ostatnia znana.</source>
+        <translation>The server gave no contact list; the last known one is shown.</translation>
+    </message>
+</context>
+<context>
+    <name>SettingKeys</name>
+    <message>
+        <source>adres konta z zasobem</source>
+        <translation>the account&apos;s address with its resource</translation>
+    </message>
+    <message>
+        <source>priorytet połączenia, od -127 do 127</source>
+        <translation>the connection&apos;s priority, -127 to 127</translation>
+    </message>
+    <message>
+        <source>prośby o autoryzację: 0 pytaj, 1 odmawiaj, 2 przyjmuj, 3 pomijaj</source>
+        <translation>requests for authorization: 0 ask, 1 refuse, 2 accept, 3 ignore</translation>
+    </message>
+    <message>
+        <source>1: zwykłe wiadomości jak rozmowa</source>
+        <translation>1: normal messages count as chat</translation>
+    </message>
+    <message>
+        <source>1: serwer podany w XMPP/Serv/Host</source>
+        <translation>1: the server of XMPP/Serv/Host</translation>
+    </message>
+    <message>
+        <source>serwer:port połączenia</source>
+        <translation>server:port to connect to</translation>
+    </message>
+    <message>
+        <source>1: szyfrowanie TLS</source>
+        <translation>1: encrypt by TLS</translation>
+    </message>
+    <message>
+        <source>1: TLS od pierwszego bajtu</source>
+        <translation>1: TLS from the first byte</translation>
+    </message>
+    <message>
+        <source>1: kompresja strumienia</source>
+        <translation>1: compress the stream</translation>
+    </message>
+    <message>
+        <source>1: pośrednik z ustawień programu</source>
+        <translation>1: the program&apos;s own proxy settings</translation>
+    </message>
+    <message>
+        <source>1: pośrednik (proxy)</source>
+        <translation>1: use a proxy</translation>
+    </message>
+    <message>
+        <source>0 SOCKS 4, 1 SOCKS 4A, 2 SOCKS 5, 3 HTTP</source>
+        <translation>0 SOCKS 4, 1 SOCKS 4A, 2 SOCKS 5, 3 HTTP</translation>
+    </message>
+    <message>
+        <source>adres pośrednika</source>
+        <translation>the proxy&apos;s address</translation>
+    </message>
+    <message>
+        <source>port pośrednika</source>
+        <translation>the proxy&apos;s port</translation>
+    </message>
+    <message>
+        <source>1: pośrednik wymaga logowania</source>
+        <translation>1: the proxy wants a login</translation>
+    </message>
+    <message>
+        <source>użytkownik pośrednika</source>
+        <translation>the proxy&apos;s user</translation>
+    </message>
+    <message>
+        <source>hasło pośrednika</source>
+        <translation>the proxy&apos;s password</translation>
+    </message>
+    <message>
+        <source>1: pobieraj awatary</source>
+        <translation>1: fetch avatars</translation>
+    </message>
+    <message>
+        <source>1: wysyłaj własny awatar</source>
+        <translation>1: send the own avatar</translation>
+    </message>
+    <message>
+        <source>1: powiadomienia o poczcie</source>
+        <translation>1: mail notifications</translation>
+    </message>
+    <message>
+        <source>1: zostaw powiadomienie do kliknięcia</source>
+        <translation>1: a notification stays until clicked</translation>
+    </message>
+    <message>
+        <source>1: czego słuchają kontakty</source>
+        <translation>1: what contacts listen to</translation>
+    </message>
+    <message>
+        <source>1: nastroje kontaktów</source>
+        <translation>1: moods of contacts</translation>
+    </message>
+    <message>
+        <source>1: opis nie zmienia się ze statusem</source>
+        <translation>1: a status keeps the description</translation>
+    </message>
+    <message>
+        <source>0: nie wysyłaj powiadomień o pisaniu</source>
+        <translation>0: send no typing notices</translation>
+    </message>
+    <message>
+        <source>hasło w pliku konta, gdy nie ma pęku kluczy: 1 tak, 0 nie</source>
+        <translation>the password in the account&apos;s file, when there is no key ring: 1 yes, 0 no</translation>
+    </message>
+    <message>
+        <source>1: logowanie bez szyfrowania dozwolone</source>
+        <translation>1: login without encryption is allowed</translation>
+    </message>
+</context>
+<context>
+    <name>Settings</name>
+    <message>
+        <source>Nie można odczytać ustawień z pliku %1: %2</source>
+        <translation>The settings in %1 cannot be read: %2</translation>
+    </message>
+    <message>
+        <source>Plik ustawień %1 jest uszkodzony i nie można go odłożyć na bok.</source>
+        <translation>The settings file %1 is damaged and cannot be set aside.</translation>
+    </message>
+    <message>
+        <source>Plik ustawień %1 jest uszkodzony; został zachowany jako %2.</source>
+        <translation>The settings file %1 is damaged; it was kept as %2.</translation>
+    </message>
+    <message>
+        <source>Nie można zapisać ustawień w pliku %1.</source>
+        <translation>The settings cannot be written to %1.</translation>
+    </message>
+</context>
+<context>
+    <name>Terminal</name>
+    <message>
+        <source>wiersz jest dłuższy niż 16 MiB</source>
+        <translation>the line is longer than 16 MiB</translation>
+    </message>
+    <message>
+        <source>to nie jest JSON: %1 (bajt %2)</source>
+        <translation>not JSON: %1 (byte %2)</translation>
+    </message>
+    <message>
+        <source>polecenie musi być obiektem</source>
+        <translation>a command must be an object</translation>
+    </message>
+    <message>
+        <source>brak pola &quot;cmd&quot; albo nie jest tekstem</source>
+        <translation>the field &quot;cmd&quot; is missing or not a text</translation>
+    </message>
+    <message>
+        <source>nieznane polecenie &quot;%1&quot;</source>
+        <translation>unknown command &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>brak pola &quot;%1&quot;</source>
+        <translation>the field &quot;%1&quot; is missing</translation>
+    </message>
+    <message>
+        <source>pole &quot;%1&quot; musi mieć wartość: %2</source>
+        <translation>the field &quot;%1&quot; must be %2</translation>
+    </message>
+    <message>
+        <source>tekst</source>
+        <translation>a text</translation>
+    </message>
+    <message>
+        <source>liczba całkowita</source>
+        <translation>a whole number</translation>
+    </message>
+    <message>
+        <source>true lub false</source>
+        <translation>true or false</translation>
+    </message>
+    <message>
+        <source>obiekt</source>
+        <translation>an object</translation>
+    </message>
+    <message>
+        <source>tekst, liczba, true lub false</source>
+        <translation>a text, a number, true or false</translation>
+    </message>
+    <message>
+        <source>program kończy pracę</source>
+        <translation>the program is ending</translation>
+    </message>
+    <message>
+        <source>nieznany status &quot;%1&quot; (możliwe: online chat dnd away xa invisible offline)</source>
+        <translation>unknown status &quot;%1&quot; (one of: online chat dnd away xa invisible offline)</translation>
+    </message>
+    <message>
+        <source>nieznany rodzaj &quot;%1&quot; (możliwe: chat normal)</source>
+        <translation>unknown kind &quot;%1&quot; (one of: chat normal)</translation>
+    </message>
+    <message>
+        <source>liczba wiadomości musi być większa od zera</source>
+        <translation>the number of messages must be above zero</translation>
+    </message>
+    <message>
+        <source>nieznana odpowiedź &quot;%1&quot; (możliwe: ok yes no)</source>
+        <translation>unknown answer &quot;%1&quot; (one of: ok yes no)</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; nie jest liczbą całkowitą</source>
+        <translation>&quot;%1&quot; is not a whole number</translation>
+    </message>
+    <message>
+        <source>nie ma jeszcze żadnego konta</source>
+        <translation>there is no account yet</translation>
+    </message>
+    <message>
+        <source>nie można uruchomić: %1</source>
+        <translation>cannot start: %1</translation>
+    </message>
+    <message>
+        <source>nieznana opcja: %1</source>
+        <translation>unknown option: %1</translation>
+    </message>
+    <message>
+        <source>opcja %1 wymaga wartości</source>
+        <translation>the option %1 needs a value</translation>
+    </message>
+    <message>
+        <source>opcja %1 podana dwa razy</source>
+        <translation>the option %1 is given twice</translation>
+    </message>
+    <message>
+        <source>niespodziewany argument: %1</source>
+        <translation>unexpected argument: %1</translation>
+    </message>
+    <message>
+        <source>Wszystkie opcje: oku-terminal --help</source>
+        <translation>All options: oku-terminal --help</translation>
+    </message>
+    <message>
+        <source>nie można odczytać pliku %1</source>
+        <translation>cannot read the file %1</translation>
+    </message>
+    <message>
+        <source>konto %1: %2</source>
+        <translation>account %1: %2</translation>
+    </message>
+    <message>
+        <source>wiadomość %1 do %2 wysłana</source>
+        <translation>message %1 to %2 was sent</translation>
+    </message>
+    <message>
+        <source>wiadomość %1 do %2 nie została potwierdzona: połączenie zerwało się po jej wysłaniu</source>
+        <translation>message %1 to %2 is not confirmed: the connection broke after it was sent</translation>
+    </message>
+    <message>
+        <source>wiadomość %1 do %2 nie została dostarczona</source>
+        <translation>message %1 to %2 was not delivered</translation>
+    </message>
+    <message>
+        <source>wiadomość %1 do %2 czeka na zalogowanie</source>
+        <translation>message %1 to %2 waits for the next login</translation>
+    </message>
+    <message>
+        <source>certyfikat serwera %1 odrzucony: %2; odcisk SHA-256: %3</source>
+        <translation>the certificate of %1 was refused: %2; SHA-256 fingerprint: %3</translation>
+    </message>
+    <message>
+        <source>dostępny</source>
+        <translation>available</translation>
+    </message>
+    <message>
+        <source>chętny do rozmowy</source>
+        <translation>free for chat</translation>
+    </message>
+    <message>
+        <source>zajęty</source>
+        <translation>busy</translation>
+    </message>
+    <message>
+        <source>zaraz wraca</source>
+        <translation>away</translation>
+    </message>
+    <message>
+        <source>wróci później</source>
+        <translation>away for long</translation>
+    </message>
+    <message>
+        <source>niewidoczny</source>
+        <translation>invisible</translation>
+    </message>
+    <message>
+        <source>niedostępny</source>
+        <translation>offline</translation>
+    </message>
+    <message>
+        <source>błąd</source>
+        <translation>error</translation>
+    </message>
+    <message>
+        <source>rozłączony</source>
+        <translation>offline</translation>
+    </message>
+    <message>
+        <source>łączę z serwerem</source>
+        <translation>connecting to the server</translation>
+    </message>
+    <message>
+        <source>połączony z serwerem</source>
+        <translation>connected to the server</translation>
+    </message>
+    <message>
+        <source>połączenie jest szyfrowane</source>
+        <translation>the connection is encrypted</translation>
+    </message>
+    <message>
+        <source>zalogowany</source>
+        <translation>logged in</translation>
+    </message>
+    <message>
+        <source>gotowy, lista kontaktów pobrana</source>
+        <translation>ready, the contact list is here</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; nie jest adresem (kto@serwer)</source>
+        <translation>&quot;%1&quot; is not an address (user@server)</translation>
+    </message>
+    <message numerus="yes">
+        <source>… (całość: %n znaków, zobacz /export)</source>
+        <translation>
+            <numerusform>… (%n character in all, see /export)</numerusform>
+            <numerusform>… (%n characters in all, see /export)</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>↑ %n wierszy wyżej, End wraca</source>
+        <translation>
+            <numerusform>↑ %n line up, End returns</numerusform>
+            <numerusform>↑ %n lines up, End returns</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>(szukaj) %1: </source>
+        <translation>(search) %1: </translation>
+    </message>
+    <message>
+        <source>oku-terminal. Polecenia: /help, koniec: /quit</source>
+        <translation>oku-terminal. Commands: /help, end: /quit</translation>
+    </message>
+    <message>
+        <source>nie ma jeszcze konta; dodaje je /account add ty@serwer</source>
+        <translation>there is no account yet; /account add you@server adds one</translation>
+    </message>
+    <message>
+        <source>konto poleceń: %1 (łączy /online)</source>
+        <translation>commands mean the account %1 (/online connects)</translation>
+    </message>
+    <message>
+        <source>konto %1 zapisane</source>
+        <translation>account %1 saved</translation>
+    </message>
+    <message>
+        <source>nie ma konta &quot;%1&quot;; lista: /account</source>
+        <translation>there is no account &quot;%1&quot;; list: /account</translation>
+    </message>
+    <message>
+        <source>kończę…</source>
+        <translation>ending…</translation>
+    </message>
+    <message>
+        <source>nie ma otwartej rozmowy; otwiera ją /chat-with KTO</source>
+        <translation>no conversation is open; /chat-with WHO opens one</translation>
+    </message>
+    <message>
+        <source>przerwane</source>
+        <translation>cancelled</translation>
+    </message>
+    <message>
+        <source>hasło do %1 (nie będzie widoczne)</source>
+        <translation>password of %1 (not shown)</translation>
+    </message>
+    <message>
+        <source>nie ma kontaktu &quot;%1&quot;</source>
+        <translation>there is no contact &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; pasuje do kilku kontaktów: %2</source>
+        <translation>&quot;%1&quot; fits several contacts: %2</translation>
+    </message>
+    <message>
+        <source>Twój status: %1</source>
+        <translation>your status: %1</translation>
+    </message>
+    <message>
+        <source>nowy kontakt: %1 &lt;%2&gt; w grupie %3</source>
+        <translation>new contact: %1 &lt;%2&gt; in the group %3</translation>
+    </message>
+    <message>
+        <source>kontakt %1 nazywa się teraz %2</source>
+        <translation>the contact %1 is now called %2</translation>
+    </message>
+    <message>
+        <source>kontakt %1 jest teraz w grupie %2</source>
+        <translation>the contact %1 is now in the group %2</translation>
+    </message>
+    <message>
+        <source>kontakt %1: %2</source>
+        <translation>contact %1: %2</translation>
+    </message>
+    <message>
+        <source>kontakt usunięty: %1 &lt;%2&gt;</source>
+        <translation>contact removed: %1 &lt;%2&gt;</translation>
+    </message>
+    <message>
+        <source>nie widzicie się nawzajem</source>
+        <translation>you do not see each other</translation>
+    </message>
+    <message>
+        <source>widzi Cię, Ty jego nie</source>
+        <translation>sees you, you do not see them</translation>
+    </message>
+    <message>
+        <source>Ty go widzisz, on Ciebie nie</source>
+        <translation>you see them, they do not see you</translation>
+    </message>
+    <message>
+        <source>widzicie się nawzajem</source>
+        <translation>you see each other</translation>
+    </message>
+    <message>
+        <source>autoryzacja nieznana</source>
+        <translation>authorization unknown</translation>
+    </message>
+    <message>
+        <source>czeka na zgodę</source>
+        <translation>waits for consent</translation>
+    </message>
+    <message>
+        <source>[%1] %2</source>
+        <translation>[%1] %2</translation>
+    </message>
+    <message>
+        <source>(napisane %1) %2</source>
+        <translation>(written %1) %2</translation>
+    </message>
+    <message>
+        <source>(czeka na zalogowanie) %1</source>
+        <translation>(waits for the next login) %1</translation>
+    </message>
+    <message>
+        <source>(niepotwierdzona, nr %1) %2</source>
+        <translation>(not confirmed, no. %1) %2</translation>
+    </message>
+    <message>
+        <source>/resend %1 wysyła ponownie</source>
+        <translation>/resend %1 sends it again</translation>
+    </message>
+    <message>
+        <source>%1 pisze…</source>
+        <translation>%1 is writing…</translation>
+    </message>
+    <message>
+        <source>%1 prosi o autoryzację, chce widzieć Twoją obecność: /authorize %2 albo /deny %2</source>
+        <translation>%1 asks for authorization to see your presence: /authorize %2 or /deny %2</translation>
+    </message>
+    <message>
+        <source>odpowiedz: /answer %1 yes albo /answer %1 no</source>
+        <translation>answer: /answer %1 yes or /answer %1 no</translation>
+    </message>
+    <message>
+        <source>/pin przyjmuje ten certyfikat na stałe; potem /online</source>
+        <translation>/pin accepts this certificate from now on; then /online</translation>
+    </message>
+    <message>
+        <source>obecność</source>
+        <translation>presence</translation>
+    </message>
+    <message>
+        <source>priorytet</source>
+        <translation>priority</translation>
+    </message>
+    <message>
+        <source>ostatnia zmiana</source>
+        <translation>last change</translation>
+    </message>
+    <message>
+        <source>program</source>
+        <translation>client</translation>
+    </message>
+    <message>
+        <source>system</source>
+        <translation>system</translation>
+    </message>
+    <message>
+        <source>możliwości</source>
+        <translation>features</translation>
+    </message>
+    <message>
+        <source>%1: to wszystko, co wiadomo</source>
+        <translation>%1: that is all that is known</translation>
+    </message>
+    <message>
+        <source>oku-terminal · wszystkie zdarzenia</source>
+        <translation>oku-terminal · all events</translation>
+    </message>
+    <message>
+        <source>główne</source>
+        <translation>main</translation>
+    </message>
+    <message>
+        <source>spoza listy kontaktów</source>
+        <translation>not on the contact list</translation>
+    </message>
+    <message>
+        <source>nie ma polecenia /%1; lista: /help</source>
+        <translation>there is no command /%1; list: /help</translation>
+    </message>
+    <message>
+        <source>użycie:</source>
+        <translation>usage:</translation>
+    </message>
+    <message>
+        <source>Tab uzupełnia; ↑ ↓ wcześniejsze wiersze, Ctrl-R szuka w nich
+Alt-Enter nowy wiersz; // na początku: tekst z ukośnikiem
+PgUp PgDn przewija; Alt-0…9 okna, Alt-A następne nieprzeczytane
+Ctrl-L rysuje od nowa; Ctrl-C przerywa; Ctrl-D kończy</source>
+        <translation>Tab completes; ↑ ↓ earlier lines, Ctrl-R searches them
+Alt-Enter new line; // in front: a text with a slash
+PgUp PgDn scroll; Alt-0…9 windows, Alt-A next unread
+Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
+    </message>
+    <message>
+        <source>konsola XML włączona; hasła są zakryte</source>
+        <translation>the XML console is on; passwords are masked</translation>
+    </message>
+    <message>
+        <source>konsola XML wyłączona</source>
+        <translation>the XML console is off</translation>
+    </message>
+    <message>
+        <source>nie ma otwartego pytania</source>
+        <translation>no question is open</translation>
+    </message>
+    <message>
+        <source>(domyślne)</source>
+        <translation>(default)</translation>
+    </message>
+    <message>
+        <source>nie ma ustawienia &quot;%1&quot;; lista: /get</source>
+        <translation>there is no setting &quot;%1&quot;; list: /get</translation>
+    </message>
+    <message>
+        <source>powiadomienia o pisaniu będą wysyłane</source>
+        <translation>typing notices will be sent</translation>
+    </message>
+    <message>
+        <source>powiadomienia o pisaniu nie będą wysyłane</source>
+        <translation>no typing notices will be sent</translation>
+    </message>
+    <message>
+        <source>żaden certyfikat nie został odrzucony</source>
+        <translation>no certificate was refused</translation>
+    </message>
+    <message>
+        <source>certyfikat przyjęty: %1</source>
+        <translation>certificate accepted: %1</translation>
+    </message>
+    <message>
+        <source>zapamiętany certyfikat odwołany</source>
+        <translation>the accepted certificate is taken back</translation>
+    </message>
+    <message>
+        <source>lista kontaktów jest pusta; kontakt dodaje /add</source>
+        <translation>the contact list is empty; /add adds a contact</translation>
+    </message>
+    <message>
+        <source>żaden kontakt nie pasuje</source>
+        <translation>no contact fits</translation>
+    </message>
+    <message>
+        <source>%1 (%2/%3)</source>
+        <translation>%1 (%2/%3)</translation>
+    </message>
+    <message>
+        <source>bez nazwy</source>
+        <translation>no name</translation>
+    </message>
+    <message>
+        <source>poproszono %1 o autoryzację</source>
+        <translation>asked %1 for authorization</translation>
+    </message>
+    <message>
+        <source>nikt nie prosi o autoryzację</source>
+        <translation>nobody asks for authorization</translation>
+    </message>
+    <message>
+        <source>kilka osób prosi o autoryzację, podaj jedną: %1</source>
+        <translation>several people ask for authorization, name one: %1</translation>
+    </message>
+    <message>
+        <source>%1 będzie widzieć Twoją obecność</source>
+        <translation>%1 will see your presence</translation>
+    </message>
+    <message>
+        <source>%1 będzie widzieć Twoją obecność; wysłano prośbę o wzajemność</source>
+        <translation>%1 will see your presence, and was asked for the same</translation>
+    </message>
+    <message>
+        <source>odmówiono: %1</source>
+        <translation>refused: %1</translation>
+    </message>
+    <message>
+        <source>nie ma nieprzeczytanych wiadomości</source>
+        <translation>nothing is unread</translation>
+    </message>
+    <message>
+        <source>nie ma okna &quot;%1&quot;</source>
+        <translation>there is no window &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>brak wiadomości</source>
+        <translation>no messages</translation>
+    </message>
+    <message>
+        <source>historia zapisana: %1</source>
+        <translation>history written: %1</translation>
+    </message>
+    <message>
+        <source>program kończy /quit albo Ctrl-D</source>
+        <translation>/quit or Ctrl-D ends the program</translation>
+    </message>
+</context>
+</TS>
