@@ -49,7 +49,7 @@ QString Commands::help(Arguments& arguments) {
         const QString help = QCoreApplication::translate("Commands", row.help);
         const QString usage = narrow ? QStringLiteral("/%1").arg(QLatin1String(row.name)) : usageOf(row);
         const bool fits = displayWidth(usage) < left;
-        session_.list((fits ? fitToWidth(usage, left) : usage + u'\n' + QString(left - 2, u' ')) + help);
+        session_.list((fits ? fitToWidth(usage, left) : usage + u'\n') + help, Style::Plain, left);
     }
     for (const QString& line : say(Text::HelpKeys).split(u'\n')) session_.list(line, Style::Faint);
     return {};
@@ -98,7 +98,9 @@ QString Commands::answer(Arguments& arguments) {
     const auto button = buttonFromWord(word);
     if (!button) return say(Text::BadButton, word);
     if (boxes.isEmpty()) return say(Text::NoQuestion);
-    return session_.client().answerBox(number, *button);
+    const QString reason = session_.client().answerBox(number, *button);
+    if (reason.isEmpty()) session_.tell(say(Text::Answered, number, word));
+    return reason;
 }
 
 QString Commands::clear(Arguments&) {

@@ -71,6 +71,7 @@ EditResult LineEditor::edit(const Key& key) {
             if (secret_) return EditResult::Ignored;
             searching_ = true;
             searchText_.clear();
+            searchFound_ = true;
             searchAt_ = history_.size();
             draft_ = text_;
             break;
@@ -263,8 +264,10 @@ void LineEditor::search(bool next) {
         text_ = history_.at(at);
         cursor_ = text_.size();
         historyAt_ = at;
+        searchFound_ = true;
         return;
     }
+    searchFound_ = false;
 }
 
 EditorView LineEditor::view(int columns) {

@@ -39,8 +39,12 @@ public:
     qsizetype cursor() const { return cursor_; }
     // Candidates to show after a completion that is not finished; empty otherwise.
     const QStringList& candidates() const { return candidates_; }
+    // The one that stands in the line; -1 before the second Tab.
+    qsizetype candidateAt() const { return candidateAt_; }
     bool searching() const { return searching_; }
     const QString& searchText() const { return searchText_; }
+    // Whether an earlier line has the text.
+    bool searchFound() const { return searchFound_; }
 
     // The line that was submitted last; it is also in the history unless secret.
     QString takeSubmitted() { return std::exchange(submitted_, {}); }
@@ -91,6 +95,7 @@ private:
     bool searching_ = false;
     QString searchText_;
     qsizetype searchAt_ = 0;
+    bool searchFound_ = true;
 };
 
 }  // namespace oku::terminal

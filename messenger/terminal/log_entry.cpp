@@ -83,7 +83,9 @@ std::vector<Line> layOut(const LogEntry& entry, const LogLayout& layout) {
     const Line first = front(entry, layout);
     const int taken = lineWidth(first);
     const bool columnsOfNames = layout.columns >= kColumnsForNames;
-    const int indent = entry.kind == EntryKind::Listing ? 2 : columnsOfNames ? taken : std::min(taken, kTimeColumns);
+    const int indent = entry.kind == EntryKind::Listing ? std::min(entry.hang, layout.columns / 2)
+                       : columnsOfNames                 ? taken
+                                                        : std::min(taken, kTimeColumns);
     const auto texts =
         wrapText(shownText(entry, layout), std::max(1, layout.columns - taken), std::max(1, layout.columns - indent));
     std::vector<Line> lines;

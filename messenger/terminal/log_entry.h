@@ -18,8 +18,9 @@ struct Peer {
     bool none() const { return jid.isEmpty(); }
 };
 
-// Where an entry shows: in the main window, in its conversation, in both, or in every window (what must not be missed).
-enum class Shown { Both, ConversationOnly, Everywhere };
+// Where an entry shows: in the main window and its conversation, in its conversation only, or in these and the window
+// that was looked at when it came (what must not be missed).
+enum class Shown { Both, ConversationOnly, InSight };
 
 enum class EntryKind { Information, Listing, Incoming, Outgoing };
 
@@ -32,7 +33,10 @@ struct LogEntry {
     QString text;  // may have several lines; harmless, see printable()
     Peer peer;
     Shown shown = Shown::Both;
-    qint64 message = 0;  // its number in the history
+    Peer inSight;         // the conversation that was looked at when it came
+    qint64 message = 0;   // its number in the history
+    bool queued = false;  // a message that waits for the login
+    int hang = 2;         // columns by which the further lines of a listing are set in
 };
 
 struct LogLayout {

@@ -49,18 +49,31 @@ Line padded(const Line& line, int columns, Style style) {
     return result;
 }
 
-Line candidateLine(const QStringList& candidates) {
-    return {{u' ' + printable(candidates.join(QStringLiteral("  "))), Style::Bar}};
+// Begins with the first candidate that leaves room for the chosen one.
+Line candidateLine(const LineEditor& editor, int columns) {
+    QStringList names;
+    for (const QString& candidate : editor.candidates()) names.append(u' ' + printable(candidate.trimmed()) + u' ');
+    const qsizetype chosen = editor.candidateAt();
+    qsizetype from = 0;
+    const auto widthToChosen = [&] { return displayWidth(names.mid(from, chosen - from + 1).join(QString())); };
+    while (from < chosen && widthToChosen() > columns - 4) ++from;
+    Line line;
+    if (from > 0) line.push_back({QStringLiteral(" …"), Style::Bar});
+    for (qsizetype at = from; at < names.size(); ++at)
+        line.push_back({names.at(at), at == chosen ? Style::BarAlert : Style::Bar});
+    return line;
 }
 
 Line scrolledLine(Line status, int scroll) {
-    if (scroll > 0) status.insert(status.begin(), {u' ' + sayCounted(Text::ScrolledBack, scroll) + u' ', Style::BarAlert});
+    if (scroll > 0)
+        status.insert(status.begin(), {u' ' + sayCounted(Text::ScrolledBack, scroll) + u' ', Style::BarAlert});
     return status;
 }
 
 // The last row; sets the cursor.
 Line promptLine(const ScreenContent& content, LineEditor& editor, int columns, Frame& frame) {
-    QString prompt = editor.searching() ? say(Text::SearchPrompt, printable(editor.searchText())) : content.prompt;
+    const Text search = editor.searchFound() ? Text::SearchPrompt : Text::SearchFailed;
+    QString prompt = editor.searching() ? say(search, printable(editor.searchText())) : content.prompt;
     if (displayWidth(prompt) > columns / 2) prompt = fitToWidth(prompt, columns / 2);
     const int taken = displayWidth(prompt);
     const EditorView view = editor.view(columns - taken);
@@ -85,7 +98,7 @@ Frame composeFrame(const ScreenContent& content, LineEditor& editor, const Scree
     for (Line& line : log) frame.rows.push_back(cutLine(line, size.columns));
     for (auto missing = static_cast<std::size_t>(count) - log.size(); missing > 0; --missing) frame.rows.push_back({});
     if (size.rows >= kRowsForStatus) {
-        const Line status = editor.candidates().size() > 1 ? candidateLine(editor.candidates())
+        const Line status = editor.candidates().size() > 1 ? candidateLine(editor, size.columns)
                                                            : scrolledLine(content.status, frame.scroll);
         frame.rows.push_back(padded(status, size.columns, Style::Bar));
     }

@@ -17,6 +17,12 @@ constexpr int kHistoryAtOpening = 20;
 
 bool isCommand(const QString& line) { return line.startsWith(u'/') && !line.startsWith(QLatin1String("//")); }
 
+// Whole lines that were pasted end in a line feed that nobody means.
+QString withoutLineFeedsBehind(QString line) {
+    while (line.endsWith(u'\n')) line.chop(1);
+    return line;
+}
+
 // What of a typed line goes to the other side: a second slash in front sends a text that begins with one.
 QString textOf(const QString& line) { return line.startsWith(QLatin1String("//")) ? line.mid(1) : line; }
 
@@ -69,7 +75,8 @@ void Session::quit() {
     client_.shutdown();
 }
 
-void Session::submit(const QString& line) {
+void Session::submit(const QString& typed) {
+    const QString line = withoutLineFeedsBehind(typed);
     if (secret_) {
         const auto request = std::exchange(secret_, nullptr);
         request->use(line);
@@ -132,6 +139,7 @@ QString Session::account() const {
 void Session::append(LogEntry entry) {
     if (!entry.time.isValid()) entry.time = QDateTime::currentDateTime();
     entry.time = entry.time.toLocalTime();
+    if (entry.shown == Shown::InSight) entry.inSight = windows_.current();
     const bool shown = shows(entry);
     if (log_.size() >= kLongestLog) log_.erase(log_.begin());
     log_.push_back(std::move(entry));
@@ -141,8 +149,8 @@ void Session::append(LogEntry entry) {
 
 bool Session::shows(const LogEntry& entry) const {
     const Peer current = windows_.current();
-    if (entry.shown == Shown::Everywhere || (!entry.peer.none() && entry.peer == current)) return true;
-    return (current.none() || options_.oneWindow) && entry.shown == Shown::Both;
+    if (!current.none() && (entry.peer == current || entry.inSight == current)) return true;
+    return (current.none() || options_.oneWindow) && entry.shown != Shown::ConversationOnly;
 }
 
 std::vector<const LogEntry*> Session::entries() const {
@@ -168,12 +176,13 @@ void Session::tell(const QString& text, Style style, const QString& mark) {
 
 void Session::tellError(const QString& reason) { tell(reason, Style::Error, QStringLiteral("!")); }
 
-void Session::list(const QString& text, Style style) {
+void Session::list(const QString& text, Style style, int hang) {
     LogEntry entry;
     entry.kind = EntryKind::Listing;
     entry.peer = windows_.current();
     entry.text = printable(text, true);
     entry.style = style;
+    entry.hang = hang;
     append(std::move(entry));
 }
 
@@ -249,12 +258,15 @@ void Session::addAccount(const QString& jid, const QString& server) {
 }
 
 void Session::storeAccount(const QString& jid, const QString& password, const QVariantMap& settings) {
+    const bool known = toldAccounts_.contains(bareJid(jid));
+    const QString before = account();
     if (const QString reason = client_.addAccount(jid, password, settings); !reason.isEmpty()) {
         tellError(say(Text::AccountRefused, jid, reason));
         return;
     }
     options_.account = bareJid(jid);
-    tell(say(Text::AccountChosen, options_.account));
+    if (known) tell(say(Text::PasswordTaken, options_.account));
+    if (!known || options_.account != before) tell(say(Text::AccountChosen, options_.account));
     connectAtStart();
 }
 

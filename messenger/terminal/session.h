@@ -56,7 +56,7 @@ public:
     void quit();
 
     // A line that was typed: a command, a text for the open conversation, or a secret that was asked for.
-    void submit(const QString& line);
+    void submit(const QString& typed);
     // The line being typed has changed.
     void typed(const QString& text);
 
@@ -84,7 +84,8 @@ public:
     QString nameOf(const Peer& peer) const;
     // An entry in the window that is seen (and in the main one).
     void tell(const QString& text, Style style = Style::Plain, const QString& mark = QStringLiteral("-"));
-    void list(const QString& text, Style style = Style::Plain);
+    // A line of an answer; what does not fit into it is set in by `hang` columns.
+    void list(const QString& text, Style style = Style::Plain, int hang = 2);
     void tellError(const QString& reason);
     // Opens the conversation and shows it.
     void openConversation(const Peer& peer);
@@ -134,6 +135,9 @@ private:
     void append(LogEntry entry);
     bool shows(const LogEntry& entry) const;
     LogEntry messageEntry(const Message& message) const;
+    // The status line, with the account's name and status cut short, and with the windows that matter only.
+    Line statusLine(bool briefAccount, bool fewWindows) const;
+    Line windowNames(bool few) const;
     void tellOf(const Peer& peer, const QString& text, Style style, const QString& mark, Shown shown = Shown::Both);
     void storeAccount(const QString& jid, const QString& password, const QVariantMap& settings);
     void connectAtStart();
@@ -156,7 +160,8 @@ private:
     QHash<QString, QString> presences_;              // by account and full JID: what was told last
     QHash<QString, ConnectionState> connections_;
     QHash<QString, QString> refusedCertificates_;
-    Peer typingTo_;  // who was told that we are typing
+    QHash<QString, QString> notices_;  // by account: what was told since its connection changed
+    Peer typingTo_;                    // who was told that we are typing
     QTimer typingPause_;
     bool ending_ = false;
 };

@@ -42,10 +42,11 @@ void Session::connectionChanged(const QString& account, ConnectionState state, c
         if (typingTo_.account == account) typingTo_ = {};
     }
     QString text = connectionText(state);
-    if (!reason.isEmpty()) text += QStringLiteral(": ") + oneLine(reason);
+    const bool told = notices_.take(account) == reason;  // the plugin's own notice said it already
+    if (!reason.isEmpty() && !told) text += QStringLiteral(": ") + oneLine(reason);
     const bool settled = state == ConnectionState::online || state == ConnectionState::offline;
     tellOf({account, {}}, text, connectionStyle(state, reason), reason.isEmpty() ? kDash : kBang,
-           settled ? Shown::Everywhere : Shown::Both);
+           settled ? Shown::InSight : Shown::Both);
 }
 
 void Session::ownStatusChanged(const QString& account, Status status, const QString& description) {
@@ -125,6 +126,7 @@ LogEntry Session::messageEntry(const Message& message) const {
     entry.peer = {message.account, message.contact};
     entry.who = nameOf(entry.peer);
     entry.message = message.number;
+    entry.queued = message.state == DeliveryState::queued;
     QString text = message.body;
     if (text.startsWith(QLatin1String("/me ")))
         text = QStringLiteral("* %1 %2").arg(incoming ? entry.who : message.account.section(u'@', 0, 0), text.mid(4));
@@ -133,7 +135,7 @@ LogEntry Session::messageEntry(const Message& message) const {
         const QString written = message.delayed.toLocalTime().toString(QStringLiteral("d.MM.yyyy HH:mm"));
         text = say(Text::WrittenAt, written, text);
     }
-    if (message.state == DeliveryState::queued) text = say(Text::StillQueued, text);
+    if (entry.queued) text = say(Text::StillQueued, text);
     if (message.state == DeliveryState::unconfirmed) text = say(Text::StillUnconfirmed, message.number, text);
     entry.text = printable(text, true);
     if (message.failed || message.state == DeliveryState::failed) entry.style = Style::Error;
@@ -151,7 +153,22 @@ void Session::messageReceived(const QString& account, const Message& message) {
     append(messageEntry(message));
 }
 
-void Session::messageSent(const QString&, const Message& message) { append(messageEntry(message)); }
+// A message that waited for the login stays where it was written, and is told no second time.
+void Session::messageSent(const QString&, const Message& message) {
+    LogEntry sent = messageEntry(message);
+    const auto waiting = std::find_if(log_.rbegin(), log_.rend(), [&](const LogEntry& entry) {
+        return entry.queued && entry.message == message.number;
+    });
+    if (options_.oneWindow || waiting == log_.rend()) {
+        append(std::move(sent));
+        return;
+    }
+    sent.time = waiting->time;
+    sent.shown = waiting->shown;
+    *waiting = std::move(sent);
+    display_.changed();
+}
+
 void Session::messageQueued(const QString&, const Message& message) { append(messageEntry(message)); }
 
 void Session::messageStateChanged(const QString& account, const Message& message) {
@@ -174,17 +191,17 @@ void Session::typingReceived(const QString& account, const QString& jid, bool co
 
 void Session::authorizationRequested(const QString& account, const QString& jid) {
     tellOf({account, jid}, say(Text::WantsPresence, nameOf({account, jid}), jid), Style::Question, kAsk,
-           Shown::Everywhere);
+           Shown::InSight);
 }
 
 void Session::boxOpened(const MessageBox& box) {
     const QString text = QStringLiteral("%1: %2").arg(box.title, box.text);
     if (box.style == BoxStyle::question) {
-        tellOf({}, text + u'\n' + say(Text::AnswerHint, box.number), Style::Question, kAsk, Shown::Everywhere);
+        tellOf({}, text + u'\n' + say(Text::AnswerHint, box.number), Style::Question, kAsk, Shown::InSight);
         return;
     }
     const bool error = box.style == BoxStyle::error || box.style == BoxStyle::warning;
-    tellOf({}, text, error ? Style::Error : Style::Notice, kBang, Shown::Everywhere);
+    tellOf({}, text, error ? Style::Error : Style::Notice, kBang, Shown::InSight);
     // A notice has been read when it is shown, and the plugin waits until it is answered.
     QTimer::singleShot(0, &context_, [this, number = box.number] {
         if (const QString reason = client_.answerBox(number, BoxButton::ok); !reason.isEmpty()) tellError(reason);
@@ -194,13 +211,13 @@ void Session::boxOpened(const MessageBox& box) {
 void Session::boxClosed(int) { display_.changed(); }
 
 void Session::noticed(const QString& account, const QString& text) {
-    tellOf({account, {}}, text, Style::Notice, kBang, Shown::Everywhere);
+    notices_.insert(account, text);
+    tellOf({account, {}}, text, Style::Notice, kBang, Shown::InSight);
 }
 
 void Session::certificateRefused(const QString& account, const CertificateProblem& problem) {
     refusedCertificates_.insert(account, problem.fingerprint);
-    tellOf({account, {}}, certificateText(problem) + u'\n' + say(Text::PinHint), Style::Error, kBang,
-           Shown::Everywhere);
+    tellOf({account, {}}, certificateText(problem) + u'\n' + say(Text::PinHint), Style::Error, kBang, Shown::InSight);
 }
 
 // Log, console, answers

@@ -1,5 +1,6 @@
 // What a session's display shows around the log.
 #include <algorithm>
+#include <utility>
 
 #include "messenger/terminal/display_width.h"
 #include "messenger/terminal/session.h"
@@ -22,6 +23,17 @@ QString described(const QString& description) {
     return description.isEmpty() ? QString() : QStringLiteral(" — ") + oneLine(description);
 }
 
+QString fullState(const Account& mine) {
+    const bool between = mine.connection != ConnectionState::online && mine.connection != ConnectionState::offline;
+    const QString state =
+        between ? connectionText(mine.connection) + u'…' : statusText(mine.status) + described(mine.description);
+    return QStringLiteral(" %1 %2 %3").arg(oneLine(mine.jid)).arg(statusMark(mine.status)).arg(state);
+}
+
+QString briefState(const Account& mine) {
+    return QStringLiteral(" %1 %2").arg(oneLine(mine.jid.section(u'@', 0, 0))).arg(statusMark(mine.status));
+}
+
 }  // namespace
 
 LogLayout Session::layout() const {
@@ -42,26 +54,37 @@ Line Session::title() const {
                 resourceNames(*contact) + described(contact->description))};
 }
 
+// A narrow window shortens the account before it leaves windows out, and leaves out only those with nothing new.
 Line Session::status() const {
+    for (const auto& [briefAccount, fewWindows] : {std::pair{false, false}, {true, false}}) {
+        const Line line = statusLine(briefAccount, fewWindows);
+        if (lineWidth(line) <= columns()) return line;
+    }
+    return statusLine(true, true);
+}
+
+Line Session::statusLine(bool briefAccount, bool fewWindows) const {
     Line line;
     const QString chosen = account();
     const QList<Account> accounts = client_.accounts();
     const auto mine =
         std::find_if(accounts.begin(), accounts.end(), [&](const Account& one) { return one.jid == chosen; });
-    if (mine == accounts.end()) {
+    if (mine == accounts.end())
         line.push_back(bar(u' ' + say(Text::NoAccount)));
-    } else {
-        const bool between =
-            mine->connection != ConnectionState::online && mine->connection != ConnectionState::offline;
-        const QString state =
-            between ? connectionText(mine->connection) + u'…' : statusText(mine->status) + described(mine->description);
-        line.push_back(bar(QStringLiteral(" %1 %2 %3").arg(oneLine(chosen)).arg(statusMark(mine->status)).arg(state)));
-    }
+    else
+        line.push_back(bar(briefAccount ? briefState(*mine) : fullState(*mine)));
     for (const Peer& peer : windows_.typing())
         line.push_back(bar(QStringLiteral(" │ ") + say(Text::IsTyping, nameOf(peer))));
     line.push_back(bar(QStringLiteral(" │")));
+    for (Span& span : windowNames(fewWindows)) line.push_back(std::move(span));
+    return line;
+}
+
+Line Session::windowNames(bool few) const {
+    Line line;
     const auto window = [&](int number, const QString& name, int unread) {
         const bool seen = number == windows_.currentNumber();
+        if (few && !seen && unread == 0) return;
         QString text = QStringLiteral(" %1%2:%3%4").arg(seen ? "[" : "").arg(number).arg(name).arg(seen ? "]" : "");
         if (unread > 0) text += QStringLiteral("(%1)").arg(unread);
         line.push_back({text, unread > 0 ? Style::BarAlert : Style::Bar});

@@ -65,6 +65,7 @@ constexpr std::array kTexts = std::to_array<TextRow>({
     {Text::TextCut, QT_TRANSLATE_N_NOOP("Terminal", "… (całość: %n znaków, zobacz /export)")},
     {Text::ScrolledBack, QT_TRANSLATE_N_NOOP("Terminal", "↑ %n wierszy wyżej, End wraca")},
     {Text::SearchPrompt, QT_TRANSLATE_NOOP("Terminal", "(szukaj) %1: ")},
+    {Text::SearchFailed, QT_TRANSLATE_NOOP("Terminal", "(szukaj: brak) %1: ")},
     {Text::Welcome, QT_TRANSLATE_NOOP("Terminal", "oku-terminal. Polecenia: /help, koniec: /quit")},
     {Text::NoAccountYet, QT_TRANSLATE_NOOP("Terminal", "nie ma jeszcze konta; dodaje je /account add ty@serwer")},
     {Text::AccountChosen, QT_TRANSLATE_NOOP("Terminal", "konto poleceń: %1 (łączy /online)")},
@@ -74,6 +75,7 @@ constexpr std::array kTexts = std::to_array<TextRow>({
     {Text::NoConversation, QT_TRANSLATE_NOOP("Terminal", "nie ma otwartej rozmowy; otwiera ją /chat-with KTO")},
     {Text::SecretCancelled, QT_TRANSLATE_NOOP("Terminal", "przerwane")},
     {Text::PasswordQuestion, QT_TRANSLATE_NOOP("Terminal", "hasło do %1 (nie będzie widoczne)")},
+    {Text::PasswordTaken, QT_TRANSLATE_NOOP("Terminal", "hasło do %1 przyjęte")},
     {Text::NoSuchContact, QT_TRANSLATE_NOOP("Terminal", "nie ma kontaktu \"%1\"")},
     {Text::ManyContacts, QT_TRANSLATE_NOOP("Terminal", "\"%1\" pasuje do kilku kontaktów: %2")},
     {Text::OwnStatus, QT_TRANSLATE_NOOP("Terminal", "Twój status: %1")},
@@ -116,9 +118,10 @@ constexpr std::array kTexts = std::to_array<TextRow>({
          "Tab uzupełnia; ↑ ↓ wcześniejsze wiersze, Ctrl-R szuka w nich\nAlt-Enter nowy wiersz; // na początku: tekst z "
          "ukośnikiem\nPgUp PgDn przewija; Alt-0…9 okna, Alt-A następne nieprzeczytane\nCtrl-L rysuje od nowa; Ctrl-C "
          "przerywa; Ctrl-D kończy")},
-    {Text::ConsoleOn, QT_TRANSLATE_NOOP("Terminal", "konsola XML włączona; hasła są zakryte")},
+    {Text::ConsoleOn, QT_TRANSLATE_NOOP("Terminal", "konsola XML włączona (okno główne); hasła są zakryte")},
     {Text::ConsoleOff, QT_TRANSLATE_NOOP("Terminal", "konsola XML wyłączona")},
     {Text::NoQuestion, QT_TRANSLATE_NOOP("Terminal", "nie ma otwartego pytania")},
+    {Text::Answered, QT_TRANSLATE_NOOP("Terminal", "odpowiedź na pytanie %1: %2")},
     {Text::SettingUnset, QT_TRANSLATE_NOOP("Terminal", "(domyślne)")},
     {Text::UnknownSetting, QT_TRANSLATE_NOOP("Terminal", "nie ma ustawienia \"%1\"; lista: /get")},
     {Text::TypingOn, QT_TRANSLATE_NOOP("Terminal", "powiadomienia o pisaniu będą wysyłane")},

@@ -1244,10 +1244,6 @@ PgUp PgDn scroll; Alt-0…9 windows, Alt-A next unread
 Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
     </message>
     <message>
-        <source>konsola XML włączona; hasła są zakryte</source>
-        <translation>the XML console is on; passwords are masked</translation>
-    </message>
-    <message>
         <source>konsola XML wyłączona</source>
         <translation>the XML console is off</translation>
     </message>
@@ -1342,6 +1338,22 @@ Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
     <message>
         <source>program kończy /quit albo Ctrl-D</source>
         <translation>/quit or Ctrl-D ends the program</translation>
+    </message>
+    <message>
+        <source>(szukaj: brak) %1: </source>
+        <translation>(search: nothing) %1: </translation>
+    </message>
+    <message>
+        <source>hasło do %1 przyjęte</source>
+        <translation>password of %1 taken</translation>
+    </message>
+    <message>
+        <source>konsola XML włączona (okno główne); hasła są zakryte</source>
+        <translation>the XML console is on (main window); passwords are masked</translation>
+    </message>
+    <message>
+        <source>odpowiedź na pytanie %1: %2</source>
+        <translation>answer to question %1: %2</translation>
     </message>
 </context>
 </TS>

@@ -244,8 +244,8 @@ TEST_F(CommandsTest, AnswersQuestions) {
     MessageBox second;
     second.number = 8;
     client.boxes = {first, second};
-    EXPECT_EQ(type("/answer 8 no"), "answerBox|8|7");
-    EXPECT_EQ(type("/answer tak"), "answerBox|3|6");
+    EXPECT_EQ(type("/answer 8 no"), "answerBox|8|7 > answer to question 8: no");
+    EXPECT_EQ(type("/answer tak"), "answerBox|3|6 > answer to question 3: tak");
     EXPECT_EQ(type("/answer 3 może"), " > unknown answer \"może\" (one of: ok yes no)");
 }
 
@@ -275,7 +275,7 @@ TEST_F(CommandsTest, PinsTheCertificateThatWasRefused) {
 }
 
 TEST_F(CommandsTest, ReachesTheWire) {
-    EXPECT_EQ(type("/console on"), "setConsole|on > the XML console is on; passwords are masked");
+    EXPECT_EQ(type("/console on"), "setConsole|on > the XML console is on (main window); passwords are masked");
     EXPECT_EQ(type("/console off"), "setConsole|off > the XML console is off");
     EXPECT_EQ(type("/raw <presence to='a'/>"), "sendRaw|ala@localhost|<presence to='a'/>");
     EXPECT_EQ(type("/info obcy@localhost"), "requestInfo|ala@localhost|obcy@localhost");

@@ -80,6 +80,14 @@ TEST(LogEntryTest, SetsListingsInByTwo) {
     EXPECT_EQ(shown(entry, columns(12)), "raz dwa trzy\n  cztery\n  pięć");
 }
 
+TEST(LogEntryTest, SetsFurtherLinesOfAListingInAsFarAsItSays) {
+    LogEntry entry = message(EntryKind::Listing, "", "/pin  raz dwa trzy");
+    entry.hang = 6;
+    EXPECT_EQ(shown(entry, columns(14)), "/pin  raz dwa\n      trzy");
+    entry.hang = 10;
+    EXPECT_EQ(shown(entry, columns(14)), "/pin  raz dwa\n       trzy");
+}
+
 TEST(LogEntryTest, CutsAnEndlessMessage) {
     const LogEntry entry = message(EntryKind::Incoming, "Olek", QByteArray(3 << 20, 'x').constData());
     EXPECT_LT(layOut(entry, columns(80)).size(), 400U);
@@ -182,7 +190,32 @@ TEST_F(ScreenTest, ShowsCandidatesInPlaceOfTheStatus) {
     completing.handle({KeyCode::Tab, {}});
     content.entries.clear();
     const Frame frame = composeFrame(content, completing, {40, 6});
-    EXPECT_TRUE(lineText(frame.rows[4]).startsWith(" Olek   Ola"));
+    EXPECT_TRUE(lineText(frame.rows[4]).startsWith(" Olek  Ola "));
+}
+
+TEST_F(ScreenTest, MarksTheCandidateThatStandsInTheLineAndKeepsItInSight) {
+    LineEditor completing([](const QString&, qsizetype) { return Completion{0, {"/account ", "/add ", "/answer "}}; });
+    content.entries.clear();
+    for (int tabs = 0; tabs < 4; ++tabs) completing.handle({KeyCode::Tab, {}});
+    const Line wide = composeFrame(content, completing, {40, 6}).rows[4];
+    EXPECT_TRUE(lineText(wide).startsWith(" /account  /add  /answer "));
+    EXPECT_EQ(wide[2], (Span{" /answer ", Style::BarAlert}));
+    EXPECT_EQ(wide[0].style, Style::Bar);
+    EXPECT_EQ(lineText(composeFrame(content, completing, {20, 6}).rows[4]), " … /add  /answer    ");
+}
+
+TEST_F(ScreenTest, SaysThatNoEarlierLineHasWhatIsSearched) {
+    setLanguage(Language::English);
+    editor.handle({KeyCode::Text, "/roster"});
+    editor.handle({KeyCode::Enter, {}});
+    editor.handle({KeyCode::Search, {}});
+    editor.handle({KeyCode::Text, "ro"});
+    EXPECT_TRUE(lineText(compose(60, 6).rows[5]).startsWith("(search) ro: "));
+    editor.handle({KeyCode::Text, "x"});
+    EXPECT_TRUE(lineText(compose(60, 6).rows[5]).startsWith("(search: nothing) rox: "));
+    editor.handle({KeyCode::Backspace, {}});
+    EXPECT_TRUE(lineText(compose(60, 6).rows[5]).startsWith("(search) ro: "));
+    setLanguage(Language::Polish);
 }
 
 TEST(FramePainterTest, WritesOnlyTheRowsThatChanged) {

@@ -18,13 +18,14 @@ class NotingDisplay final : public Display {
 public:
     QStringList lines;
     bool over = false;
+    int width = 80;
 
     void appended(const LogEntry& entry) override {
         const QString who = entry.who.isEmpty() ? entry.mark : entry.who;
         lines.append(who.isEmpty() ? entry.text : who + u' ' + entry.text);
     }
     void changed() override {}
-    int columns() const override { return 80; }
+    int columns() const override { return width; }
     void ended() override { over = true; }
 };
 
@@ -77,6 +78,15 @@ TEST_F(SessionTest, TellsEachStepOfAConnection) {
     EXPECT_EQ(heard(),
               "- connecting to the server\n- the connection is encrypted\n- ready, the contact list is here\n"
               "! offline: the server refused the password");
+}
+
+TEST_F(SessionTest, TellsNoReasonTwice) {
+    session->noticed(kMe, "wrong password");
+    session->connectionChanged(kMe, ConnectionState::offline, "wrong password");
+    EXPECT_EQ(heard(), "! wrong password\n! offline");
+    session->connectionChanged(kMe, ConnectionState::connecting, {});
+    session->connectionChanged(kMe, ConnectionState::offline, "wrong password");
+    EXPECT_EQ(heard(), "- connecting to the server\n! offline: wrong password");
 }
 
 TEST_F(SessionTest, TellsPresencesOnce) {
@@ -162,6 +172,33 @@ TEST_F(SessionTest, TellsMessagesWithWhatIsSpecialAboutThem) {
     EXPECT_EQ(heard(), "- message 7 to Olek was sent");
 }
 
+TEST_F(SessionTest, ShowsAWaitingMessageOnceWhenItIsSent) {
+    type("/chat-with Olek");
+    Message message = outgoing("ala@localhost", "olek@localhost", "no", 7);
+    message.state = DeliveryState::queued;
+    session->messageQueued(kMe, message);
+    session->messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "hej"));
+    message.state = DeliveryState::sent;
+    session->messageSent(kMe, message);
+    ASSERT_EQ(session->entries().size(), 2U);
+    EXPECT_EQ(session->entries()[0]->text, "no");
+    // Sent once more, it stands below.
+    session->messageSent(kMe, message);
+    EXPECT_EQ(session->entries().size(), 3U);
+}
+
+TEST_F(SessionTest, TellsInPlainLinesThatAWaitingMessageIsSent) {
+    SessionOptions options;
+    options.oneWindow = true;
+    start(options);
+    Message message = outgoing("ala@localhost", "olek@localhost", "no", 7);
+    message.state = DeliveryState::queued;
+    session->messageQueued(kMe, message);
+    message.state = DeliveryState::sent;
+    session->messageSent(kMe, message);
+    EXPECT_EQ(heard(), "Olek (waits for the next login) no\nOlek no");
+}
+
 TEST_F(SessionTest, AsksAboutAuthorizationsAndBoxes) {
     session->authorizationRequested(kMe, "obcy@localhost");
     EXPECT_EQ(heard(),
@@ -245,6 +282,35 @@ TEST_F(SessionTest, CountsWhatIsUnreadAndShowsItWhereItIsRead) {
     EXPECT_NE(session->entries().back()->text, "dwa");
     EXPECT_EQ(type("/close"), "");
     EXPECT_EQ(heard(), "! no conversation is open; /chat-with WHO opens one");
+}
+
+TEST_F(SessionTest, ShowsWhatMustNotBeMissedInTheWindowThatIsLookedAt) {
+    type("/chat-with Olek");
+    heard();
+    session->noticed(kMe, "notice");
+    session->authorizationRequested(kMe, "ewa@localhost");
+    EXPECT_EQ(session->entries().size(), 2U);
+    // Conversations that nobody looked at are not filled with it, but a request stands in its own.
+    type("/chat-with Ola");
+    EXPECT_TRUE(session->entries().empty());
+    type("/chat-with Ewa");
+    EXPECT_EQ(session->entries().size(), 1U);
+    type("/window 0");
+    EXPECT_EQ(session->entries().back()->style, Style::Question);
+}
+
+TEST_F(SessionTest, LeavesOutOfANarrowStatusLineWhatMattersLeast) {
+    client.accountList[0].connection = ConnectionState::online;
+    client.accountList[0].status = Status::away;
+    client.accountList[0].description = QStringLiteral("w pociągu");
+    for (const char* who : {"olek@localhost", "ola@localhost", "ewa@localhost"})
+        session->openConversation({kMe, QString::fromUtf8(who)});
+    session->messageReceived(kMe, incoming("ala@localhost", "ola@localhost", "hej"));
+    EXPECT_EQ(status(), " ala@localhost ◐ away — w pociągu │ 0:main 1:Olek 2:Ola(1) [3:Ewa Żółć]");
+    display.width = 60;
+    EXPECT_EQ(status(), " ala ◐ │ 0:main 1:Olek 2:Ola(1) [3:Ewa Żółć]");
+    display.width = 40;
+    EXPECT_EQ(status(), " ala ◐ │ 2:Ola(1) [3:Ewa Żółć]");
 }
 
 TEST_F(SessionTest, TakesUnreadMessagesOfTheLastTimeOver) {
@@ -407,6 +473,19 @@ TEST_F(SessionTest, TakesThePasswordOfTheEnvironment) {
     client.calls.clear();
     session->start();
     EXPECT_EQ(client.takeCalls().join(u'\n'), "start\naddAccount|ala@localhost|tajne\nsetStatus|ala@localhost|online|");
+}
+
+TEST_F(SessionTest, TakesLineFeedsAwayThatWerePastedBehindALine) {
+    type("/chat-with Olek");
+    EXPECT_EQ(type("raz\ndwa\n\n"), "sendMessage|ala@localhost|olek@localhost|raz\ndwa|chat|");
+    type("/account password");
+    EXPECT_EQ(type("tajne\n"), "addAccount|ala@localhost|tajne");
+}
+
+TEST_F(SessionTest, TellsThatANewPasswordIsTaken) {
+    type("/account password");
+    type("tajne");
+    EXPECT_EQ(heard(), "- password of ala@localhost taken");
 }
 
 TEST_F(SessionTest, ForgetsAPasswordThatIsCancelled) {
