@@ -62,8 +62,9 @@ class TerminalSide(Side):
         return self.state() == "online"
 
     def _history(self):
-        return self.owner.terminal.ask("history", "history", account=self.jid, limit=1000000,
-                                       **{"with": ""})["messages"]
+        answer = self.owner.terminal.ask("history", "history", account=self.jid, limit=1000000, **{"with": ""})
+        # The log keeps each event; so many answers of this length would fill the memory.
+        return answer.pop("messages")
 
     def seen(self):
         return collections.Counter(one["body"] for one in self._history() if one["direction"] == "in")
