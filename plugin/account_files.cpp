@@ -36,9 +36,12 @@ std::u16string accountNameFromFile(std::u16string_view fileName) {
     return std::u16string(account.empty() ? fileName : account);
 }
 
-std::vector<AccountFiles> findAccounts(const std::u16string& profileDir, const std::u16string& base) {
+AccountFiles defaultAccount(const std::u16string& profileDir, const std::u16string& base) {
+    return {profileDir + base + u".roster", profileDir + base + u".config", kDefaultDisplayName};
+}
+
+std::vector<AccountFiles> furtherAccounts(const std::u16string& profileDir, const std::u16string& base) {
     std::vector<AccountFiles> accounts;
-    accounts.push_back({profileDir + base + u".roster", profileDir + base + u".config", kDefaultDisplayName});
     for (const auto& file : platform::filesMatching(profileDir, base + u'_', u".config")) {
         const std::u16string name = accountNameFromFile(file);
         accounts.push_back({formatText(u"%s%s_%s%s", profileDir, base, name, u".roster"),

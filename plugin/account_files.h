@@ -18,6 +18,8 @@ std::u16string moduleBaseName(std::u16string_view modulePath);
 /// The account's name out of "prefix_name.config". A name that cannot be found is the whole input.
 std::u16string accountNameFromFile(std::u16string_view fileName);
 
-/// The default account, and then one for each further settings file in the profile directory, in the file system's
-/// order. The default account is there even when no file is.
-std::vector<AccountFiles> findAccounts(const std::u16string& profileDir, const std::u16string& base);
+/// The account that exists even when no file does.
+AccountFiles defaultAccount(const std::u16string& profileDir, const std::u16string& base);
+
+/// One account for each further settings file in the profile directory, in the file system's order.
+std::vector<AccountFiles> furtherAccounts(const std::u16string& profileDir, const std::u16string& base);

@@ -47,6 +47,15 @@ void loadIcons(const Host& host) {
     host.loadIcon(u"XMPP/MainIcon16", 106);
 }
 
+void beginAccount(PluginState& state, const AccountFiles& files) {
+    // The host may have unloaded the plugin from within one of the calls before.
+    if (state.ending) return;
+    const auto account = assembleAccount(files, state);
+    // Listed first, so that what it has registered is taken back even when a step of it fails.
+    state.accounts.push_back(account);
+    account->init(accountEntries(), state);
+}
+
 void load(OKU_WORD module, const OKU_FUNCTION_TABLE* table) {
     // Accounts of an earlier load would be lost while the host still knows them.
     if (pluginState()) return;
@@ -65,14 +74,10 @@ void load(OKU_WORD module, const OKU_FUNCTION_TABLE* table) {
     addBrowserItem(state->host);
     loadIcons(state->host);
     state->pepEvent = state->host.createEvent(u"XMPP/OnPEPEvent");
-    for (const AccountFiles& files : findAccounts(state->profileDir, moduleBaseName(platform::modulePath()))) {
-        // The host may have unloaded the plugin from within one of the calls above.
-        if (state->ending) return;
-        const auto account = assembleAccount(files, *state);
-        // Listed first, so that what it has registered is taken back even when a step of it fails.
-        state->accounts.push_back(account);
-        account->init(accountEntries(), *state);
-    }
+    const std::u16string base = moduleBaseName(platform::modulePath());
+    beginAccount(*state, defaultAccount(state->profileDir, base));
+    // Looked for only now: a host may write the other accounts' files when it hears of the first.
+    for (const AccountFiles& files : furtherAccounts(state->profileDir, base)) beginAccount(*state, files);
 }
 
 void unload() {
