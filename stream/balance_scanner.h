@@ -55,7 +55,6 @@ private:
     Step beginDeclaration();
     Step beginInstruction();
     Step scanTag();
-    Step endOfStartTag(std::size_t length, bool empty);
     Step scanAttributeName();
     Step scanAfterName();
     Step scanAfterEquals();
