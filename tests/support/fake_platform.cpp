@@ -41,7 +41,7 @@ std::uint32_t nextRandom() {
     return value;
 }
 
-void seedRandom(std::uint32_t) {}
+void seedRandom(std::uint32_t seed) { world().seeds.push_back(seed); }
 
 std::u16string modulePath() { return harness::toUtf16(world().modulePath); }
 

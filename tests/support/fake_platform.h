@@ -7,6 +7,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace harness {
 
@@ -15,6 +16,7 @@ struct FakeWorld {
     std::uint32_t ticks = 1000;         // milliseconds
     std::deque<std::uint32_t> randoms;  // the next values; when empty, a fixed sequence goes on
     std::uint32_t sequence = 1;
+    std::vector<std::uint32_t> seeds;  // what the generator was seeded with; it changes no value here
     std::string modulePath = "/plugins/protoLink.module";
     std::int32_t timeZoneBias = -60;
     std::string operatingSystem = "Linux x86_64 6.1";
