@@ -45,4 +45,18 @@ TEST(PresenceDescription, CutInsideACharacterOfTwoUnitsGoesOutWithoutIt) {
     expectDescription(text + "\xF0\x9F\x98\x80", text + "\xEF\xBF\xBD", text);
 }
 
+TEST(PresenceDescription, OfTheSharedStatusIsCutAsWell) {
+    const std::string text(1024, 'd');
+    const std::string play = "log in as alice@example.org/home with a shared status\nstatus online \"" + text +
+                             "e\" -> 1\nthe own status becomes online described \"" + text +
+                             "\" with icon available\nC xml: <iq to=\"alice@example.org\" id=\"{shared}\" type=\"set\">"
+                             "<query xmlns=\"google:shared-status\" version=\"2\"><status>" +
+                             text +
+                             "</status><show>available</show><status-list show=\"dnd\"><status>list</status>"
+                             "</status-list><invisible value=\"false\"/></query></iq>\nC: <presence><status>" +
+                             text + "</status>{caps}</presence>\n";
+    const auto outcome = harness::play(kExports, harness::FoldBook(PROTOLINK_FOLDS).readText("description", play), {});
+    EXPECT_TRUE(outcome.passed) << outcome.report;
+}
+
 }  // namespace
