@@ -54,6 +54,12 @@ TEST_F(Requests, OfTheRosterGiveTheResultOfTheSend) {
         << sent[1];
 }
 
+TEST_F(Requests, OfTheRosterAreOverWithAnyAnswer) {
+    EXPECT_EQ(roster.rosterDownloaded, 0u);
+    roster.rebuildFrom(xmlElement(u"iq"));
+    EXPECT_EQ(roster.rosterDownloaded, 1u);
+}
+
 TEST_F(Requests, OfAPrivacyEntryMakeItOnlyOnDemand) {
     EXPECT_EQ(privacy.privacyEntry(u"eve@example.org", false), nullptr);
     const auto* made = privacy.privacyEntry(u"eve@example.org", true);
