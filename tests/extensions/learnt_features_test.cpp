@@ -114,6 +114,16 @@ TEST_F(LearntFeatures, OfAResourceStayWhenALaterAnswerLacksThem) {
     EXPECT_EQ(resource.resPing + resource.resFileTransfer + resource.resCaps, 3u);
 }
 
+TEST_F(LearntFeatures, OfAResourceThatGoesWhileTheHostHearsOfThemAreLost) {
+    host.onEvent = [this](const harness::Event& event) {
+        if (harness::render(event.line).find("XEP-0085") != std::string::npos) contacts.clear();
+    };
+    xmlElement iq(u"iq");
+    discovery.onDiscoInfo({iq, u"bob@example.org/desk", u"result", u"r1"},
+                          queryOf({u"http://jabber.org/protocol/chatstates", u"urn:xmpp:ping"}));
+    EXPECT_EQ(contacts.findResource(u"bob@example.org", u"desk"), nullptr);
+}
+
 TEST_F(LearntFeatures, OfAServerSetTheirOwnFlags) {
     EXPECT_EQ(serverAfter({}), "");
     EXPECT_EQ(serverAfter({u"google:mail:notify"}), "mail ");

@@ -54,6 +54,12 @@ TEST_F(Requests, OfTheRosterGiveTheResultOfTheSend) {
         << sent[1];
 }
 
+TEST_F(Requests, OfTheHostThatNameNobodySendNothing) {
+    client.flags = FLAG_CONNECTED | FLAG_AUTHORIZED;
+    EXPECT_EQ(roster.onContactDelete(0), 0u);
+    EXPECT_TRUE(sent.empty());
+}
+
 TEST_F(Requests, OfTheRosterAreOverWithAnyAnswer) {
     EXPECT_EQ(roster.rosterDownloaded, 0u);
     roster.rebuildFrom(xmlElement(u"iq"));
