@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <QHostAddress>
 #include <QList>
 #include <QSslCertificate>
@@ -8,6 +9,7 @@
 
 namespace oku::net {
 
+std::unique_ptr<QObject> listenToSystem(std::function<void()> changed);
 qint64 systemSleptTime();
 QList<QHostAddress> systemAddresses();
 
@@ -48,7 +50,10 @@ struct SocketSettings {
     /** How long the machine slept since it was started, and its addresses; tests tell another tale. */
     std::function<qint64()> sleptTime = systemSleptTime;
     std::function<QList<QHostAddress>()> localAddresses = systemAddresses;
-    int watchInterval = 5'000;  ///< how often the network and the clock are looked at while connections exist
+    /** Calls whenever these may have changed; see system_events.h. */
+    std::function<std::unique_ptr<QObject>(std::function<void()> changed)> systemEvents = listenToSystem;
+    /** How often they are looked at while connections exist where the system does not tell of changes. */
+    int watchInterval = 5'000;
 };
 
 }  // namespace oku::net

@@ -23,16 +23,24 @@ SystemWatch::SystemWatch(const SocketSettings& settings, std::function<void()> r
 }
 
 void SystemWatch::setRunning(bool running) {
-    if (running == timer_.isActive()) return;
+    if (running == running_) return;
+    running_ = running;
     if (running) {
         slept_ = settings_.sleptTime();
-        timer_.start(settings_.watchInterval);
+        // A turn may end the listening, so it stands outside of the listener's call.
+        events_ = settings_.systemEvents([this] {
+            QMetaObject::invokeMethod(
+                this, [this] { turn(); }, Qt::QueuedConnection);
+        });
+        if (!events_) timer_.start(settings_.watchInterval);
     } else {
         timer_.stop();
+        events_.reset();
     }
 }
 
 void SystemWatch::turn() {
+    if (!running_) return;
     const qint64 slept = settings_.sleptTime();
     const bool longSleep = slept - slept_ >= shortSleep;
     slept_ = slept;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <QHostAddress>
 #include <QList>
 #include <QTimer>
@@ -12,7 +13,7 @@ namespace oku::net {
 /** Notices what no packet tells: that the machine slept, and that the address a connection stands on is gone. */
 class SystemWatch : public QObject {
 public:
-    /** `resumed` is called after a sleep of some seconds, `lookAt` at each turn with the machine's addresses. */
+    /** `resumed` is called after a sleep of some seconds, `lookAt` with the machine's addresses after other changes. */
     SystemWatch(const SocketSettings& settings, std::function<void()> resumed,
                 std::function<void(const QList<QHostAddress>&)> lookAt, QObject* parent);
 
@@ -24,7 +25,9 @@ private:
     const SocketSettings& settings_;
     std::function<void()> resumed_;
     std::function<void(const QList<QHostAddress>&)> lookAt_;
+    std::unique_ptr<QObject> events_;
     QTimer timer_;
+    bool running_ = false;
     qint64 slept_ = 0;
 };
 

@@ -15,6 +15,18 @@ SocketSettings quick() {
     return settings;
 }
 
+/** The system, as far as it tells of changes. */
+struct Told {
+    explicit Told(SocketSettings& settings) {
+        settings.systemEvents = [this](std::function<void()> listener) {
+            changed = std::move(listener);
+            return std::make_unique<QObject>();
+        };
+    }
+
+    std::function<void()> changed;
+};
+
 /** A connection that is open, with the server's side of it. */
 struct Ends : testing::Test {
     Ends() { begin(quick()); }
@@ -173,27 +185,46 @@ TEST_F(Ends, NetworkGone) {
 TEST_F(Ends, TheAddressOfTheConnectionIsGone) {
     QList<QHostAddress> addresses{QHostAddress::LocalHost};
     SocketSettings settings = quick();
+    Told told(settings);
+    settings.localAddresses = [&] { return addresses; };
+    begin(settings);
+    told.changed();
+    settle();
+    EXPECT_TRUE(bench->events.ends.empty());
+    addresses = {QHostAddress("192.0.2.1")};
+    settle();
+    EXPECT_TRUE(bench->events.ends.empty()) << "nobody looks before the system tells";
+    told.changed();
+    const End gone = end();
+    EXPECT_FALSE(gone.askedFor);
+    EXPECT_EQ(gone.cause, EndCause::NetworkGone);
+}
+
+TEST_F(Ends, WhereTheSystemTellsNothingTheAddressesAreLookedAtAgainAndAgain) {
+    QList<QHostAddress> addresses{QHostAddress::LocalHost};
+    SocketSettings settings = quick();
+    settings.systemEvents = [](const std::function<void()>&) { return nullptr; };
     settings.watchInterval = 5;
     settings.localAddresses = [&] { return addresses; };
     begin(settings);
     settle();
     EXPECT_TRUE(bench->events.ends.empty());
     addresses = {QHostAddress("192.0.2.1")};
-    const End gone = end();
-    EXPECT_FALSE(gone.askedFor);
-    EXPECT_EQ(gone.cause, EndCause::NetworkGone);
+    EXPECT_EQ(end().cause, EndCause::NetworkGone);
 }
 
 TEST_F(Ends, ResumedFromSleep) {
     qint64 slept = 1'000'000;
     SocketSettings settings = quick();
-    settings.watchInterval = 5;
+    Told told(settings);
     settings.sleptTime = [&] { return slept; };
     begin(settings);
     slept += 1'000;
+    told.changed();
     settle();
     EXPECT_TRUE(bench->events.ends.empty()) << "a nap of a second harms no connection";
     slept += 60'000;
+    told.changed();
     const End resumed = end();
     EXPECT_FALSE(resumed.askedFor);
     EXPECT_EQ(resumed.cause, EndCause::Resumed);
