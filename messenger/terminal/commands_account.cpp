@@ -74,7 +74,7 @@ QString Commands::pickAccount(const QString& text) {
 }
 
 QString Commands::setStatus(Status status, Arguments& arguments) {
-    return session_.client().setStatus(session_.account(), status, arguments.verbatim());
+    return session_.setStatus(status, arguments.verbatim());
 }
 
 QString Commands::online(Arguments& arguments) { return setStatus(Status::online, arguments); }

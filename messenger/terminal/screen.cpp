@@ -10,6 +10,7 @@ namespace {
 
 constexpr int kRowsForTitle = 5;
 constexpr int kRowsForStatus = 2;
+constexpr int kColumnsForScrollHint = 60;  // narrower windows show the number of lines only
 
 // The newest lines of the log from the bottom up: `count` of them above the `scroll` newest. Lines that are not seen
 // are not kept, and entries above are not laid out.
@@ -64,9 +65,11 @@ Line candidateLine(const LineEditor& editor, int columns) {
     return line;
 }
 
-Line scrolledLine(Line status, int scroll) {
-    if (scroll > 0)
-        status.insert(status.begin(), {u' ' + sayCounted(Text::ScrolledBack, scroll) + u' ', Style::BarAlert});
+Line scrolledLine(Line status, int scroll, int columns) {
+    if (scroll == 0) return status;
+    const QString hint =
+        columns < kColumnsForScrollHint ? QStringLiteral("↑ %1").arg(scroll) : sayCounted(Text::ScrolledBack, scroll);
+    status.insert(status.begin(), {u' ' + hint + u' ', Style::BarAlert});
     return status;
 }
 
@@ -74,7 +77,9 @@ Line scrolledLine(Line status, int scroll) {
 Line promptLine(const ScreenContent& content, LineEditor& editor, int columns, Frame& frame) {
     const Text search = editor.searchFound() ? Text::SearchPrompt : Text::SearchFailed;
     QString prompt = editor.searching() ? say(search, printable(editor.searchText())) : content.prompt;
-    if (displayWidth(prompt) > columns / 2) prompt = fitToWidth(prompt, columns / 2);
+    // What is typed into a question for a secret takes no room.
+    const int most = editor.secret() ? columns - 1 : columns / 2;
+    if (displayWidth(prompt) > most) prompt = fitToWidth(prompt, most);
     const int taken = displayWidth(prompt);
     const EditorView view = editor.view(columns - taken);
     frame.cursorColumn = std::min(taken + view.cursorColumn, columns - 1);
@@ -99,7 +104,7 @@ Frame composeFrame(const ScreenContent& content, LineEditor& editor, const Scree
     for (auto missing = static_cast<std::size_t>(count) - log.size(); missing > 0; --missing) frame.rows.push_back({});
     if (size.rows >= kRowsForStatus) {
         const Line status = editor.candidates().size() > 1 ? candidateLine(editor, size.columns)
-                                                           : scrolledLine(content.status, frame.scroll);
+                                                           : scrolledLine(content.status, frame.scroll, size.columns);
         frame.rows.push_back(padded(status, size.columns, Style::Bar));
     }
     frame.rows.push_back(promptLine(content, editor, size.columns, frame));

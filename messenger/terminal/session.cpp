@@ -49,23 +49,17 @@ QString Session::start() {
     const QString password = std::exchange(options_.password, {});
     const QList<Account> accounts = client_.accounts();
     const auto isWanted = [this](const Account& one) { return one.jid == options_.account; };
+    bool stored = true;
     if (!wanted.isEmpty() && !password.isEmpty())
-        storeAccount(wanted, password, {});
+        stored = storeAccount(wanted, password, {});
     else if (!wanted.isEmpty() && std::none_of(accounts.begin(), accounts.end(), isWanted))
         addAccount(wanted, {});
     else if (accounts.isEmpty())
         tell(say(Text::NoAccountYet));
     else
         tell(say(Text::AccountChosen, account()));
-    if (!secret_) connectAtStart();
+    if (stored && !secret_) connectAtStart();
     return {};
-}
-
-void Session::connectAtStart() {
-    const QString word = std::exchange(options_.status, {});
-    if (word.isEmpty() || account().isEmpty()) return;
-    if (const QString reason = client_.setStatus(account(), statusFromWord(word), {}); !reason.isEmpty())
-        tellError(reason);
 }
 
 void Session::quit() {
@@ -77,6 +71,10 @@ void Session::quit() {
 
 void Session::submit(const QString& typed) {
     const QString line = withoutLineFeedsBehind(typed);
+    if (secret_ && line.isEmpty()) {
+        cancelSecret();
+        return;
+    }
     if (secret_) {
         const auto request = std::exchange(secret_, nullptr);
         request->use(line);
@@ -231,43 +229,6 @@ void Session::loadHistory(const Peer& peer) {
     if (options_.oneWindow)
         for (const LogEntry& entry : older) display_.appended(entry);
     log_.insert(log_.begin(), std::make_move_iterator(older.begin()), std::make_move_iterator(older.end()));
-}
-
-// Secrets and accounts
-// --------------------------------------------------------------------------------------------------
-
-void Session::askSecret(const QString& question, std::function<void(const QString&)> use) {
-    secret_ = std::make_unique<SecretRequest>(SecretRequest{question, std::move(use)});
-    display_.changed();
-}
-
-void Session::cancelSecret() {
-    if (!secret_) return;
-    secret_.reset();
-    tell(say(Text::SecretCancelled));
-}
-
-void Session::addAccount(const QString& jid, const QString& server) {
-    QVariantMap settings;
-    if (!server.isEmpty()) {
-        settings.insert(QStringLiteral("XMPP/Serv/Enable"), 1);
-        settings.insert(QStringLiteral("XMPP/Serv/Host"), server);
-    }
-    askSecret(say(Text::PasswordQuestion, jid),
-              [this, jid, settings](const QString& password) { storeAccount(jid, password, settings); });
-}
-
-void Session::storeAccount(const QString& jid, const QString& password, const QVariantMap& settings) {
-    const bool known = toldAccounts_.contains(bareJid(jid));
-    const QString before = account();
-    if (const QString reason = client_.addAccount(jid, password, settings); !reason.isEmpty()) {
-        tellError(say(Text::AccountRefused, jid, reason));
-        return;
-    }
-    options_.account = bareJid(jid);
-    if (known) tell(say(Text::PasswordTaken, options_.account));
-    if (!known || options_.account != before) tell(say(Text::AccountChosen, options_.account));
-    connectAtStart();
 }
 
 // Contacts ------------------------------------------------------------------------------------------------------------

@@ -99,6 +99,9 @@ public:
     void clearWindow();
     // The fingerprint that was refused last; empty when none was.
     QString refusedCertificate(const QString& account) const { return refusedCertificates_.value(account); }
+    // Sets the chosen account's status. To log in it needs a password, and asks for it where none is known. Gives the
+    // reason of a refusal.
+    QString setStatus(Status status, const QString& description);
     // Asks for the password, then adds the account or changes it. `server` may be empty.
     void addAccount(const QString& jid, const QString& server);
 
@@ -139,7 +142,9 @@ private:
     Line statusLine(bool briefAccount, bool fewWindows) const;
     Line windowNames(bool few) const;
     void tellOf(const Peer& peer, const QString& text, Style style, const QString& mark, Shown shown = Shown::Both);
-    void storeAccount(const QString& jid, const QString& password, const QVariantMap& settings);
+    bool hasPassword(const QString& account) const;
+    // False when the messenger refused it, which is told.
+    bool storeAccount(const QString& jid, const QString& password, const QVariantMap& settings);
     void connectAtStart();
     void loadHistory(const Peer& peer);
     void tellContact(const QString& account, const Contact& before, const Contact& now);

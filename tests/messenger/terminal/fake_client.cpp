@@ -19,6 +19,7 @@ QString FakeClient::addAccount(const QString& jid, const QString& password, cons
         values.append(QStringLiteral("%1=%2:%3").arg(at.key(), QString::fromLatin1(at->typeName()), at->toString()));
     const QString reason = note("addAccount", values);
     if (!reason.isEmpty()) return reason;
+    settings.insert(QStringLiteral("XMPP/Pass"), password);
     Account added;
     added.jid = jid.section(u'/', 0, 0);
     accountList.append(added);

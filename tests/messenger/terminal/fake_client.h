@@ -17,8 +17,8 @@ public:
     QMap<QString, QString> refusals;
 
     QList<Account> accountList;
-    QMap<QString, QList<Contact>> contactLists;  // by account
-    QMap<QString, QVariant> settings;            // by key
+    QMap<QString, QList<Contact>> contactLists;                // by account
+    QMap<QString, QVariant> settings{{"XMPP/Pass", "znane"}};  // by key
     QList<Message> messages;
     QStringList requests;
     QList<MessageBox> boxes;

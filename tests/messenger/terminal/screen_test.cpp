@@ -164,6 +164,7 @@ TEST_F(ScreenTest, ScrollsUpToTheFirstLineAndSaysSo) {
     EXPECT_NE(text(frame).find("wiersz 9\n"), std::string::npos);
     EXPECT_EQ(text(frame).find("wiersz 10"), std::string::npos);
     EXPECT_NE(text(frame).find(" ↑ 3 lines up, End returns "), std::string::npos);
+    EXPECT_NE(text(compose(40, 6)).find(" ↑ 3  ala@localhost"), std::string::npos);
     content.scroll = 1000;
     frame = compose(60, 6);
     EXPECT_EQ(frame.scroll, 10);
@@ -202,6 +203,16 @@ TEST_F(ScreenTest, MarksTheCandidateThatStandsInTheLineAndKeepsItInSight) {
     EXPECT_EQ(wide[2], (Span{" /answer ", Style::BarAlert}));
     EXPECT_EQ(wide[0].style, Style::Bar);
     EXPECT_EQ(lineText(composeFrame(content, completing, {20, 6}).rows[4]), " … /add  /answer    ");
+}
+
+TEST_F(ScreenTest, ShowsAQuestionForASecretWhole) {
+    content.prompt = QStringLiteral("password of ala@localhost (not shown): ");
+    editor.setSecret(true);
+    const Frame frame = compose(44, 6);
+    EXPECT_EQ(lineText(frame.rows[5]), content.prompt);
+    EXPECT_EQ(frame.cursorColumn, 39);
+    editor.setSecret(false);
+    EXPECT_LE(lineWidth(compose(44, 6).rows[5]), 22);
 }
 
 TEST_F(ScreenTest, SaysThatNoEarlierLineHasWhatIsSearched) {
