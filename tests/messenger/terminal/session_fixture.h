@@ -1,0 +1,69 @@
+// A session on a scripted messenger, with a display that notes what it is told.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <QRegularExpression>
+
+#include "messenger/core/texts.h"
+#include "messenger/terminal/session.h"
+#include "tests/messenger/terminal/fake_client.h"
+
+namespace oku::terminal::test {
+
+inline const QString kMe = QStringLiteral("ala@localhost");
+
+class SessionTest : public testing::Test {
+protected:
+    class NotingDisplay final : public Display {
+    public:
+        QStringList lines;
+        bool over = false;
+        int width = 80;
+
+        void appended(const LogEntry& entry) override {
+            const QString who = entry.who.isEmpty() ? entry.mark : entry.who;
+            lines.append(who.isEmpty() ? entry.text : who + u' ' + entry.text);
+        }
+        void changed() override {}
+        int columns() const override { return width; }
+        void ended() override { over = true; }
+    };
+
+    void SetUp() override {
+        setLanguage(Language::English);
+        client.accountList = {account("ala@localhost")};
+        client.contactLists[kMe] = {contact("olek@localhost", "Olek", "Znajomi", Status::away),
+                                    contact("ewa@localhost", "Ewa Żółć", "Praca"),
+                                    contact("ola@localhost", "Ola", "Praca")};
+        client.contactLists[kMe][0].resources = {resource("dom", Status::away, 5, "Zaraz wracam")};
+        start({});
+    }
+    void TearDown() override { setLanguage(Language::Polish); }
+
+    void start(SessionOptions options) {
+        session.reset();
+        options.startDirectory = QStringLiteral("/start");
+        session = std::make_unique<Session>(client, display, options);
+        reason = session->start();
+        heard();
+        client.calls.clear();
+    }
+    // What the display was told since the last time.
+    std::string heard() { return std::exchange(display.lines, {}).join(u'\n').toStdString(); }
+    // Types a line; gives what the messenger was asked for.
+    std::string type(const char* line) {
+        client.calls.clear();
+        session->submit(QString::fromUtf8(line));
+        return client.takeCalls().filter(QRegularExpression("^(?!settingValue)")).join(u'\n').toStdString();
+    }
+    void typing(const char* text) { session->typed(QString::fromUtf8(text)); }
+    std::string typingCalls() { return client.takeCalls().filter("sendTyping").join(u'\n').toStdString(); }
+    std::string status() { return lineText(session->status()).toStdString(); }
+
+    FakeClient client;
+    NotingDisplay display;
+    std::unique_ptr<Session> session;
+    QString reason;
+};
+
+}  // namespace oku::terminal::test

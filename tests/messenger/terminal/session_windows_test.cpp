@@ -1,0 +1,173 @@
+// The windows, the status line, and who is told that a line is typed.
+#include "messenger/terminal/display_width.h"
+#include "tests/messenger/terminal/session_fixture.h"
+
+namespace oku::terminal::test {
+namespace {
+
+TEST_F(SessionTest, CountsWhatIsUnreadAndShowsItWhereItIsRead) {
+    session->messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "raz"));
+    session->messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "dwa"));
+    EXPECT_NE(status().find(" 1:Olek(2)"), std::string::npos);
+    EXPECT_EQ(type("/window"), "history|ala@localhost|olek@localhost|20|\nmarkRead|ala@localhost|olek@localhost");
+    EXPECT_EQ(status().find("(2)"), std::string::npos);
+    EXPECT_NE(status().find("[1:Olek]"), std::string::npos);
+    EXPECT_EQ(session->entries().size(), 2U);
+    heard();
+    session->messageReceived(kMe, incoming("ala@localhost", "ewa@localhost", "inna"));
+    EXPECT_EQ(heard(), "");
+    EXPECT_NE(status().find("2:Ewa Żółć(1)"), std::string::npos);
+    type("/window 0");
+    EXPECT_NE(session->entries().back()->text, "dwa");
+    EXPECT_EQ(type("/close"), "");
+    EXPECT_EQ(heard(), "! no conversation is open; /chat-with WHO opens one");
+}
+
+TEST_F(SessionTest, ShowsWhatMustNotBeMissedInTheWindowThatIsLookedAt) {
+    type("/chat-with Olek");
+    heard();
+    session->noticed(kMe, "notice");
+    session->authorizationRequested(kMe, "ewa@localhost");
+    EXPECT_EQ(session->entries().size(), 2U);
+    // Conversations that nobody looked at are not filled with it, but a request stands in its own.
+    type("/chat-with Ola");
+    EXPECT_TRUE(session->entries().empty());
+    type("/chat-with Ewa");
+    EXPECT_EQ(session->entries().size(), 1U);
+    type("/window 0");
+    EXPECT_EQ(session->entries().back()->style, Style::Question);
+}
+
+TEST_F(SessionTest, LeavesOutOfANarrowStatusLineWhatMattersLeast) {
+    client.accountList[0].connection = ConnectionState::online;
+    client.accountList[0].status = Status::away;
+    client.accountList[0].description = QStringLiteral("w pociągu");
+    for (const char* who : {"olek@localhost", "ola@localhost", "ewa@localhost"})
+        session->openConversation({kMe, QString::fromUtf8(who)});
+    session->messageReceived(kMe, incoming("ala@localhost", "ola@localhost", "hej"));
+    EXPECT_EQ(status(), " ala@localhost ◐ away — w pociągu │ 0:main 1:Olek 2:Ola(1) [3:Ewa Żółć]");
+    display.width = 60;
+    EXPECT_EQ(status(), " ala ◐ │ 0:main 1:Olek 2:Ola(1) [3:Ewa Żółć]");
+    display.width = 40;
+    EXPECT_EQ(status(), " ala ◐ │ 2:Ola(1) [3:Ewa Żółć]");
+}
+
+TEST_F(SessionTest, TakesUnreadMessagesOfTheLastTimeOver) {
+    client.contactLists[kMe][1].unread = 3;
+    start({});
+    EXPECT_NE(status().find("1:Ewa Żółć(3)"), std::string::npos);
+}
+
+TEST_F(SessionTest, PutsTheHistoryAboveWhatCame) {
+    Message older = incoming("ala@localhost", "olek@localhost", "dawno");
+    older.number = 3;
+    Message live = incoming("ala@localhost", "olek@localhost", "teraz");
+    live.number = 4;
+    client.messages = {older, live};
+    session->messageReceived(kMe, live);
+    type("/chat-with Olek");
+    const auto entries = session->entries();
+    ASSERT_EQ(entries.size(), 2U);
+    EXPECT_EQ(entries[0]->text, "dawno");
+    EXPECT_EQ(entries[1]->text, "teraz");
+    type("/window 0");
+    for (const LogEntry* entry : session->entries()) EXPECT_NE(entry->text, "dawno");
+    type("/window 1");
+    EXPECT_EQ(session->entries().size(), 2U);
+}
+
+TEST_F(SessionTest, ShowsEverythingInOneWindowWhereItIsAskedTo) {
+    SessionOptions options;
+    options.oneWindow = true;
+    start(options);
+    type("/chat-with Olek");
+    session->messageReceived(kMe, incoming("ala@localhost", "ewa@localhost", "inna"));
+    session->typingReceived(kMe, "ewa@localhost", true);
+    EXPECT_EQ(heard(), "Ewa Żółć inna\n- Ewa Żółć is writing…");
+}
+
+TEST_F(SessionTest, ShowsWhoIsWritingUntilTheMessageComes) {
+    session->typingReceived(kMe, "olek@localhost", true);
+    EXPECT_NE(status().find("Olek is writing…"), std::string::npos);
+    session->messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "x"));
+    EXPECT_EQ(status().find("is writing"), std::string::npos);
+    session->typingReceived(kMe, "olek@localhost", true);
+    session->typingReceived(kMe, "olek@localhost", false);
+    EXPECT_EQ(status().find("is writing"), std::string::npos);
+}
+
+TEST_F(SessionTest, TitlesAConversation) {
+    type("/chat-with olek@localhost");
+    EXPECT_EQ(lineText(session->title()), " Olek <olek@localhost> ◐ away (dom)");
+    EXPECT_EQ(session->prompt(), "Olek> ");
+    type("/chat-with obcy@localhost");
+    EXPECT_EQ(lineText(session->title()), " obcy@localhost · not on the contact list");
+}
+
+TEST_F(SessionTest, ClearsAWindow) {
+    session->noticed(kMe, "x");
+    type("/clear");
+    EXPECT_TRUE(session->entries().empty());
+}
+
+TEST_F(SessionTest, TellsTheOtherSideThatALineIsTyped) {
+    type("/chat-with Olek");
+    typing("h");
+    typing("he");
+    EXPECT_EQ(typingCalls(), "sendTyping|ala@localhost|olek@localhost|composing");
+    typing("");
+    EXPECT_EQ(typingCalls(), "sendTyping|ala@localhost|olek@localhost|paused");
+    typing("hejka");
+    typingCalls();
+    EXPECT_EQ(type("hejka"), "sendMessage|ala@localhost|olek@localhost|hejka|chat|");
+    typing("");
+    EXPECT_EQ(typingCalls(), "");
+}
+
+TEST_F(SessionTest, WhoPressesNoKeyAnyMoreIsNotTypingAnyMore) {
+    SessionOptions options;
+    options.typingPause = 1;
+    start(options);
+    type("/chat-with Olek");
+    typing("hej");
+    EXPECT_EQ(typingCalls(), "sendTyping|ala@localhost|olek@localhost|composing");
+    std::string paused;
+    while (paused.empty()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        paused = typingCalls();
+    }
+    EXPECT_EQ(paused, "sendTyping|ala@localhost|olek@localhost|paused");
+    typing("hejka");
+    EXPECT_EQ(typingCalls(), "sendTyping|ala@localhost|olek@localhost|composing");
+}
+
+TEST_F(SessionTest, KeepsTypingToItselfWhereNobodyShouldHear) {
+    typing("w oknie głównym");
+    EXPECT_EQ(typingCalls(), "");
+    type("/chat-with Olek");
+    typing("/roster");
+    EXPECT_EQ(typingCalls(), "");
+    type("/chat-with Ola");
+    typing("rozłączona");
+    EXPECT_EQ(typingCalls(), "");
+    type("/chat-with Olek");
+    EXPECT_EQ(type("/typing off"), "setSetting|ala@localhost|OKU/SendTyping|int|0");
+    typing("cicho");
+    EXPECT_EQ(typingCalls(), "");
+    EXPECT_EQ(type("/typing on"), "setSetting|ala@localhost|OKU/SendTyping|int|1");
+    typing("głośno");
+    EXPECT_EQ(typingCalls(), "sendTyping|ala@localhost|olek@localhost|composing");
+    type("/window 0");
+    EXPECT_EQ(typingCalls(), "");
+}
+
+TEST_F(SessionTest, StopsTypingWhenTheWindowChanges) {
+    type("/chat-with Olek");
+    typing("hej");
+    client.calls.clear();
+    session->showWindow(0);
+    EXPECT_EQ(typingCalls(), "sendTyping|ala@localhost|olek@localhost|paused");
+}
+
+}  // namespace
+}  // namespace oku::terminal::test
