@@ -30,12 +30,16 @@ int wordsBefore(const QString& text, qsizetype start) {
     return count;
 }
 
-Completion matching(const QStringList& candidates, const QString& typed, qsizetype start) {
+// Arguments of commands stand in quotes where they have blanks; in a message a name stands as it is.
+enum class Quotes { None, WhereNeeded };
+
+Completion matching(const QStringList& candidates, const QString& typed, qsizetype start, Quotes quotes) {
     QString plain = typed;
-    plain.remove(u'"');
+    if (quotes == Quotes::WhereNeeded) plain.remove(u'"');
     Completion completion{start, {}};
     for (const QString& candidate : candidates)
-        if (candidate.startsWith(plain, Qt::CaseInsensitive)) completion.candidates.append(quoted(candidate) + u' ');
+        if (candidate.startsWith(plain, Qt::CaseInsensitive))
+            completion.candidates.append((quotes == Quotes::WhereNeeded ? quoted(candidate) : candidate) + u' ');
     completion.candidates.sort(Qt::CaseInsensitive);
     completion.candidates.removeDuplicates();
     return completion;
@@ -62,18 +66,18 @@ Completion Session::complete(const QString& text, qsizetype cursor) const { retu
 Completion Commands::complete(const QString& text, qsizetype cursor) const {
     const qsizetype start = wordStart(text, cursor);
     const QString typed = text.mid(start, cursor - start);
-    if (!text.startsWith(u'/'))
-        return typed.isEmpty() ? Completion{} : matching(candidates(ArgumentKind::Contact, typed), typed, start);
+    if (!text.startsWith(u'/') && typed.isEmpty()) return {};
+    if (!text.startsWith(u'/')) return matching(candidates(ArgumentKind::Contact, typed), typed, start, Quotes::None);
     if (start == 0) {
         QStringList names;
         for (const CommandRow& row : commandTable()) names.append(u'/' + QLatin1String(row.name));
-        return matching(names, typed, start);
+        return matching(names, typed, start, Quotes::None);
     }
     const CommandRow* row = findCommand(text.mid(1).section(u' ', 0, 0));
     if (row == nullptr) return {};
     const int words = wordsBefore(text, start);
     if (words > 2) return {};
-    return matching(candidates(words == 1 ? row->first : row->second, typed), typed, start);
+    return matching(candidates(words == 1 ? row->first : row->second, typed), typed, start, Quotes::WhereNeeded);
 }
 
 QStringList Commands::candidates(ArgumentKind kind, const QString& typed) const {

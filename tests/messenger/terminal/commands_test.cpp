@@ -1,6 +1,7 @@
 #include "messenger/terminal/commands.h"
 
 #include <gtest/gtest.h>
+#include <algorithm>
 #include <QRegularExpression>
 #include <QSet>
 
@@ -80,6 +81,12 @@ TEST_F(CommandsTest, HelpsWithEveryCommand) {
     EXPECT_EQ(type("/help fly"), " > there is no command /fly; list: /help");
     display.width = 40;
     EXPECT_NE(type("/help").find("\n/away       status: away\n"), std::string::npos);
+    // What is longer than the line goes on below itself.
+    const auto entries = session.entries();
+    const auto away = std::find_if(entries.rbegin(), entries.rend(),
+                                   [](const LogEntry* entry) { return entry->text.startsWith("/away "); });
+    ASSERT_NE(away, entries.rend());
+    EXPECT_EQ((*away)->hang, 12);
 }
 
 TEST_F(CommandsTest, RefusesWhatItDoesNotKnow) {
@@ -306,6 +313,7 @@ TEST_F(CommandsTest, OffersWhatFits) {
     EXPECT_EQ(offered("/account d"), "druga@localhost ");
     EXPECT_EQ(offered("/fly o"), "");
     EXPECT_EQ(offered("hej ol"), "Ola |Olek ");
+    EXPECT_EQ(offered("hej ew"), "Ewa Żółć ");
     EXPECT_EQ(offered("hej "), "");
     client.requests = {"obcy@localhost"};
     EXPECT_EQ(offered("/deny "), "obcy@localhost ");
