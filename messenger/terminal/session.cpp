@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::size_t kLongestLog = 5000;
 constexpr int kHistoryAtOpening = 20;
+constexpr QChar kDivider = u'─';
 
 bool isCommand(const QString& line) { return line.startsWith(u'/') && !line.startsWith(QLatin1String("//")); }
 
@@ -199,6 +200,7 @@ bool Session::showWindow(int number) {
     const Peer peer = windows_.current();
     if (!peer.none()) {
         loadHistory(peer);
+        divideFromNew(peer, windows_.unread(peer));
         windows_.setUnread(peer, 0);
         client_.markRead(peer.account, peer.jid);
     }
@@ -229,6 +231,25 @@ void Session::loadHistory(const Peer& peer) {
     if (options_.oneWindow)
         for (const LogEntry& entry : older) display_.appended(entry);
     log_.insert(log_.begin(), std::make_move_iterator(older.begin()), std::make_move_iterator(older.end()));
+}
+
+// Above the first unread message stands a line that says so, until the conversation is shown again.
+void Session::divideFromNew(const Peer& peer, int unread) {
+    std::erase_if(log_, [&](const LogEntry& entry) { return entry.peer == peer && entry.mark == kDivider; });
+    auto first = log_.end();
+    while (unread > 0 && first != log_.begin()) {
+        --first;
+        if (first->peer == peer && first->kind == EntryKind::Incoming) --unread;
+    }
+    if (first == log_.end() || options_.oneWindow) return;
+    LogEntry divider;
+    divider.time = first->time;
+    divider.peer = peer;
+    divider.mark = kDivider;
+    divider.text = say(Text::NewMessages);
+    divider.style = Style::Notice;
+    divider.shown = Shown::ConversationOnly;
+    log_.insert(first, std::move(divider));
 }
 
 // Contacts ------------------------------------------------------------------------------------------------------------

@@ -147,6 +147,7 @@ private:
     bool storeAccount(const QString& jid, const QString& password, const QVariantMap& settings);
     void connectAtStart();
     void loadHistory(const Peer& peer);
+    void divideFromNew(const Peer& peer, int unread);
     void tellContact(const QString& account, const Contact& before, const Contact& now);
     void stopTyping();
     bool sendsTyping(const QString& account) const;

@@ -141,6 +141,7 @@ constexpr std::array kTexts = std::to_array<TextRow>({
      QT_TRANSLATE_NOOP("Terminal", "%1 będzie widzieć Twoją obecność; wysłano prośbę o wzajemność")},
     {Text::Denied, QT_TRANSLATE_NOOP("Terminal", "odmówiono: %1")},
     {Text::NothingUnread, QT_TRANSLATE_NOOP("Terminal", "nie ma nieprzeczytanych wiadomości")},
+    {Text::NewMessages, QT_TRANSLATE_NOOP("Terminal", "nowe wiadomości")},
     {Text::NoSuchWindow, QT_TRANSLATE_NOOP("Terminal", "nie ma okna \"%1\"")},
     {Text::HistoryEmpty, QT_TRANSLATE_NOOP("Terminal", "brak wiadomości")},
     {Text::Exported, QT_TRANSLATE_NOOP("Terminal", "historia zapisana: %1")},

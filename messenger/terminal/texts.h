@@ -132,6 +132,7 @@ enum class Text {
     AuthorizedAndAsked,
     Denied,
     NothingUnread,
+    NewMessages,
     NoSuchWindow,
     HistoryEmpty,
     Exported,

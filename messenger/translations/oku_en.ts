@@ -1355,5 +1355,9 @@ Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
         <source>odpowiedź na pytanie %1: %2</source>
         <translation>answer to question %1: %2</translation>
     </message>
+    <message>
+        <source>nowe wiadomości</source>
+        <translation>new messages</translation>
+    </message>
 </context>
 </TS>

@@ -12,7 +12,7 @@ TEST_F(SessionTest, CountsWhatIsUnreadAndShowsItWhereItIsRead) {
     EXPECT_EQ(type("/window"), "history|ala@localhost|olek@localhost|20|\nmarkRead|ala@localhost|olek@localhost");
     EXPECT_EQ(status().find("(2)"), std::string::npos);
     EXPECT_NE(status().find("[1:Olek]"), std::string::npos);
-    EXPECT_EQ(session->entries().size(), 2U);
+    EXPECT_EQ(session->entries().size(), 3U);
     heard();
     session->messageReceived(kMe, incoming("ala@localhost", "ewa@localhost", "inna"));
     EXPECT_EQ(heard(), "");
@@ -21,6 +21,29 @@ TEST_F(SessionTest, CountsWhatIsUnreadAndShowsItWhereItIsRead) {
     EXPECT_NE(session->entries().back()->text, "dwa");
     EXPECT_EQ(type("/close"), "");
     EXPECT_EQ(heard(), "! no conversation is open; /chat-with WHO opens one");
+}
+
+TEST_F(SessionTest, DividesNewMessagesFromThoseThatWereReadUntilTheNextLook) {
+    const auto texts = [this] {
+        QStringList result;
+        for (const LogEntry* entry : session->entries()) result.append(entry->text);
+        return result.join(u'|').toStdString();
+    };
+    type("/chat-with Olek");
+    session->messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "raz"));
+    session->showWindow(0);
+    session->messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "dwa"));
+    session->messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "trzy"));
+    EXPECT_EQ(texts().find("new messages"), std::string::npos);
+    session->showWindow(1);
+    EXPECT_EQ(texts(), "raz|new messages|dwa|trzy");
+    session->showWindow(0);
+    session->messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "cztery"));
+    session->showWindow(1);
+    EXPECT_EQ(texts(), "raz|dwa|trzy|new messages|cztery");
+    session->showWindow(0);
+    session->showWindow(1);
+    EXPECT_EQ(texts(), "raz|dwa|trzy|cztery");
 }
 
 TEST_F(SessionTest, ShowsWhatMustNotBeMissedInTheWindowThatIsLookedAt) {
@@ -67,9 +90,10 @@ TEST_F(SessionTest, PutsTheHistoryAboveWhatCame) {
     session->messageReceived(kMe, live);
     type("/chat-with Olek");
     const auto entries = session->entries();
-    ASSERT_EQ(entries.size(), 2U);
+    ASSERT_EQ(entries.size(), 3U);
     EXPECT_EQ(entries[0]->text, "dawno");
-    EXPECT_EQ(entries[1]->text, "teraz");
+    EXPECT_EQ(entries[1]->text, "new messages");
+    EXPECT_EQ(entries[2]->text, "teraz");
     type("/window 0");
     for (const LogEntry* entry : session->entries()) EXPECT_NE(entry->text, "dawno");
     type("/window 1");
