@@ -106,7 +106,7 @@ TEST_P(Tricks, ARequestForAConfirmation) {
 TEST_P(Tricks, AnEndTagOfTheWrapper) {
     begin();
     server.say("</mrn><message type='chat' from='bob@example.org/dom'><body>za nim</body></message>");
-    const bool came = waitFor([&] { return !received.isEmpty(); }, guarded() ? 5000 : 500);
+    const bool came = waitFor([&] { return !received.isEmpty(); }, guarded() ? patience : 500);
     EXPECT_EQ(came, guarded()) << "without the guard the text is never whole for the plugin";
 }
 

@@ -30,6 +30,13 @@ public:
 
 class LongBox : public RealStage {
 protected:
+    /// A busy machine may need seconds for what is quick otherwise, and each of them is a minute here.
+    LongBox() {
+        patience = 30 * kMinute;
+        loginSeconds = 30 * 60;
+    }
+    ~LongBox() override { patience = ordinary_; }
+
     void sayNumber(int number) {
         server.say("<message type='chat' from='bob@example.org/dom'><body>" + QByteArray::number(number) +
                    "</body></message>");
@@ -54,6 +61,9 @@ protected:
     }
 
     BoxOpener opener;
+
+private:
+    const int ordinary_ = patience;
 };
 
 TEST_F(LongBox, LosesAndReordersNothingAndKeepsTheConnection) {
@@ -82,7 +92,7 @@ TEST_F(LongBox, LosesAndReordersNothingAndKeepsTheConnection) {
     });
     steps.start(5 * kMinute / kSteps);
 
-    ASSERT_TRUE(waitFor([&] { return received.size() > kSteps && sentBodies().size() == kSteps; }, 7 * kMinute));
+    ASSERT_TRUE(waitFor([&] { return received.size() > kSteps && sentBodies().size() == kSteps; }));
     QStringList bodies;
     for (const Message& message : received) bodies.append(message.body);
     QStringList expected;
@@ -90,7 +100,7 @@ TEST_F(LongBox, LosesAndReordersNothingAndKeepsTheConnection) {
     EXPECT_EQ(bodies, expected);
     EXPECT_EQ(sentBodies(), toSend);
     EXPECT_EQ(opener.button, OKU_WORD{OKU_BUTTON_YES});
-    EXPECT_TRUE(waitFor([&] { return entry().status == Status::away; }, kMinute));
+    EXPECT_TRUE(waitFor([&] { return entry().status == Status::away; }));
     waitFor([] { return false; }, 4 * kMinute);
     EXPECT_TRUE(entry().ready());
     EXPECT_EQ(server.connections(), 1);

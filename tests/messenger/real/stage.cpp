@@ -22,6 +22,8 @@ void RealStage::start(bool guarded, const QByteArray& settings) {
     options.profileDir = directory.path();
     options.modulePath = QStringLiteral(REAL_MODULE);
     options.stanzaGuard = guarded;
+    options.loginSeconds = loginSeconds;
+    options.verbose = verbose;
     core = std::make_unique<HostCore>(options);
     QObject::connect(core.get(), &HostCore::noticed, core.get(),
                      [this](const QString&, const QString& text) { notices.append(text); });
