@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <QObject>
@@ -39,6 +40,7 @@ struct AccountEntry {
     struct Choice {
         Status status;
         QString description;
+        std::function<void()> give;  ///< tells the plugin, in the way in which the user chose
     };
     std::optional<Choice> keptChoice;  ///< made while a login was under way
 

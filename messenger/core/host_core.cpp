@@ -144,7 +144,7 @@ void HostCore::reload(const QString& newAccount) {
                 online[account->key] = *account->keptChoice;
             } else if (account->connection != ConnectionState::offline) {
                 const Status status = account->status == Status::offline ? Status::online : account->status;
-                online[account->key] = {status, account->description};
+                online[account->key] = {status, account->description, {}};
             }
         }
         unload();
@@ -154,6 +154,25 @@ void HostCore::reload(const QString& newAccount) {
             if (auto* account = accounts.byKey(key)) sessions.setStatus(*account, choice.status, choice.description);
         }
     });
+}
+
+bool HostCore::activateMenu(const QString& id) {
+    for (const auto& entry : accounts.all()) {
+        AccountEntry& account = *entry;
+        const auto status = menus.chosenStatus(QString::fromStdU16String(account.service(u"Menu")), id);
+        if (!account.registered || !status) continue;
+        sessions.choose(account, {*status, account.description, [this, id] { menus.activate(id); }});
+        return true;
+    }
+    return menus.activate(id);
+}
+
+bool HostCore::confirmStatusWindow(AccountEntry& account, Status status, const QString& description, bool protect) {
+    if (!account.statusWindowCallback) return false;
+    sessions.choose(account, {status, description, [this, &account, status, description, protect] {
+                                  windows.confirmStatusWindow(account, status, description, protect);
+                              }});
+    return true;
 }
 
 // What does not balance would end the stream, so it is refused here, with the parser's reason.

@@ -50,6 +50,10 @@ public:
     /// Loads the plugin anew, so that it finds the file of this new account; accounts that were online go back online.
     void reload(const QString& newAccount);
 
+    /// Picks a menu item; false when there is none. One that chooses a status is such a choice (Sessions::choose()).
+    bool activateMenu(const QString& id);
+    /// Confirms the account's status window; false when it has none.
+    bool confirmStatusWindow(AccountEntry& account, Status status, const QString& description, bool protect);
     /// Sends XML of the user's on the account's stream. An empty string, or the reason.
     QString rawXml(AccountEntry& account, const QString& xml);
 

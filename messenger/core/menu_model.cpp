@@ -22,6 +22,17 @@ QList<MenuItem> MenuModel::items(const QString& parent) const {
     return list;
 }
 
+std::optional<Status> MenuModel::chosenStatus(const QString& menu, const QString& id) const {
+    const bool isThere = std::any_of(items_.begin(), items_.end(), [&](const Item& item) {
+        return item.item.id == id && item.item.parent == menu && item.callback;
+    });
+    // The item's last word is the status, with the protocol's own word for being offline.
+    const QString word = id.mid(id.lastIndexOf(u'/') + 1).toLower();
+    bool isStatus = word == QLatin1String("unavailable");
+    const Status status = isStatus ? Status::offline : statusFromWord(word, &isStatus);
+    return isThere && isStatus ? std::optional(status) : std::nullopt;
+}
+
 bool MenuModel::activate(const QString& id) {
     const auto wanted = [id](const Item& item) { return item.item.id == id && item.callback && !item.item.separator; };
     if (std::none_of(items_.begin(), items_.end(), wanted)) return false;

@@ -22,6 +22,8 @@ public:
 
     /// In the order in which they stand: higher values first, equal ones as they came.
     [[nodiscard]] QList<MenuItem> items(const QString& parent) const;
+    /// The status that this item chooses when it is one of the account's status menu; nothing for any other.
+    [[nodiscard]] std::optional<Status> chosenStatus(const QString& menu, const QString& id) const;
     /// Calls the item's callback through the queue. False when there is no such item, or nothing to call.
     bool activate(const QString& id);
     void dropPlugin() { items_.clear(); }

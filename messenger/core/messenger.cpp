@@ -271,13 +271,14 @@ QString Messenger::statusMenu(const QString& account) const {
 }
 
 QString Messenger::activateMenu(const QString& id) {
-    return d->menus.activate(id) ? QString() : QCoreApplication::translate("Messenger", "Nie ma takiej pozycji menu.");
+    return d->activateMenu(id) ? QString()
+                               : QCoreApplication::translate("Messenger", "Nie ma takiej pozycji menu.");
 }
 
 QString Messenger::confirmStatusWindow(const QString& account, Status status, const QString& description,
                                        bool protect) {
     return d->with(account, [&](AccountEntry& entry) {
-        return d->windows.confirmStatusWindow(entry, status, description, protect)
+        return d->confirmStatusWindow(entry, status, description, protect)
                    ? QString()
                    : QCoreApplication::translate("Messenger", "To konto nie ma okna statusu.");
     });

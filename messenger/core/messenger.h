@@ -122,6 +122,7 @@ public:
     [[nodiscard]] QList<MenuItem> menu(const QString& parent) const;
     /// The account's status menu; its name is what menu() takes.
     [[nodiscard]] QString statusMenu(const QString& account) const;
+    /// An item that chooses a status, and the status window, do so as setStatus() does.
     QString activateMenu(const QString& id);
     QString confirmStatusWindow(const QString& account, Status status, const QString& description, bool protect);
 

@@ -42,14 +42,19 @@ Sessions::Sessions(Parts parts, QObject* parent) : QObject(parent), parts_(parts
 }
 
 void Sessions::setStatus(AccountEntry& account, Status status, const QString& description) {
+    choose(account,
+           {status, description, [this, &account, status, description] { giveStatus(account, status, description); }});
+}
+
+void Sessions::choose(AccountEntry& account, AccountEntry::Choice choice) {
     account.keptChoice.reset();
     parts_.sockets.sockets().forgetFailures(account.socket);
-    parts_.queue.post(account.key, [this, &account, status, description] {
-        if (status != Status::offline && account.loggingIn()) {
-            account.keptChoice = AccountEntry::Choice{status, description};
-            return;
+    parts_.queue.post(account.key, [&account, choice = std::move(choice)] {
+        if (choice.status != Status::offline && account.loggingIn()) {
+            account.keptChoice = choice;
+        } else {
+            choice.give();
         }
-        giveStatus(account, status, description);
     });
 }
 
@@ -161,9 +166,8 @@ void Sessions::completeLogins() {
                              "Sessions", "Serwer nie podał listy kontaktów; pokazana jest ostatnia znana."));
         }
         emit rosterComplete(account->jid());
-        if (const auto choice = std::exchange(account->keptChoice, std::nullopt)) {
-            parts_.queue.post(key,
-                              [this, account, choice] { giveStatus(*account, choice->status, choice->description); });
+        if (auto choice = std::exchange(account->keptChoice, std::nullopt)) {
+            parts_.queue.post(key, std::move(choice->give));
         }
         parts_.delivery.loginComplete(*account);
     }

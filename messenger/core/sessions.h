@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QSet>
 
+#include "messenger/core/accounts.h"
 #include "messenger/core/hook_chain.h"
 #include "messenger/core/net/socket_types.h"
 
@@ -38,8 +39,9 @@ public:
     };
     explicit Sessions(Parts parts, QObject* parent = nullptr);
 
-    /// A choice made while a login is under way waits for its end, as the plugin would drop the attempt.
     void setStatus(AccountEntry& account, Status status, const QString& description);
+    /// A choice made while a login is under way waits for its end, as the plugin would drop the attempt.
+    void choose(AccountEntry& account, AccountEntry::Choice choice);
     bool onProtocolEvent(ProtocolEvent& event) override;
     /// Looks at the accounts' flags, and tells what has changed.
     void update();

@@ -1,0 +1,82 @@
+// A status chosen while a login is under way, in each way in which a person can choose one. The plugin would drop the
+// attempt, and dial no more.
+#include "tests/messenger/real/stage.h"
+
+namespace oku::test {
+namespace {
+
+class ChosenDuringALogin : public RealStage {
+protected:
+    void beginLogin() {
+        start(true);
+        core->sessions.setStatus(entry(), Status::online, QStringLiteral("opis"));
+        ASSERT_TRUE(entry().loggingIn());
+    }
+    void expectOneLoginWith(Status status) {
+        EXPECT_TRUE(waitFor([&] { return entry().ready() && entry().status == status; }));
+        EXPECT_EQ(server.connections(), 1);
+        EXPECT_FALSE(states.contains(QStringLiteral("offline"))) << states.join(u' ').toStdString();
+        settle();
+        EXPECT_TRUE(server.heardOf("<show>" + statusWord(status).toLatin1() + "</show>"));
+    }
+    QString menuItem(const char* word) const {
+        return QString::fromStdU16String(entry().service(u"Presence")) + u'/' + QString::fromLatin1(word);
+    }
+};
+
+TEST_F(ChosenDuringALogin, ByCommand) {
+    beginLogin();
+    core->sessions.setStatus(entry(), Status::away, QStringLiteral("obiad"));
+    expectOneLoginWith(Status::away);
+    EXPECT_EQ(entry().description, QStringLiteral("obiad"));
+}
+
+TEST_F(ChosenDuringALogin, InTheMenu) {
+    beginLogin();
+    EXPECT_TRUE(core->activateMenu(menuItem("DND")));
+    expectOneLoginWith(Status::dnd);
+}
+
+TEST_F(ChosenDuringALogin, InTheStatusWindow) {
+    beginLogin();
+    EXPECT_TRUE(core->confirmStatusWindow(entry(), Status::xa, QStringLiteral("jutro"), true));
+    expectOneLoginWith(Status::xa);
+    EXPECT_EQ(entry().description, QStringLiteral("jutro"));
+    EXPECT_EQ(entry().settings->number(QStringLiteral("desc/Protect"), 0), 1);
+}
+
+TEST_F(ChosenDuringALogin, TheLastOneCounts) {
+    beginLogin();
+    EXPECT_TRUE(core->activateMenu(menuItem("DND")));
+    core->sessions.setStatus(entry(), Status::chat, {});
+    EXPECT_TRUE(core->activateMenu(menuItem("Away")));
+    expectOneLoginWith(Status::away);
+    EXPECT_FALSE(server.heardOf("<show>dnd</show>"));
+    EXPECT_FALSE(server.heardOf("<show>chat</show>"));
+}
+
+TEST_F(ChosenDuringALogin, OfflineInTheMenuEndsItAtOnce) {
+    beginLogin();
+    EXPECT_TRUE(core->activateMenu(menuItem("Unavailable")));
+    EXPECT_TRUE(waitFor([&] { return entry().connection == ConnectionState::offline; }));
+    EXPECT_FALSE(server.heardOf("<auth"));
+}
+
+TEST_F(ChosenDuringALogin, WhatChoosesNoStatusIsCarriedOutAtOnce) {
+    beginLogin();
+    bool shown = false;
+    QObject::connect(&core->windows, &WindowServices::statusWindowRequested, core.get(), [&] { shown = true; });
+    EXPECT_TRUE(core->activateMenu(menuItem("Descr")));
+    EXPECT_TRUE(shown);
+    EXPECT_FALSE(core->activateMenu(menuItem("None")));
+    EXPECT_TRUE(waitFor([&] { return entry().ready(); }));
+}
+
+TEST_F(ChosenDuringALogin, AfterItTheMenuCountsAtOnce) {
+    logIn(true);
+    EXPECT_TRUE(core->activateMenu(menuItem("Away")));
+    EXPECT_EQ(entry().status, Status::away);
+}
+
+}  // namespace
+}  // namespace oku::test
