@@ -11,9 +11,9 @@ PATH = ["connecting", "connected", "encrypted", "authorized", "online"]
 
 
 class Login(Case):
-    def logs_in(self, server, mechanism):
+    def logs_in(self, server, mechanism, settings=None):
         terminal = self.messenger(options=("--verbose",))
-        self.account(terminal, "ala", server)
+        self.account(terminal, "ala", server, settings=settings)
         terminal.command("status", status="online")
         terminal.wait("connection", state="online")
         terminal.wait("status", status="online")
@@ -24,6 +24,11 @@ class Login(Case):
 
     def test_plain_under_starttls_over_prosody(self):
         self.logs_in(self.prosody(), "PLAIN")
+
+    def test_plain_under_tls_from_the_first_byte(self):
+        server = self.prosody()
+        self.logs_in(server, "PLAIN",
+                     {"XMPP/Serv/Host": f"127.0.0.1:{server.tls_port}", "XMPP/Serv/SSL/Legacy": 1})
 
     def test_digest_md5_under_starttls_over_ejabberd(self):
         self.logs_in(self.ejabberd(), "DIGEST-MD5")
@@ -73,18 +78,18 @@ class Login(Case):
 
 
 class BadCertificate(Case):
-    def asked(self, server, authority):
+    def asked(self, server, authority, settings=None):
         """Tries to log in and gives the messenger and the question about the certificate."""
         terminal = self.messenger(authority=authority)
-        self.account(terminal, "ala", server)
+        self.account(terminal, "ala", server, settings=settings)
         terminal.command("status", status="online")
         question = terminal.wait("question", style="question", text=lambda text: text.count(":") >= 31)
         self.assertEqual(terminal.seen("connection", state="encrypted"), [])
         self.assertNotIn("Authenticated as", (server.home / "prosody.log").read_text())
         return terminal, question
 
-    def refused(self, server, authority, reason):
-        terminal, question = self.asked(server, authority)
+    def refused(self, server, authority, reason, settings=None):
+        terminal, question = self.asked(server, authority, settings)
         self.assertIn(reason, question["text"])
         terminal.forget()
         terminal.command("answer", box=question["box"], button="no")
@@ -100,6 +105,11 @@ class BadCertificate(Case):
 
     def test_an_unknown_authority_is_told_and_refused(self):
         self.refused(self.prosody(), self.unknown_authority(), "protoLink private authority")
+
+    def test_a_bad_certificate_under_tls_from_the_first_byte_is_refused(self):
+        server = self.prosody()
+        self.refused(server, self.unknown_authority(), "protoLink private authority",
+                     {"XMPP/Serv/Host": f"127.0.0.1:{server.tls_port}", "XMPP/Serv/SSL/Legacy": 1})
 
     def test_a_certificate_for_another_domain_is_told_and_refused(self):
         server = self.prosody(certificate=self.authority.issue("elsewhere.example"))

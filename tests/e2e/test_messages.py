@@ -50,6 +50,15 @@ class Messages:
         self.terminal.command("typing", to="olek@localhost", composing=False)
         self.olek.wait("message", states=["paused"], body=None)
 
+    def test_typing_is_kept_quiet_where_the_person_wants_it(self):
+        self.olek.message("ala@localhost", "pisz", state="active")
+        self.terminal.wait("message", body="pisz")
+        self.account(self.terminal, "ala", self.server, settings={"OKU/SendTyping": 0})
+        self.terminal.command("typing", to="olek@localhost", composing=True)
+        self.terminal.command("message", to="olek@localhost", body="gotowe")
+        self.olek.wait("message", body="gotowe")
+        self.assertEqual(self.olek.seen("message", states=["composing"]), [])
+
     def test_an_answer_goes_to_the_resource_that_wrote_last(self):
         second = self.peer("olek", self.server, "praca", priority=-1)
         second.message("ala@localhost", "stąd piszę", state="active")

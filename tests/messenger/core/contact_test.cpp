@@ -97,6 +97,8 @@ TEST_F(Contacts, StayWhenTheServerGivesNoList) {
         call(u"OKU/CTL/EnableDrawing", 1);
     });
     EXPECT_EQ(list().contacts().size(), 2) << "a push after it is no rebuild";
+    restart();
+    EXPECT_EQ(list().contacts().size(), 2) << "and it is the list of the next start";
 }
 
 TEST_F(Contacts, AreShownBeforeALoginAsTheyWereLastKnown) {

@@ -1,5 +1,6 @@
 #include "tests/messenger/core/stage.h"
 
+#include "host/oku/log.h"
 #include "messenger/core/secrets.h"
 #include "messenger/core/wide.h"
 
@@ -196,15 +197,24 @@ TEST(Secrets, AreMaskedAlsoWhereTheTextIsCut) {
         QStringLiteral("pass *** and <password>***</password>"));
 }
 
-TEST_F(Guard, WritesNoPasswordIntoTheLog) {
+TEST_F(Guard, WritesNoSecretIntoTheLog) {
     auto given = options();
     given.verbose = true;
     start(given);
     QStringList lines;
     QObject::connect(&core->log, &LogService::logged, core.get(),
                      [&](const LogLine& line) { lines.append(line.text); });
-    core->log.write(5, QStringLiteral("XMPP"), QStringLiteral("login with hunter22"));
-    EXPECT_EQ(lines, QStringList(QStringLiteral("login with ***")));
+    auto record = makeRecord<OKU_LOG_RECORD>();
+    record.level = 5;
+    for (const char16_t* text :
+         {u"login with hunter22", u"out: <auth xmlns='urn:ietf:params:xml:ns:xmpp-sasl'>AGEAYg==</auth>",
+          u"out: <iq><query xmlns='jabber:iq:register'><username>al</username><password>x</password></query></iq>"}) {
+        record.text = text;
+        call(u"OKU/Log", wordOf(&record));
+    }
+    EXPECT_EQ(lines, (QStringList{QStringLiteral("login with ***"),
+                                  QStringLiteral("out: <auth xmlns='urn:ietf:params:xml:ns:xmpp-sasl'>***</auth>"),
+                                  QStringLiteral("out: <iq><query xmlns='jabber:iq:register'>***</query></iq>")}));
 }
 
 }  // namespace

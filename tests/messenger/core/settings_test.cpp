@@ -62,6 +62,15 @@ TEST_F(Settings, ReachTheDiskWithinASecondAndOnlyForTheirOwner) {
     EXPECT_FALSE(QFile::permissions(path()) & QFile::ReadOther);
 }
 
+TEST_F(Settings, AreNotPutOffByFurtherChanges) {
+    SettingsFile file(path());
+    QTimer changes;
+    int serial = 0;
+    QObject::connect(&changes, &QTimer::timeout, &file, [&] { file.set(QStringLiteral("serial"), ++serial); });
+    changes.start(10);
+    EXPECT_TRUE(waitFor([&] { return contentOf(path()).contains("serial"); }));
+}
+
 TEST_F(Settings, TakeAwayTheRightsOfOthersFromAFileMadeByHand) {
     writeFile(path(), "XMPP/User = alice@example.org\n");
     QFile::setPermissions(path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);

@@ -59,6 +59,7 @@ protected:
     }
 
     QTcpServer server;
+    QTcpSocket* proxy = nullptr;
     QStringList events;
 };
 
@@ -151,6 +152,37 @@ TEST_F(Sockets, CallAPluginThatIsGoneNoMore) {
     const auto before = events;
     pass(50);
     EXPECT_EQ(events, before);
+}
+
+TEST_F(Sockets, DialThroughTheProxyThatThePluginNames) {
+    auto record = makeRecord<NL_CONNECT_RECORD>();
+    record.host = u"192.0.2.1";
+    record.port = 5222;
+    record.socket = account().socket.c_str();
+    record.serviceName = u"";
+    record.proxyEnabled = 1;
+    record.proxyHost = u"127.0.0.1";
+    record.proxyPort = server.serverPort();
+    record.proxyUser = u"ala";
+    record.proxyPassword = u"tajne";
+    const auto asked = [&](std::uint32_t type) {
+        record.proxyType = type;
+        inPlugin([&] { EXPECT_EQ(call(u"NetLib/ConnectService", wordOf(&record)), 1); });
+        proxy = accept();
+        EXPECT_TRUE(waitFor([&] { return proxy->bytesAvailable() > 0; }));
+        return proxy->readAll();
+    };
+    EXPECT_EQ(asked(NL_PROXY_SOCKS4), QByteArray("\4\1\x14\x66\xc0\0\2\1ala\0", 12));
+    EXPECT_EQ(asked(NL_PROXY_SOCKS4A), QByteArray("\4\1\x14\x66\0\0\0\1ala\000192.0.2.1\0", 22));
+    EXPECT_EQ(asked(NL_PROXY_HTTP).split('\r')[0], "CONNECT 192.0.2.1:5222 HTTP/1.1");
+    EXPECT_TRUE(asked(NL_PROXY_HTTP).contains("Proxy-Authorization: Basic " + QByteArray("ala:tajne").toBase64()));
+    EXPECT_TRUE(asked(NL_PROXY_SOCKS5).contains('\2')) << "the method with a login is offered";
+    proxy->write("\5\2");
+    EXPECT_TRUE(waitFor([&] { return proxy->bytesAvailable() > 0; }));
+    EXPECT_EQ(proxy->readAll(), "\1\3ala\5tajne");
+    record.proxyUser = record.proxyPassword = nullptr;
+    EXPECT_FALSE(asked(NL_PROXY_HTTP).contains("Authorization"));
+    EXPECT_TRUE(events.isEmpty()) << "the plugin hears nothing of what it replaced";
 }
 
 TEST_F(Sockets, GiveTheHostsOwnProxyFromItsFile) {
