@@ -170,6 +170,8 @@ void SocketBridge::certificateCheck(const net::ConnectionId& id) {
 }
 
 void SocketBridge::certificateQuestion(const net::ConnectionId& id, const net::BadCertificate& certificate) {
+    const auto key = std::pair(ownerOf(id.name), certificate.fingerprint);
+    if (!certificateQuestions_.insert_or_assign(key, id).second) return;
     const auto* account = accounts_.bySocket(id.name);
     const QString jid = account ? account->jid() : QString();
     const QString fingerprint = net::fingerprintText(certificate.fingerprint);
@@ -181,16 +183,22 @@ void SocketBridge::certificateQuestion(const net::ConnectionId& id, const net::B
             .arg(certificate.domain, certificate.reason, certificate.subject, certificate.issuer, fingerprint);
     const CertificateProblem problem{certificate.domain, certificate.reason, fingerprint};
     boxes_.ask(QCoreApplication::translate("Certificates", "Certyfikat serwera"), text,
-               [this, id, jid, problem](BoxButton button) {
+               [this, key, jid, problem](BoxButton button) {
+                   const net::ConnectionId waiting = certificateQuestions_.extract(key).mapped();
                    const bool trust = button == BoxButton::yes;
+                   // Kept also when nothing waits any more: the next connection need not ask.
+                   if (trust) keepPin(accounts_.byKey(key.first), key.second);
                    sockets_->decideCertificate(
-                       id, trust ? net::CertificateDecision::Pin : net::CertificateDecision::Refuse);
+                       waiting, trust ? net::CertificateDecision::Pin : net::CertificateDecision::Refuse);
                    if (!trust) emit certificateRefused(jid, problem);
                });
 }
 
 void SocketBridge::certificatePinned(const net::ConnectionId& id, const QString&, const QByteArray& fingerprint) {
-    auto* account = accounts_.bySocket(id.name);
+    keepPin(accounts_.bySocket(id.name), fingerprint);
+}
+
+void SocketBridge::keepPin(AccountEntry* account, const QByteArray& fingerprint) {
     if (!account) return;
     const QString key = QString::fromUtf16(setting::pinnedCertificate);
     const QString pin = net::fingerprintText(fingerprint);

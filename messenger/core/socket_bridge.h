@@ -58,6 +58,7 @@ private:
     OKU_WORD proxyDefaults(OKU_WORD param) const;
     void setPins(const AccountEntry& account, const QString& socket);
     QString ownerOf(const QString& name) const;
+    static void keepPin(AccountEntry* account, const QByteArray& fingerprint);
     /// Posts a call of the socket's callback; it is dropped when the connection was replaced meanwhile.
     void deliver(const net::ConnectionId& id, std::uint32_t kind, OKU_WORD data);
     OKU_WORD callBack(const QString& name, std::uint32_t kind, OKU_WORD data);
@@ -68,6 +69,9 @@ private:
     std::map<QString, Socket> plugin_;  ///< the plugin's side of each socket
     quint64 loads_ = 0;                 ///< how often a plugin has gone
     QString proxyFile_;
+    /// The open questions about an account's certificate, each with the connection that waits for its answer. It may
+    /// not be the one that it was asked for: servers do not wait for as long as a person thinks.
+    std::map<std::pair<QString, QByteArray>, net::ConnectionId> certificateQuestions_;
     std::unique_ptr<net::SocketService> sockets_;
 };
 

@@ -88,6 +88,17 @@ class BadCertificate(Case):
         self.assertNotIn("Authenticated as", (server.home / "prosody.log").read_text())
         return terminal, question
 
+    def test_an_answer_that_comes_when_the_server_has_gone_counts_for_the_next_connection(self):
+        server, stranger = self.prosody(), self.unknown_authority()
+        terminal, question = self.asked(server, stranger)
+        server.stop(kill=True)
+        terminal.forget()
+        terminal.command("answer", box=question["box"], button="yes")
+        terminal.wait("connection", state="offline")
+        server.start()
+        terminal.wait("connection", state="online", timeout=40)
+        self.assertEqual(terminal.seen("question"), [question], "one question is enough")
+
     def refused(self, server, authority, reason, settings=None):
         terminal, question = self.asked(server, authority, settings)
         self.assertIn(reason, question["text"])

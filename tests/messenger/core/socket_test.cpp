@@ -185,6 +185,32 @@ TEST_F(Sockets, DialThroughTheProxyThatThePluginNames) {
     EXPECT_TRUE(events.isEmpty()) << "the plugin hears nothing of what it replaced";
 }
 
+TEST_F(Sockets, AskOnceAboutACertificateThoughTheConnectionsChange) {
+    const QString name = wideText(account().socket.c_str());
+    net::BadCertificate bad{QStringLiteral("localhost"), QStringLiteral("It is bad."), QByteArray(32, '\x5a'), {}, {}};
+    QStringList refused;
+    QObject::connect(&core->sockets, &SocketBridge::certificateRefused, core.get(),
+                     [&](const QString&, const CertificateProblem& problem) { refused.append(problem.fingerprint); });
+    const auto pins = [&] { return entry().settings->text(QString::fromUtf16(setting::pinnedCertificate)); };
+    const auto answer = [&](BoxButton button) {
+        ASSERT_EQ(core->boxes.open().size(), 1);
+        EXPECT_TRUE(core->boxes.answer(core->boxes.open().first().number, button));
+    };
+    // The machine slept while the question stood open, and the plugin has dialled again.
+    core->sockets.certificateQuestion({name, 1}, bad);
+    core->sockets.certificateQuestion({name, 2}, bad);
+    answer(BoxButton::yes);
+    EXPECT_EQ(pins(), net::fingerprintText(bad.fingerprint)) << "though neither connection is there any more";
+    bad.fingerprint = QByteArray(32, '\x17');
+    core->sockets.certificateQuestion({name, 3}, bad);
+    answer(BoxButton::no);
+    EXPECT_EQ(refused, QStringList(net::fingerprintText(bad.fingerprint)));
+    EXPECT_FALSE(pins().contains(refused[0]));
+    core->sockets.certificateQuestion({name, 4}, bad);
+    answer(BoxButton::no);
+    EXPECT_EQ(refused.size(), 2) << "what is answered may be asked again";
+}
+
 TEST_F(Sockets, GiveTheHostsOwnProxyFromItsFile) {
     auto record = makeRecord<NL_PROXY_DEFAULTS>();
     EXPECT_EQ(call(u"OKU/NL/GetDefaultSettings", wordOf(&record)), 1);

@@ -253,6 +253,34 @@ TEST_F(Tls, Refused) {
     EXPECT_EQ(server.received(), "");
 }
 
+TEST_F(Tls, TheServerLeavesWhileThePersonThinks) {
+    for (const auto decision : {CertificateDecision::Once, CertificateDecision::Refuse}) {
+        bench = std::make_unique<Bench>(settings());
+        direct(foreign());
+        ASSERT_TRUE(askPerson());
+        server.reset();
+        settle();
+        bench->service.decideCertificate(id, decision);
+        ASSERT_TRUE(bench->closed());
+        settle();
+        ASSERT_EQ(bench->events.ends.size(), 1U);
+        EXPECT_EQ(bench->events.ends[0].askedFor, decision == CertificateDecision::Refuse);
+        EXPECT_TRUE(bench->events.log.last().startsWith("closed")) << "nothing comes behind the end";
+    }
+}
+
+TEST_F(Tls, TheMachineSleepsWhileThePersonThinks) {
+    direct(foreign());
+    ASSERT_TRUE(askPerson());
+    bench->service.resumedFromSleep();
+    ASSERT_TRUE(bench->closed());
+    bench->service.decideCertificate(id, CertificateDecision::Refuse);
+    settle();
+    ASSERT_EQ(bench->events.ends.size(), 1U) << "the answer comes too late to be another end";
+    EXPECT_EQ(bench->events.ends[0].cause, EndCause::Resumed);
+    EXPECT_FALSE(bench->events.ends[0].askedFor);
+}
+
 TEST_F(Tls, ARefusedCertificateIsNotAskedAboutAgainUntilTheUserTriesAnew) {
     direct(foreign());
     ASSERT_TRUE(askPerson());
