@@ -106,7 +106,7 @@ class BadCertificate(Case):
         terminal.command("answer", box=question["box"], button="no")
         terminal.wait("connection", state="offline", reason=lambda text: text)
         with self.assertRaises(Unexpected, msg="it dials again"):
-            terminal.wait("connection", state="connecting", timeout=3)
+            terminal.wait("connection", state="connecting", timeout=5)
         self.assertEqual(len(terminal.seen("notice")), 1, "one line tells it")
         self.assertEqual(terminal.seen("connection", state="encrypted"), [])
         self.assertNotIn("Authenticated as", (server.home / "prosody.log").read_text())

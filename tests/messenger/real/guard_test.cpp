@@ -119,7 +119,7 @@ TEST_F(RealGuard, AServerWithoutStarttlsGetsNoLoginData) {
     ASSERT_TRUE(waitFor([&] { return states.contains(QStringLiteral("offline")); }));
     EXPECT_FALSE(server.heardOf("<auth"));
     EXPECT_EQ(notices.size(), 1) << notices.join(u'\n').toStdString();
-    EXPECT_FALSE(waitFor([&] { return server.connections() > 1; }, 3000)) << "it does not dial again";
+    EXPECT_FALSE(waitFor([&] { return server.connections() > 1; }, 4000)) << "it does not dial again";
 }
 
 TEST_F(RealGuard, AServerWithoutStarttlsGetsItWhereTheUserAllowedThat) {
