@@ -46,15 +46,19 @@ void StreamInput::onText(std::string_view piece) {
 void StreamInput::onValid(ReceivedText& text) {
     firstInvalidTime_ = 0;
     lastValidRecv_ = platform::now();
-    auto offer = makeRecord<OKU_HOOK_DATA>();
-    offer.data = text.data();
-    offer.length = static_cast<std::uint32_t>(text.size());
-    offer.flags = OKU_HOOK_DATA_PLAIN;
-    const OKU_WORD extra = toWord(&offer);
-    if (client_.host.callProtocolHooks(client_.netId, HookKind::StreamIn, HookPhase::Before, extra)) return;
+    if (tellListeners(HookPhase::Before, text.data(), text.size())) return;
     XmlSequence batch(text.view());
-    client_.host.callProtocolHooks(client_.netId, HookKind::StreamIn, HookPhase::After, extra);
+    // Each element is read when its turn comes, so listeners get a copy now: what they write into it reaches nobody.
+    tellListeners(HookPhase::After, std::string(text.view()).data(), text.size());
     listener_.routeElements(batch);
+}
+
+OKU_WORD StreamInput::tellListeners(HookPhase phase, char* data, std::size_t length) const {
+    auto offer = makeRecord<OKU_HOOK_DATA>();
+    offer.data = data;
+    offer.length = static_cast<std::uint32_t>(length);
+    offer.flags = OKU_HOOK_DATA_PLAIN;
+    return client_.host.callProtocolHooks(client_.netId, HookKind::StreamIn, phase, toWord(&offer));
 }
 
 void StreamInput::onInvalid(const ProbeResult& probe) {

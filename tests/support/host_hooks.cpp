@@ -59,6 +59,8 @@ void HostServices::tellStreamHook(RecordingHost& host, Line line, std::uint32_t 
         if (field.name == "flags" && field.value.text != "1") line.fields.push_back(std::move(field));
     }
     host.record({Event::Category::StreamHook, std::move(line.text(text)), {}});
+    // What a listener writes when the act is done must change nothing.
+    if (kind == 1 && phase == 2) std::memset(data, ' ', length);
 }
 
 OKU_WORD HostServices::hook(RecordingHost& host, OKU_WORD param, OKU_WORD extra) {
