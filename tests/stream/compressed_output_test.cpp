@@ -40,6 +40,12 @@ TEST(CompressedOutput, RawBytesWithANulGoOutWhole) {
     EXPECT_EQ(stream.sent, Texts{std::string("a\0b", 3)});
 }
 
+TEST(CompressedOutput, ATextEndsAtItsFirstNul) {
+    CompressedStream stream;
+    EXPECT_GT(stream.output.sendText(std::u16string_view(u"a\0b", 3)), 0);
+    EXPECT_EQ(stream.sent, Texts{"a"});
+}
+
 TEST(CompressedOutput, AFaultEndsTheConnection) {
     CompressedStream stream(false);
     EXPECT_EQ(stream.output.sendText(u"<a/>"), -1);
