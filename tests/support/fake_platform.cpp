@@ -41,7 +41,11 @@ std::uint32_t nextRandom() {
     return value;
 }
 
-void seedRandom(std::uint32_t seed) { world().seeds.push_back(seed); }
+void seedRandom(std::uint32_t seed) {
+    auto& seeds = world().seeds;
+    if (seeds.size() == harness::kKeptSeeds) seeds.erase(seeds.begin());
+    seeds.push_back(seed);
+}
 
 std::u16string modulePath() { return harness::toUtf16(world().modulePath); }
 

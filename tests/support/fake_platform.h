@@ -1,6 +1,7 @@
 // The operating system of the unit tests: time, random values and files are the test's own.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -11,12 +12,15 @@
 
 namespace harness {
 
+/// How many seeds are remembered: a month of connections must not grow by them.
+constexpr std::size_t kKeptSeeds = 16;
+
 struct FakeWorld {
     std::int64_t now = 1700000000;      // seconds since the epoch
     std::uint32_t ticks = 1000;         // milliseconds
     std::deque<std::uint32_t> randoms;  // the next values; when empty, a fixed sequence goes on
     std::uint32_t sequence = 1;
-    std::vector<std::uint32_t> seeds;  // what the generator was seeded with; it changes no value here
+    std::vector<std::uint32_t> seeds;  // the last that the generator was seeded with; they change no value here
     std::string modulePath = "/plugins/protoLink.module";
     std::int32_t timeZoneBias = -60;
     std::string operatingSystem = "Linux x86_64 6.1";
