@@ -26,7 +26,7 @@ public:
     int sendMessage(const std::u16string& jid, const std::u16string& body, const std::u16string& subject);
 
 private:
-    void deliver(const Stanza& message, const JID& sender, std::u16string_view body, std::u16string_view subject,
+    void deliver(const Stanza& message, const JID& sender, const std::u16string& body, const std::u16string& subject,
                  std::u16string_view stamp);
     void noticeTyping(const xmlElement& message, const JID& sender);
     std::u16string undelivered(const xmlElement& message) const;

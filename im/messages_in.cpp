@@ -31,8 +31,8 @@ std::optional<bool> typingOf(const xmlElement& message) {
 }  // namespace
 
 void Messages::onMessage(const Stanza& message) {
-    const std::u16string_view body = childText(message.element, u"body");
-    const std::u16string_view subject = childText(message.element, u"subject");
+    const std::u16string& body = childText(message.element, u"body");
+    const std::u16string& subject = childText(message.element, u"subject");
     const JID sender = parseJID(message.from);
     // Replies go to the resource that the contact wrote from last.
     contacts_.entry(sender.bare).lastResource = sender.resource;
@@ -43,10 +43,9 @@ void Messages::onMessage(const Stanza& message) {
     }
 }
 
-void Messages::deliver(const Stanza& message, const JID& sender, std::u16string_view body, std::u16string_view subject,
-                       std::u16string_view stamp) {
-    std::u16string text(body);
-    const std::u16string subjectText(subject);
+void Messages::deliver(const Stanza& message, const JID& sender, const std::u16string& body,
+                       const std::u16string& subject, std::u16string_view stamp) {
+    std::u16string failure;
     auto resource = makeRecord<OKU_RESOURCE_INFO>();
     resource.resource = sender.resource.c_str();
     auto data = makeRecord<OKU_MESSAGE_DATA>();
@@ -55,18 +54,19 @@ void Messages::deliver(const Stanza& message, const JID& sender, std::u16string_
     data.netId = client_.netId;
     data.resource = &resource;
     data.senderResource = &resource;
-    data.subject = subjectText.c_str();
+    data.subject = subject.c_str();
+    data.body = body.c_str();
     data.flags = OKU_MESSAGE_NORMAL;
     data.time = isLegacyStamp(stamp) ? legacyStampTime(stamp) : platform::now();
     if (message.type == u"error") {
         data.flags = OKU_MESSAGE_DELIVERY_FAILURE;
-        text = undelivered(message.element);
+        failure = undelivered(message.element);
+        data.body = failure.c_str();
     } else if (message.type == u"chat" || client_.settings.isOn(u"XMPP/MessageAsChat", false)) {
         data.flags = OKU_MESSAGE_CHAT;
         if (message.element.GetChildPtr(u"active"))
             if (ResourceEntry* entry = contacts_.findResource(sender.bare, sender.resource)) entry->resChatStates = 1;
     }
-    data.body = text.c_str();
 
     const auto raise = [&](HookPhase phase) {
         return client_.host.callProtocolHooks(client_.netId, HookKind::MessageIn, phase, toWord(&data));

@@ -1,11 +1,14 @@
 """Both sides of a conversation in one view: the first person's on the left, the second's on the right."""
 
 import os
+import shutil
 import sys
+import textwrap
 import threading
 import time
 
 COLUMN = 42
+STAMP = 10
 
 
 def _resource(event):
@@ -47,6 +50,13 @@ _TEXTS = {
 }
 
 
+def _wrapped(line, indent):
+    """The line in parts that fit behind the indent; as it is where nobody looks at a terminal."""
+    if not sys.stdout.isatty():
+        return [line]
+    return textwrap.wrap(line, max(20, shutil.get_terminal_size().columns - indent)) or [""]
+
+
 class View:
     """Prints the events of two messengers as they come; may be called from any thread."""
 
@@ -64,7 +74,7 @@ class View:
     def heading(self):
         line = ""
         for name, column in self._columns.items():
-            line = line.ljust(column + 10) + name.upper()
+            line = line.ljust(column + STAMP) + name.upper()
         self._print(line, "1")
 
     def event(self, name, event):
@@ -73,9 +83,9 @@ class View:
         if text is None or self.quiet or not self._news(name, event):
             return
         column = self._columns[name]
-        lines = text(event).split("\n")
+        lines = [part for line in text(event).split("\n") for part in _wrapped(line, column + STAMP)]
         stamp = time.strftime("%H:%M:%S")
-        rest = "\n".join(" " * (column + 10) + line for line in lines[1:])
+        rest = "\n".join(" " * (column + STAMP) + line for line in lines[1:])
         self._print(f"{stamp}  {' ' * column}{lines[0]}" + (f"\n{rest}" if rest else ""), "36" if column else "33")
 
     def _news(self, name, event):
@@ -92,4 +102,4 @@ class View:
         self._print(f"--- {title}: seen on both sides, {seconds:.1f} s", "32")
 
     def say(self, text):
-        self._print(text, "0")
+        self._print("\n".join(part for line in text.split("\n") for part in _wrapped(line, 0)), "0")
