@@ -77,7 +77,7 @@ void BalanceScanner::skipSpace() {
 }
 
 BalanceScanner::Step BalanceScanner::scanContent() {
-    pos_ = xml::skip(text_, pos_, xml::kContent);
+    pos_ = xml::skipContent(text_, pos_);
     if (pos_ == text_.size()) return Step::NeedMore;
     switch (text_[pos_]) {
         case '<':

@@ -40,43 +40,45 @@ std::size_t ReceivedText::append(std::string_view piece) {
 }
 
 std::size_t ReceivedText::closeOpenTag() {
-    if (openTagDone_) return text_.size();
-    const std::size_t start = findOpenTag(text_, openTagFrom_);
-    if (start == std::string::npos) {
-        openTagFrom_ = resumeAt(text_.size(), kOpenTag);
-        return text_.size();
+    const std::string_view text = view();
+    if (openTagDone_) return text.size();
+    const std::size_t start = findOpenTag(text, openTagFrom_);
+    if (start == std::string_view::npos) {
+        openTagFrom_ = resumeAt(text.size(), kOpenTag);
+        return text.size();
     }
     openTagFrom_ = start;
-    const std::size_t end = text_.find('>', std::max(start, openTagEndFrom_));
-    openTagEndFrom_ = std::min(end, text_.size());
-    if (end == std::string::npos) return text_.size();
+    const std::size_t end = text.find('>', std::max(start, openTagEndFrom_));
+    openTagEndFrom_ = std::min(end, text.size());
+    if (end == std::string_view::npos) return text.size();
     openTagDone_ = true;
-    if (text_[end - 1] == '/') return text_.size();
-    text_.insert(end, 1, '/');
+    if (text[end - 1] == '/') return text.size();
+    text_.insert(end, '/');
     return end;
 }
 
 std::size_t ReceivedText::removeDeclarations() {
-    const std::size_t end = text_.find(kDeclarationEnd, declarationEndFrom_);
-    declarationEndFrom_ = end == std::string::npos ? resumeAt(text_.size(), kDeclarationEnd) : end;
-    std::size_t start = findDeclaration(text_, declarationStartFrom_);
-    if (start == std::string::npos) {
-        declarationStartFrom_ = resumeAt(text_.size(), kDeclarationStart);
-        return text_.size();
+    const std::string_view text = view();
+    const std::size_t end = text.find(kDeclarationEnd, declarationEndFrom_);
+    declarationEndFrom_ = end == std::string_view::npos ? resumeAt(text.size(), kDeclarationEnd) : end;
+    const std::size_t start = findDeclaration(text, declarationStartFrom_);
+    if (start == std::string_view::npos) {
+        declarationStartFrom_ = resumeAt(text.size(), kDeclarationStart);
+        return text.size();
     }
-    if (end == std::string::npos) {
+    if (end == std::string_view::npos) {
         declarationStartFrom_ = start;
-        return text_.size();
+        return text.size();
     }
     std::size_t kept = start;
-    for (std::size_t at = start; at < text_.size();) {
-        if (text_.compare(at, kDeclarationStart.size(), kDeclarationStart) == 0) {
+    for (std::size_t at = start; at < text.size();) {
+        if (text.substr(at).starts_with(kDeclarationStart)) {
             at += kDeclarationStart.size();
         } else {
-            text_[kept++] = text_[at++];
+            data()[kept++] = text[at++];
         }
     }
-    text_.resize(kept);
+    text_.truncate(kept);
     // What stood on both sides of a removed pair may have joined to a new one, which waits for the next piece.
     declarationStartFrom_ = start == 0 ? 0 : start - 1;
     openTagFrom_ = std::min(openTagFrom_, start < kOpenTag.size() ? 0 : start - kOpenTag.size());

@@ -1,8 +1,10 @@
 // The text of a stream that is not balanced yet, with the changes that make its ends meet.
 #pragma once
 
-#include <string>
+#include <cstddef>
 #include <string_view>
+
+#include "host/util/growing_text.h"
 
 /// Collects received text. The stream's open tag, which never closes, becomes an empty element, and the two
 /// characters that begin a declaration are taken out wherever they stand; the rest of a declaration stays behind as
@@ -15,14 +17,14 @@ public:
 
     char* data() { return text_.data(); }
     std::size_t size() const { return text_.size(); }
-    std::string_view view() const { return text_; }
+    std::string_view view() const { return text_.view(); }
 
 private:
     /// Each returns the first place that it changed, the text's end when it changed none.
     std::size_t closeOpenTag();
     std::size_t removeDeclarations();
 
-    std::string text_;
+    util::GrowingText text_;
     std::size_t openTagFrom_ = 0;           // no open tag begins before this
     std::size_t openTagEndFrom_ = 0;        // the open tag that has begun does not end before this
     bool openTagDone_ = false;              // the first open tag has its end

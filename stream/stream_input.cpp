@@ -48,8 +48,10 @@ void StreamInput::onValid(ReceivedText& text) {
     lastValidRecv_ = platform::now();
     if (tellListeners(HookPhase::Before, text.data(), text.size())) return;
     XmlSequence batch(text.view());
-    // Each element is read when its turn comes, so listeners get a copy now: what they write into it reaches nobody.
-    tellListeners(HookPhase::After, std::string(text.view()).data(), text.size());
+    // What listeners write into the text now reaches nobody: the elements are read from elsewhere.
+    batch.detach();
+    tellListeners(HookPhase::After, text.data(), text.size());
+    text.clear();
     listener_.routeElements(batch);
 }
 

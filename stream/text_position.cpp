@@ -1,34 +1,33 @@
 #include "stream/text_position.h"
 
+#include <bit>
+
+#include "host/util/byte_block.h"
+
 namespace {
 
 bool endsLine(char byte) { return byte == '\n' || byte == '\r'; }
 
-std::uint32_t startsCharacter(char byte) {
-    constexpr unsigned kContinuationMask = 0xC0;
-    constexpr unsigned kContinuation = 0x80;
-    return (static_cast<unsigned char>(byte) & kContinuationMask) != kContinuation;
-}
+/// As a signed number: the bytes that go on with a character are below it, as no others are.
+constexpr char kFirstLead = static_cast<char>(0xC0);
+
+bool isContinuation(char byte) { return static_cast<signed char>(byte) < static_cast<signed char>(kFirstLead); }
 
 /// The number of characters in a stretch without line ends; the stretch ends with the text or before a line end.
 std::uint32_t charactersOfLine(std::string_view text, std::size_t& length) {
-    constexpr std::size_t kBlock = 64;
-    std::uint32_t characters = 0;
+    using util::ByteBlock;
+    std::size_t continuations = 0;
     std::size_t at = 0;
-    // Whole blocks first, in a form that the compiler turns into vector instructions.
-    for (; at + kBlock <= text.size(); at += kBlock) {
-        std::uint32_t inBlock = 0;
-        std::uint32_t lineEnds = 0;
-        for (std::size_t i = 0; i < kBlock; ++i) {
-            inBlock += startsCharacter(text[at + i]);
-            lineEnds += endsLine(text[at + i]);
-        }
-        if (lineEnds) break;
-        characters += inBlock;
+    for (; at + ByteBlock::kSize <= text.size(); at += ByteBlock::kSize) {
+        const ByteBlock block(text.data() + at);
+        // Most blocks are printable ASCII, which one question tells.
+        if (!block.below(' ').mask()) continue;
+        if ((block.equalTo('\n') | block.equalTo('\r')).mask()) break;
+        continuations += static_cast<std::size_t>(std::popcount(block.below(kFirstLead).mask()));
     }
-    for (; at < text.size() && !endsLine(text[at]); ++at) characters += startsCharacter(text[at]);
+    for (; at < text.size() && !endsLine(text[at]); ++at) continuations += isContinuation(text[at]);
     length = at;
-    return characters;
+    return static_cast<std::uint32_t>(at - continuations);
 }
 
 }  // namespace

@@ -1,10 +1,13 @@
 // Which bytes of UTF-8 may stand where in XML 1.0, as expat judges them.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+
+#include "host/util/byte_block.h"
 
 namespace xml {
 
@@ -51,6 +54,21 @@ inline bool isIn(char byte, ByteSet set) { return kByteSets[static_cast<unsigned
 inline std::size_t skip(std::string_view text, std::size_t from, ByteSet set) {
     while (from < text.size() && isIn(text[from], set)) ++from;
     return from;
+}
+
+/// The same for character data, where a stretch can be long.
+inline std::size_t skipContent(std::string_view text, std::size_t from) {
+    using util::ByteBlock;
+    for (;;) {
+        for (; text.size() - from >= ByteBlock::kSize; from += ByteBlock::kSize) {
+            const ByteBlock block(text.data() + from);
+            // Line ends and tabs are content too, and are left to the table.
+            if ((block.below(' ') | block.equalTo('<') | block.equalTo('&') | block.equalTo(']')).mask()) break;
+        }
+        const std::size_t end = std::min(text.size(), from + ByteBlock::kSize);
+        from = skip(text.substr(0, end), from, kContent);
+        if (from != end || end == text.size()) return from;
+    }
 }
 
 inline bool isAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }

@@ -7,15 +7,12 @@
 #include <string>
 #include <string_view>
 
-#if defined(__SSE2__) || defined(_M_X64)
-#include <emmintrin.h>
-#define PROTOLINK_SSE2 1
-#endif
+#include "host/util/byte_block.h"
 
 namespace util {
 
 /// How many units the functions below read and write at once.
-inline constexpr std::size_t kWideStep = 16;
+inline constexpr std::size_t kWideStep = ByteBlock::kSize;
 
 /// Writes 16 bytes as 16 units, each byte by its own number.
 inline void widen(const char* from, char16_t* to) {
@@ -30,33 +27,15 @@ inline void widen(const char* from, char16_t* to) {
 }
 
 /// One bit for each of 16 bytes that is no ASCII.
-inline std::uint32_t nonAsciiMask(const char* from) {
-#if PROTOLINK_SSE2
-    return static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(from))));
-#else
-    std::uint32_t mask = 0;
-    for (std::size_t i = 0; i < kWideStep; ++i) mask |= (static_cast<std::uint32_t>(from[i] & 0x80) >> 7) << i;
-    return mask;
-#endif
-}
+inline std::uint32_t nonAsciiMask(const char* from) { return ByteBlock(from).below(0).mask(); }
 
 /// What XML text does not hold as it is: `<`, `&`, controls and all that is no ASCII.
 inline bool isMarkup(char byte) { return static_cast<signed char>(byte) < ' ' || byte == '<' || byte == '&'; }
 
 /// One bit for each of 16 bytes that is markup.
 inline std::uint32_t markupMask(const char* from) {
-#if PROTOLINK_SSE2
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
-    // Signed comparison: bytes from 0x80 on count as negative, so they fall below the blank together with the controls.
-    __m128i found = _mm_cmplt_epi8(bytes, _mm_set1_epi8(' '));
-    found = _mm_or_si128(found, _mm_cmpeq_epi8(bytes, _mm_set1_epi8('<')));
-    found = _mm_or_si128(found, _mm_cmpeq_epi8(bytes, _mm_set1_epi8('&')));
-    return static_cast<std::uint32_t>(_mm_movemask_epi8(found));
-#else
-    std::uint32_t mask = 0;
-    for (std::size_t i = 0; i < kWideStep; ++i) mask |= static_cast<std::uint32_t>(isMarkup(from[i])) << i;
-    return mask;
-#endif
+    const ByteBlock block(from);
+    return (block.below(' ') | block.equalTo('<') | block.equalTo('&')).mask();
 }
 
 /// Writes eight bytes as eight units.

@@ -1,5 +1,7 @@
 #include "host/util/xml_parse.h"
 
+#include <utility>
+
 #include "host/util/xml_reader.h"
 
 void lutXMLParseA(std::vector<xmlElement>& out, std::string_view text) {
@@ -13,6 +15,10 @@ XmlSequence::XmlSequence(std::string_view text)
 XmlSequence::~XmlSequence() = default;
 
 bool XmlSequence::next(xmlElement& element) {
+    if (std::exchange(hasAhead_, false)) {
+        element = std::move(ahead_);
+        return true;
+    }
     if (!reader_) return false;
     if (reader_->readTopLevel()) {
         element = reader_->take();
@@ -20,4 +26,11 @@ bool XmlSequence::next(xmlElement& element) {
     }
     reader_.reset();
     return false;
+}
+
+void XmlSequence::detach() {
+    hasAhead_ = next(ahead_);
+    if (!reader_) return;
+    rest_ = reader_->rest();
+    reader_->goOnIn(rest_);
 }

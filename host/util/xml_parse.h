@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -33,6 +34,13 @@ public:
     /// Reads the next top-level element; false at the end of what can be read.
     bool next(xmlElement& element);
 
+    /// Reads the first element before its turn and keeps a copy of what is left, so that the text is borrowed no
+    /// longer.
+    void detach();
+
 private:
     std::unique_ptr<util::XmlReader> reader_;
+    xmlElement ahead_;
+    bool hasAhead_ = false;
+    std::string rest_;
 };

@@ -21,6 +21,14 @@ public:
     /// Reads up to the end of the next complete top-level element.
     bool readTopLevel();
 
+    /// The text behind the element that was read last.
+    std::string_view rest() const { return {at_, left()}; }
+    /// Takes that text from another place.
+    void goOnIn(std::string_view rest) {
+        at_ = rest.data();
+        end_ = at_ + rest.size();
+    }
+
     /// The element that readTopLevel has read.
     xmlElement take();
 

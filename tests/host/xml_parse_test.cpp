@@ -162,4 +162,42 @@ TEST(XmlParse, ALongTextTakesNoMoreMemoryThanItNeeds) {
     EXPECT_LE(element.text.capacity(), 1'250'000u);
 }
 
+/// The names of the elements that a sequence gives when its text is gone before they are read.
+std::u16string namesOfDetached(std::string text, int readBefore = 0) {
+    XmlSequence sequence(text);
+    xmlElement element;
+    std::u16string names;
+    const auto readOne = [&] {
+        if (!sequence.next(element)) return false;
+        names += element.name + u' ';
+        return true;
+    };
+    for (int i = 0; i < readBefore; ++i) readOne();
+    sequence.detach();
+    text.assign(text.size(), 'x');
+    while (readOne()) {
+    }
+    EXPECT_FALSE(sequence.next(element));
+    return names;
+}
+
+TEST(XmlSequence, GivesAllElementsAlsoWhenItsTextIsGone) {
+    EXPECT_EQ(namesOfDetached("<a/>"), u"a ");
+    EXPECT_EQ(namesOfDetached(" <a/> "), u"a ");
+    EXPECT_EQ(namesOfDetached("<a><b/></a><!-- --><c/>text<d/>"), u"a c d ");
+    EXPECT_EQ(namesOfDetached("<a/><b/><c/>", 1), u"a b c ");
+    EXPECT_EQ(namesOfDetached("<a/><b/><c/>", 4), u"a b c ");
+}
+
+TEST(XmlSequence, GivesNoneOfATextWithoutElements) {
+    EXPECT_EQ(namesOfDetached(""), u"");
+    EXPECT_EQ(namesOfDetached(" \n"), u"");
+    EXPECT_EQ(namesOfDetached("<a>"), u"");
+}
+
+TEST(XmlSequence, EndsWhereItsTextTurnsBadAlsoWhenThatIsGone) {
+    EXPECT_EQ(namesOfDetached("<a/><b></c><d/>"), u"a ");
+    EXPECT_EQ(namesOfDetached("<a></b><c/>"), u"");
+}
+
 }  // namespace

@@ -44,4 +44,17 @@ TEST(XmlCharacters, ReferenceToANumberIsReadOnFromWhereItWasCut) {
     EXPECT_EQ(xml::numberReferenceLength("&#;", 0), xml::kWrongReference);
 }
 
+TEST(XmlCharacters, ContentEndsWhereOneLookAtEachByteSaysSo) {
+    const std::string plain(70, 'a');
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        for (std::size_t place = 0; place < plain.size(); ++place) {
+            std::string text = plain;
+            text[place] = static_cast<char>(byte);
+            for (const std::size_t from : {std::size_t{0}, std::size_t{5}, place, plain.size()})
+                ASSERT_EQ(xml::skipContent(text, from), xml::skip(text, from, xml::kContent))
+                    << byte << " at " << place;
+        }
+    }
+}
+
 }  // namespace
