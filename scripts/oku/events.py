@@ -5,7 +5,7 @@ import os
 import threading
 import time
 
-TIMEOUT = float(os.environ.get("OKU_TEST_TIMEOUT", "20"))
+TIMEOUT = float(os.environ.get("OKU_TEST_TIMEOUT", "45"))
 
 
 class Unexpected(AssertionError):

@@ -35,6 +35,7 @@ class OkuTerminal:
         self._environment = {"LANG": "C.UTF-8", "DBUS_SESSION_BUS_ADDRESS": "disabled:", **(environment or {})}
         self.child = None
         self.seen, self.wait, self.forget = self.log.seen, self.log.wait, self.log.forget
+        self.wait_for = self.log.wait_for
 
     def start(self, ready=True):
         """Starts it, by default until it takes commands."""

@@ -10,6 +10,10 @@ from support.friends import befriend
 class Reconnection(Case):
     def comes_back(self, server, kill):
         befriend(self, server, "ala", "olek")
+        if kill:
+            # A server writes behind: it would not remember this friendship. When it stops it writes everything.
+            server.stop()
+            server.start()
         terminal = self.online("ala", server)
         olek = self.peer("olek", server)
         terminal.wait("presence", jid="olek@localhost", status="online")

@@ -103,11 +103,14 @@ class Case(unittest.TestCase):
                                    **(settings or {})})
 
     def online(self, user, server, profile=None, settings=None, **options):
-        """A messenger whose account has logged in and has its roster."""
+        """A messenger whose account has logged in and has its roster. The server has its presence: what is written to
+        the account goes to it, and not into a store that a first presence coming just then may miss."""
         terminal = self.messenger(profile or user, **options)
         self.account(terminal, user, server, settings=settings)
         terminal.command("status", status="online")
         terminal.wait("connection", state="online")
+        own = {"event": "presence", "jid": f"{user}@{server.domain}"}
+        terminal.wait_for(lambda event: own.items() <= event.items(), "the own presence")
         return terminal
 
 

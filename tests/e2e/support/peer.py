@@ -96,11 +96,13 @@ class Peer:
         self._thread.start()
 
     def start(self, priority=0):
-        """Logs in, takes the roster and sends the first presence."""
+        """Logs in, takes the roster and sends the first presence, which the server has then."""
         self.connect()
         self.wait("online")
         self.call(self._client.get_roster)
         self.presence(priority=priority)
+        own = {"event": "presence", "from": self.full}
+        self.log.wait_for(lambda event: own.items() <= event.items(), "the own presence")
         return self
 
     def call(self, function):
