@@ -1,26 +1,30 @@
 #include "plugin/jid.h"
 
+#include <algorithm>
+
 #include "host/util/letter_case.h"
 
 JID parseJID(std::u16string_view text) {
-    JID jid;
+    constexpr auto kNone = std::u16string_view::npos;
     const std::size_t at = text.find(u'@');
     const std::size_t slash = text.find(u'/');
-    jid.hasNode = at != std::u16string_view::npos;
-    jid.hasResource = slash != std::u16string_view::npos;
-    if (jid.hasNode) jid.node = text.substr(0, at);
-    if (jid.hasResource) jid.resource = text.substr(slash + 1);
-
     // The two searches know nothing of each other: a "/" before the "@" leaves no room for a domain.
-    const std::size_t begin = jid.hasNode ? at + 1 : 0;
-    const std::size_t end = jid.hasResource ? slash : text.size();
-    if (begin <= end) jid.domain = text.substr(begin, end - begin);
+    const std::size_t begin = at == kNone ? 0 : at + 1;
+    const std::size_t end = std::max(begin, std::min(slash, text.size()));
+    const std::u16string_view bare = text.substr(0, end);
+    const std::u16string_view resource = slash == kNone ? std::u16string_view() : text.substr(slash + 1);
 
-    jid.bare = jid.hasNode ? jid.node + u'@' + jid.domain : jid.domain;
-    // The full form is made before the letters are lowered, and keeps the case of the input on purpose.
-    jid.full = jid.hasResource ? jid.bare + u'/' + jid.resource : jid.bare;
-    jid.domain = lowerCase(jid.domain);
-    jid.node = lowerCase(jid.node);
-    jid.bare = lowerCase(jid.bare);
+    JID jid{.node = std::u16string(text.substr(0, at == kNone ? 0 : at)),
+            .domain = std::u16string(text.substr(begin, end - begin)),
+            .resource = std::u16string(resource),
+            .bare = std::u16string(bare),
+            .full = {},
+            .hasNode = at != kNone,
+            .hasResource = slash != kNone};
+    // The full form keeps the case of the input on purpose.
+    jid.full.reserve(bare.size() + 1 + resource.size());
+    jid.full = bare;
+    if (jid.hasResource) (jid.full += u'/') += resource;
+    for (std::u16string* part : {&jid.domain, &jid.node, &jid.bare}) makeLowerCase(*part);
     return jid;
 }

@@ -10,6 +10,9 @@ namespace {
 
 /// As many attributes are compared with each other; more are looked up.
 constexpr std::size_t kFewAttributes = 16;
+/// Open elements, and bytes of their names, that stanzas rarely exceed.
+constexpr std::size_t kFewLevels = 16;
+constexpr std::size_t kFewBytes = 256;
 
 }  // namespace
 
@@ -18,8 +21,25 @@ void BalanceScanner::changed(std::size_t from) {
         named_ = std::min(named_, from);
         if (countedAhead_ > from) countedAhead_ = 0;
     } else {
-        *this = BalanceScanner(startColumn_, wrapper_);
+        reset();
     }
+}
+
+void BalanceScanner::reset() {
+    // A text of ordinary size leaves room for the names in the next.
+    const bool small = openNames_.capacity() <= kFewBytes && openStarts_.capacity() <= kFewLevels &&
+                       attributes_.capacity() <= kFewAttributes;
+    std::string openNames = std::move(openNames_);
+    auto openStarts = std::move(openStarts_);
+    auto attributes = std::move(attributes_);
+    *this = BalanceScanner(startColumn_, wrapper_);
+    if (!small) return;
+    openNames_ = std::move(openNames);
+    openStarts_ = std::move(openStarts);
+    attributes_ = std::move(attributes);
+    openNames_.clear();
+    openStarts_.clear();
+    attributes_.clear();
 }
 
 BalanceScanner::Verdict BalanceScanner::scan(std::string_view text) {
@@ -135,6 +155,8 @@ BalanceScanner::Step BalanceScanner::scanNumber() {
 
 BalanceScanner::NameEnd BalanceScanner::scanName(std::size_t from) {
     std::size_t end = std::max(from, named_);
+    if (end < text_.size() && xml::isIn(text_[end], end == from ? xml::kNameStart : xml::kNamePart))
+        end = xml::skip(text_, end + 1, xml::kNamePart);
     for (; end < text_.size(); ++end) {
         const char byte = text_[end];
         if (xml::isAscii(byte)) {

@@ -37,6 +37,8 @@ public:
 
     /// The text was changed from that place on since the last scan.
     void changed(std::size_t from);
+    /// A new text begins.
+    void reset();
 
 private:
     /// What stands at `pos_`. Everything that can be long is a mode of its own, so that it is scanned once.

@@ -76,7 +76,7 @@ BalanceScanner::Step BalanceScanner::scanAfterEquals() {
 }
 
 BalanceScanner::Step BalanceScanner::scanValue() {
-    pos_ = xml::skip(text_, pos_, xml::kValue);
+    pos_ = xml::skipValue(text_, pos_);
     if (pos_ == text_.size()) return Step::NeedMore;
     const char byte = text_[pos_];
     if (byte == quote_) {
@@ -129,7 +129,7 @@ BalanceScanner::Step BalanceScanner::beginInstruction() {
 }
 
 BalanceScanner::Step BalanceScanner::scanComment() {
-    pos_ = xml::skip(text_, pos_, xml::kComment);
+    pos_ = xml::skipComment(text_, pos_);
     if (pos_ == text_.size()) return Step::NeedMore;
     if (text_[pos_] != '-') return scanSequence();
     if (pos_ + 1 == text_.size()) return Step::NeedMore;
@@ -142,7 +142,7 @@ BalanceScanner::Step BalanceScanner::scanComment() {
 }
 
 BalanceScanner::Step BalanceScanner::scanCData() {
-    pos_ = xml::skip(text_, pos_, xml::kCData);
+    pos_ = xml::skipCData(text_, pos_);
     if (pos_ == text_.size()) return Step::NeedMore;
     if (text_[pos_] != ']') return scanSequence();
     const std::string_view rest = text_.substr(pos_, 3);
@@ -153,7 +153,7 @@ BalanceScanner::Step BalanceScanner::scanCData() {
 }
 
 BalanceScanner::Step BalanceScanner::scanInstruction() {
-    pos_ = xml::skip(text_, pos_, xml::kInstruction);
+    pos_ = xml::skipInstruction(text_, pos_);
     if (pos_ == text_.size()) return Step::NeedMore;
     if (text_[pos_] != '?') return scanSequence();
     if (pos_ + 1 == text_.size()) return Step::NeedMore;

@@ -1,7 +1,6 @@
 #include "stream/received_text.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace {
 
@@ -14,11 +13,13 @@ std::size_t resumeAt(std::size_t textSize, std::string_view wanted) {
     return textSize < wanted.size() ? 0 : textSize - wanted.size() + 1;
 }
 
+/// Looks for the colon, which is rare where `<` stands before every tag.
 std::size_t findOpenTag(std::string_view text, std::size_t from) {
-    static const std::boyer_moore_horspool_searcher kSearcher(kOpenTag.begin(), kOpenTag.end());
-    if (from >= text.size()) return std::string_view::npos;
-    const auto found = std::search(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(), kSearcher);
-    return found == text.end() ? std::string_view::npos : static_cast<std::size_t>(found - text.begin());
+    constexpr std::size_t kColon = kOpenTag.find(':');
+    for (std::size_t mark = text.find(':', from + kColon); mark != std::string_view::npos;
+         mark = text.find(':', mark + 1))
+        if (text.substr(mark - kColon).starts_with(kOpenTag)) return mark - kColon;
+    return std::string_view::npos;
 }
 
 /// Looks for the question mark, which is rare where the other character stands before every tag.

@@ -1,8 +1,8 @@
 // Which bytes of UTF-8 may stand where in XML 1.0, as expat judges them.
 #pragma once
 
-#include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -56,19 +56,33 @@ inline std::size_t skip(std::string_view text, std::size_t from, ByteSet set) {
     return from;
 }
 
-/// The same for character data, where a stretch can be long.
-inline std::size_t skipContent(std::string_view text, std::size_t from) {
-    using util::ByteBlock;
-    for (;;) {
-        for (; text.size() - from >= ByteBlock::kSize; from += ByteBlock::kSize) {
-            const ByteBlock block(text.data() + from);
-            // Line ends and tabs are content too, and are left to the table.
-            if ((block.below(' ') | block.equalTo('<') | block.equalTo('&') | block.equalTo(']')).mask()) break;
+/// The same for a set that holds all printable ASCII but `kStops`, where a stretch can be long.
+template <ByteSet kSet, char... kStops>
+std::size_t skipLong(std::string_view text, std::size_t from) {
+    while (text.size() - from >= util::ByteBlock::kSize) {
+        const util::ByteBlock block(text.data() + from);
+        const std::uint32_t marks = (block.below(' ') | ... | block.equalTo(kStops)).mask();
+        if (marks == 0) {
+            from += util::ByteBlock::kSize;
+            continue;
         }
-        const std::size_t end = std::min(text.size(), from + ByteBlock::kSize);
-        from = skip(text.substr(0, end), from, kContent);
-        if (from != end || end == text.size()) return from;
+        from += static_cast<std::size_t>(std::countr_zero(marks));
+        if (!isIn(text[from], kSet)) return from;
+        ++from;  // a line end or a tab
     }
+    return skip(text, from, kSet);
+}
+
+inline std::size_t skipContent(std::string_view text, std::size_t from) {
+    return skipLong<kContent, '<', '&', ']'>(text, from);
+}
+inline std::size_t skipValue(std::string_view text, std::size_t from) {
+    return skipLong<kValue, '<', '&', '"', '\''>(text, from);
+}
+inline std::size_t skipComment(std::string_view text, std::size_t from) { return skipLong<kComment, '-'>(text, from); }
+inline std::size_t skipCData(std::string_view text, std::size_t from) { return skipLong<kCData, ']'>(text, from); }
+inline std::size_t skipInstruction(std::string_view text, std::size_t from) {
+    return skipLong<kInstruction, '?'>(text, from);
 }
 
 inline bool isAscii(char byte) { return static_cast<unsigned char>(byte) < 0x80; }

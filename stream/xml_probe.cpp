@@ -87,3 +87,9 @@ void XmlProbe::changed(std::size_t from) {
     if (from < settledBy_) settled_ = false;
     scanner_.changed(from);
 }
+
+void XmlProbe::reset() {
+    scanner_.reset();
+    settled_ = false;
+    settledBy_ = 0;
+}

@@ -30,7 +30,7 @@ public:
     /// The text was changed from that place on.
     void changed(std::size_t from);
     /// The next text has nothing to do with the last.
-    void reset() { *this = XmlProbe(); }
+    void reset();
 
 private:
     BalanceScanner scanner_;

@@ -71,13 +71,18 @@ char16_t lowerBeyondAscii(char16_t unit) {
 
 char16_t lower(char16_t unit) {
     if (unit >= 0x80) return lowerBeyondAscii(unit);
-    return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 0x20) : unit;
+    const bool capital = static_cast<unsigned>(unit - u'A') <= u'Z' - u'A';
+    return static_cast<char16_t>(unit | capital << 5);
 }
 
 }  // namespace
 
+void makeLowerCase(std::u16string& text) {
+    for (char16_t& unit : text) unit = lower(unit);
+}
+
 std::u16string lowerCase(std::u16string_view text) {
     std::u16string result(text);
-    std::transform(result.begin(), result.end(), result.begin(), lower);
+    makeLowerCase(result);
     return result;
 }

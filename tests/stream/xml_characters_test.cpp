@@ -44,17 +44,23 @@ TEST(XmlCharacters, ReferenceToANumberIsReadOnFromWhereItWasCut) {
     EXPECT_EQ(xml::numberReferenceLength("&#;", 0), xml::kWrongReference);
 }
 
-TEST(XmlCharacters, ContentEndsWhereOneLookAtEachByteSaysSo) {
+TEST(XmlCharacters, LongStretchesEndWhereOneLookAtEachByteSaysSo) {
     const std::string plain(70, 'a');
-    for (unsigned byte = 0; byte < 256; ++byte) {
-        for (std::size_t place = 0; place < plain.size(); ++place) {
-            std::string text = plain;
-            text[place] = static_cast<char>(byte);
-            for (const std::size_t from : {std::size_t{0}, std::size_t{5}, place, plain.size()})
-                ASSERT_EQ(xml::skipContent(text, from), xml::skip(text, from, xml::kContent))
-                    << byte << " at " << place;
+    const auto check = [&](auto skipLong, xml::ByteSet set) {
+        for (unsigned byte = 0; byte < 256; ++byte) {
+            for (std::size_t place = 0; place < plain.size(); ++place) {
+                std::string text = plain;
+                text[place] = static_cast<char>(byte);
+                for (const std::size_t from : {std::size_t{0}, std::size_t{5}, place, plain.size()})
+                    ASSERT_EQ(skipLong(text, from), xml::skip(text, from, set)) << byte << " at " << place;
+            }
         }
-    }
+    };
+    check(xml::skipContent, xml::kContent);
+    check(xml::skipValue, xml::kValue);
+    check(xml::skipComment, xml::kComment);
+    check(xml::skipCData, xml::kCData);
+    check(xml::skipInstruction, xml::kInstruction);
 }
 
 }  // namespace
