@@ -38,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::string plain;
     while (!input.empty()) {
         // The first byte of each piece tells its length.
-        const std::size_t length = static_cast<unsigned char>(input.front()) % 24 + 1;
+        const std::size_t length = static_cast<unsigned char>(input.front()) % 48 + 1;
         std::string_view piece = input.substr(1, length);
         input.remove_prefix(std::min(input.size(), length + 1));
         piece = piece.substr(0, piece.find('\0'));

@@ -93,4 +93,25 @@ TEST(XmlProbe, RandomTextIsCheckedAsByTheLetter) {
     }
 }
 
+TEST(XmlProbe, KnowsNothingOfTheLastTextOnceItIsReset) {
+    std::string deep, attributes = "<a";
+    for (int i = 0; i < 1'000; ++i) {
+        deep += "<level" + std::to_string(i) + ">";
+        attributes += " n" + std::to_string(i) + "=''";
+    }
+    XmlProbe probe;
+    for (const std::string& text : {std::string("<a b='"), std::string("<a c='' d=''><e>"), deep, attributes,
+                                    deep + "]]>", std::string("</a>"), std::string("<a><b></b>\n")}) {
+        const auto first = probe.probeXml(text);
+        const auto plain = probePlainly(text);
+        EXPECT_FALSE(first.balanced);
+        EXPECT_EQ(first.errorCode, plain.errorCode);
+        EXPECT_EQ(first.line, plain.line);
+        EXPECT_EQ(first.column, plain.column);
+        probe.reset();
+        EXPECT_TRUE(probe.probeXml("<a b='' b2=''><c/></a>").balanced);
+        probe.reset();
+    }
+}
+
 }  // namespace
