@@ -162,8 +162,23 @@ void sendMessages(std::size_t count) {
     }
 }
 
+/// Looks at four units at a time, as the C library's strlen does with bytes.
+std::size_t lengthOf(const char16_t* text) {
+    constexpr std::uint64_t kOnes = 0x0001'0001'0001'0001, kHighs = 0x8000'8000'8000'8000;
+    const char16_t* at = text;
+    for (; reinterpret_cast<std::uintptr_t>(at) % sizeof(std::uint64_t); ++at)
+        if (!*at) return static_cast<std::size_t>(at - text);
+    for (;; at += sizeof(std::uint64_t) / sizeof(char16_t)) {
+        std::uint64_t units = 0;
+        std::memcpy(&units, at, sizeof units);
+        if ((units - kOnes) & ~units & kHighs) break;
+    }
+    while (*at) ++at;
+    return static_cast<std::size_t>(at - text);
+}
+
 void onMessage(const OKU_MESSAGE_DATA& message) {
-    const std::u16string_view body(message.body);
+    const std::u16string_view body(message.body, lengthOf(message.body));
     ++g_host.counts.messages;
     g_host.counts.body += body.size();
     constexpr std::u16string_view kOrder = u"!send ";
