@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "host/util/byte_block.h"
+#include "platform/large_memory.h"
 
 namespace util {
 
@@ -131,7 +132,9 @@ private:
         // Only a text that begins here gets its final size at once: pieces appended to one string one after the other
         // need the string's own growth, or the time would grow with their square.
         if (target_ && target_->empty()) {
-            target_->reserve(used_ + expected());
+            const std::size_t units = used_ + expected();
+            target_->reserve(units);
+            platform::expectToFill(target_->data(), units * sizeof(Unit));
             reserved_ = true;
         }
         if (target_) target_->append(units_, used_);
