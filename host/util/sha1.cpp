@@ -15,30 +15,49 @@ std::uint32_t readBigEndian(const unsigned char* from) {
            static_cast<std::uint32_t>(from[2]) << 8 | from[3];
 }
 
-/// The function and the constant of a round, the same for twenty rounds in a row (RFC 3174, section 5).
-std::uint32_t mix(unsigned round, std::uint32_t b, std::uint32_t c, std::uint32_t d) {
-    if (round < 20) return (d ^ (b & (c ^ d))) + 0x5A827999;
-    if (round < 40) return (b ^ c ^ d) + 0x6ED9EBA1;
-    if (round < 60) return ((b & c) | (d & (b | c))) + 0x8F1BBCDC;
-    return (b ^ c ^ d) + 0xCA62C1D6;
+using Words = std::array<std::uint32_t, 80>;
+
+/// The function and the constant of twenty rounds in a row (RFC 3174, section 5), where kQuarter counts from 0.
+template <unsigned kQuarter>
+std::uint32_t mix(std::uint32_t b, std::uint32_t c, std::uint32_t d) {
+    if constexpr (kQuarter == 0) return (d ^ (b & (c ^ d))) + 0x5A827999;
+    if constexpr (kQuarter == 1) return (b ^ c ^ d) + 0x6ED9EBA1;
+    if constexpr (kQuarter == 2) return ((b & c) | (d & (b | c))) + 0x8F1BBCDC;
+    if constexpr (kQuarter == 3) return (b ^ c ^ d) + 0xCA62C1D6;
+}
+
+/// One round, which changes two of the five numbers; the caller turns the others instead of moving them.
+template <unsigned kQuarter>
+void turn(std::uint32_t a, std::uint32_t& b, std::uint32_t c, std::uint32_t d, std::uint32_t& e, std::uint32_t word) {
+    e += std::rotl(a, 5) + mix<kQuarter>(b, c, d) + word;
+    b = std::rotl(b, 30);
+}
+
+template <unsigned kQuarter>
+void addQuarter(State& state, const Words& words) {
+    auto& [a, b, c, d, e] = state;
+    for (const std::uint32_t* word = words.data() + 20 * kQuarter; word != words.data() + 20 * (kQuarter + 1);
+         word += 5) {
+        turn<kQuarter>(a, b, c, d, e, word[0]);
+        turn<kQuarter>(e, a, b, c, d, word[1]);
+        turn<kQuarter>(d, e, a, b, c, word[2]);
+        turn<kQuarter>(c, d, e, a, b, word[3]);
+        turn<kQuarter>(b, c, d, e, a, word[4]);
+    }
 }
 
 void addBlock(State& state, const unsigned char* block) {
-    std::array<std::uint32_t, 80> words;
+    Words words;
     for (unsigned i = 0; i < 16; ++i) words[i] = readBigEndian(block + 4 * i);
     for (unsigned i = 16; i < 80; ++i)
         words[i] = std::rotl(words[i - 3] ^ words[i - 8] ^ words[i - 14] ^ words[i - 16], 1);
 
-    auto [a, b, c, d, e] = state;
-    for (unsigned round = 0; round < 80; ++round) {
-        const std::uint32_t next = std::rotl(a, 5) + mix(round, b, c, d) + e + words[round];
-        e = d;
-        d = c;
-        c = std::rotl(b, 30);
-        b = a;
-        a = next;
-    }
-    state = {state[0] + a, state[1] + b, state[2] + c, state[3] + d, state[4] + e};
+    State next = state;
+    addQuarter<0>(next, words);
+    addQuarter<1>(next, words);
+    addQuarter<2>(next, words);
+    addQuarter<3>(next, words);
+    for (std::size_t i = 0; i < state.size(); ++i) state[i] += next[i];
 }
 
 }  // namespace
