@@ -93,8 +93,8 @@ public:
     Host(const OKU_FUNCTION_TABLE* table, OKU_WORD module) : table_(table), module_(module) {}
 
     /// From now on no call reaches the host: everything answers 0. For an account that has ended while one of its
-    /// own calls is still on the stack.
-    void mute() { table_ = nullptr; }
+    /// own calls is still on the stack. A contact list that such a call keeps from being drawn is drawn again.
+    void mute();
     OKU_WORD module() const { return module_; }
 
     // Registrations. A handle of 0 means that the host did not register it.
@@ -170,7 +170,8 @@ public:
     NL_PROXY_DEFAULTS proxyDefaults() const;
 
     // The contact list.
-    void enableDrawing(bool on) const;
+    void pauseDrawing();
+    void resumeDrawing();
     void deleteAllContacts(std::uint32_t netId) const;
     void setAllOffline(std::uint32_t netId) const;
     /// Adds or updates a contact and gives it its icon. The record's handle is filled by the host.
@@ -186,6 +187,20 @@ private:
 
     const OKU_FUNCTION_TABLE* table_ = nullptr;
     OKU_WORD module_ = 0;
+    int drawingPauses_ = 0;
+};
+
+/// Keeps the contact list from being drawn while it lives. However a change of many contacts ends, the list is drawn
+/// again.
+class DrawingPause {
+public:
+    explicit DrawingPause(Host& host) : host_(host) { host_.pauseDrawing(); }
+    ~DrawingPause() { host_.resumeDrawing(); }
+    DrawingPause(const DrawingPause&) = delete;
+    DrawingPause& operator=(const DrawingPause&) = delete;
+
+private:
+    Host& host_;
 };
 
 /// The name of one of an account's own services.

@@ -2,7 +2,20 @@
 #include "host/host.h"
 #include "host/record.h"
 
-void Host::enableDrawing(bool on) const { call(u"OKU/CTL/EnableDrawing", on ? 1 : 0); }
+void Host::pauseDrawing() {
+    ++drawingPauses_;
+    call(u"OKU/CTL/EnableDrawing", 0);
+}
+
+void Host::resumeDrawing() {
+    --drawingPauses_;
+    call(u"OKU/CTL/EnableDrawing", 1);
+}
+
+void Host::mute() {
+    if (drawingPauses_ > 0) call(u"OKU/CTL/EnableDrawing", 1);
+    table_ = nullptr;
+}
 
 void Host::deleteAllContacts(std::uint32_t netId) const {
     call(u"OKU/CTL/DeleteAll", toWord(kProtocolClass), static_cast<OKU_WORD>(netId));

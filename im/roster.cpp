@@ -25,9 +25,8 @@ void Roster::rebuildFrom(const xmlElement& iq) {
 }
 
 void Roster::rosterItems(const xmlElement& query) {
-    client_.host.enableDrawing(false);
+    const DrawingPause pause(client_.host);
     for (const xmlElement& item : query.children) takeItem(item);
-    client_.host.enableDrawing(true);
 }
 
 OKU_CONTACT_ADD Roster::contactRecord(const ContactEntry& entry) const {

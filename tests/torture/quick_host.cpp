@@ -283,6 +283,7 @@ const OKU_FUNCTION_TABLE* QuickHost::table() { return &QuickTable::kTable; }
 
 std::optional<OKU_WORD> QuickHost::enter(std::u16string_view name, OKU_WORD param, OKU_WORD extra) {
     const std::size_t index = calls++;
+    if (name == u"OKU/CTL/EnableDrawing") drawing = param != 0;
     if (trace) write(name, param, extra);
     return before ? before({name, param, extra, index}) : std::nullopt;
 }
@@ -341,6 +342,7 @@ std::string QuickHost::leftovers() const {
     for (const auto& [handle, path] : stores) tell("settings", path);
     for (const auto& [net, protocol] : protocols) left += "account " + std::to_string(net) + "\n";
     for (const OKU_WORD event : events) left += "event " + std::to_string(event) + "\n";
+    if (!drawing) left += "the contact list is not drawn\n";
     return left;
 }
 

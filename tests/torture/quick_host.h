@@ -102,8 +102,10 @@ public:
     std::int64_t clock = 0;
     std::size_t calls = 0;
     std::uint32_t netsEverAdded = 0;
+    /// The contact list may be drawn; also when a test took the call that says so.
+    bool drawing = true;
 
-    /// What the plugin has not taken back, one name a line; empty when nothing is left.
+    /// What the plugin has not taken back or switched on again, one name a line; empty when nothing is left.
     std::string leftovers() const;
     /// A host drops menus and windows together with the plugin.
     void forgetPlugin();
