@@ -42,4 +42,9 @@ TEST(LegacyStamp, ATimeOfDayThatIsNoNumberCountsAsZero) {
     EXPECT_EQ(legacyStampTime(u"20240102T03:--:05"), 1704153600 + 3 * 3600 + 5);
 }
 
+TEST(LegacyStamp, AMonthOrDayThatIsNoNumberCountsAsZeroAndCarriesBack) {
+    EXPECT_EQ(legacyStampTime(u"2024xx02T03:04:05"), 1701486245) << "2 December 2023";
+    EXPECT_EQ(legacyStampTime(u"202401xxT03:04:05"), 1703991845) << "31 December 2023";
+}
+
 }  // namespace

@@ -104,6 +104,22 @@ TEST_F(Registration, EncryptionComesFirst) {
     EXPECT_EQ(connection.registerMode, 1u);
 }
 
+TEST_F(Registration, RunsOnTheStreamThatIsEncryptedThen) {
+    offer(true, true);
+    events.clear();
+    NL_EVENT event{sizeof(NL_EVENT), NL_EVENT_TLS};
+    NL_TLS_STATE up{sizeof(NL_TLS_STATE), 1};
+    connection.onSocketEvent(reinterpret_cast<OKU_WORD>(&event), reinterpret_cast<OKU_WORD>(&up));
+    ASSERT_EQ(events.size(), 2u);
+    EXPECT_EQ(events[0], "log 5 XMSC \"Socket SSL INIT\"");
+    EXPECT_TRUE(events[1].starts_with("C: <?xml version=\"1.0\"?><stream:stream ")) << events[1];
+    events.clear();
+    offer(true);
+    ASSERT_EQ(events.size(), 2u);
+    EXPECT_EQ(events[0], "log 5 XMPP \"New account registration\"");
+    EXPECT_TRUE(events[1].starts_with("C: <iq id=\"")) << events[1];
+}
+
 TEST_F(Registration, ServerWithoutItIsToldInABoxAndLeft) {
     EXPECT_EQ(offer(false), BatchFate::Abandon);
     const std::vector<std::string> expected = {
