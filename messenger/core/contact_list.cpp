@@ -145,7 +145,8 @@ void ContactList::setPresence(const QString& jid, const Resource& resource) {
     } else {
         const auto known = std::find_if(resources.begin(), resources.end(),
                                         [&](const Resource& other) { return other.name == resource.name; });
-        if (resource.status == Status::offline) {
+        // Whoever cannot be reached is not there; an error about the address tells nothing of resources that are.
+        if (resource.status == Status::offline || resource.status == Status::error) {
             if (known != resources.end()) resources.erase(known);
         } else if (known != resources.end()) {
             *known = resource;

@@ -155,6 +155,19 @@ TEST_F(Contacts, ShowTheResourceWithTheHighestPriority) {
     EXPECT_EQ(list().contacts().size(), 1);
 }
 
+TEST_F(Contacts, AreOfflineWithTheReasonWhenTheyCannotBeReached) {
+    logIn({u"bob@example.org"});
+    presence(u"bob@example.org", u"", OKU_STATUS_ERROR, u"nie ma takiego serwera");
+    EXPECT_EQ(contact("bob@example.org").status, Status::offline);
+    EXPECT_EQ(contact("bob@example.org").description, QStringLiteral("nie ma takiego serwera"));
+    EXPECT_TRUE(contact("bob@example.org").resources.isEmpty());
+    presence(u"bob@example.org", u"a", OKU_STATUS_ONLINE);
+    presence(u"bob@example.org", u"", OKU_STATUS_ERROR, u"odmowa");
+    EXPECT_EQ(contact("bob@example.org").status, Status::online);
+    presence(u"bob@example.org", u"a", OKU_STATUS_ERROR, u"limit");
+    EXPECT_EQ(contact("bob@example.org").status, Status::offline);
+}
+
 TEST_F(Contacts, CarrySubscriptionAndGroupsAsTheServerTellsThem) {
     logIn({u"bob@example.org", u"carol@example.org"});
     inPlugin([&] {
