@@ -29,11 +29,12 @@ struct MessengerOptions {
 
 /// Keys of the messenger's own settings of an account, beside the plugin's `XMPP/...`.
 namespace setting {
-inline constexpr char16_t allowClearText[] = u"OKU/AllowClearText";        ///< 1: login data may go over a clear line
-inline constexpr char16_t sendTyping[] = u"OKU/SendTyping";                ///< 0: send no typing notices; default 1
-inline constexpr char16_t passwordInFile[] = u"OKU/PasswordInFile";        ///< 1: may lie in the file, 0: may not
-inline constexpr char16_t passwordInRing[] = u"OKU/PasswordInRing";        ///< 1: lies in the key ring
-inline constexpr char16_t pinnedCertificate[] = u"OKU/PinnedCertificate";  ///< SHA-256 fingerprints, accepted
+inline constexpr char16_t allowClearText[] = u"OKU/AllowClearText";  ///< 1: login data may go over a clear line
+inline constexpr char16_t sendTyping[] = u"OKU/SendTyping";          ///< 0: send no typing notices; default 1
+inline constexpr char16_t passwordInFile[] = u"OKU/PasswordInFile";  ///< 1: may lie in the file, 0: may not
+inline constexpr char16_t passwordInRing[] = u"OKU/PasswordInRing";  ///< 1: lies in the key ring
+inline constexpr char16_t proxyPasswordInRing[] = u"OKU/ProxyPasswordInRing";  ///< the same for that of the proxy
+inline constexpr char16_t pinnedCertificate[] = u"OKU/PinnedCertificate";      ///< SHA-256 fingerprints, accepted
 }  // namespace setting
 
 /// The whole messenger without a display: the plugin, its host's services, the models. User interfaces stand on this

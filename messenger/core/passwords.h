@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <map>
 #include <memory>
@@ -14,10 +15,10 @@ namespace oku {
 class MessageBoxes;
 class SettingsService;
 
-/// Where the accounts' passwords are kept: in the key ring when there is one that takes them; otherwise in the
-/// account's file, once the user has agreed; otherwise nowhere, and they are known until the program ends. The settings
-/// give them to the plugin all the same, wherever they lie. A password that stands in a file already stays there until
-/// it changes.
+/// Where the accounts' passwords, and those for their proxies, are kept: in the key ring when there is one that takes
+/// them; otherwise in the account's file, once the user has agreed; otherwise nowhere, and they are known until the
+/// program ends. The settings give them to the plugin all the same, wherever they lie. A password that stands in a file
+/// already stays there until it changes.
 class Passwords : public QObject {
     Q_OBJECT
 
@@ -25,9 +26,9 @@ public:
     /// `ring` may be null.
     Passwords(SettingsService& settings, MessageBoxes& boxes, std::shared_ptr<KeyRing> ring, QObject* parent = nullptr);
 
-    /// Asks the key ring for the password of the account whose settings these are, when it lies there.
+    /// Asks the key ring for the passwords of the account whose settings these are, when they lie there.
     void load(const std::shared_ptr<SettingsFile>& file);
-    /// Runs `then` when the account's password is known, or known to be lost: mostly at once.
+    /// Runs `then` when the account's passwords are known, or known to be lost: mostly at once.
     void whenLoaded(const QString& path, std::function<void()> then);
     /// From here on an answer to an open question is not the user's own.
     void stopAsking() { asking_ = false; }
@@ -40,26 +41,51 @@ signals:
     void written();
 
 private:
-    struct Account {
-        std::shared_ptr<SettingsFile> file;
+    /// A password of the account's settings, and what tells that it lies in the key ring.
+    struct Kind {
+        const char16_t* key;
+        const char16_t* inRing;
+        const char16_t* ringSuffix;  ///< of the name in the key ring, behind the account's address
+    };
+    static const std::array<Kind, 2> kKinds;
+
+    struct Account;
+    struct Secret {
+        Account* account = nullptr;
+        const Kind* kind = nullptr;
         QString jid;       ///< as it was kept last
         QString password;  ///< likewise
         bool loading = false;
-        int question = 0;  ///< the open one about the file; 0 for none
-        std::vector<std::function<void()>> waiting;
+
+        [[nodiscard]] QString key() const { return QString::fromUtf16(kind->key); }
+        [[nodiscard]] QString ringName() const { return jid + QString::fromUtf16(kind->ringSuffix); }
+        [[nodiscard]] QString current() const { return account->file->text(key()); }
+        [[nodiscard]] bool inRing() const { return account->file->number(QString::fromUtf16(kind->inRing), 0) != 0; }
     };
 
+    struct Account {
+        std::shared_ptr<SettingsFile> file;
+        std::array<Secret, 2> secrets;
+        int question = 0;  ///< the open one about the file; 0 for none
+        std::vector<std::function<void()>> waiting;
+
+        [[nodiscard]] bool loading() const;
+    };
+
+    Account& account(const QString& path);
     void changed(const QString& path, const QString& key);
-    void keep(Account& account);
-    void keepInFile(Account& account);
-    void ask(Account& account);
-    void loaded(Account& account, const QString& password, const QString& error);
-    void keptInRing(Account& account, const QString& password, const QString& error);
+    void load(Secret& secret);
+    void take(Secret& secret);
+    void keep(Secret& secret);
+    void keepInFile(Secret& secret);
+    void ask(Account& account, const QString& jid);
+    void loaded(Secret& secret, const QString& password, const QString& error);
+    void keptInRing(Secret& secret, const QString& password, const QString& error);
 
     SettingsService& settings_;
     MessageBoxes& boxes_;
     std::shared_ptr<KeyRing> ring_;
-    std::map<QString, Account> accounts_;  ///< by the path of their settings
+    std::map<QString, Account> accounts_;  ///< by the path of their settings; never taken out
     int writes_ = 0;
     bool asking_ = true;
 };

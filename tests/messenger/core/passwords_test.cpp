@@ -98,6 +98,34 @@ TEST_F(KeptPasswords, LieInTheKeyRingWhereThereIsOne) {
     EXPECT_TRUE(questions.isEmpty() && notices.isEmpty());
 }
 
+TEST_F(KeptPasswords, ForAProxyLieInTheKeyRingToo) {
+    const QString key = QStringLiteral("XMPP/Proxy/Pass");
+    begin(ring);
+    add();
+    messenger->setSetting(kAlice, key, QStringLiteral("hasło-bramy"));
+    EXPECT_EQ(ring->kept.value(kAlice), kSecret);
+    EXPECT_EQ(ring->kept.value(kAlice + QStringLiteral("#proxy")), QStringLiteral("hasło-bramy"));
+    begin(ring);
+    EXPECT_FALSE(file().contains("bramy"));
+    EXPECT_EQ(messenger->settingValue(kAlice, key).toString(), QStringLiteral("hasło-bramy")) << "at the next start";
+    EXPECT_EQ(password(), kSecret);
+}
+
+TEST_F(KeptPasswords, ForAProxyNeedTheSameConsentInAFile) {
+    const QString key = QStringLiteral("XMPP/Proxy/Pass");
+    begin(nullptr);
+    add();
+    messenger->setSetting(kAlice, key, QStringLiteral("hasło-bramy"));
+    pass(600);
+    EXPECT_EQ(questions.size(), 1) << "one question for both";
+    EXPECT_FALSE(file().contains("bramy"));
+    messenger->answerBox(messenger->openBoxes()[0].number, BoxButton::yes);
+    EXPECT_TRUE(file().contains("bramy"));
+    EXPECT_TRUE(inFile());
+    begin(nullptr);
+    EXPECT_EQ(messenger->settingValue(kAlice, key).toString(), QStringLiteral("hasło-bramy"));
+}
+
 TEST_F(KeptPasswords, LieInTheFileOnceTheUserHasAgreed) {
     begin(nullptr);
     add();
