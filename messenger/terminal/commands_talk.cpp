@@ -100,7 +100,8 @@ QString Commands::exportTo(Arguments& arguments) {
     if (!arguments.empty())
         if (const QString reason = takeContact(arguments, peer); !reason.isEmpty()) return reason;
     const QString path = QDir(session_.startDirectory()).absoluteFilePath(file);
-    const QString reason = session_.client().exportHistory(session_.account(), peer.jid, path);
+    const QString account = peer.none() ? session_.account() : peer.account;
+    const QString reason = session_.client().exportHistory(account, peer.jid, path);
     if (reason.isEmpty()) session_.tell(say(Text::Exported, path));
     return reason;
 }

@@ -244,6 +244,15 @@ TEST_F(CommandsTest, ShowsFindsAndExportsHistory) {
     EXPECT_EQ(type("/resend x"), " > \"x\" is not a whole number");
 }
 
+TEST_F(CommandsTest, ExportsTheConversationThatIsOpenWhicheverAccountIsChosen) {
+    client.accountList.append(account("ola@localhost"));
+    type("/chat-with Olek");
+    type("/account ola@localhost");
+    EXPECT_EQ(type("/export x").find("exportHistory|ala@localhost|olek@localhost|/start/x"), 0U);
+    type("/close");
+    EXPECT_EQ(type("/export x").find("exportHistory|ola@localhost||/start/x"), 0U);
+}
+
 TEST_F(CommandsTest, AnswersQuestions) {
     EXPECT_EQ(type("/answer yes"), " > no question is open");
     MessageBox first;
