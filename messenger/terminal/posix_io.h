@@ -4,7 +4,9 @@
 #include <functional>
 #include <memory>
 #include <QByteArray>
+#include <QObject>
 #include <QSocketNotifier>
+#include <utility>
 #include <vector>
 
 namespace oku::terminal {
@@ -24,8 +26,27 @@ private:
     std::unique_ptr<QSocketNotifier> notifier_;
 };
 
-// Writes all bytes, waiting as long as it takes. False when nobody can read them any more.
+// Writes all bytes, waiting as long as it takes; once a signal asks the program to end, only a moment longer for a
+// reader that takes nothing. False when not all could be written.
 bool writeAll(int descriptor, const QByteArray& bytes);
+
+// A descriptor that is written to for as long as somebody reads: with the first write that fails it is lost, and
+// nothing is written any more.
+class Output {
+public:
+    explicit Output(int descriptor) : descriptor_(descriptor) {}
+
+    void write(const QByteArray& bytes);
+    bool lost() const { return lost_; }
+    // Called once from the event loop when the output is lost.
+    void whenLost(std::function<void()> onLost) { onLost_ = std::move(onLost); }
+
+private:
+    int descriptor_;
+    bool lost_ = false;
+    std::function<void()> onLost_;
+    QObject context_;
+};
 
 // Calls `handle` in the event loop for each of the signals. A signal that asks the program to end (all but SIGWINCH)
 // is handled once; the second one ends the program in the usual way, so that a program that hangs can be ended.

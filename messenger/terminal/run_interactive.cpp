@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QEventLoop>
 
+#include "messenger/terminal/ending.h"
 #include "messenger/terminal/plain_display.h"
 #include "messenger/terminal/posix_io.h"
 #include "messenger/terminal/raw_terminal.h"
@@ -35,30 +36,33 @@ SessionOptions sessionOptions(const Options& options, bool oneWindow) {
 // Starts the session; a failure is told in one line.
 bool started(Session& session) {
     const QString reason = session.start();
-    if (!reason.isEmpty())
-        writeAll(STDERR_FILENO, QStringLiteral("oku-terminal: %1\n").arg(say(Text::CannotStart, reason)).toUtf8());
+    if (!reason.isEmpty()) tellWhyItEnds(say(Text::CannotStart, reason));
     return reason.isEmpty();
 }
 
 ExitCode runPlain(Client& client, const Options& options) {
     QEventLoop loop;
     const bool terminal = ::isatty(STDOUT_FILENO) != 0;
-    const auto write = [](const QByteArray& bytes) { writeAll(STDOUT_FILENO, bytes); };
+    Output output(STDOUT_FILENO);
+    const auto write = [&output](const QByteArray& bytes) { output.write(bytes); };
     PlainDisplay display(client, sessionOptions(options, true), terminal ? coloursOfEnvironment() : Colours::None,
                          terminal ? terminalSize(STDOUT_FILENO).columns : 0, STDIN_FILENO, write,
                          [&loop] { loop.quit(); });
+    output.whenLost([&display] { display.session().quit(); });
     if (!started(display.session())) return ExitCode::Failure;
     InputReader input(STDIN_FILENO, [&](const QByteArray& bytes) { display.feed(bytes); });
     SignalWatcher watcher({SIGINT, SIGTERM, SIGHUP}, [&](int) { display.session().quit(); });
     loop.exec();
-    return ExitCode::Success;
+    return endOf(output);
 }
 
 ExitCode runScreen(Client& client, const Options& options) {
     QEventLoop loop;
-    const auto write = [](const QByteArray& bytes) { writeAll(STDOUT_FILENO, bytes); };
+    Output output(STDOUT_FILENO);
+    const auto write = [&output](const QByteArray& bytes) { output.write(bytes); };
     ScreenDisplay display(client, sessionOptions(options, false), coloursOfEnvironment(), terminalSize(STDOUT_FILENO),
                           write, [&loop] { loop.quit(); });
+    output.whenLost([&display] { display.session().quit(); });
     warned = &display.session();
     const QtMessageHandler before = qInstallMessageHandler(onQtMessage);
     const bool good = started(display.session());
@@ -78,7 +82,7 @@ ExitCode runScreen(Client& client, const Options& options) {
     }
     qInstallMessageHandler(before);
     warned = nullptr;
-    return good ? ExitCode::Success : ExitCode::Failure;
+    return good ? endOf(output) : ExitCode::Failure;
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <csignal>
 #include <QEventLoop>
 
+#include "messenger/terminal/ending.h"
 #include "messenger/terminal/json_mode.h"
 #include "messenger/terminal/posix_io.h"
 #include "messenger/terminal/texts.h"
@@ -13,11 +14,12 @@ namespace oku::terminal {
 
 ExitCode runJson(Client& client, const Options& options) {
     QEventLoop loop;
-    bool readable = true;
-    const auto write = [&](const QByteArray& line) { readable = readable && writeAll(STDOUT_FILENO, line); };
+    Output output(STDOUT_FILENO);
+    const auto write = [&output](const QByteArray& line) { output.write(line); };
     JsonMode mode(client, write, options.verbose, bareJid(options.account), [&loop] { loop.quit(); });
+    output.whenLost([&mode] { mode.end(); });
     if (const QString reason = mode.start(); !reason.isEmpty()) {
-        writeAll(STDERR_FILENO, QStringLiteral("oku-terminal: %1\n").arg(say(Text::CannotStart, reason)).toUtf8());
+        tellWhyItEnds(say(Text::CannotStart, reason));
         return ExitCode::Failure;
     }
     if (!options.account.isEmpty() && !options.password.isEmpty())
@@ -25,14 +27,14 @@ ExitCode runJson(Client& client, const Options& options) {
             mode.noticed(bareJid(options.account), say(Text::AccountRefused, options.account, reason));
     if (!options.status.isEmpty()) mode.setStatusAtStart(statusFromWord(options.status));
     InputReader input(STDIN_FILENO, [&](const QByteArray& bytes) {
-        if (bytes.isEmpty() || !readable)
+        if (bytes.isEmpty() || output.lost())
             mode.end();
         else
             mode.feed(bytes);
     });
     SignalWatcher watcher({SIGINT, SIGTERM, SIGHUP}, [&](int) { mode.end(); });
     loop.exec();
-    return readable ? ExitCode::Success : ExitCode::Failure;
+    return endOf(output);
 }
 
 }  // namespace oku::terminal

@@ -33,6 +33,7 @@ constexpr std::array kTexts = std::to_array<TextRow>({
     {Text::BadNumber, QT_TRANSLATE_NOOP("Terminal", "\"%1\" nie jest liczbą całkowitą")},
     {Text::NoAccount, QT_TRANSLATE_NOOP("Terminal", "nie ma jeszcze żadnego konta")},
     {Text::CannotStart, QT_TRANSLATE_NOOP("Terminal", "nie można uruchomić: %1")},
+    {Text::OutputUnread, QT_TRANSLATE_NOOP("Terminal", "nikt nie czyta tego, co program pisze")},
     {Text::OptionUnknown, QT_TRANSLATE_NOOP("Terminal", "nieznana opcja: %1")},
     {Text::OptionNeedsValue, QT_TRANSLATE_NOOP("Terminal", "opcja %1 wymaga wartości")},
     {Text::OptionTwice, QT_TRANSLATE_NOOP("Terminal", "opcja %1 podana dwa razy")},

@@ -30,6 +30,7 @@ enum class Text {
     NoAccount,
     // Start and end
     CannotStart,
+    OutputUnread,
     OptionUnknown,
     OptionNeedsValue,
     OptionTwice,

@@ -1359,5 +1359,9 @@ Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
         <source>nowe wiadomości</source>
         <translation>new messages</translation>
     </message>
+    <message>
+        <source>nikt nie czyta tego, co program pisze</source>
+        <translation>nobody reads what the program writes</translation>
+    </message>
 </context>
 </TS>

@@ -247,15 +247,53 @@ class WithoutATerminal(unittest.TestCase):
         self.assertEqual(lines[-1], '{"event":"bye"}')
         self.assertEqual(done.stderr, b"")
 
-    def test_json_mode_ends_when_nobody_reads(self):
-        process = subprocess.Popen([FAKE, "--json"], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-        process.stdout.readline()
-        process.stdout.close()
-        process.stdin.write(b'{"cmd":"roster"}\n')
+    def start(self, *options):
+        process = subprocess.Popen([FAKE, *options], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                   stderr=subprocess.PIPE, env={"PATH": os.environ["PATH"], "LC_ALL": "en_US.UTF-8"})
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
+        for stream in (process.stdin, process.stdout, process.stderr):
+            self.addCleanup(stream.close)
+        return process
+
+    def test_it_ends_at_the_first_line_that_nobody_reads(self):
+        for options, command in ((["--json"], b'{"cmd":"roster"}\n'), ([], b"/roster\n")):
+            with self.subTest(options=options):
+                process = self.start(*options)
+                process.stdout.readline()
+                process.stdout.close()
+                process.stdin.write(command)
+                process.stdin.flush()
+                self.assertEqual(process.wait(LIMIT), 1)  # with its input still open
+                self.assertEqual(process.stderr.read(), b"oku-terminal: nobody reads what the program writes\n")
+
+    def test_a_signal_ends_it_while_its_reader_stands_still(self):
+        for options, command in ((["--json"], b'{"cmd":"roster"}\n'), ([], b"/help\n")):
+            for number in (signal.SIGTERM, signal.SIGINT):
+                with self.subTest(options=options, number=number):
+                    process = self.start(*options)
+                    capacity = fcntl.fcntl(process.stdout, fcntl.F_GETPIPE_SZ)
+                    process.stdin.write(command * 300)
+                    process.stdin.flush()
+                    limit = time.monotonic() + LIMIT
+                    while self.waiting(process.stdout) < capacity // 2 and time.monotonic() < limit:
+                        time.sleep(0.01)
+                    process.send_signal(number)
+                    self.assertEqual(process.wait(LIMIT), 1)
+
+    def test_a_signal_costs_a_reader_no_line(self):
+        process = self.start("--json")
+        process.stdin.write(b'{"cmd":"get","key":"x"}\n')
         process.stdin.flush()
-        time.sleep(0.3)
-        process.stdin.close()
-        self.assertEqual(process.wait(LIMIT), 1)
+        while b'"ok"' not in process.stdout.readline():  # from here on it looks out for signals
+            pass
+        process.send_signal(signal.SIGTERM)
+        self.assertEqual(process.stdout.readlines()[-1], b'{"event":"bye"}\n')
+        self.assertEqual(process.wait(LIMIT), 0)
+
+    @staticmethod
+    def waiting(stream):
+        return struct.unpack("i", fcntl.ioctl(stream, termios.FIONREAD, b"\0" * 4))[0]
 
     def test_options(self):
         cases = (

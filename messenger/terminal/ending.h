@@ -1,0 +1,15 @@
+// How the program ends, and how it tells why.
+#pragma once
+
+#include "messenger/terminal/options.h"
+#include "messenger/terminal/posix_io.h"
+
+namespace oku::terminal {
+
+// One line on the standard error.
+void tellWhyItEnds(const QString& reason);
+
+// Ended as it should, unless nobody read its output, which is told.
+ExitCode endOf(const Output& output);
+
+}  // namespace oku::terminal
