@@ -18,6 +18,7 @@ constexpr std::array kStatus = {JsonField{"status", JsonType::Text, true},
                                 JsonField{"description", JsonType::Text, false}};
 constexpr std::array kMessage = {JsonField{"to", JsonType::Text, true}, JsonField{"body", JsonType::Text, true},
                                  JsonField{"subject", JsonType::Text, false}, JsonField{"kind", JsonType::Text, false}};
+constexpr std::array kResend = {JsonField{"message", JsonType::Whole, true}};
 constexpr std::array kTyping = {JsonField{"to", JsonType::Text, true}, JsonField{"composing", JsonType::Flag, true}};
 constexpr std::array kAdd = {JsonField{"jid", JsonType::Text, true}, JsonField{"name", JsonType::Text, false},
                              JsonField{"group", JsonType::Text, false}};
@@ -34,11 +35,12 @@ constexpr std::array kRaw = {JsonField{"xml", JsonType::Text, true}};
 constexpr std::array kConsole = {JsonField{"on", JsonType::Flag, true}};
 
 constexpr std::array kShapes = std::to_array<JsonCommandShape>({
-    {"account", kAccount}, {"status", kStatus}, {"message", kMessage}, {"typing", kTyping},   {"add", kAdd},
-    {"rename", kRename},   {"group", kGroup},   {"remove", kJid},      {"subscribe", kJid},   {"authorize", kAuthorize},
-    {"deny", kJid},        {"answer", kAnswer}, {"roster", {}},        {"history", kHistory}, {"set", kSet},
-    {"get", kGet},         {"raw", kRaw},       {"console", kConsole}, {"info", kJid},        {"server", {}},
-    {"quit", {}},
+    {"account", kAccount}, {"status", kStatus}, {"message", kMessage},     {"resend", kResend},
+    {"typing", kTyping},   {"add", kAdd},       {"rename", kRename},       {"group", kGroup},
+    {"remove", kJid},      {"subscribe", kJid}, {"authorize", kAuthorize}, {"deny", kJid},
+    {"answer", kAnswer},   {"roster", {}},      {"history", kHistory},     {"set", kSet},
+    {"get", kGet},         {"raw", kRaw},       {"console", kConsole},     {"info", kJid},
+    {"server", {}},        {"quit", {}},
 });
 
 bool hasType(const QJsonValue& value, JsonType type) {

@@ -7,11 +7,13 @@ namespace {
 
 QString key(const char* name) { return QString::fromLatin1(name); }
 
-QJsonObject event(const char* name, const QString& account = {}) {
-    QJsonObject object{{key("event"), key(name)}};
+QJsonObject event(const QString& name, const QString& account = {}) {
+    QJsonObject object{{key("event"), name}};
     if (!account.isEmpty()) object.insert(key("account"), account);
     return object;
 }
+
+QJsonObject event(const char* name, const QString& account = {}) { return event(key(name), account); }
 
 // RFC 3339 in UTC with milliseconds; null for a time that is not known.
 QJsonValue timeValue(const QDateTime& time) {
@@ -120,8 +122,8 @@ QJsonObject jsonMessage(const QString& account, const Message& message) {
     return object;
 }
 
-QJsonObject jsonOutgoing(const char* name, const QString& account, const Message& message) {
-    QJsonObject object = event(name, account);
+QJsonObject jsonOutgoing(const QString& account, const Message& message) {
+    QJsonObject object = event(deliveryStateWord(message.state), account);
     object.insert(key("to"), message.contact);
     object.insert(key("body"), message.body);
     object.insert(key("message"), message.number);
@@ -174,7 +176,9 @@ QJsonObject jsonXml(const QString& account, bool incoming, const QString& data) 
 QJsonObject jsonHistory(const QString& account, const QString& with, const QList<Message>& messages) {
     QJsonArray list;
     for (const Message& message : messages) {
-        list.append(QJsonObject{{key("direction"), key(message.direction == Direction::in ? "in" : "out")},
+        list.append(QJsonObject{{key("message"), message.number},
+                                {key("with"), message.contact},
+                                {key("direction"), key(message.direction == Direction::in ? "in" : "out")},
                                 {key("body"), message.body},
                                 {key("subject"), message.subject},
                                 {key("time"), timeValue(message.time)},

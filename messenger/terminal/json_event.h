@@ -18,8 +18,8 @@ QJsonObject jsonContact(const QString& account, const Contact& contact);
 QJsonObject jsonRemoved(const QString& account, const QString& jid);
 QJsonObject jsonPresence(const QString& account, const QString& jid, const Resource& resource);
 QJsonObject jsonMessage(const QString& account, const Message& message);
-// `sent` and `queued`.
-QJsonObject jsonOutgoing(const char* event, const QString& account, const Message& message);
+// `sent`, `queued`, `unconfirmed` or `failed`: named after the state.
+QJsonObject jsonOutgoing(const QString& account, const Message& message);
 QJsonObject jsonTyping(const QString& account, const QString& jid, bool composing);
 QJsonObject jsonAuthorization(const QString& account, const QString& jid);
 QJsonObject jsonQuestion(const MessageBox& box);

@@ -33,6 +33,7 @@ const JsonMode::Row JsonMode::kRows[] = {
     {"account", false, &JsonMode::onAccount},
     {"status", true, &JsonMode::onStatus},
     {"message", true, &JsonMode::onMessage},
+    {"resend", false, &JsonMode::onResend},
     {"typing", true, &JsonMode::onTyping},
     {"add", true, &JsonMode::onAdd},
     {"rename", true, &JsonMode::onRename},
@@ -163,6 +164,11 @@ JsonMode::Outcome JsonMode::onMessage(const QString& account, const JsonCommand&
     return {client_.sendMessage(account, command.text("to"), command.text("body"),
                                 normal ? MessageKind::normal : MessageKind::chat,
                                 normal ? command.text("subject") : QString())};
+}
+
+// The number alone says which account wrote the message.
+JsonMode::Outcome JsonMode::onResend(const QString&, const JsonCommand& command) {
+    return {client_.resendMessage(command.whole("message", 0))};
 }
 
 JsonMode::Outcome JsonMode::onTyping(const QString& account, const JsonCommand& command) {

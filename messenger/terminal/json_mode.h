@@ -83,6 +83,7 @@ private:
     Outcome onAccount(const QString& account, const JsonCommand& command);
     Outcome onStatus(const QString& account, const JsonCommand& command);
     Outcome onMessage(const QString& account, const JsonCommand& command);
+    Outcome onResend(const QString& account, const JsonCommand& command);
     Outcome onTyping(const QString& account, const JsonCommand& command);
     Outcome onAdd(const QString& account, const JsonCommand& command);
     Outcome onRename(const QString& account, const JsonCommand& command);

@@ -33,15 +33,15 @@ void JsonMode::messageReceived(const QString& account, const Message& message) {
 }
 
 void JsonMode::messageSent(const QString& account, const Message& message) {
-    emitEvent(jsonOutgoing("sent", account, message));
+    emitEvent(jsonOutgoing(account, message));
 }
 
 void JsonMode::messageQueued(const QString& account, const Message& message) {
-    emitEvent(jsonOutgoing("queued", account, message));
+    emitEvent(jsonOutgoing(account, message));
 }
 
 void JsonMode::messageStateChanged(const QString& account, const Message& message) {
-    emitEvent(jsonNotice(account, deliveryText(message, message.contact)));
+    emitEvent(jsonOutgoing(account, message));
 }
 
 void JsonMode::typingReceived(const QString& account, const QString& jid, bool composing) {

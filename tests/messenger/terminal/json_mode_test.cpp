@@ -95,6 +95,7 @@ TEST_F(JsonModeTest, CarriesOutEachCommand) {
              "sendMessage|ala@localhost|olek@localhost|cześć 🦆|chat|");
     expectOk(R"({"cmd":"message","to":"o@l","body":"b","kind":"normal","subject":"s"})",
              "sendMessage|ala@localhost|o@l|b|normal|s");
+    expectOk(R"({"cmd":"resend","message":12})", "resendMessage|12");
     expectOk(R"({"cmd":"typing","to":"o@l","composing":true})", "sendTyping|ala@localhost|o@l|composing");
     expectOk(R"({"cmd":"typing","to":"o@l","composing":false})", "sendTyping|ala@localhost|o@l|paused");
     expectOk(R"({"cmd":"add","jid":"o@l","name":"O","group":"G"})", "addContact|ala@localhost|o@l|O|G");
@@ -166,6 +167,7 @@ TEST_F(JsonModeTest, RefusesWrongValues) {
     EXPECT_EQ(expectError(R"({"cmd":"status","status":"error"})").find("unknown status"), 0U);
     EXPECT_EQ(expectError(R"({"cmd":"message","to":"a@b","body":"x","kind":"loud"})").find("unknown kind"), 0U);
     EXPECT_EQ(expectError(R"({"cmd":"answer","box":1,"button":"maybe"})").find("unknown answer"), 0U);
+    EXPECT_EQ(expectError(R"({"cmd":"resend","message":1.5})").find("the field \"message\" must be"), 0U);
     EXPECT_EQ(expectError(R"({"cmd":"history","with":"a@b","limit":0})"), "the number of messages must be above zero");
 }
 
@@ -195,6 +197,7 @@ TEST_F(JsonModeTest, GivesTheListBeforeItsAnswer) {
 TEST_F(JsonModeTest, GivesTheHistoryBeforeItsAnswer) {
     client.messages = {incoming("ala@localhost", "olek@localhost", "hej"),
                        outgoing("ala@localhost", "olek@localhost", "no hej", 2)};
+    client.messages[0].number = 1;
     client.messages[0].delayed = QDateTime(QDate(2026, 11, 20), QTime(8, 0), Qt::UTC);
     client.messages[0].time = QDateTime(QDate(2026, 11, 21), QTime(9, 5, 7, 250), Qt::UTC);
     client.messages[1].state = DeliveryState::unconfirmed;
@@ -203,7 +206,9 @@ TEST_F(JsonModeTest, GivesTheHistoryBeforeItsAnswer) {
     ASSERT_EQ(answers.size(), 2);
     const QJsonArray list = answers[0].value("messages").toArray();
     ASSERT_EQ(list.size(), 2);
-    EXPECT_EQ(list[0].toObject(), (QJsonObject{{"direction", "in"},
+    EXPECT_EQ(list[0].toObject(), (QJsonObject{{"message", 1},
+                                               {"with", "olek@localhost"},
+                                               {"direction", "in"},
                                                {"body", "hej"},
                                                {"subject", ""},
                                                {"time", "2026-11-21T09:05:07.250Z"},
@@ -211,6 +216,7 @@ TEST_F(JsonModeTest, GivesTheHistoryBeforeItsAnswer) {
                                                {"state", "received"}}));
     EXPECT_EQ(list[1].toObject().value("direction"), "out");
     EXPECT_EQ(list[1].toObject().value("state"), "unconfirmed");
+    EXPECT_EQ(list[1].toObject().value("message"), 2);
     EXPECT_TRUE(list[1].toObject().value("delayed").isNull());
     say_(R"({"cmd":"history"})");
     EXPECT_EQ(client.takeCalls().join(u'\n'), "history|ala@localhost||20|");
@@ -320,7 +326,9 @@ TEST_F(JsonModeTest, TellsEachEvent) {
                       R"("time":"2026-11-21T09:05:07.000Z"})");
     mode.messageSent(me, outgoing("ala@localhost", "o@l", "b", 7));
     EXPECT_EQ(told(), R"({"account":"ala@localhost","body":"b","event":"sent","message":7,"to":"o@l"})");
-    mode.messageQueued(me, outgoing("ala@localhost", "o@l", "b", 8));
+    Message waiting = outgoing("ala@localhost", "o@l", "b", 8);
+    waiting.state = DeliveryState::queued;
+    mode.messageQueued(me, waiting);
     EXPECT_EQ(told(), R"({"account":"ala@localhost","body":"b","event":"queued","message":8,"to":"o@l"})");
     mode.typingReceived(me, "o@l", true);
     EXPECT_EQ(told(), R"({"account":"ala@localhost","composing":true,"event":"typing","from":"o@l"})");
@@ -347,8 +355,10 @@ TEST_F(JsonModeTest, TellsEachEvent) {
     Message lost = outgoing("ala@localhost", "o@l", "b", 8);
     lost.state = DeliveryState::unconfirmed;
     mode.messageStateChanged(me, lost);
-    EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"notice","text":"message 8 to o@l is not confirmed: )"
-                      R"(the connection broke after it was sent"})");
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","body":"b","event":"unconfirmed","message":8,"to":"o@l"})");
+    lost.state = DeliveryState::failed;
+    mode.messageStateChanged(me, lost);
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","body":"b","event":"failed","message":8,"to":"o@l"})");
 }
 
 TEST_F(JsonModeTest, KeepsTheLogToItselfUnlessVerbose) {
