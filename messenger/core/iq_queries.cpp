@@ -8,23 +8,9 @@
 #include "messenger/core/service_registry.h"
 #include "messenger/core/stanza_guard.h"
 #include "messenger/core/wide.h"
+#include "messenger/core/xml_text.h"
 
 namespace oku {
-
-QString xmlEscaped(const QString& text) {
-    QString clean;
-    for (qsizetype at = 0; at < text.size(); ++at) {
-        const char16_t unit = text[at].unicode();
-        if (text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate()) {
-            clean += text[at];
-            clean += text[++at];
-        } else if ((unit >= 0x20 || unit == u'\t' || unit == u'\n' || unit == u'\r') && !text[at].isSurrogate() &&
-                   unit < 0xfffe) {
-            clean += text[at];
-        }
-    }
-    return clean.toHtmlEscaped().replace(u'\'', QStringLiteral("&apos;"));
-}
 
 IqQueries::IqQueries(ServiceRegistry& services, QObject* parent) : QObject(parent), services_(services) {}
 

@@ -48,7 +48,4 @@ private:
     quint64 lastNumber_ = 0;
 };
 
-/// Text for character data or an attribute's value: escaped, and without what XML 1.0 does not allow.
-QString xmlEscaped(const QString& text);
-
 }  // namespace oku

@@ -1,16 +1,33 @@
 #include "messenger/core/jid_text.h"
 
 #include <algorithm>
+#include <QCoreApplication>
+
+#include "messenger/core/xml_text.h"
 
 namespace oku {
+namespace {
+
+bool isClean(const QString& bare) {
+    return isXmlText(bare) && std::none_of(bare.begin(), bare.end(), [](QChar letter) {
+               return letter.isSpace() || letter.category() == QChar::Other_Control ||
+                      QStringLiteral("\"&'<>:").contains(letter);
+           });
+}
+
+}  // namespace
 
 bool looksLikeJid(const QString& jid) {
     const QString bare = bareJid(jid);
-    const bool clean = std::none_of(bare.begin(), bare.end(), [](QChar letter) {
-        return letter.isSpace() || letter.category() == QChar::Other_Control ||
-               QStringLiteral("\"&'<>:").contains(letter);
-    });
-    return clean && bare.count(u'@') == 1 && !nodeOf(bare).isEmpty() && !domainOf(bare).isEmpty();
+    return isClean(bare) && bare.count(u'@') == 1 && !nodeOf(bare).isEmpty() && !domainOf(bare).isEmpty();
+}
+
+QString addressFault(const QString& jid) {
+    if (jid.isEmpty()) return QCoreApplication::translate("Contacts", "Nie podano adresu.");
+    const QString bare = bareJid(jid);
+    const bool isDomain = !bare.isEmpty() && !bare.contains(u'@') && isClean(bare);
+    if (isDomain || looksLikeJid(bare)) return {};
+    return QCoreApplication::translate("Contacts", "To nie jest adres: %1").arg(jid);
 }
 
 }  // namespace oku

@@ -18,5 +18,7 @@ inline QString nodeOf(const QString& jid) {
 }
 /// Whether it can be the address of a person: one at sign with something on both sides, and no blanks or controls.
 bool looksLikeJid(const QString& jid);
+/// Why nothing can be sent to this address; empty when it looks like a person's, a server's or a service's.
+QString addressFault(const QString& jid);
 
 }  // namespace oku

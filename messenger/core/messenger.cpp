@@ -6,6 +6,7 @@
 #include "messenger/core/host_core.h"
 #include "messenger/core/jid_text.h"
 #include "messenger/core/wide.h"
+#include "messenger/core/xml_text.h"
 
 namespace oku {
 namespace {
@@ -195,7 +196,11 @@ QStringList Messenger::pendingAuthorizations(const QString& account) const {
 QString Messenger::sendMessage(const QString& account, const QString& to, const QString& body, MessageKind kind,
                                const QString& subject, qint64* number) {
     return d->with(account, [&](AccountEntry& entry) {
-        if (to.isEmpty() || body.isEmpty()) return QCoreApplication::translate("Messenger", "Wiadomość jest pusta.");
+        if (QString fault = addressFault(to); !fault.isEmpty()) return fault;
+        if (body.isEmpty()) return QCoreApplication::translate("Messenger", "Wiadomość jest pusta.");
+        // They cannot stand on the wire, and what the plugin gets ends at a NUL.
+        if (!isXmlText(body) || !isXmlText(subject))
+            return QCoreApplication::translate("Messenger", "Wiadomość zawiera znaki, których nie można wysłać.");
         Message message;
         message.account = entry.jid();
         message.contact = bareJid(to);
@@ -271,8 +276,7 @@ QString Messenger::statusMenu(const QString& account) const {
 }
 
 QString Messenger::activateMenu(const QString& id) {
-    return d->activateMenu(id) ? QString()
-                               : QCoreApplication::translate("Messenger", "Nie ma takiej pozycji menu.");
+    return d->activateMenu(id) ? QString() : QCoreApplication::translate("Messenger", "Nie ma takiej pozycji menu.");
 }
 
 QString Messenger::confirmStatusWindow(const QString& account, Status status, const QString& description,

@@ -7,6 +7,7 @@
 #include "messenger/core/plugin_queue.h"
 #include "messenger/core/tag_scanner.h"
 #include "messenger/core/wide.h"
+#include "messenger/core/xml_text.h"
 
 namespace oku {
 namespace {
@@ -48,10 +49,8 @@ QString RosterCommands::known(AccountEntry& account, const QString& jid) const {
 
 QString RosterCommands::add(AccountEntry& account, const QString& jid, const QString& name, const QString& group) {
     if (!account.loggedIn()) return notConnected();
+    if (QString fault = addressFault(jid); !fault.isEmpty()) return fault;
     const QString bare = bareJid(jid);
-    if (bare.isEmpty() || (bare.contains(u'@') && !looksLikeJid(bare))) {
-        return QCoreApplication::translate("Contacts", "To nie jest adres: %1").arg(jid);
-    }
     const QString shown = !name.isEmpty() ? name : nodeOf(bare).isEmpty() ? bare : nodeOf(bare);
     set(account, bare, shown, group.isEmpty() ? QStringList() : QStringList(group), true);
     return {};
@@ -115,6 +114,7 @@ QString RosterCommands::remove(AccountEntry& account, const QString& jid) {
 
 QString RosterCommands::subscribe(AccountEntry& account, const QString& jid) {
     if (!account.loggedIn()) return notConnected();
+    if (QString fault = addressFault(jid); !fault.isEmpty()) return fault;
     queue_.post(account.key, [this, &account, bare = bareJid(jid)] { sendSubscription(account, bare); });
     return {};
 }

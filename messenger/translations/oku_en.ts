@@ -277,6 +277,10 @@ Trust this certificate on this account from now on?</translation>
         <source>Serwer odmówił zmiany kontaktu %1: %2</source>
         <translation>The server refused to change %1: %2</translation>
     </message>
+    <message>
+        <source>Nie podano adresu.</source>
+        <translation>No address is given.</translation>
+    </message>
 </context>
 <context>
     <name>History</name>
@@ -357,6 +361,10 @@ Trust this certificate on this account from now on?</translation>
     <message>
         <source>To konto nie ma okna statusu.</source>
         <translation>This account has no status window.</translation>
+    </message>
+    <message>
+        <source>Wiadomość zawiera znaki, których nie można wysłać.</source>
+        <translation>The message holds characters that cannot be sent.</translation>
     </message>
 </context>
 <context>

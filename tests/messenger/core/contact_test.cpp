@@ -213,6 +213,22 @@ TEST_F(Contacts, AreAddedWithADisplayNameAndAsked) {
     EXPECT_FALSE(core->roster.rename(entry(), QStringLiteral("no@example.org"), {}).isEmpty());
 }
 
+TEST_F(Contacts, AreAskedOnlyAtAnAddress) {
+    logIn({});
+    plugin().log.clear();
+    for (const char* nobody : {"nie adres", "@", "bob@", "/dom"}) {
+        const QString jid = QString::fromLatin1(nobody);
+        EXPECT_EQ(core->roster.subscribe(entry(), jid), QStringLiteral("To nie jest adres: ") + jid);
+        EXPECT_EQ(core->roster.add(entry(), jid, {}, {}), QStringLiteral("To nie jest adres: ") + jid);
+    }
+    EXPECT_EQ(core->roster.subscribe(entry(), {}), QStringLiteral("Nie podano adresu."));
+    EXPECT_TRUE(plugin().log.empty());
+    EXPECT_EQ(core->roster.subscribe(entry(), QStringLiteral("Bob@example.org/x")), QString());
+    EXPECT_EQ(core->roster.subscribe(entry(), QStringLiteral("icq.example.org")), QString());
+    EXPECT_EQ(plugin().log, (std::vector<std::string>{"raw <presence to=\"bob@example.org\" type=\"subscribe\"/>",
+                                                      "raw <presence to=\"icq.example.org\" type=\"subscribe\"/>"}));
+}
+
 TEST_F(Contacts, AreRemovedAndAnsweredByThePluginsHandlers) {
     logIn();
     EXPECT_EQ(core->roster.remove(entry(), QStringLiteral("bob@example.org")), QString());

@@ -115,6 +115,31 @@ TEST_F(Facade, TellsWhyACommandCannotBeCarriedOut) {
     EXPECT_FALSE(messenger->confirmStatusWindow(kAlice, Status::online, {}, false).isEmpty());
 }
 
+TEST_F(Facade, TakesNoMessageThatCouldNotArriveAsItIs) {
+    ASSERT_EQ(messenger->start(), QString());
+    messenger->addAccount(kAlice, QStringLiteral("a"));
+    const QString bob = QStringLiteral("bob@example.org");
+    const QString unsendable = QStringLiteral("Wiadomość zawiera znaki, których nie można wysłać.");
+    for (const QString& part : {QString(QChar(0)), QString(QChar(1)), QString(QChar(0x1b)), QString(QChar(0xd83d)),
+                                QString(QChar(0xdc00)), QString(QChar(0xfffe)), QString(QChar(0xffff))}) {
+        const QString body = QStringLiteral("a") + part + QStringLiteral("b");
+        EXPECT_EQ(messenger->sendMessage(kAlice, bob, body), unsendable) << static_cast<int>(part.at(0).unicode());
+        EXPECT_EQ(messenger->sendMessage(kAlice, bob, QStringLiteral("x"), MessageKind::normal, body), unsendable);
+    }
+    for (const char* nobody : {"nie adres", "@", "bob@", "@example.org", "/dom", "a@b@c", "bob@exa mple.org"}) {
+        EXPECT_EQ(messenger->sendMessage(kAlice, QString::fromLatin1(nobody), QStringLiteral("x")),
+                  QStringLiteral("To nie jest adres: %1").arg(QLatin1String(nobody)));
+    }
+    EXPECT_EQ(messenger->sendMessage(kAlice, {}, QStringLiteral("x")), QStringLiteral("Nie podano adresu."));
+    EXPECT_EQ(messenger->sendMessage(kAlice, bob, {}), QStringLiteral("Wiadomość jest pusta."));
+    EXPECT_TRUE(messenger->history(kAlice, {}).isEmpty());
+
+    const QString lively = QStringLiteral("🦆\tżółw\r\n\x7f");
+    EXPECT_EQ(messenger->sendMessage(kAlice, bob, lively), QString());
+    EXPECT_EQ(messenger->sendMessage(kAlice, QStringLiteral("icq.example.org"), QStringLiteral("x")), QString());
+    EXPECT_EQ(messenger->history(kAlice, bob).value(0).body, lively);
+}
+
 TEST_F(Facade, KeepsHistoryThatCanBeSearchedAndExported) {
     ASSERT_EQ(messenger->start(), QString());
     messenger->addAccount(kAlice, QStringLiteral("a"));
