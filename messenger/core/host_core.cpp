@@ -3,7 +3,8 @@
 #include <map>
 #include <QDir>
 #include <QSslCertificate>
-#include <QXmlStreamReader>
+
+#include "messenger/core/raw_xml.h"
 
 namespace oku {
 namespace {
@@ -175,15 +176,9 @@ bool HostCore::confirmStatusWindow(AccountEntry& account, Status status, const Q
     return true;
 }
 
-// What does not balance would end the stream, so it is refused here, with the parser's reason.
 QString HostCore::rawXml(AccountEntry& account, const QString& xml) {
     if (!account.loggedIn()) return notConnected();
-    QXmlStreamReader reader(QStringLiteral("<w>") + xml + QStringLiteral("</w>"));
-    reader.setNamespaceProcessing(false);
-    while (!reader.atEnd()) reader.readNext();
-    if (reader.hasError()) {
-        return QCoreApplication::translate("HostCore", "To nie jest poprawny XML: %1").arg(reader.errorString());
-    }
+    if (QString fault = rawXmlFault(xml); !fault.isEmpty()) return fault;
     queue.post(account.key, [this, &account, bytes = xml.toUtf8()] {
         if (!queries.sendRaw(account, bytes)) emit noticed(account.jid(), notConnected());
     });

@@ -311,6 +311,22 @@ Trust this certificate on this account from now on?</translation>
         <source>To nie jest poprawny XML: %1</source>
         <translation>This is not well-formed XML: %1</translation>
     </message>
+    <message>
+        <source>niedozwolony znak</source>
+        <translation>a character that is not allowed</translation>
+    </message>
+    <message>
+        <source>Poza elementem nie może stać tekst.</source>
+        <translation>No text may stand outside an element.</translation>
+    </message>
+    <message>
+        <source>XMPP nie dopuszcza komentarzy, instrukcji przetwarzania ani deklaracji DOCTYPE.</source>
+        <translation>XMPP allows no comments, processing instructions or DOCTYPE declarations.</translation>
+    </message>
+    <message>
+        <source>Nie ma elementu do wysłania.</source>
+        <translation>There is no element to send.</translation>
+    </message>
 </context>
 <context>
     <name>Messenger</name>
