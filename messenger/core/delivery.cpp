@@ -129,12 +129,12 @@ void Delivery::confirm(AccountEntry& account, quint64 mark) {
     });
 }
 
-void Delivery::connectionEnded(AccountEntry& account, bool orderly) {
+void Delivery::connectionEnded(AccountEntry& account, bool answered) {
     Connection& connection = connections_[&account];
     if (connection.confirmation) connection.confirmation->stop();
     connection.asking = false;
     connection.numbers.clear();
-    if (orderly) confirm(account, lastMark_);
+    if (answered) confirm(account, lastMark_);
     for (const Handed& handed : std::exchange(connection.handed, {})) {
         changeState(account, handed.number, DeliveryState::unconfirmed);
     }

@@ -32,8 +32,8 @@ public:
     void resend(AccountEntry& account, Message message);
     /// The account's login is complete: what waits goes out.
     void loginComplete(AccountEntry& account);
-    /// `orderly`: the server closed after our closing tag, so that it has read all that was sent.
-    void connectionEnded(AccountEntry& account, bool orderly);
+    /// `answered`: the server answered our closing tag, so that it has read all that was sent.
+    void connectionEnded(AccountEntry& account, bool answered);
     /// A message with this id came back.
     void bounced(AccountEntry& account, const QString& id);
 

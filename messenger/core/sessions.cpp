@@ -119,10 +119,9 @@ void Sessions::streamError(AccountEntry& account, const QString& condition, cons
 
 void Sessions::connectionEnded(AccountEntry& account, const net::End& end, bool told) {
     if (!told) {
-        const bool orderly = end.cause == net::EndCause::ClosedByPlugin;
-        if (account.reason.isEmpty() && !orderly) account.reason = end.text;
+        if (account.reason.isEmpty() && end.cause != net::EndCause::ClosedByPlugin) account.reason = end.text;
         parts_.queries.connectionEnded(account);
-        parts_.delivery.connectionEnded(account, orderly);
+        parts_.delivery.connectionEnded(account, end.answered);
         return;
     }
     // These count as asked for, but the plugin dials again all the same unless the account is taken offline.

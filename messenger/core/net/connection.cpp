@@ -142,11 +142,11 @@ void Connection::end(EndCause cause, const QString& sentence) {
 
 void Connection::finish(EndCause cause, const QString& sentence) {
     const bool opened = socket_ != nullptr;
-    End report{cause, false, sentence};
+    End report{cause, false, sentence, answeredOurEnd(cause)};
     if (conflict_) {
-        report = {EndCause::Conflict, true, text(Text::Conflict)};
+        report = {EndCause::Conflict, true, text(Text::Conflict), false};
     } else if (closingSent_ || cause == EndCause::ClosedByPlugin) {
-        report = {EndCause::ClosedByPlugin, true, text(Text::ClosedByPlugin)};
+        report = {EndCause::ClosedByPlugin, true, text(Text::ClosedByPlugin), report.answered};
     } else if (cause == EndCause::CertificateRefused) {
         report.askedFor = true;
     }
@@ -154,6 +154,15 @@ void Connection::finish(EndCause cause, const QString& sentence) {
     abandon();
     hooks_.ended(report, opened && !bound_);
     events_.closed(id_, report);
+}
+
+/** A line that goes down behind our closing tag, or a grace that runs out, tells nothing of what the server has read.
+ * A server that ends its stream over an error may have stopped reading before. */
+bool Connection::answeredOurEnd(EndCause cause) const {
+    if (fault_) return false;
+    // Compressed, its closing tag cannot be read: what it said last, and the line closed in order, stand for it.
+    if (compressed_) return heardBehindClosing_ && cause == EndCause::Reset;
+    return endAnswered_;
 }
 
 void Connection::abandon() {

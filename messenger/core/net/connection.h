@@ -84,6 +84,7 @@ private:
 
     void updateStall() { stall_.setPaused(busy_ || asked_ == Asked::Person); }
     void finish(EndCause cause, const QString& sentence);
+    bool answeredOurEnd(EndCause cause) const;
 
     ConnectionId id_;
     ConnectRequest request_;
@@ -120,6 +121,8 @@ private:
     bool compressed_ = false;
     bool closingSent_ = false;
     bool serverEnded_ = false;
+    bool endAnswered_ = false;         ///< the server's closing tag came behind ours
+    bool heardBehindClosing_ = false;  ///< compressed bytes came behind our closing tag
     bool conflict_ = false;
 };
 

@@ -41,7 +41,11 @@ void Connection::readMore() {
     const QByteArray bytes = socket_->read(pieceLimit());
     if (compressed_) {
         // Behind its own closing tag the plugin has ended inflation, and would take these bytes for text.
-        if (!closingSent_) ready_.push_back({bytes, std::nullopt, false});
+        if (closingSent_) {
+            heardBehindClosing_ = true;
+        } else {
+            ready_.push_back({bytes, std::nullopt, false});
+        }
         return;
     }
     const QList<Piece> pieces = reader_.add(bytes);
@@ -66,6 +70,7 @@ void Connection::note(const Piece& piece) {
     }
     if (!piece.ends) return;
     serverEnded_ = true;
+    endAnswered_ = closingSent_;
     grace_.start(closingSent_ ? 0 : settings_.closeGrace);
 }
 

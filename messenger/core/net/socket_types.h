@@ -56,6 +56,7 @@ struct End {
     EndCause cause = EndCause::ClosedByServer;
     bool askedFor = false;  ///< true: the data word of event 3 is null
     QString text;           ///< one sentence for the user, with what the server said if it said something
+    bool answered = false;  ///< the server closed its stream behind our closing tag: it has read all that was sent
 };
 
 /** A certificate that did not pass, as the person is asked about it. */

@@ -58,6 +58,22 @@ protected:
         return waitFor([&] { return events.contains(QString::fromLatin1(event)); });
     }
 
+    /// Sends a message and the closing tag behind it; gives the message's number once the server has both.
+    qint64 sendAndSignOff(QTcpSocket* peer) {
+        logIn();
+        Message message;
+        message.account = QStringLiteral("alice@localhost");
+        message.contact = QStringLiteral("bob@localhost");
+        message.direction = Direction::out;
+        message.body = QStringLiteral("last words");
+        message.time = QDateTime::currentDateTime();
+        const qint64 number = core->delivery.send(entry(), message);
+        EXPECT_EQ(core->history.message(number)->state, DeliveryState::sent);
+        inPlugin([&] { send("</stream:stream>"); });
+        EXPECT_TRUE(waitFor([&] { return peer->bytesAvailable() > 0; }));
+        return number;
+    }
+
     QTcpServer server;
     QTcpSocket* proxy = nullptr;
     QStringList events;
@@ -94,6 +110,28 @@ TEST_F(Sockets, TellARefusedConnection) {
     dial(port);
     EXPECT_TRUE(saw("3 1"));
     EXPECT_FALSE(entry().reason.isEmpty());
+}
+
+TEST_F(Sockets, CountWhatWasSentAsArrivedWhenTheServerAnswersTheEnd) {
+    dial(server.serverPort());
+    QTcpSocket* peer = accept();
+    ASSERT_TRUE(saw("2 0"));
+    const qint64 number = sendAndSignOff(peer);
+    peer->write("</stream:stream>");
+    ASSERT_TRUE(saw("3 0"));
+    EXPECT_EQ(core->history.message(number)->state, DeliveryState::sent);
+    restart();
+    EXPECT_EQ(core->history.message(number)->state, DeliveryState::sent) << "it is confirmed for good";
+}
+
+TEST_F(Sockets, CountNothingAsArrivedWhenTheLineDiesBehindTheEnd) {
+    dial(server.serverPort());
+    QTcpSocket* peer = accept();
+    ASSERT_TRUE(saw("2 0"));
+    const qint64 number = sendAndSignOff(peer);
+    peer->abort();
+    ASSERT_TRUE(saw("3 0")) << "for the plugin it is the end that it asked for";
+    EXPECT_EQ(core->history.message(number)->state, DeliveryState::unconfirmed);
 }
 
 TEST_F(Sockets, DropTheEventsOfAConnectionThatWasReplaced) {

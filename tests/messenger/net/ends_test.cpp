@@ -84,18 +84,62 @@ TEST_F(Ends, AServerThatEndsItsStreamAndKeepsTheLineIsClosed) {
 TEST_F(Ends, AfterOurClosingTagTheServerCloses) {
     QObject::connect(&server.client(), &QSslSocket::readyRead, &server, [&] { server.client().disconnectFromHost(); });
     bench->service.send("s", "</stream:stream>");
-    EXPECT_TRUE(end().askedFor);
+    const End closed = end();
+    EXPECT_TRUE(closed.askedFor);
+    EXPECT_FALSE(closed.answered) << "a server that crashes closes as well";
+}
+
+TEST_F(Ends, AServerThatAnswersOurClosingTagHasReadAll) {
+    QObject::connect(&server.client(), &QSslSocket::readyRead, &server, [&] {
+        server.send(header + "</stream:stream>");
+        server.client().disconnectFromHost();
+    });
+    bench->service.send("s", "</stream:stream>");
+    const End closed = end();
+    EXPECT_TRUE(closed.askedFor);
+    EXPECT_EQ(closed.cause, EndCause::ClosedByPlugin);
+    EXPECT_TRUE(closed.answered);
+}
+
+TEST_F(Ends, AServerThatEndsItsStreamFirstHasNotAnsweredOurs) {
+    bench->events.onEvent = [&](const QString& line) {
+        if (line.endsWith("</stream:stream>")) bench->service.send("s", "</stream:stream>");
+    };
+    server.send(header + "</stream:stream>");
+    const End closed = end();
+    EXPECT_TRUE(closed.askedFor);
+    EXPECT_FALSE(closed.answered);
+}
+
+TEST_F(Ends, AServerThatFailsAfterOurClosingTagHasNotAnsweredIt) {
+    bench->service.send("s", "</stream:stream>");
+    server.send(header +
+                "<stream:error><system-shutdown xmlns='urn:ietf:params:xml:ns:xmpp-streams'/></stream:error>"
+                "</stream:stream>");
+    EXPECT_FALSE(end().answered);
+}
+
+TEST_F(Ends, TheMachineThatSleepsAfterOurClosingTagHasNoAnswer) {
+    bench->service.send("s", "</stream:stream>");
+    bench->service.resumedFromSleep();
+    const End slept = end();
+    EXPECT_TRUE(slept.askedFor);
+    EXPECT_FALSE(slept.answered);
 }
 
 TEST_F(Ends, AfterOurClosingTagTheServerResets) {
     bench->service.send("s", "</stream:stream>");
     server.reset();
-    EXPECT_TRUE(end().askedFor);
+    const End reset = end();
+    EXPECT_TRUE(reset.askedFor);
+    EXPECT_FALSE(reset.answered);
 }
 
 TEST_F(Ends, AfterOurClosingTagTheHostClosesWhenTheServerDoesNot) {
     bench->service.send("s", "</stream:stream>");
-    EXPECT_TRUE(end().askedFor);
+    const End closed = end();
+    EXPECT_TRUE(closed.askedFor);
+    EXPECT_FALSE(closed.answered);
     EXPECT_TRUE(waitFor([&] { return server.client().state() == QAbstractSocket::UnconnectedState; }));
     EXPECT_EQ(server.received(), "</stream:stream>");
 }
@@ -129,7 +173,9 @@ TEST_F(Ends, ClosedByThePlugin) {
     EXPECT_TRUE(bench->service.close("s"));
     EXPECT_EQ(bench->events.ends.size(), 1U);
     EXPECT_FALSE(bench->service.close("s")) << "there is nothing left to close";
-    EXPECT_TRUE(end().askedFor);
+    const End closed = end();
+    EXPECT_TRUE(closed.askedFor);
+    EXPECT_FALSE(closed.answered);
     EXPECT_TRUE(waitFor([&] { return server.received() == "</stream:stream>"; })) << "what was sent still goes out";
 }
 

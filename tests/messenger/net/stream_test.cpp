@@ -136,6 +136,20 @@ TEST_F(Stream, WhatComesCompressedBehindOurClosingTagIsNotTakenForText) {
     server.client().disconnectFromHost();
     ASSERT_TRUE(bench->closed());
     EXPECT_EQ(bench->events.bytes(), "\x01\x02");
+    EXPECT_TRUE(bench->events.ends[0].answered) << "it said its last words, and closed in order";
+}
+
+TEST_F(Stream, ALineThatOnlyGoesDownCompressedBehindOurClosingTagIsNoAnswer) {
+    SocketSettings settings;
+    settings.compressed = [](const QString&) { return true; };
+    begin(settings);
+    server.send("\x01\x02");
+    ASSERT_TRUE(arrived(2));
+    bench->service.streamEnded("s");
+    server.client().disconnectFromHost();
+    ASSERT_TRUE(bench->closed());
+    EXPECT_TRUE(bench->events.ends[0].askedFor);
+    EXPECT_FALSE(bench->events.ends[0].answered);
 }
 
 TEST_F(Stream, AnElementInManyPiecesArrivesWhole) {
