@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 #include "host/oku/netlib.h"
 #include "messenger/core/accounts.h"
@@ -17,16 +18,17 @@ namespace {
 net::ConnectRequest requestFrom(const NL_CONNECT_RECORD& record, const QString& accountDomain) {
     net::ConnectRequest request;
     request.host = wideText(record.host);
-    request.port = static_cast<quint16>(record.port);
+    request.port = record.port;
     request.serviceName = wideText(record.serviceName);
     // The SRV name ends in the domain that is being logged in to, which while an account is being registered is not
     // the one of the settings.
     const QString prefix = QStringLiteral("_xmpp-client._tcp.");
     request.domain = request.serviceName.startsWith(prefix) ? request.serviceName.mid(prefix.size()) : accountDomain;
-    if (record.proxyEnabled && record.proxyType >= NL_PROXY_SOCKS4 && record.proxyType <= NL_PROXY_HTTP) {
-        request.proxy.type = static_cast<net::ProxyType>(record.proxyType);
+    if (record.proxyEnabled) {
+        const bool known = record.proxyType >= NL_PROXY_SOCKS4 && record.proxyType <= NL_PROXY_HTTP;
+        request.proxy.type = known ? static_cast<net::ProxyType>(record.proxyType) : net::ProxyType::Unknown;
         request.proxy.host = wideText(record.proxyHost);
-        request.proxy.port = static_cast<quint16>(record.proxyPort);
+        request.proxy.port = record.proxyPort;
         request.proxy.user = wideText(record.proxyUser);
         request.proxy.password = wideText(record.proxyPassword);
     }
@@ -37,6 +39,12 @@ void copyText(char16_t (&target)[256], const QString& text) {
     const auto length = std::min<qsizetype>(text.size(), 255);
     std::memcpy(target, text.utf16(), static_cast<std::size_t>(length) * sizeof(char16_t));
     target[length] = u'\0';
+}
+
+/// A number out of a settings file; what does not fit must not turn into one that means something else.
+std::uint32_t unsignedSetting(const SettingsFile& file, const QString& key, qlonglong fallback) {
+    constexpr qlonglong most = std::numeric_limits<std::uint32_t>::max();
+    return static_cast<std::uint32_t>(std::clamp<qlonglong>(file.number(key, fallback), 0, most));
 }
 
 }  // namespace
@@ -96,9 +104,9 @@ OKU_WORD SocketBridge::proxyDefaults(OKU_WORD param) const {
     copyText(record->host, file.text(QStringLiteral("OKU/Proxy/Host")));
     copyText(record->user, file.text(QStringLiteral("OKU/Proxy/User")));
     copyText(record->password, file.text(QStringLiteral("OKU/Proxy/Pass")));
-    record->port = static_cast<std::uint32_t>(file.number(QStringLiteral("OKU/Proxy/Port"), 0));
+    record->port = unsignedSetting(file, QStringLiteral("OKU/Proxy/Port"), 0);
     record->enabled = file.number(QStringLiteral("OKU/Proxy/Enable"), 0) ? 1 : 0;
-    record->type = static_cast<std::uint32_t>(file.number(QStringLiteral("OKU/Proxy/Type"), NL_PROXY_SOCKS5));
+    record->type = unsignedSetting(file, QStringLiteral("OKU/Proxy/Type"), NL_PROXY_SOCKS5);
     record->auth = record->user[0] ? 1 : 0;
     return 1;
 }

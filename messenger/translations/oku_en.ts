@@ -577,6 +577,14 @@ Trust this certificate on this account from now on?</translation>
         <source>SOCKS 4 wymaga adresu IPv4, a %1 go nie ma</source>
         <translation>SOCKS 4 needs an IPv4 address, and %1 has none</translation>
     </message>
+    <message>
+        <source>ustawiony jest nieznany rodzaj</source>
+        <translation>its kind is set to an unknown one</translation>
+    </message>
+    <message>
+        <source>port %1 nie mieści się między 1 a 65535</source>
+        <translation>the port %1 is not between 1 and 65535</translation>
+    </message>
 </context>
 <context>
     <name>Options</name>

@@ -31,6 +31,8 @@ std::function<void(Answer)> withTimeout(int milliseconds, QObject* context, std:
     return once;
 }
 
+bool isPort(AskedPort port) { return port >= 1 && port <= 65535; }
+
 }  // namespace
 
 Dialer::Dialer(const ConnectRequest& request, const SocketSettings& settings, Resolver& resolver,
@@ -43,6 +45,11 @@ Dialer::Dialer(const ConnectRequest& request, const SocketSettings& settings, Re
       done_(std::move(done)) {}
 
 void Dialer::start() {
+    if (refusal()) {
+        QMetaObject::invokeMethod(
+            this, [this] { finish(*refusal()); }, Qt::QueuedConnection);
+        return;
+    }
     if (request_.serviceName.isEmpty() || proxyTakesNames()) {
         QMetaObject::invokeMethod(
             this, [this] { takeTargets({}); }, Qt::QueuedConnection);
@@ -54,11 +61,26 @@ void Dialer::start() {
         withTimeout<SrvAnswer>(settings_.srvTimeout, this, [this](const SrvAnswer& answer) { takeTargets(answer); }));
 }
 
+/** Whoever asks for a proxy does not want to be seen by the server: without a usable one nothing is dialled at all. */
+std::optional<Dialer::Result> Dialer::refusal() const {
+    const auto proxyRefused = [this](const QString& why) {
+        return Result{nullptr, EndCause::ProxyFailed, text(Text::ProxyFailed, request_.proxy.host, why)};
+    };
+    if (request_.proxy.type == ProxyType::Unknown) return proxyRefused(text(Text::ProxyKindUnknown));
+    if (byProxy() && !isPort(request_.proxy.port))
+        return proxyRefused(text(Text::PortUnusable, QString::number(request_.proxy.port)));
+    if (!isPort(request_.port)) {
+        const QString why = text(Text::PortUnusable, QString::number(request_.port));
+        return Result{nullptr, EndCause::Unreachable, text(Text::Unreachable, why)};
+    }
+    return std::nullopt;
+}
+
 void Dialer::takeTargets(const SrvAnswer& answer) {
     if (answer.refused) return finish({nullptr, EndCause::ServiceRefused, text(Text::ServiceRefused, request_.host)});
     const auto random = [](quint32 bound) { return QRandomGenerator::system()->bounded(bound); };
     for (const SrvTarget& target : orderTargets(answer.targets, random)) targets_.append({target.host, target.port});
-    targets_.append({request_.host, request_.port});
+    targets_.append({request_.host, static_cast<quint16>(request_.port)});
     nextTarget();
 }
 
@@ -127,8 +149,8 @@ void Dialer::raceToProxy(const Target& target, const QHostAddress& address, cons
         if (!result.socket) return proxyFailed(text(Text::ProxyUnreachable, result.error));
         negotiate(std::move(result.socket), target, address);
     };
-    race_.reset(
-        new AddressRace(proxyAddresses, request_.proxy.port, settings_.raceDelay, settings_.targetTimeout, done, this));
+    race_.reset(new AddressRace(proxyAddresses, static_cast<quint16>(request_.proxy.port), settings_.raceDelay,
+                                settings_.targetTimeout, done, this));
 }
 
 void Dialer::negotiate(SocketPtr socket, const Target& target, const QHostAddress& address) {

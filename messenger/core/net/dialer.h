@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <QHostAddress>
 #include <QList>
 #include <QObject>
@@ -44,6 +45,8 @@ private:
     bool byProxy() const { return request_.proxy.type != ProxyType::None; }
     bool proxyTakesNames() const { return byProxy() && request_.proxy.type != ProxyType::Socks4; }
 
+    /** Why nothing may be dialled for this request; no cause when it is sound. */
+    std::optional<Result> refusal() const;
     void takeTargets(const SrvAnswer& answer);
     void nextTarget();
     void lookUp(const QString& host, std::function<void(QList<QHostAddress>)> found);

@@ -9,6 +9,7 @@ QString ProxyTarget::toString() const {
 
 std::unique_ptr<ProxyHandshake> makeHandshake(const Proxy& proxy, const ProxyTarget& target) {
     switch (proxy.type) {
+        case ProxyType::Unknown:
         case ProxyType::None:
             return nullptr;
         case ProxyType::Socks4:

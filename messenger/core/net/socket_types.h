@@ -7,20 +7,23 @@
 /** What passes between the sockets and the core that carries their events into the plugin. */
 namespace oku::net {
 
-/** Numbered as in NL_CONNECT_RECORD::proxyType. */
-enum class ProxyType { None = 0, Socks4 = 1, Socks4A = 2, Socks5 = 3, Http = 4 };
+/** Numbered as in NL_CONNECT_RECORD::proxyType. Unknown: a proxy is wanted, but there is no such kind. */
+enum class ProxyType { Unknown = -1, None = 0, Socks4 = 1, Socks4A = 2, Socks5 = 3, Http = 4 };
+
+/** As it was asked for: what does not fit a port must be told, and not be cut to one that does. */
+using AskedPort = quint32;
 
 struct Proxy {
     ProxyType type = ProxyType::None;
     QString host;
-    quint16 port = 0;
+    AskedPort port = 0;
     QString user;  ///< empty: no login. SOCKS 4 and 4A know only a user, no password.
     QString password;
 };
 
 struct ConnectRequest {
     QString host;  ///< dialled when there is no SRV name, or when its targets all failed
-    quint16 port = 5222;
+    AskedPort port = 5222;
     QString serviceName;  ///< SRV name, empty: none. Not looked up behind a proxy that resolves names itself.
     QString domain;       ///< the account's domain: the certificate must be valid for it. Empty: the host
     Proxy proxy;

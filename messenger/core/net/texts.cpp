@@ -65,6 +65,8 @@ constexpr std::array rows{
     Row{Text::ProxyRefused, QT_TRANSLATE_NOOP("Network", "odmówił połączenia z %1 (%2)")},
     Row{Text::ProxyIdentd, QT_TRANSLATE_NOOP("Network", "nie mógł potwierdzić nazwy użytkownika (identd)")},
     Row{Text::ProxyNeedsIpv4, QT_TRANSLATE_NOOP("Network", "SOCKS 4 wymaga adresu IPv4, a %1 go nie ma")},
+    Row{Text::ProxyKindUnknown, QT_TRANSLATE_NOOP("Network", "ustawiony jest nieznany rodzaj")},
+    Row{Text::PortUnusable, QT_TRANSLATE_NOOP("Network", "port %1 nie mieści się między 1 a 65535")},
 };
 
 constexpr bool inOrder() {

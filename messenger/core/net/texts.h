@@ -54,6 +54,8 @@ enum class Text {
     ProxyRefused,
     ProxyIdentd,
     ProxyNeedsIpv4,
+    ProxyKindUnknown,
+    PortUnusable,
     Count
 };
 

@@ -223,6 +223,41 @@ TEST_F(Sockets, DialThroughTheProxyThatThePluginNames) {
     EXPECT_TRUE(events.isEmpty()) << "the plugin hears nothing of what it replaced";
 }
 
+TEST_F(Sockets, DialNothingWhereTheProxyOrThePortIsUnusable) {
+    auto sound = makeRecord<NL_CONNECT_RECORD>();
+    sound.host = u"127.0.0.1";
+    sound.port = server.serverPort();
+    sound.socket = account().socket.c_str();
+    sound.serviceName = u"";
+    sound.proxyEnabled = 1;
+    sound.proxyType = NL_PROXY_SOCKS5;
+    sound.proxyHost = u"127.0.0.1";
+    sound.proxyPort = server.serverPort();
+    const auto refused = [&](void (*spoil)(NL_CONNECT_RECORD&)) {
+        auto record = sound;
+        spoil(record);
+        events.clear();
+        entry().reason.clear();
+        inPlugin([&] { EXPECT_EQ(call(u"NetLib/ConnectService", wordOf(&record)), 1); });
+        EXPECT_TRUE(saw("3 1"));
+        EXPECT_EQ(events.size(), 1);
+        EXPECT_FALSE(server.waitForNewConnection(0));
+        return entry().reason;
+    };
+    const QString kind = QStringLiteral("Serwer pośredniczący 127.0.0.1: ustawiony jest nieznany rodzaj.");
+    EXPECT_EQ(refused([](NL_CONNECT_RECORD& record) { record.proxyType = 0; }), kind);
+    EXPECT_EQ(refused([](NL_CONNECT_RECORD& record) { record.proxyType = NL_PROXY_HTTP + 1; }), kind);
+    EXPECT_EQ(refused([](NL_CONNECT_RECORD& record) { record.proxyType = ~0U; }), kind);
+    EXPECT_EQ(refused([](NL_CONNECT_RECORD& record) { record.proxyPort = 0; }),
+              QStringLiteral("Serwer pośredniczący 127.0.0.1: port 0 nie mieści się między 1 a 65535."));
+    EXPECT_TRUE(
+        refused([](NL_CONNECT_RECORD& record) { record.proxyPort += 65536; }).contains(u"nie mieści się między 1 a"));
+    EXPECT_TRUE(refused([](NL_CONNECT_RECORD& record) {
+                    record.proxyEnabled = 0;
+                    record.port += 65536;
+                }).startsWith(QStringLiteral("Nie można połączyć się z serwerem: port ")));
+}
+
 TEST_F(Sockets, AskOnceAboutACertificateThoughTheConnectionsChange) {
     const QString name = wideText(account().socket.c_str());
     net::BadCertificate bad{QStringLiteral("localhost"), QStringLiteral("It is bad."), QByteArray(32, '\x5a'), {}, {}};
@@ -265,6 +300,12 @@ TEST_F(Sockets, GiveTheHostsOwnProxyFromItsFile) {
     EXPECT_EQ(record.type, 4U);
     EXPECT_EQ(record.auth, 1U);
     EXPECT_EQ(std::u16string(record.host), u"proxy.example.org");
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("OKU/Proxy/Enable = 1\nOKU/Proxy/Port = 4294967297\nOKU/Proxy/Type = 4294967297\n");
+    file.close();
+    EXPECT_EQ(call(u"OKU/NL/GetDefaultSettings", wordOf(&record)), 1);
+    EXPECT_GT(record.port, 65535U) << "a number that does not fit stays one that cannot be used";
+    EXPECT_GT(record.type, 4U);
 }
 
 }  // namespace
