@@ -78,7 +78,7 @@ class Messages:
 
     def test_a_message_to_nobody_is_told_to_have_failed(self):
         self.terminal.command("message", to="nikt@localhost", body="halo?")
-        self.terminal.wait("notice", text=lambda text: "nikt@localhost" in text)
+        self.terminal.wait("failed", to="nikt@localhost", body="halo?")
         kept = self.terminal.ask("history", "history", **{"with": "nikt@localhost"})["messages"]
         self.assertEqual([one["state"] for one in kept if one["direction"] == "out"], ["failed"])
 
