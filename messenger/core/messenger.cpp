@@ -3,6 +3,7 @@
 #include <QSaveFile>
 
 #include "messenger/core/account_setup.h"
+#include "messenger/core/certificate_pins.h"
 #include "messenger/core/host_core.h"
 #include "messenger/core/jid_text.h"
 #include "messenger/core/wide.h"
@@ -306,7 +307,14 @@ QString Messenger::requestServerInfo(const QString& account) {
 
 QString Messenger::pinCertificate(const QString& account, const QString& fingerprint) {
     return d->with(account, [&](AccountEntry& entry) {
-        entry.settings->set(key(setting::pinnedCertificate), fingerprint.isEmpty() ? QVariant() : fingerprint);
+        const QString name = key(setting::pinnedCertificate);
+        if (fingerprint.isEmpty()) {
+            entry.settings->set(name, {});
+            return QString();
+        }
+        const auto pins = withPin(entry.settings->text(name), fingerprint);
+        if (!pins) return QCoreApplication::translate("Messenger", "To nie jest odcisk SHA-256: %1").arg(fingerprint);
+        entry.settings->set(name, *pins);
         return QString();
     });
 }

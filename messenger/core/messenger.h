@@ -139,7 +139,8 @@ public:
     QString requestInfo(const QString& account, const QString& jid);
     /// serverInfoReceived() follows, at the latest after 10 s.
     QString requestServerInfo(const QString& account);
-    /// Accepts the certificate with this SHA-256 fingerprint for the account from now on; empty takes it back.
+    /// Accepts the certificate with this SHA-256 fingerprint (64 hexadecimal digits, colons may part the bytes) for the
+    /// account from now on, beside those accepted earlier; empty takes all of them back.
     QString pinCertificate(const QString& account, const QString& fingerprint);
 
 signals:

@@ -382,6 +382,10 @@ Trust this certificate on this account from now on?</translation>
         <source>Wiadomość zawiera znaki, których nie można wysłać.</source>
         <translation>The message holds characters that cannot be sent.</translation>
     </message>
+    <message>
+        <source>To nie jest odcisk SHA-256: %1</source>
+        <translation>This is not a SHA-256 fingerprint: %1</translation>
+    </message>
 </context>
 <context>
     <name>Network</name>

@@ -140,6 +140,27 @@ TEST_F(Facade, TakesNoMessageThatCouldNotArriveAsItIs) {
     EXPECT_EQ(messenger->history(kAlice, bob).value(0).body, lively);
 }
 
+TEST_F(Facade, AddsCertificatesToThoseAcceptedEarlier) {
+    ASSERT_EQ(messenger->start(), QString());
+    messenger->addAccount(kAlice, QStringLiteral("a"));
+    const auto pins = [&] { return setting(kAlice, "OKU/PinnedCertificate").toString(); };
+    const QString first = QStringLiteral("5A:").repeated(32).chopped(1);
+    const QString second = QStringLiteral("17:").repeated(32).chopped(1);
+    EXPECT_EQ(messenger->pinCertificate(kAlice, first), QString());
+    EXPECT_EQ(pins(), first);
+    EXPECT_EQ(messenger->pinCertificate(kAlice, QStringLiteral("17").repeated(32)), QString());
+    EXPECT_EQ(pins(), first + u' ' + second);
+    EXPECT_EQ(messenger->pinCertificate(kAlice, first.toLower()), QString()) << "it is there already";
+    EXPECT_EQ(pins(), first + u' ' + second);
+    for (const QString& wrong : {QStringLiteral("tak"), first.chopped(3), first + QStringLiteral(":00"),
+                                 QString(first).replace(u'A', u'G'), first + u' ' + second, first + u'\n'}) {
+        EXPECT_EQ(messenger->pinCertificate(kAlice, wrong), QStringLiteral("To nie jest odcisk SHA-256: ") + wrong);
+    }
+    EXPECT_EQ(pins(), first + u' ' + second);
+    EXPECT_EQ(messenger->pinCertificate(kAlice, {}), QString());
+    EXPECT_EQ(pins(), QString());
+}
+
 TEST_F(Facade, KeepsHistoryThatCanBeSearchedAndExported) {
     ASSERT_EQ(messenger->start(), QString());
     messenger->addAccount(kAlice, QStringLiteral("a"));
