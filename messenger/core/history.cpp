@@ -5,13 +5,18 @@
 #include <QSqlQuery>
 #include <QUuid>
 
+#include "messenger/core/text_search.h"
+
 namespace oku {
 namespace {
 
 constexpr int kFormat = 1;  // of the tables, in user_version
+constexpr int kAll = -1;    // no limit
 constexpr char kColumns[] =
     "m.number, m.account, m.contact, m.resource, m.direction, m.subject, m.body, m.kind, m.time, m.delayed, m.state, "
     "m.failed";
+constexpr int kSubject = 5;  // places among the columns
+constexpr int kBody = 6;
 
 QVariant milliseconds(const QDateTime& time) {
     return time.isValid() ? QVariant(time.toMSecsSinceEpoch()) : QVariant();
@@ -28,23 +33,14 @@ Message messageAt(const QSqlQuery& row) {
     message.contact = row.value(2).toString();
     message.resource = row.value(3).toString();
     message.direction = row.value(4).toInt() ? Direction::out : Direction::in;
-    message.subject = row.value(5).toString();
-    message.body = row.value(6).toString();
+    message.subject = row.value(kSubject).toString();
+    message.body = row.value(kBody).toString();
     message.kind = row.value(7).toInt() ? MessageKind::normal : MessageKind::chat;
     message.time = timeAt(row.value(8));
     message.delayed = timeAt(row.value(9));
     message.state = static_cast<DeliveryState>(row.value(10).toInt());
     message.failed = row.value(11).toBool();
     return message;
-}
-
-/// The words of a search as an expression of the index: each as a prefix, all of them wanted.
-QString matchExpression(const QString& search) {
-    QStringList words;
-    for (QString word : search.simplified().split(u' ', Qt::SkipEmptyParts)) {
-        words.append(u'"' + word.replace(u'"', QStringLiteral("\"\"")) + QStringLiteral("\"*"));
-    }
-    return words.join(u' ');
 }
 
 }  // namespace
@@ -168,21 +164,22 @@ std::optional<Message> History::message(qint64 number) {
 QList<Message> History::find(const QString& account, const QString& with, int limit, const QString& search) {
     QList<Message> messages;
     if (!open()) return messages;
-    const QString match = matchExpression(search);
-    QString text = QStringLiteral("SELECT %1 FROM messages m").arg(QLatin1String(kColumns));
-    if (!match.isEmpty()) text += QStringLiteral(" JOIN words w ON w.rowid=m.number AND words MATCH ?");
-    text += QStringLiteral(" WHERE m.account=?");
+    QString text = QStringLiteral("SELECT %1 FROM messages m WHERE m.account=?").arg(QLatin1String(kColumns));
     if (!with.isEmpty()) text += QStringLiteral(" AND m.contact=?");
     text += QStringLiteral(" ORDER BY m.number DESC LIMIT ?");
+    const TextSearch wanted(search);
     QSqlQuery query(database_);
     query.setForwardOnly(true);
     query.prepare(text);
-    if (!match.isEmpty()) query.addBindValue(match);
     query.addBindValue(account);
     if (!with.isEmpty()) query.addBindValue(with);
-    query.addBindValue(limit);
+    query.addBindValue(wanted.empty() ? limit : kAll);
     if (!run(query)) return messages;
-    while (query.next()) messages.prepend(messageAt(query));
+    while ((limit < 0 || messages.size() < limit) && query.next()) {
+        // Only what fits is read as a whole; a long history is searched in a moment then.
+        if (wanted.fits(query.value(kSubject).toString(), query.value(kBody).toString()))
+            messages.prepend(messageAt(query));
+    }
     return messages;
 }
 

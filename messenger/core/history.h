@@ -24,7 +24,8 @@ public:
     /// `handed` marks a sent message that the server has not confirmed yet.
     void setState(qint64 number, DeliveryState state, bool handed = false);
     [[nodiscard]] std::optional<Message> message(qint64 number);
-    /// The newest `limit`, oldest first; empty `with` and `search` keep all.
+    /// The newest `limit` (negative: all), oldest first; empty `with` and `search` keep all. See TextSearch for what a
+    /// search finds.
     [[nodiscard]] QList<Message> find(const QString& account, const QString& with, int limit, const QString& search);
     /// Outgoing ones in this state, oldest first.
     [[nodiscard]] QList<Message> outgoing(const QString& account, DeliveryState state);

@@ -107,7 +107,7 @@ public:
     /// Sets the contact's count of unread messages to 0.
     void markRead(const QString& account, const QString& jid);
     /// The newest `limit` messages, oldest first. An empty `with` means all contacts; `search` keeps those whose body
-    /// or subject holds its words (case and diacritics don't count).
+    /// or subject holds all its words or parts of words (case and diacritics don't count).
     [[nodiscard]] QList<Message> history(const QString& account, const QString& with, int limit = 20,
                                          const QString& search = {}) const;
     enum class ExportFormat { text, json };

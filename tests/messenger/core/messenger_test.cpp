@@ -183,7 +183,9 @@ TEST_F(Facade, KeepsHistoryThatCanBeSearchedAndExported) {
               (QStringList{QStringLiteral("trzecia\nw dwóch wierszach"), QStringLiteral("ostatnia")}));
     EXPECT_EQ(bodies(bob, 20, "WIADOMOSC").size(), 1);
     EXPECT_EQ(bodies({}, 20, "wiadomość").size(), 2);
-    EXPECT_EQ(bodies(bob, 20, "wier trze").size(), 1) << "the beginnings of words, in any order";
+    EXPECT_EQ(bodies(bob, 20, "ierszach trze").size(), 1) << "parts of words, in any order";
+    EXPECT_EQ(bodies(bob, 20, "\"z (i)").size(), 1) << "signs as well";
+    EXPECT_EQ(bodies(bob, 1, "a"), QStringList(QStringLiteral("ostatnia"))) << "the newest that fit";
     for (const char* hostile : {"\"", "(i)", "AND OR NOT", "a* ^b", "x'; DROP TABLE messages; --", "NEAR("})
         bodies(bob, 5, hostile);
     EXPECT_EQ(bodies(bob, 20, "").size(), 4);
