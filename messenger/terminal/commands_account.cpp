@@ -16,11 +16,9 @@ const SettingRow* findSetting(const QString& key) {
     return nullptr;
 }
 
-bool isSecret(const SettingRow& row) { return QLatin1String(row.key).endsWith(QLatin1String("Pass")); }
-
 QString shownValue(const SettingRow& row, const QVariant& value) {
     if (!value.isValid()) return say(Text::SettingUnset);
-    return isSecret(row) ? QStringLiteral("***") : oneLine(value.toString());
+    return oneLine(shownSetting(QLatin1String(row.key), value).toString());
 }
 
 }  // namespace

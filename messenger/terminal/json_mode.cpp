@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <QLocale>
 #include <utility>
 
 #include "messenger/terminal/json_event.h"
@@ -13,12 +15,19 @@ namespace {
 
 constexpr qsizetype kLongestLine = 16 << 20;
 
-// A setting's value: numbers and booleans are integers in the settings files.
-QVariant settingOf(const QJsonValue& value) {
+constexpr double kLargestWhole = 9007199254740992.0;  // up to it a JSON number is exact
+
+// A setting's value: numbers and booleans are integers in the settings files. Nothing for a number that is none.
+std::optional<QVariant> settingOf(const QJsonValue& value) {
     if (value.isBool()) return value.toBool() ? 1 : 0;
+    if (!value.isDouble()) return value.toVariant();
     const double number = value.toDouble();
-    if (value.isDouble() && number == std::floor(number) && std::abs(number) <= 2147483647.0) return value.toInt();
-    return value.toVariant();
+    if (number != std::floor(number) || std::abs(number) > kLargestWhole) return std::nullopt;
+    return value.toInteger();
+}
+
+QString noInteger(const QJsonValue& value) {
+    return say(Text::BadNumber, QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest));
 }
 
 }  // namespace
@@ -145,7 +154,11 @@ void JsonMode::answerWaiting(const QString& account, const QString& jid) {
 JsonMode::Outcome JsonMode::onAccount(const QString&, const JsonCommand& command) {
     QVariantMap settings;
     const QJsonObject given = command.fields.value(QLatin1String("settings")).toObject();
-    for (auto at = given.begin(); at != given.end(); ++at) settings.insert(at.key(), settingOf(at.value()));
+    for (auto at = given.begin(); at != given.end(); ++at) {
+        const auto value = settingOf(at.value());
+        if (!value) return {noInteger(at.value())};
+        settings.insert(at.key(), *value);
+    }
     return {client_.addAccount(command.text("jid"), command.text("password"), settings)};
 }
 
@@ -223,13 +236,14 @@ JsonMode::Outcome JsonMode::onHistory(const QString& account, const JsonCommand&
 }
 
 JsonMode::Outcome JsonMode::onSet(const QString& account, const JsonCommand& command) {
-    const QJsonValue value = command.fields.value(QLatin1String("value"));
-    return {client_.setSetting(account, command.text("key"), settingOf(value))};
+    const QJsonValue given = command.fields.value(QLatin1String("value"));
+    const auto value = settingOf(given);
+    return {value ? client_.setSetting(account, command.text("key"), *value) : noInteger(given)};
 }
 
 JsonMode::Outcome JsonMode::onGet(const QString& account, const JsonCommand& command) {
     const QString key = command.text("key");
-    emitEvent(jsonSetting(account, key, client_.settingValue(account, key)));
+    emitEvent(jsonSetting(account, key, shownSetting(key, client_.settingValue(account, key))));
     return {};
 }
 

@@ -92,6 +92,11 @@ QString deliveryText(const Message& message, const QString& to) {
     return tell(Text::DeliverySent);
 }
 
+QVariant shownSetting(const QString& key, const QVariant& value) {
+    const bool secret = value.isValid() && key.endsWith(QLatin1String("Pass"));
+    return secret ? QVariant(QStringLiteral("***")) : value;
+}
+
 QString certificateText(const CertificateProblem& problem) {
     QString reason = problem.reason;
     while (reason.endsWith(u'.')) reason.chop(1);  // more of the sentence follows

@@ -27,6 +27,9 @@ QString connectionText(ConnectionState state);
 // What became of a message that was written earlier; `to` names its receiver.
 QString deliveryText(const Message& message, const QString& to);
 
+// A setting's value as it may be shown: a password is masked.
+QVariant shownSetting(const QString& key, const QVariant& value);
+
 // Why a certificate was refused, and its fingerprint.
 QString certificateText(const CertificateProblem& problem);
 

@@ -87,7 +87,7 @@ TEST_F(JsonModeTest, CarriesOutEachCommand) {
     const QString me = QStringLiteral("ala@localhost");
     expectOk(R"({"cmd":"account","jid":"ewa@localhost/x","password":"s3","settings":)"
              R"({"XMPP/Serv/Enable":1,"XMPP/Serv/Host":"127.0.0.1:5","XMPP/Serv/SSL":true}})",
-             "addAccount|ewa@localhost/x|s3|XMPP/Serv/Enable=int:1|XMPP/Serv/Host=QString:127.0.0.1:5|"
+             "addAccount|ewa@localhost/x|s3|XMPP/Serv/Enable=qlonglong:1|XMPP/Serv/Host=QString:127.0.0.1:5|"
              "XMPP/Serv/SSL=int:1");
     expectOk(R"({"cmd":"status","status":"xa","description":"śpię"})", "setStatus|ala@localhost|xa|śpię");
     expectOk(R"({"cmd":"status","status":"offline"})", "setStatus|ala@localhost|offline|");
@@ -110,7 +110,9 @@ TEST_F(JsonModeTest, CarriesOutEachCommand) {
     expectOk(R"({"cmd":"answer","box":3,"button":"yes"})", "answerBox|3|6");
     expectOk(R"({"cmd":"answer","box":4,"button":"no"})", "answerBox|4|7");
     expectOk(R"({"cmd":"answer","box":5,"button":"ok"})", "answerBox|5|1");
-    expectOk(R"({"cmd":"set","key":"XMPP/Priority","value":7})", "setSetting|ala@localhost|XMPP/Priority|int|7");
+    expectOk(R"({"cmd":"set","key":"XMPP/Priority","value":7})", "setSetting|ala@localhost|XMPP/Priority|qlonglong|7");
+    expectOk(R"({"cmd":"set","key":"k","value":-7.0})", "setSetting|ala@localhost|k|qlonglong|-7");
+    expectOk(R"({"cmd":"set","key":"k","value":3000000000})", "setSetting|ala@localhost|k|qlonglong|3000000000");
     expectOk(R"({"cmd":"set","key":"k","value":false})", "setSetting|ala@localhost|k|int|0");
     expectOk(R"({"cmd":"set","key":"k","value":"t"})", "setSetting|ala@localhost|k|QString|t");
     expectOk(R"({"cmd":"raw","xml":"<presence/>"})", "sendRaw|ala@localhost|<presence/>");
@@ -166,6 +168,10 @@ TEST_F(JsonModeTest, RefusesWrongValues) {
     EXPECT_EQ(expectError(R"({"cmd":"status","status":"sleeping"})").find("unknown status"), 0U);
     EXPECT_EQ(expectError(R"({"cmd":"status","status":"error"})").find("unknown status"), 0U);
     EXPECT_EQ(expectError(R"({"cmd":"message","to":"a@b","body":"x","kind":"loud"})").find("unknown kind"), 0U);
+    EXPECT_EQ(expectError(R"({"cmd":"set","key":"k","value":1.5})"), "\"1.5\" is not a whole number");
+    EXPECT_EQ(expectError(R"({"cmd":"set","key":"k","value":1e300})"), "\"1e+300\" is not a whole number");
+    EXPECT_EQ(expectError(R"({"cmd":"account","jid":"a@b","password":"p","settings":{"k":0.25}})"),
+              "\"0.25\" is not a whole number");
     EXPECT_EQ(expectError(R"({"cmd":"answer","box":1,"button":"maybe"})").find("unknown answer"), 0U);
     EXPECT_EQ(expectError(R"({"cmd":"resend","message":1.5})").find("the field \"message\" must be"), 0U);
     EXPECT_EQ(expectError(R"({"cmd":"history","with":"a@b","limit":0})"), "the number of messages must be above zero");
@@ -230,6 +236,16 @@ TEST_F(JsonModeTest, GivesASettingBeforeItsAnswer) {
         answers[0],
         (QJsonObject{{"event", "setting"}, {"account", "ala@localhost"}, {"key", "XMPP/Priority"}, {"value", 7}}));
     EXPECT_TRUE(say_(R"({"cmd":"get","key":"none"})").value(0).value("value").isNull());
+}
+
+TEST_F(JsonModeTest, ShowsNoPassword) {
+    for (const char* key : {"XMPP/Pass", "XMPP/Proxy/Pass"}) {
+        const QByteArray get = QByteArrayLiteral("{\"cmd\":\"get\",\"key\":\"") + key + "\"}";
+        client.settings.remove(key);
+        EXPECT_TRUE(say_(get).value(0).value("value").isNull()) << "that there is none may be told";
+        client.settings[key] = "tajne";
+        EXPECT_EQ(say_(get).value(0).value("value"), "***");
+    }
 }
 
 TEST_F(JsonModeTest, AnswersAQuestionAboutAContactWhenAllIsKnown) {
