@@ -111,6 +111,9 @@ std::optional<Account> Messenger::account(const QString& jid) const {
 QString Messenger::addAccount(const QString& jid, const QString& password, const QVariantMap& settings) {
     if (!d->running()) return QCoreApplication::translate("Messenger", "Wtyczka nie jest wczytana.");
     if (!looksLikeJid(jid)) return QCoreApplication::translate("Messenger", "To nie jest adres konta: %1").arg(jid);
+    for (const QString& name : settings.keys()) {
+        if (!canBeSettingKey(name)) return unusableSettingKey(name);
+    }
     if (auto* known = d->find(jid)) {
         changeAccount(*known->settings, jid, password, settings);
         d->sockets.sockets().forgetFailures(known->socket);
@@ -145,8 +148,7 @@ QVariant Messenger::settingValue(const QString& account, const QString& name) co
 
 QString Messenger::setSetting(const QString& account, const QString& name, const QVariant& value) {
     return d->with(account, [&](AccountEntry& entry) {
-        entry.settings->set(name, value);
-        return QString();
+        return entry.settings->set(name, value) ? QString() : unusableSettingKey(name);
     });
 }
 

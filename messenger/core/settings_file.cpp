@@ -88,34 +88,53 @@ std::optional<QVariant> parseValue(QStringView text) {
     return isNumber ? QVariant(number) : QVariant(text.toString());
 }
 
+QString lineOf(const QString& key, const QVariant& value) {
+    const bool isText = value.typeId() == QMetaType::QString;
+    return key + QStringLiteral(" = ") + (isText ? quoted(value.toString()) : value.toString()) + u'\n';
+}
+
+/// Adds what a line says to `values`; false when it says nothing that can be read.
+bool readLine(const QByteArray& bytes, QMap<QString, QVariant>& values) {
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString line = decoder(bytes);
+    if (decoder.hasError() || line.contains(QChar(u'\0'))) return false;
+    const QStringView trimmed = QStringView(line).trimmed();
+    if (trimmed.isEmpty() || trimmed.startsWith(u'#')) return true;
+    const qsizetype equals = trimmed.indexOf(u'=');
+    const QStringView key = equals < 0 ? QStringView() : trimmed.left(equals).trimmed();
+    const auto value = key.isEmpty() ? std::nullopt : parseValue(trimmed.mid(equals + 1).trimmed());
+    if (value) values.insert(key.toString(), *value);
+    return value.has_value();
+}
+
 }  // namespace
 
 QByteArray settingsToBytes(const QMap<QString, QVariant>& values) {
     QString text;
-    for (auto at = values.begin(); at != values.end(); ++at) {
-        const bool isText = at->typeId() == QMetaType::QString;
-        text += at.key() + QStringLiteral(" = ") + (isText ? quoted(at->toString()) : at->toString()) + u'\n';
-    }
+    for (auto at = values.begin(); at != values.end(); ++at) text += lineOf(at.key(), *at);
     return text.toUtf8();
 }
 
 QMap<QString, QVariant> settingsFromBytes(const QByteArray& bytes, bool& ok) {
-    ok = false;
-    QStringDecoder decoder(QStringDecoder::Utf8);
-    const QString content = decoder(bytes);
-    if (decoder.hasError() || content.contains(QChar(u'\0'))) return {};
-    QMap<QString, QVariant> values;
-    for (const QStringView line : QStringView(content).split(u'\n')) {
-        const QStringView trimmed = line.trimmed();
-        if (trimmed.isEmpty() || trimmed.startsWith(u'#')) continue;
-        const qsizetype equals = trimmed.indexOf(u'=');
-        const QStringView key = equals < 0 ? QStringView() : trimmed.left(equals).trimmed();
-        const auto value = key.isEmpty() ? std::nullopt : parseValue(trimmed.mid(equals + 1).trimmed());
-        if (!value) return {};
-        values.insert(key.toString(), *value);
-    }
     ok = true;
+    QMap<QString, QVariant> values;
+    for (const QByteArray& line : bytes.split('\n')) ok = readLine(line, values) && ok;
     return values;
+}
+
+bool canBeSettingKey(const QString& key) {
+    if (key.contains(u'\r')) return false;
+    bool ok = false;
+    const auto values = settingsFromBytes(lineOf(key, 0).toUtf8(), ok);
+    return ok && values.size() == 1 && values.firstKey() == key;
+}
+
+QString unusableSettingKey(const QString& key) {
+    return QCoreApplication::translate(
+               "Settings",
+               "\"%1\" nie może być nazwą ustawienia: nie może być pusta, zaczynać się od #, mieć "
+               "odstępów na brzegach, znaku = ani końca wiersza.")
+        .arg(key);
 }
 
 bool replaceFile(const QString& path, const QByteArray& content) {
@@ -152,6 +171,10 @@ void SettingsFile::read() {
     values_.insert(remembered);
     file.close();
     if (!ok) setAside();
+    if (ok || unreadable_ || valuesOnDisk().isEmpty()) return;
+    // At once: until then no file stands in the place of the one that was put aside.
+    dirty_ = true;
+    write();
 }
 
 void SettingsFile::setAside() {
@@ -187,14 +210,15 @@ qlonglong SettingsFile::number(const QString& key, qlonglong fallback) const {
     return ok ? number : fallback;
 }
 
-void SettingsFile::set(const QString& key, const QVariant& value) {
+bool SettingsFile::set(const QString& key, const QVariant& value) {
+    if (!canBeSettingKey(key)) return false;
     QVariant kept;
     if (value.isValid()) {
         const int type = value.typeId();
         const bool isText = type == QMetaType::QString || !value.canConvert<qlonglong>();
         kept = isText ? QVariant(value.toString()) : QVariant(value.toLongLong());
     }
-    if (values_.value(key) == kept && values_.contains(key) == kept.isValid()) return;
+    if (values_.value(key) == kept && values_.contains(key) == kept.isValid()) return true;
     if (kept.isValid()) {
         values_.insert(key, kept);
     } else {
@@ -202,6 +226,7 @@ void SettingsFile::set(const QString& key, const QVariant& value) {
     }
     changedNow();
     emit changed(key);
+    return true;
 }
 
 void SettingsFile::changedNow() {

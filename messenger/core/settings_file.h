@@ -13,8 +13,8 @@ namespace oku {
 /// written aside, synced and renamed within a second of a change and at write(), so that a kill at any moment leaves
 /// the old or the new file whole. Only its owner can read it, as passwords may stand in it.
 ///
-/// A file that is not of this form is kept aside as NAME.damaged-TIME and told by noticed(); the map is empty then. A
-/// file that cannot be read is told as well, and never written over.
+/// A file that is not of this form is kept aside as NAME.damaged-TIME and told by noticed(); the lines that can be read
+/// count, and make the new file. A file that cannot be read is told as well, and never written over.
 class SettingsFile : public QObject {
     Q_OBJECT
 
@@ -32,8 +32,9 @@ public:
     /// The value as a number; text that is not a number, or no value, gives `fallback`.
     [[nodiscard]] qlonglong number(const QString& key, qlonglong fallback) const;
     [[nodiscard]] QString text(const QString& key) const { return values_.value(key).toString(); }
-    /// Integers and booleans are kept as integers, the rest as text; an invalid value removes the key.
-    void set(const QString& key, const QVariant& value);
+    /// Integers and booleans are kept as integers, the rest as text; an invalid value removes the key. False, and
+    /// nothing done, for a key that the file could not hold (canBeSettingKey()).
+    bool set(const QString& key, const QVariant& value);
     [[nodiscard]] bool has(const QString& key) const { return values_.contains(key); }
     /// From now on the key's value is only remembered: it is not written, and read() leaves it as it is. Off, it is
     /// written like all others.
@@ -59,9 +60,15 @@ private:
     bool failureTold_ = false;
 };
 
-/// The content of a settings file, and back. `ok` tells whether the content is of the form.
+/// The content of a settings file, and back: what its readable lines say. `ok` tells whether all of them are.
 QByteArray settingsToBytes(const QMap<QString, QVariant>& values);
 QMap<QString, QVariant> settingsFromBytes(const QByteArray& bytes, bool& ok);
+
+/// Whether a line with this key would be read back as it was written: a key is not empty, begins with no # and no
+/// blank, ends with no blank, and holds no = and no end of a line.
+bool canBeSettingKey(const QString& key);
+/// The sentence that tells a person so.
+QString unusableSettingKey(const QString& key);
 
 /// Replaces a file whole: written aside in the same folder, synced, renamed. Only the owner can read it.
 bool replaceFile(const QString& path, const QByteArray& content);

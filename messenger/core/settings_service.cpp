@@ -99,12 +99,10 @@ OKU_WORD SettingsService::set(OKU_WORD param) {
     const auto* record = recordAt<OKU_SETTINGS_RECORD>(param);
     auto* file = record ? at(record->store) : nullptr;
     if (!file || !record->key) return 0;
-    if (record->type == OKU_SETTING_INTEGER) {
-        file->set(wideText(record->key), static_cast<qlonglong>(record->value));
-    } else {
-        file->set(wideText(record->key), boundedText(widePointer(record->value), record->length));
-    }
-    return 1;
+    const bool isNumber = record->type == OKU_SETTING_INTEGER;
+    const QVariant value = isNumber ? QVariant(static_cast<qlonglong>(record->value))
+                                    : QVariant(boundedText(widePointer(record->value), record->length));
+    return file->set(wideText(record->key), value) ? 1 : 0;
 }
 
 }  // namespace oku

@@ -884,6 +884,10 @@ Commands inside the program: /help. All of it: man oku-terminal
         <source>Nie można zapisać ustawień w pliku %1.</source>
         <translation>The settings cannot be written to %1.</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; nie może być nazwą ustawienia: nie może być pusta, zaczynać się od #, mieć odstępów na brzegach, znaku = ani końca wiersza.</source>
+        <translation>&quot;%1&quot; cannot be the name of a setting: it must not be empty, begin with #, have blanks at its ends, or hold a = or the end of a line.</translation>
+    </message>
 </context>
 <context>
     <name>Terminal</name>

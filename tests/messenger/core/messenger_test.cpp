@@ -66,6 +66,19 @@ TEST_F(Facade, ChangesAnAccountThatIsThere) {
     EXPECT_EQ(setting(kAlice, "XMPP/Pass").toString(), QStringLiteral("b"));
 }
 
+TEST_F(Facade, RefusesASettingWhoseKeyTheFileCannotHold) {
+    ASSERT_EQ(messenger->start(), QString());
+    const QString bad = QStringLiteral("a=b");
+    EXPECT_TRUE(messenger->addAccount(kAlice, QStringLiteral("a"), {{bad, 1}}).contains(bad));
+    EXPECT_TRUE(messenger->accounts().isEmpty()) << "nothing of it was done";
+    messenger->addAccount(kAlice, QStringLiteral("a"));
+    EXPECT_FALSE(messenger->addAccount(kAlice, QStringLiteral("b"), {{QString(), 1}}).isEmpty());
+    EXPECT_EQ(setting(kAlice, "XMPP/Pass").toString(), QStringLiteral("a"));
+    EXPECT_TRUE(messenger->setSetting(kAlice, bad, 1).contains(bad));
+    EXPECT_FALSE(setting(kAlice, "a=b").isValid());
+    EXPECT_EQ(messenger->setSetting(kAlice, QStringLiteral("XMPP/Priority"), 1), QString());
+}
+
 TEST_F(Facade, LoadsThePluginAnewForAFurtherAccount) {
     ASSERT_EQ(messenger->start(), QString());
     messenger->addAccount(kAlice, QStringLiteral("a"));

@@ -100,6 +100,38 @@ TEST_F(Settings, KeepADamagedFileAsideAndSaySoOnce) {
     }
 }
 
+TEST_F(Settings, KeepWhatCanBeReadOfADamagedFile) {
+    writeFile(path(),
+              "XMPP/User = \"alice@example.org\"\nXMPP/Pass = \"cut\nXMPP/Bad\xff = 1\nno sign\nXMPP/Priority = 5");
+    SettingsFile file(path());
+    QStringList notices;
+    QObject::connect(&file, &SettingsFile::noticed, &file, [&](const QString& text) { notices.append(text); });
+    file.read();
+    EXPECT_EQ(notices.size(), 1);
+    EXPECT_EQ(file.text(QStringLiteral("XMPP/User")), QStringLiteral("alice@example.org"));
+    EXPECT_EQ(file.number(QStringLiteral("XMPP/Priority"), 0), 5);
+    EXPECT_EQ(QDir(directory.path()).entryList({QStringLiteral("a.config.damaged-*")}).size(), 1);
+    EXPECT_EQ(contentOf(path()), "XMPP/Priority = 5\nXMPP/User = \"alice@example.org\"\n");
+    file.read();
+    EXPECT_EQ(notices.size(), 1) << "the new file is whole";
+}
+
+TEST_F(Settings, RefuseAKeyThatWouldNotBeReadBack) {
+    SettingsFile file(path());
+    for (const char* key : {"", " ", " a", "a ", "\ta", "a=b", "#a", "a\nb", "a = 1\nb", "a\rb"}) {
+        EXPECT_FALSE(file.set(QString::fromUtf8(key), 1)) << key;
+        EXPECT_FALSE(file.has(QString::fromUtf8(key))) << key;
+    }
+    EXPECT_FALSE(file.set(QStringLiteral("a") + QChar(u'\0'), 1));
+    EXPECT_FALSE(file.set(QChar(QChar::ByteOrderMark) + QStringLiteral("a"), 1));
+    EXPECT_FALSE(file.set(QString(QChar(0xd800)), 1)) << "half of a character";
+    EXPECT_TRUE(file.set(QStringLiteral("zażółć a#b \"c\""), 1));
+    EXPECT_TRUE(file.write());
+    bool ok = false;
+    EXPECT_EQ(settingsFromBytes(contentOf(path()), ok).keys(), QStringList(QStringLiteral("zażółć a#b \"c\"")));
+    EXPECT_TRUE(ok);
+}
+
 TEST_F(Settings, AreNotWrittenOverAFileThatCannotBeRead) {
     ASSERT_TRUE(QDir().mkdir(path()));  // a folder in its place cannot be opened, not even by root
     SettingsFile file(path());
@@ -187,6 +219,17 @@ TEST_F(SettingsServices, GiveAndTakeBothTypes) {
     change.length = 3;
     call(u"OKU/Settings/Set", wordOf(&change));
     EXPECT_EQ(entry().settings->text(QStringLiteral("desc/String")), QStringLiteral("abc"));
+}
+
+TEST_F(SettingsServices, RefuseAKeyThatTheFileCannotHold) {
+    writeAccount({}, QStringLiteral("alice@example.org"));
+    start();
+    auto number = record(u"XMPP/a=b", OKU_SETTING_INTEGER);
+    EXPECT_EQ(call(u"OKU/Settings/Set", wordOf(&number)), 0);
+    auto text = record(u"", OKU_SETTING_STRING);
+    text.value = wordOf(u"x");
+    text.length = 1;
+    EXPECT_EQ(call(u"OKU/Settings/Set", wordOf(&text)), 0);
 }
 
 TEST_F(SettingsServices, NeverGiveHalfOfACharacter) {
