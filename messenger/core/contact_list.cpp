@@ -1,10 +1,10 @@
 #include "messenger/core/contact_list.h"
 
 #include <algorithm>
+#include <QCoreApplication>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QTimer>
 
 #include "messenger/core/settings_file.h"
 
@@ -26,7 +26,14 @@ void sumUp(Contact& contact) {
 
 }  // namespace
 
-ContactList::ContactList(QString path, QObject* parent) : QObject(parent), path_(std::move(path)) {}
+ContactList::ContactList(QString path, QObject* parent) : QObject(parent), path_(std::move(path)) {
+    saveTimer_.setSingleShot(true);
+    saveTimer_.setInterval(kSaveDelay);
+    // A rebuild is written when it is complete, never half-way.
+    connect(&saveTimer_, &QTimer::timeout, this, [this] {
+        if (!rebuilding_) save();
+    });
+}
 
 void ContactList::load() {
     QFile file(path_);
@@ -48,6 +55,7 @@ void ContactList::load() {
 }
 
 void ContactList::save() {
+    saveTimer_.stop();
     if (!dirty_ || path_.isEmpty()) return;
     QJsonArray list;
     for (const auto& [jid, entry] : entries_) {
@@ -60,15 +68,17 @@ void ContactList::save() {
     }
     dirty_ = !replaceFile(path_, QJsonDocument(list).toJson());
     known_ = true;
+    if (dirty_ && !failureTold_) {
+        emit noticed(
+            QCoreApplication::translate("ContactList", "Nie można zapisać listy kontaktów w pliku %1.").arg(path_));
+    }
+    failureTold_ = dirty_;
 }
 
 void ContactList::scheduleSave() {
-    if (path_.isEmpty() || dirty_) return;
+    if (path_.isEmpty()) return;
     dirty_ = true;
-    // A rebuild is written when it is complete, never half-way.
-    QTimer::singleShot(kSaveDelay, this, [this] {
-        if (!rebuilding_) save();
-    });
+    if (!saveTimer_.isActive()) saveTimer_.start();
 }
 
 void ContactList::add(const Basics& basics) {
@@ -133,6 +143,7 @@ void ContactList::abortRebuild() {
     rebuilding_ = false;
     drawing_ = true;
     for (auto& [jid, entry] : entries_) entry.stale = false;
+    if (dirty_) scheduleSave();
     flush();
 }
 

@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QSet>
 #include <QStringList>
+#include <QTimer>
 
 #include "messenger/core/types.h"
 
@@ -32,7 +33,8 @@ public:
     explicit ContactList(QString path, QObject* parent = nullptr);
 
     void load();
-    /// Writes what changed. Happens by itself within a second of a change.
+    /// Writes what changed. Happens by itself within a second of a change. What could not be written is told once, and
+    /// tried again at the next change.
     void save();
 
     /// Whether a list was ever kept: then the plugin's own file, which is added at its start, shows nothing new.
@@ -73,6 +75,7 @@ signals:
     void removed(const QString& jid);
     /// A rebuild came to its end.
     void rebuilt();
+    void noticed(const QString& text);
 
 private:
     struct Entry {
@@ -94,6 +97,8 @@ private:
     bool rebuilding_ = false;
     bool known_ = false;
     bool dirty_ = false;
+    bool failureTold_ = false;
+    QTimer saveTimer_;
 };
 
 }  // namespace oku

@@ -66,6 +66,7 @@ ContactList& ContactService::list(const AccountEntry& account) {
     connect(list.get(), &ContactList::changed, this,
             [this, jid](const Contact& contact) { emit changed(jid(), contact); });
     connect(list.get(), &ContactList::removed, this, [this, jid](const QString& gone) { emit removed(jid(), gone); });
+    connect(list.get(), &ContactList::noticed, this, [this, jid](const QString& text) { emit noticed(jid(), text); });
     connect(list.get(), &ContactList::rebuilt, this, [this, key] { emit rebuilt(key); });
     return *list;
 }

@@ -33,6 +33,7 @@ signals:
     void removed(const QString& account, const QString& jid);
     /// A list was rebuilt from the server's answer.
     void rebuilt(const QString& key);
+    void noticed(const QString& account, const QString& text);
     void presence(const QString& account, const QString& jid, const oku::Resource& resource);
 
 private:

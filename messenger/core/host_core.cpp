@@ -61,6 +61,7 @@ void HostCore::connectParts() {
     connect(&passwords, &Passwords::noticed, this, &HostCore::noticed);
     connect(&history, &History::failed, this, [this](const QString& text) { emit noticed({}, text); });
     connect(&sessions, &Sessions::noticed, this, &HostCore::noticed);
+    connect(&contacts, &ContactService::noticed, this, &HostCore::noticed);
     connect(&roster, &RosterCommands::noticed, this, &HostCore::noticed);
     connect(&sockets, &SocketBridge::noticed, this, &HostCore::noticed);
     connect(&log, &LogService::noticed, this, &HostCore::noticed);

@@ -260,6 +260,13 @@ Trust this certificate on this account from now on?</translation>
     </message>
 </context>
 <context>
+    <name>ContactList</name>
+    <message>
+        <source>Nie można zapisać listy kontaktów w pliku %1.</source>
+        <translation>The contact list cannot be saved in the file %1.</translation>
+    </message>
+</context>
+<context>
     <name>Contacts</name>
     <message>
         <source>Nie ma takiego kontaktu: %1</source>

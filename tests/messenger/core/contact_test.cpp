@@ -123,6 +123,23 @@ TEST_F(Contacts, SurviveADamagedFile) {
     EXPECT_EQ(list().contacts().size(), 1);
 }
 
+TEST_F(Contacts, AreWrittenAgainAfterAFailureThatIsToldOnce) {
+    const QString path = directory.filePath(QStringLiteral("tiny.contacts"));
+    ASSERT_TRUE(QDir().mkdir(path));  // a folder in its place cannot be replaced, not even by root
+    logIn({u"bob@example.org"});
+    const auto told = [&] { return notices.filter(path).size(); };
+    EXPECT_EQ(told(), 1);
+    inPlugin([&] { addContact(u"ewa@example.org", u"Ewa", u"Kontakty"); });
+    list().save();
+    EXPECT_EQ(told(), 1);
+    ASSERT_TRUE(QDir().rmdir(path));
+    inPlugin([&] { addContact(u"jan@example.org", u"Jan", u"Kontakty"); });
+    EXPECT_TRUE(waitFor([&] { return QFile::exists(path); })) << "a change writes what waits as well";
+    restart();
+    EXPECT_TRUE(list().has(QStringLiteral("ewa@example.org")));
+    EXPECT_TRUE(list().has(QStringLiteral("jan@example.org")));
+}
+
 TEST_F(Contacts, ComeAndGoWithPushes) {
     logIn({u"bob@example.org"});
     trace.clear();
