@@ -6,7 +6,14 @@
 namespace oku {
 namespace {
 
-QString stamp(const QDateTime& time) { return time.toString(Qt::ISODate); }
+/// For people: the time of the place where it is exported, with its offset, as RFC 3339 wants.
+QString localStamp(const QDateTime& time) {
+    const QDateTime local = time.toLocalTime();
+    return local.toOffsetFromUtc(local.offsetFromUtc()).toString(Qt::ISODate);
+}
+
+/// For programs: as the JSON mode writes it.
+QString stamp(const QDateTime& time) { return time.toUTC().toString(Qt::ISODateWithMs); }
 
 }  // namespace
 
@@ -14,10 +21,10 @@ QByteArray historyAsText(const QList<Message>& messages) {
     QString text;
     for (const Message& message : messages) {
         const bool out = message.direction == Direction::out;
-        text += stamp(message.time) + u' ' + (out ? message.account : message.contact);
+        text += localStamp(message.time) + u' ' + (out ? message.account : message.contact);
         if (message.delayed.isValid()) {
             text += QStringLiteral(" (") +
-                    QCoreApplication::translate("History", "napisana %1").arg(stamp(message.delayed)) + u')';
+                    QCoreApplication::translate("History", "napisana %1").arg(localStamp(message.delayed)) + u')';
         }
         if (out && message.state != DeliveryState::sent)
             text += QStringLiteral(" [%1]").arg(deliveryStateWord(message.state));

@@ -260,7 +260,10 @@ QString Messenger::exportHistory(const QString& account, const QString& with, Ex
     const auto messages = d->history.find(bareJid(account), bareJid(with), everything, {});
     QSaveFile file(path);
     const QByteArray content = format == ExportFormat::json ? historyAsJson(messages) : historyAsText(messages);
-    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit()) return {};
+    const bool opened = file.open(QIODevice::WriteOnly);
+    // What is private in the history stays so. A file system that knows no permissions takes the file all the same.
+    if (opened) file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    if (opened && file.write(content) == content.size() && file.commit()) return {};
     return QCoreApplication::translate("Messenger", "Nie można zapisać pliku %1: %2").arg(path, file.errorString());
 }
 

@@ -111,7 +111,7 @@ public:
     [[nodiscard]] QList<Message> history(const QString& account, const QString& with, int limit = 20,
                                          const QString& search = {}) const;
     enum class ExportFormat { text, json };
-    /// Writes a conversation to a file (an empty `with`: all of the account).
+    /// Writes a conversation to a file (an empty `with`: all of the account) that only its owner can read.
     QString exportHistory(const QString& account, const QString& with, ExportFormat format, const QString& path) const;
 
     // Plugin windows ------------------------------------------------------------------------------------------------

@@ -220,6 +220,36 @@ TEST_F(Facade, KeepsHistoryThatCanBeSearchedAndExported) {
         messenger->exportHistory(kAlice, bob, Messenger::ExportFormat::text, QStringLiteral("/nowhere/x")).isEmpty());
 }
 
+TEST_F(Facade, ExportsForItsOwnerOnly) {
+    ASSERT_EQ(messenger->start(), QString());
+    messenger->addAccount(kAlice, QStringLiteral("a"));
+    const QString path = directory.filePath(QStringLiteral("out.txt"));
+    const auto permissions = [&] { return QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther); };
+    EXPECT_EQ(messenger->exportHistory(kAlice, {}, Messenger::ExportFormat::text, path), QString());
+    EXPECT_FALSE(permissions());
+    ASSERT_TRUE(QFile::setPermissions(path, QFile::permissions(path) | QFile::ReadGroup | QFile::ReadOther));
+    EXPECT_EQ(messenger->exportHistory(kAlice, {}, Messenger::ExportFormat::text, path), QString());
+    EXPECT_FALSE(permissions()) << "also in place of another file";
+}
+
+TEST(Export, TellsTimesThatAreTheSameEverywhere) {
+    const QByteArray before = qgetenv("TZ");
+    qputenv("TZ", "XYZ-5:30");
+    Message message;
+    message.account = kAlice;
+    message.contact = QStringLiteral("bob@example.org");
+    message.time = QDateTime(QDate(2026, 11, 21), QTime(9, 5, 7, 250), Qt::UTC).toLocalTime();
+    message.delayed = QDateTime(QDate(2026, 11, 20), QTime(8, 0), Qt::UTC);
+    const QByteArray text = historyAsText({message});
+    const QByteArray json = historyAsJson({message});
+    before.isNull() ? qunsetenv("TZ") : qputenv("TZ", before);
+    EXPECT_TRUE(text.startsWith("2026-11-21T14:35:07+05:30 bob@example.org (napisana 2026-11-20T13:30:00+05:30)"))
+        << text.constData();
+    const QJsonObject entry = QJsonDocument::fromJson(json).array()[0].toObject();
+    EXPECT_EQ(entry[QStringLiteral("time")], QStringLiteral("2026-11-21T09:05:07.250Z"));
+    EXPECT_EQ(entry[QStringLiteral("delayed")], QStringLiteral("2026-11-20T08:00:00.000Z"));
+}
+
 TEST_F(Facade, TellsOfAHistoryThatCannotBeOpenedAndSendsNothingUnwritten) {
     QFile file(directory.filePath(QStringLiteral("history.sqlite")));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
