@@ -10,13 +10,23 @@
 namespace oku {
 namespace {
 
-constexpr int kFormat = 1;  // of the tables, in user_version
+constexpr int kFormat = 2;  // of the tables, in user_version
 constexpr int kAll = -1;    // no limit
 constexpr char kColumns[] =
     "m.number, m.account, m.contact, m.resource, m.direction, m.subject, m.body, m.kind, m.time, m.delayed, m.state, "
     "m.failed";
 constexpr int kSubject = 5;  // places among the columns
 constexpr int kBody = 6;
+
+constexpr const char* kNewTables[] = {
+    "CREATE TABLE messages(number INTEGER PRIMARY KEY AUTOINCREMENT, account TEXT NOT NULL, contact TEXT NOT NULL,"
+    " resource TEXT, direction INTEGER NOT NULL, subject TEXT, body TEXT, kind INTEGER NOT NULL,"
+    " time INTEGER NOT NULL, delayed INTEGER, state INTEGER NOT NULL, failed INTEGER NOT NULL DEFAULT 0,"
+    " handed INTEGER NOT NULL DEFAULT 0)",
+    "CREATE INDEX conversation ON messages(account, contact, number)",
+    "CREATE INDEX waiting ON messages(account, state) WHERE direction=1", "PRAGMA user_version=2"};
+// An index of words, which found no signs and no parts of words.
+constexpr const char* kFromFormat1[] = {"DROP TRIGGER indexed", "DROP TABLE words", "PRAGMA user_version=2"};
 
 QVariant milliseconds(const QDateTime& time) {
     return time.isValid() ? QVariant(time.toMSecsSinceEpoch()) : QVariant();
@@ -89,23 +99,15 @@ bool History::prepareTables() {
     if (!query.exec(QStringLiteral("PRAGMA user_version")) || !query.next()) return false;
     const int format = query.value(0).toInt();
     query.finish();
-    if (format == kFormat) {
-        // What was handed to a connection when the program ended without a word is not known to have arrived.
-        return query.exec(QStringLiteral("UPDATE messages SET state=3, handed=0 WHERE handed=1"));
-    }
-    if (format != 0) return false;
-    const char* const steps[] = {
-        "CREATE TABLE messages(number INTEGER PRIMARY KEY AUTOINCREMENT, account TEXT NOT NULL, contact TEXT NOT NULL,"
-        " resource TEXT, direction INTEGER NOT NULL, subject TEXT, body TEXT, kind INTEGER NOT NULL,"
-        " time INTEGER NOT NULL, delayed INTEGER, state INTEGER NOT NULL, failed INTEGER NOT NULL DEFAULT 0,"
-        " handed INTEGER NOT NULL DEFAULT 0)",
-        "CREATE INDEX conversation ON messages(account, contact, number)",
-        "CREATE INDEX waiting ON messages(account, state) WHERE direction=1",
-        "CREATE VIRTUAL TABLE words USING fts5(subject, body, content='messages', content_rowid='number',"
-        " tokenize='unicode61 remove_diacritics 2')",
-        "CREATE TRIGGER indexed AFTER INSERT ON messages BEGIN"
-        " INSERT INTO words(rowid, subject, body) VALUES(new.number, new.subject, new.body); END",
-        "PRAGMA user_version=1"};
+    if (format < 0 || format > kFormat) return false;
+    if (format == 0 && !change(kNewTables)) return false;
+    if (format == 1 && !change(kFromFormat1)) return false;
+    // What was handed to a connection when the program ended without a word is not known to have arrived.
+    return query.exec(QStringLiteral("UPDATE messages SET state=3, handed=0 WHERE handed=1"));
+}
+
+bool History::change(std::span<const char* const> steps) {
+    QSqlQuery query(database_);
     database_.transaction();
     for (const char* step : steps) {
         if (!query.exec(QString::fromLatin1(step))) return database_.rollback(), false;

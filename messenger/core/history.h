@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <span>
 
 #include "messenger/core/types.h"
 
@@ -37,6 +38,8 @@ signals:
 private:
     bool open();
     bool prepareTables();
+    /// All of these steps, or none.
+    bool change(std::span<const char* const> steps);
     bool run(QSqlQuery& query);
 
     QString path_;

@@ -95,8 +95,6 @@ private:
             QSqlQuery query(database);
             if (query.exec(QStringLiteral("PRAGMA integrity_check")) && query.next())
                 result = query.value(0).toString();
-            if (!query.exec(QStringLiteral("INSERT INTO words(words) VALUES('integrity-check')")))
-                result = QStringLiteral("the index differs");
         }
         QSqlDatabase::removeDatabase(name);
         return result.toStdString();
