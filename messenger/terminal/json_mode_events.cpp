@@ -40,8 +40,10 @@ void JsonMode::messageQueued(const QString& account, const Message& message) {
     emitEvent(jsonOutgoing(account, message));
 }
 
+// Once for programs, and in words for the people behind them.
 void JsonMode::messageStateChanged(const QString& account, const Message& message) {
     emitEvent(jsonOutgoing(account, message));
+    emitEvent(jsonNotice(account, deliveryText(message, message.contact)));
 }
 
 void JsonMode::typingReceived(const QString& account, const QString& jid, bool composing) {

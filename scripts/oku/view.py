@@ -44,8 +44,6 @@ _TEXTS = {
     "message": lambda event: f"<{event.get('from')}> {event.get('body')}",
     "sent": lambda event: f"<me> {event.get('body')}",
     "queued": lambda event: f"<me, waiting for the login> {event.get('body')}",
-    "unconfirmed": lambda event: f"! message {event.get('message')} to {event.get('to')} is not confirmed",
-    "failed": lambda event: f"! message {event.get('message')} to {event.get('to')} was not delivered",
     "question": lambda event: f"? {event.get('title')}: {event.get('text')}",
     "notice": lambda event: f"! {event.get('text')}",
     "not JSON": lambda event: f"!! {event.get('line')}",

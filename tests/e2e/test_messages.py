@@ -78,9 +78,13 @@ class Messages:
 
     def test_a_message_to_nobody_is_told_to_have_failed(self):
         self.terminal.command("message", to="nikt@localhost", body="halo?")
-        self.terminal.wait("failed", to="nikt@localhost", body="halo?")
+        number = self.terminal.wait("failed", to="nikt@localhost")["message"]
+        self.terminal.wait("notice", text=lambda text: "nikt@localhost" in text)
         kept = self.terminal.ask("history", "history", **{"with": "nikt@localhost"})["messages"]
         self.assertEqual([one["state"] for one in kept if one["direction"] == "out"], ["failed"])
+        self.terminal.command("resend", message=number)
+        self.terminal.wait("sent", message=number, body="halo?")
+        self.terminal.wait("failed", message=number)
 
     def test_the_history_keeps_both_sides_in_order(self):
         self.terminal.command("message", to="olek@localhost", body="raz")

@@ -371,10 +371,16 @@ TEST_F(JsonModeTest, TellsEachEvent) {
     Message lost = outgoing("ala@localhost", "o@l", "b", 8);
     lost.state = DeliveryState::unconfirmed;
     mode.messageStateChanged(me, lost);
-    EXPECT_EQ(told(), R"({"account":"ala@localhost","body":"b","event":"unconfirmed","message":8,"to":"o@l"})");
+    EXPECT_EQ(
+        events.value(0),
+        (QJsonObject{
+            {"account", "ala@localhost"}, {"body", "b"}, {"event", "unconfirmed"}, {"message", 8}, {"to", "o@l"}}));
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"notice","text":"message 8 to o@l is not confirmed: )"
+                      R"(the connection broke after it was sent"})");
     lost.state = DeliveryState::failed;
     mode.messageStateChanged(me, lost);
-    EXPECT_EQ(told(), R"({"account":"ala@localhost","body":"b","event":"failed","message":8,"to":"o@l"})");
+    EXPECT_EQ(events.value(0).value("event"), "failed");
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"notice","text":"message 8 to o@l was not delivered"})");
 }
 
 TEST_F(JsonModeTest, KeepsTheLogToItselfUnlessVerbose) {
