@@ -1,10 +1,14 @@
 #include "messenger/core/delivery.h"
 
+#include <algorithm>
+
 #include "host/oku/message.h"
 #include "messenger/core/history.h"
 #include "messenger/core/iq_queries.h"
+#include "messenger/core/jid_text.h"
 #include "messenger/core/plugin_queue.h"
 #include "messenger/core/service_registry.h"
+#include "messenger/core/stanza_guard.h"
 #include "messenger/core/wide.h"
 
 namespace oku {
@@ -13,6 +17,12 @@ namespace {
 constexpr int kConfirmationDelay = 1000;  // milliseconds; what is sent meanwhile is confirmed together
 constexpr int kConfirmationTimeout = 30000;
 constexpr std::size_t kMostIds = 1000;
+
+/// A message comes back from its recipient, from a server on the way, or without an address from the own one. Others
+/// can only guess its id.
+bool maySendBack(const AccountEntry& account, const QString& contact, const QString& from) {
+    return isOwnAddress(account, from) || bareJid(from) == contact || from.toLower() == domainOf(contact);
+}
 
 }  // namespace
 
@@ -59,8 +69,8 @@ void Delivery::deliver(AccountEntry& account, Message message) {
     Connection& connection = connections_[&account];
     connection.handed.push_back({message.number, handedId_, ++lastMark_});
     if (!handedId_.isEmpty()) {
-        if (connection.numbers.size() >= kMostIds) connection.numbers.erase(connection.numbers.begin());
-        connection.numbers[handedId_] = message.number;
+        if (connection.returnable.size() >= kMostIds) connection.returnable.pop_front();
+        connection.returnable.push_back({handedId_, message.contact, message.number});
     }
     emit sent(account.jid(), message);
     scheduleConfirmation(account);
@@ -133,19 +143,21 @@ void Delivery::connectionEnded(AccountEntry& account, bool answered) {
     Connection& connection = connections_[&account];
     if (connection.confirmation) connection.confirmation->stop();
     connection.asking = false;
-    connection.numbers.clear();
+    connection.returnable.clear();
     if (answered) confirm(account, lastMark_);
     for (const Handed& handed : std::exchange(connection.handed, {})) {
         changeState(account, handed.number, DeliveryState::unconfirmed);
     }
 }
 
-void Delivery::bounced(AccountEntry& account, const QString& id) {
+void Delivery::bounced(AccountEntry& account, const QString& id, const QString& from) {
     Connection& connection = connections_[&account];
-    const auto found = connection.numbers.find(id);
-    if (id.isEmpty() || found == connection.numbers.end()) return;
-    const qint64 number = found->second;
-    connection.numbers.erase(found);
+    const auto found = std::find_if(
+        connection.returnable.begin(), connection.returnable.end(),
+        [&](const Returnable& message) { return message.id == id && maySendBack(account, message.contact, from); });
+    if (id.isEmpty() || found == connection.returnable.end()) return;
+    const qint64 number = found->number;
+    connection.returnable.erase(found);
     std::erase_if(connection.handed, [=](const Handed& handed) { return handed.number == number; });
     changeState(account, number, DeliveryState::failed);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <map>
 #include <memory>
 #include <QObject>
@@ -34,8 +35,8 @@ public:
     void loginComplete(AccountEntry& account);
     /// `answered`: the server answered our closing tag, so that it has read all that was sent.
     void connectionEnded(AccountEntry& account, bool answered);
-    /// A message with this id came back.
-    void bounced(AccountEntry& account, const QString& id);
+    /// A message with this id came back from this address. Nothing happens when that one could not send it back.
+    void bounced(AccountEntry& account, const QString& id, const QString& from);
 
     bool onProtocolEvent(ProtocolEvent& event) override;
 
@@ -50,9 +51,14 @@ private:
         QString id;
         quint64 mark;
     };
+    struct Returnable {
+        QString id;  ///< on the wire
+        QString contact;
+        qint64 number;
+    };
     struct Connection {
         std::vector<Handed> handed;         ///< not confirmed yet
-        std::map<QString, qint64> numbers;  ///< of this connection's messages, by the id on the wire
+        std::deque<Returnable> returnable;  ///< the last of this connection's messages, oldest first
         std::unique_ptr<QTimer> confirmation;
         bool asking = false;
     };

@@ -25,7 +25,9 @@ Sessions::Sessions(Parts parts, QObject* parent) : QObject(parent), parts_(parts
                 streamError(*account, condition, text);
             });
     connect(&parts_.watch, &StreamWatch::bounced, this,
-            [this](AccountEntry* account, const QString& id) { parts_.delivery.bounced(*account, id); });
+            [this](AccountEntry* account, const QString& id, const QString& from) {
+                parts_.delivery.bounced(*account, id, from);
+            });
     connect(&parts_.watch, &StreamWatch::rosterItem, this,
             [this](AccountEntry* account, const QString& jid, const ContactList::Details& details) {
                 parts_.contacts.list(*account).setDetails(jid, details);

@@ -48,7 +48,7 @@ QDateTime StreamWatch::takeDelay(const AccountEntry& account, const QString& fro
 
 void StreamWatch::readMessage(AccountEntry& account, const Stanza& stanza) {
     const QString from = text(stanza.attribute("from"));
-    if (stanza.attribute("type") == "error") emit bounced(&account, text(stanza.attribute("id")));
+    if (stanza.attribute("type") == "error") emit bounced(&account, text(stanza.attribute("id")), from);
     const XmlChild* body = stanza.child("body");
     if (!body || body->content.begin == body->content.end) return;
     Late late{bareJid(from), resourceOf(from), {}};

@@ -26,8 +26,8 @@ public:
 
 signals:
     void rosterItem(oku::AccountEntry* account, const QString& jid, const oku::ContactList::Details& details);
-    /// A message with this id came back with an error.
-    void bounced(oku::AccountEntry* account, const QString& id);
+    /// A message with this id came back with an error, from this address.
+    void bounced(oku::AccountEntry* account, const QString& id, const QString& from);
     /// The server ends the stream; `condition` is the error's element name.
     void streamError(oku::AccountEntry* account, const QString& condition, const QString& text);
 

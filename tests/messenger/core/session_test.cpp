@@ -205,6 +205,42 @@ TEST_F(SessionsOfAccounts, MarkAMessageThatCameBack) {
     EXPECT_EQ(trace.last(), QStringLiteral("changed x failed"));
 }
 
+TEST_F(SessionsOfAccounts, TakeBackAMessageOnlyFromWhereItWent) {
+    logIn();
+    int count = 0;
+    const auto comesBack = [&](const char* from) {
+        const std::string body = std::to_string(++count);
+        const qint64 number = send(body.c_str());
+        const std::string sender = *from ? " from='" + std::string(from) + "'" : std::string();
+        inPlugin([&] { offerIncoming("<message type='error' id='m-" + body + "'" + sender + "><error/></message>"); });
+        return stateOf(number) == DeliveryState::failed;
+    };
+    for (const char* from : {"eve@example.net", "eve@example.org/x", "example.net", "bob@example.net"})
+        EXPECT_FALSE(comesBack(from)) << from;
+    for (const char* from : {"bob@example.org", "Bob@example.org/komp", "example.org", "alice@example.org", ""})
+        EXPECT_TRUE(comesBack(from)) << from;
+}
+
+TEST_F(SessionsOfAccounts, ForgetTheOldestOfManyMessagesThatMayComeBack) {
+    logIn();
+    const qint64 oldest = send("z");
+    qint64 second = 0;
+    for (int count = 0; count < 1000; ++count) {
+        const qint64 number = send(QByteArray::number(count).constData());
+        if (count == 0) second = number;
+    }
+    const auto comesBack = [&](const char* id) {
+        inPlugin([&] {
+            offerIncoming("<message type='error' id='" + std::string(id) +
+                          "' from='bob@example.org'><error/></message>");
+        });
+    };
+    comesBack("m-z");
+    comesBack("m-0");
+    EXPECT_EQ(stateOf(oldest), DeliveryState::sent);
+    EXPECT_EQ(stateOf(second), DeliveryState::failed);
+}
+
 TEST_F(SessionsOfAccounts, LetATypingNoticeGoAway) {
     QStringList typing;
     QObject::connect(&core->typing, &TypingNotices::changed, core.get(),
