@@ -10,8 +10,9 @@
 namespace oku {
 namespace {
 
-constexpr int kFormat = 2;  // of the tables, in user_version
-constexpr int kAll = -1;    // no limit
+constexpr int kSyncDelay = 100;  // milliseconds from the first change that power could take away
+constexpr int kFormat = 2;       // of the tables, in user_version
+constexpr int kAll = -1;         // no limit
 constexpr char kColumns[] =
     "m.number, m.account, m.contact, m.resource, m.direction, m.subject, m.body, m.kind, m.time, m.delayed, m.state, "
     "m.failed";
@@ -56,12 +57,17 @@ Message messageAt(const QSqlQuery& row) {
 }  // namespace
 
 History::History(QString path, QObject* parent)
-    : QObject(parent), path_(std::move(path)), connection_(QUuid::createUuid().toString()) {}
+    : QObject(parent), path_(std::move(path)), connection_(QUuid::createUuid().toString()) {
+    sync_.setSingleShot(true);
+    sync_.setInterval(kSyncDelay);
+    connect(&sync_, &QTimer::timeout, this, &History::sync);
+}
 
 History::~History() { close(); }
 
 void History::close() {
     if (!opened_) return;
+    sync_.stop();  // the end of the last connection does the same
     insert_.reset();
     database_.close();
     database_ = {};
@@ -93,6 +99,8 @@ bool History::open() {
 
 bool History::prepareTables() {
     QSqlQuery query(database_);
+    // Each commit goes to the log at once, but is not waited for until it has reached the disk: sync() does that for
+    // all that came meanwhile. A message takes up to three commits, and thousands may come at a time.
     for (const char* pragma : {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=NORMAL"}) {
         if (!query.exec(QString::fromLatin1(pragma))) return false;
     }
@@ -100,13 +108,13 @@ bool History::prepareTables() {
     const int format = query.value(0).toInt();
     query.finish();
     if (format < 0 || format > kFormat) return false;
-    if (format == 0 && !change(kNewTables)) return false;
-    if (format == 1 && !change(kFromFormat1)) return false;
+    if (format == 0 && !apply(kNewTables)) return false;
+    if (format == 1 && !apply(kFromFormat1)) return false;
     // What was handed to a connection when the program ended without a word is not known to have arrived.
     return query.exec(QStringLiteral("UPDATE messages SET state=3, handed=0 WHERE handed=1"));
 }
 
-bool History::change(std::span<const char* const> steps) {
+bool History::apply(std::span<const char* const> steps) {
     QSqlQuery query(database_);
     database_.transaction();
     for (const char* step : steps) {
@@ -120,6 +128,19 @@ bool History::run(QSqlQuery& query) {
     emit failed(QCoreApplication::translate("History", "Nie można zapisać w archiwum rozmów: %1")
                     .arg(query.lastError().text()));
     return false;
+}
+
+bool History::change(QSqlQuery& query) {
+    if (!run(query)) return false;
+    if (!sync_.isActive()) sync_.start();
+    return true;
+}
+
+// A checkpoint waits for the log to reach the disk, then for the database.
+void History::sync() {
+    QSqlQuery query(database_);
+    query.prepare(QStringLiteral("PRAGMA wal_checkpoint(PASSIVE)"));
+    run(query);
 }
 
 qint64 History::add(const Message& message) {
@@ -138,7 +159,7 @@ qint64 History::add(const Message& message) {
           milliseconds(message.delayed), QVariant(static_cast<int>(message.state)), QVariant(message.failed ? 1 : 0)}) {
         insert_->bindValue(place++, value);
     }
-    if (!run(*insert_)) return 0;
+    if (!change(*insert_)) return 0;
     const qint64 number = insert_->lastInsertId().toLongLong();
     // A statement that is not ended would keep its place in the write-ahead log.
     insert_->finish();
@@ -152,7 +173,7 @@ void History::setState(qint64 number, DeliveryState state, bool handed) {
     query.addBindValue(static_cast<int>(state));
     query.addBindValue(handed ? 1 : 0);
     query.addBindValue(number);
-    run(query);
+    change(query);
 }
 
 std::optional<Message> History::message(qint64 number) {

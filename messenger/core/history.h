@@ -5,14 +5,16 @@
 #include <QObject>
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <QTimer>
 #include <span>
 
 #include "messenger/core/types.h"
 
 namespace oku {
 
-/// All messages of a profile, in an SQLite database that is opened when it is first needed. Every change is on disk
-/// before the call returns.
+/// All messages of a profile, in an SQLite database that is opened when it is first needed. Every change is with the
+/// system before the call returns, so that the end of the program, however it comes, loses nothing. A loss of power can
+/// take what changed in the last tenth of a second: to wait for the disk each time would hold up a burst of messages.
 class History : public QObject {
     Q_OBJECT
 
@@ -39,13 +41,17 @@ private:
     bool open();
     bool prepareTables();
     /// All of these steps, or none.
-    bool change(std::span<const char* const> steps);
+    bool apply(std::span<const char* const> steps);
     bool run(QSqlQuery& query);
+    /// Runs what changes something, which is then soon to be on disk.
+    bool change(QSqlQuery& query);
+    void sync();
 
     QString path_;
     QString connection_;
     QSqlDatabase database_;
     std::unique_ptr<QSqlQuery> insert_;  ///< prepared once; messages come in thousands
+    QTimer sync_;
     bool opened_ = false;
     bool failureTold_ = false;
 };

@@ -241,6 +241,14 @@ TEST_F(SessionsOfAccounts, ForgetTheOldestOfManyMessagesThatMayComeBack) {
     EXPECT_EQ(stateOf(second), DeliveryState::failed);
 }
 
+TEST_F(SessionsOfAccounts, BringMessagesFromTheLogIntoTheDatabaseSoon) {
+    send("needle");
+    EXPECT_TRUE(waitFor([&] {
+        QFile file(directory.filePath(QStringLiteral("history.sqlite")));
+        return file.open(QIODevice::ReadOnly) && file.readAll().contains("needle");
+    })) << "only then do they outlast a loss of power";
+}
+
 TEST_F(SessionsOfAccounts, LetATypingNoticeGoAway) {
     QStringList typing;
     QObject::connect(&core->typing, &TypingNotices::changed, core.get(),
