@@ -1,15 +1,11 @@
 #include "messenger/terminal/posix_io.h"
 
 #include <fcntl.h>
-#include <limits.h>
 #include <poll.h>
-#include <sys/eventfd.h>
 #include <unistd.h>
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstdint>
 #include <QTimer>
 #include <utility>
 
@@ -18,31 +14,36 @@ namespace {
 
 // Written by the signal handler, which can reach nothing else.
 volatile std::sig_atomic_t signalPipe = -1;
-// Readable from the first signal on that asks the program to end.
-volatile std::sig_atomic_t endingEvent = -1;
+// Seconds since a signal asked the program to end.
+volatile std::sig_atomic_t ticks = 0;
 
-// How long a write waits for its reader once the program is to end; one that is only slow gets the last lines.
-constexpr int kPatienceAtTheEnd = 1000;
+// How many ticks a write waits for its reader once the program is to end; one that is only slow gets the last lines.
+constexpr int kPatientTicks = 2;
+
+void onTick(int) {
+    ticks = ticks + 1;
+    ::alarm(1);
+}
+
+// From then on a signal a second breaks off any wait for a reader, so that it can be given up. A terminal may have room
+// and still not take what is written, so there is no knowing beforehand whether a write will wait.
+void startTicking() {
+    struct sigaction action = {};
+    action.sa_handler = onTick;
+    ::sigaction(SIGALRM, &action, nullptr);
+    ::alarm(1);
+}
 
 void onSignal(int signal) {
     const int saved = errno;
     const auto byte = static_cast<unsigned char>(signal);
     // When the pipe is full a signal is under way already, and the result changes nothing.
-    [[maybe_unused]] auto written = ::write(signalPipe, &byte, 1);
+    [[maybe_unused]] const auto written = ::write(signalPipe, &byte, 1);
     if (signal != SIGWINCH) {
-        const std::uint64_t one = 1;
-        written = ::write(endingEvent, &one, sizeof one);
+        startTicking();
         std::signal(signal, SIG_DFL);
     }
     errno = saved;
-}
-
-// Waits until the descriptor takes bytes, or tells what is wrong with it. False when the program is to end and the
-// reader stands still.
-bool awaitRoom(int descriptor) {
-    std::array waiting = {pollfd{descriptor, POLLOUT, 0}, pollfd{endingEvent, POLLIN, 0}};
-    while (::poll(waiting.data(), waiting.size(), -1) < 0 && errno == EINTR) continue;
-    return waiting[0].revents != 0 || ::poll(waiting.data(), 1, kPatienceAtTheEnd) > 0;
 }
 
 }  // namespace
@@ -61,19 +62,21 @@ void InputReader::read() {
 }
 
 bool writeAll(int descriptor, const QByteArray& bytes) {
-    // No more at once than a pipe with room takes whole: a longer write would wait where no signal ends it.
-    constexpr qsizetype kPiece = PIPE_BUF;
     qsizetype done = 0;
-    while (done < bytes.size()) {
-        if (!awaitRoom(descriptor)) return false;
-        const qsizetype piece = std::min(kPiece, bytes.size() - done);
-        const ssize_t count = ::write(descriptor, bytes.constData() + done, static_cast<size_t>(piece));
-        if (count >= 0)
+    int patienceEnds = ticks + kPatientTicks;
+    while (done < bytes.size() && ticks < patienceEnds) {
+        const ssize_t count = ::write(descriptor, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
+        if (count >= 0) {
             done += count;
-        else if (errno != EAGAIN && errno != EINTR)
+            patienceEnds = ticks + kPatientTicks;
+        } else if (errno == EAGAIN) {
+            pollfd waiting{descriptor, POLLOUT, 0};
+            ::poll(&waiting, 1, -1);
+        } else if (errno != EINTR) {
             return false;
+        }
     }
-    return true;
+    return done == bytes.size();
 }
 
 void Output::write(const QByteArray& bytes) {
@@ -89,7 +92,6 @@ SignalWatcher::SignalWatcher(std::vector<int> numbers, Handler handle)
     : numbers_(std::move(numbers)), handle_(std::move(handle)) {
     if (::pipe2(pipe_, O_CLOEXEC | O_NONBLOCK) != 0) return;
     signalPipe = pipe_[1];
-    endingEvent = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     notifier_ = std::make_unique<QSocketNotifier>(pipe_[0], QSocketNotifier::Read);
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] { read(); });
     for (const int signal : numbers_) {
@@ -102,9 +104,11 @@ SignalWatcher::SignalWatcher(std::vector<int> numbers, Handler handle)
 
 SignalWatcher::~SignalWatcher() {
     for (const int signal : numbers_) std::signal(signal, SIG_DFL);
+    ::alarm(0);
+    ticks = 0;
     notifier_.reset();
     signalPipe = -1;
-    for (const int end : {pipe_[0], pipe_[1], static_cast<int>(std::exchange(endingEvent, -1))})
+    for (const int end : pipe_)
         if (end >= 0) ::close(end);
 }
 

@@ -65,8 +65,8 @@ ExitCode runScreen(Client& client, const Options& options) {
     output.whenLost([&display] { display.session().quit(); });
     warned = &display.session();
     const QtMessageHandler before = qInstallMessageHandler(onQtMessage);
-    const bool good = started(display.session());
-    if (good) {
+    ExitCode code = ExitCode::Failure;
+    if (started(display.session())) {
         RawTerminal raw(STDIN_FILENO);
         write(enterScreen());
         display.show();
@@ -79,10 +79,11 @@ ExitCode runScreen(Client& client, const Options& options) {
         });
         loop.exec();
         write(leaveScreen());
+        code = endOf(output);
     }
     qInstallMessageHandler(before);
     warned = nullptr;
-    return good ? endOf(output) : ExitCode::Failure;
+    return code;
 }
 
 }  // namespace

@@ -22,6 +22,11 @@ LIMIT = 15
 ENTER, LEAVE = b"\x1b[?1049h", b"\x1b[?1049l"
 
 
+def waiting(stream):
+    """How many bytes nobody has read yet."""
+    return struct.unpack("i", fcntl.ioctl(stream, termios.FIONREAD, b"\0" * 4))[0]
+
+
 class Terminal:
     """A program on a pseudo terminal, and the rows that it has painted there."""
 
@@ -143,6 +148,16 @@ class InATerminal(unittest.TestCase):
         terminal.wait("ala>")
         terminal.process.send_signal(signal.SIGHUP)
         self.assertEqual(terminal.end(), 0)
+
+    def test_a_signal_ends_it_while_its_terminal_stands_still(self):
+        terminal = self.start("--plain")
+        terminal.wait(lambda: b"/quit" in terminal.bytes)
+        terminal.type("/help\n" * 50)
+        limit = time.monotonic() + LIMIT
+        while waiting(terminal.master) < 2000 and time.monotonic() < limit:
+            time.sleep(0.01)
+        terminal.process.send_signal(signal.SIGTERM)
+        self.assertEqual(terminal.process.wait(LIMIT), 1)
 
     def test_it_follows_the_size_of_the_window(self):
         terminal = self.start("--status", "online", columns=100, rows=30)
@@ -276,7 +291,7 @@ class WithoutATerminal(unittest.TestCase):
                     process.stdin.write(command * 300)
                     process.stdin.flush()
                     limit = time.monotonic() + LIMIT
-                    while self.waiting(process.stdout) < capacity // 2 and time.monotonic() < limit:
+                    while waiting(process.stdout) < capacity // 2 and time.monotonic() < limit:
                         time.sleep(0.01)
                     process.send_signal(number)
                     self.assertEqual(process.wait(LIMIT), 1)
@@ -290,10 +305,6 @@ class WithoutATerminal(unittest.TestCase):
         process.send_signal(signal.SIGTERM)
         self.assertEqual(process.stdout.readlines()[-1], b'{"event":"bye"}\n')
         self.assertEqual(process.wait(LIMIT), 0)
-
-    @staticmethod
-    def waiting(stream):
-        return struct.unpack("i", fcntl.ioctl(stream, termios.FIONREAD, b"\0" * 4))[0]
 
     def test_options(self):
         cases = (
