@@ -6,12 +6,13 @@
 #include <QTimer>
 #include <QVariant>
 
+#include "messenger/core/settings_format.h"
+
 namespace oku {
 
-/// One file of settings: `key = 5` for integers, `key = "text"` for texts (escapes \" \\ \n \r \t \0), a line each,
-/// UTF-8; lines that begin with # are comments. Values live in a map: the file is read when read() is called, and
-/// written aside, synced and renamed within a second of a change and at write(), so that a kill at any moment leaves
-/// the old or the new file whole. Only its owner can read it, as passwords may stand in it.
+/// One file of settings, in the form of settings_format.h. Values live in a map: the file is read when read() is
+/// called, and written aside, synced and renamed within a second of a change and at write(), so that a kill at any
+/// moment leaves the old or the new file whole. Only its owner can read it, as passwords may stand in it.
 ///
 /// A file that is not of this form is kept aside as NAME.damaged-TIME and told by noticed(); the lines that can be read
 /// count, and make the new file. A file that cannot be read is told as well, and never written over.
@@ -59,16 +60,6 @@ private:
     bool unreadable_ = false;
     bool failureTold_ = false;
 };
-
-/// The content of a settings file, and back: what its readable lines say. `ok` tells whether all of them are.
-QByteArray settingsToBytes(const QMap<QString, QVariant>& values);
-QMap<QString, QVariant> settingsFromBytes(const QByteArray& bytes, bool& ok);
-
-/// Whether a line with this key would be read back as it was written: a key is not empty, begins with no # and no
-/// blank, ends with no blank, and holds no = and no end of a line.
-bool canBeSettingKey(const QString& key);
-/// The sentence that tells a person so.
-QString unusableSettingKey(const QString& key);
 
 /// Replaces a file whole: written aside in the same folder, synced, renamed. Only the owner can read it.
 bool replaceFile(const QString& path, const QByteArray& content);
