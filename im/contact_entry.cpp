@@ -1,6 +1,5 @@
 #include "im/contact_entry.h"
 
-#include <algorithm>
 #include <utility>
 
 ResourceEntry* ResourceList::find(std::u16string_view name) {
@@ -33,12 +32,8 @@ ResourceEntry* Contacts::findResource(std::u16string_view jid, std::u16string_vi
 }
 
 std::vector<const ContactEntry*> Contacts::inOrder() const {
-    std::vector<std::pair<std::u16string_view, const ContactEntry*>> keyed;
-    keyed.reserve(entries_.size());
-    for (const auto& [jid, entry] : entries_) keyed.emplace_back(jid, &entry);
-    std::sort(keyed.begin(), keyed.end());
     std::vector<const ContactEntry*> ordered;
-    ordered.reserve(keyed.size());
-    for (const auto& [jid, entry] : keyed) ordered.push_back(entry);
+    ordered.reserve(entries_.size());
+    for (const auto& [jid, entry] : entries_) ordered.push_back(&entry);
     return ordered;
 }

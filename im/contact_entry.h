@@ -7,7 +7,6 @@
 #include <map>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "plugin/status.h"
@@ -69,9 +68,6 @@ public:
     std::vector<const ContactEntry*> inOrder() const;
 
 private:
-    struct Hash {
-        using is_transparent = void;
-        std::size_t operator()(std::u16string_view text) const { return std::hash<std::u16string_view>()(text); }
-    };
-    std::unordered_map<std::u16string, ContactEntry, Hash, std::equal_to<>> entries_;
+    // In order, as strangers choose the keys: chosen ones could all meet in one bucket of a hash table.
+    std::map<std::u16string, ContactEntry, std::less<>> entries_;
 };

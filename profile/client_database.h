@@ -1,9 +1,9 @@
 // The one persistent cache of what clients can do, by capability hash; all accounts share it.
 #pragma once
 
+#include <map>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "extensions/caps_cache.h"
@@ -23,11 +23,8 @@ public:
     void add(const xmlElement& query, std::u16string_view hash) override;
 
 private:
-    struct Hash {
-        using is_transparent = void;
-        std::size_t operator()(std::u16string_view text) const { return std::hash<std::u16string_view>()(text); }
-    };
-
-    std::vector<xmlElement> roots_;                                                 // the first one serves, as it came
-    std::unordered_map<std::u16string, std::size_t, Hash, std::equal_to<>> index_;  // place among the root's children
+    std::vector<xmlElement> roots_;  // the first one serves, as it came
+    // Place among the root's children. In order, as strangers choose the keys: chosen ones could all meet in one bucket
+    // of a hash table.
+    std::map<std::u16string, std::size_t, std::less<>> index_;
 };

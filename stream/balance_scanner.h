@@ -3,9 +3,9 @@
 #pragma once
 
 #include <cstdint>
+#include <set>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -97,8 +97,9 @@ private:
     std::string openNames_;    // the names of the open elements, one behind the other
     std::vector<std::size_t> openStarts_;
     std::vector<std::pair<std::size_t, std::size_t>> attributes_;  // place and length of the names in the present tag
-    std::unordered_set<std::string> manyAttributes_;               // the same names, when they are many
-    TextPosition position_;                                        // of `counted_`
+    // The same names, when they are many; in order, as a sender chooses them and could let them meet in a hash table.
+    std::set<std::string> manyAttributes_;
+    TextPosition position_;  // of `counted_`
     std::size_t counted_ = 0;
     TextPosition ahead_;  // of `countedAhead_`, which may lie behind `pos_` in a token that has not ended
     std::size_t countedAhead_ = 0;
