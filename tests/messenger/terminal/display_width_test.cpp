@@ -31,6 +31,9 @@ TEST(DisplayWidthTest, CountsTheColumnsThatTerminalsUse) {
         {"e\u200B", 1},  // zero width space
         {"\u00AD", 1},   // soft hyphen
         {"─│…→", 4},
+        {"🫠🫷", 4},      // emoji of Unicode 14 and 15
+        {"\u1175\ud7b0", 0},  // vowels of Hangul, also of its extension
+        {"㌀〶", 4},
         {"नमस्ते", 4},
     };
     for (const WidthCase& one : cases) EXPECT_EQ(displayWidth(QString::fromUtf8(one.text)), one.width) << one.text;
