@@ -79,8 +79,7 @@ bool Player::isShown(const Event& event) const {
 
 void Player::onEvent(Event event) {
     if (!isShown(event)) return;
-    const bool sent = event.category == Event::Category::Sent;
-    journal_.push_back({false, sent ? event.line.head + " " + escape(event.data) : render(event.line)});
+    journal_.push_back({false, render(event)});
     events_.push_back(std::move(event));
 }
 
@@ -178,9 +177,7 @@ void Player::receive(const std::string& raw) {
 
 void Player::checkQuiet(const std::string& why) {
     if (events_.empty() || mode_.onlyDrive) return;
-    const auto& event = events_.front();
-    fail(why + ": " +
-         (event.category == Event::Category::Sent ? event.line.head + " " + escape(event.data) : render(event.line)));
+    fail(why + ": " + render(events_.front()));
 }
 
 void Player::checkComplaints() {

@@ -24,6 +24,11 @@ constexpr std::array<std::pair<std::uint32_t, const char*>, 11> kHookWords = {{{
                                                                                {19, "new-mail"}}};
 }  // namespace
 
+std::string render(const Event& event) {
+    if (event.category != Event::Category::Sent) return render(event.line);
+    return event.line.head + " " + escape(event.data);
+}
+
 std::string hookWord(std::uint32_t kind) {
     for (const auto& [number, word] : kHookWords) {
         if (number == kind) return word;
@@ -71,7 +76,7 @@ ReadContext RecordingHost::context() {
 
 void RecordingHost::record(Event event) {
     const auto trigger = std::find_if(triggers.begin(), triggers.end(),
-                                      [&](const auto& entry) { return startsWith(render(event.line), entry.first); });
+                                      [&](const auto& entry) { return startsWith(render(event), entry.first); });
     if (onEvent) onEvent(std::move(event));
     if (trigger == triggers.end()) return;
     const auto action = trigger->second;

@@ -23,6 +23,8 @@ struct Event {
     Line line;
     std::string data;  // of Sent: the bytes
 };
+/// The event as a transcript has it.
+std::string render(const Event& event);
 
 /// A value in a settings file.
 struct Setting {
