@@ -29,7 +29,8 @@ std::uint32_t nextRandom();
 /// Mixes `seed` into the process's random generator; it never makes the values predictable.
 void seedRandom(std::uint32_t seed);
 
-/// The full path of this library's own file, empty when the system does not tell.
+/// The full path of this library's own file; its name alone when the folder cannot be found, as after a change of the
+/// current directory when it was opened by a relative path. Empty when the system does not tell.
 std::u16string modulePath();
 
 /// Names (without the directory) of the files in `directory` that begin with `prefix` and end with `suffix`, in the

@@ -87,12 +87,13 @@ std::u16string modulePath() {
     // The folder is told as it is, the file by the name it was loaded under, also when that is a link.
     const std::size_t slash = path.rfind('/');
     const std::string folder(slash == std::string_view::npos ? std::string_view(".") : path.substr(0, slash + 1));
+    const std::string_view name = path.substr(slash == std::string_view::npos ? 0 : slash + 1);
     const std::unique_ptr<char, decltype(&free)> whole(realpath(folder.c_str(), nullptr), &free);
-    if (!whole) return {};
+    // The loader keeps a relative path as it was given, and the current directory may be another one by now.
+    if (!whole) return utow(name);
     std::string result = whole.get();
     if (!result.ends_with('/')) result += '/';
-    result += path.substr(slash == std::string_view::npos ? 0 : slash + 1);
-    return utow(result);
+    return utow(result.append(name));
 }
 
 std::u16string operatingSystem() {
