@@ -91,7 +91,7 @@ std::u16string lutCPW(std::u16string_view name, std::u16string_view inner, std::
     result += u'<';
     result += name;
     for (const XmlPair& pair : attributes)
-        util::appendAttribute(result, pair.name, pair.value, util::KeepBlanks::AsTheyAre);
+        util::appendAttribute(result, pair.name, pair.value, util::KeepBlanks::InValue);
     if (inner.empty()) return result += u"/>";
     result += u'>';
     result += inner;

@@ -38,6 +38,13 @@ TEST(Compose, ValuesAreEscaped) {
               u"<a b=\"12\"/>");
 }
 
+TEST(Compose, BlanksOfValuesAreTheSameWhenTheyAreReadBack) {
+    EXPECT_EQ(lutCPW(u"a", u"", {{u"b", u"1\t2\n3\r4 5"}}), u"<a b=\"1&#9;2&#10;3&#13;4 5\"/>");
+    const auto read = parsed(wtou(lutCPW(u"a", u"", {{u"b", u"1\t2\r\n3"}})));
+    ASSERT_EQ(read.size(), 1u);
+    EXPECT_EQ(read.front().GetAttribute(u"b"), u"1\t2\r\n3");
+}
+
 TEST(Escape, TheFiveCharactersBecomeEntities) {
     EXPECT_EQ(lutXMLEscapeW(u"a<b>c&d\"e'f"), u"a&lt;b&gt;c&amp;d&quot;e&apos;f");
     EXPECT_EQ(lutXMLEscapeW(u"&amp;"), u"&amp;amp;");
