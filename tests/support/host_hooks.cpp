@@ -60,7 +60,7 @@ void HostServices::tellStreamHook(RecordingHost& host, Line line, std::uint32_t 
     }
     host.record({Event::Category::StreamHook, std::move(line.text(text)), {}});
     // What a listener writes when the act is done must change nothing.
-    if (kind == 1 && phase == 2) std::memset(data, ' ', length);
+    if (phase == 2) std::memset(data, ' ', length);
 }
 
 OKU_WORD HostServices::hook(RecordingHost& host, OKU_WORD param, OKU_WORD extra) {
