@@ -141,7 +141,8 @@ public:
     // Menus, pages and windows.
     void menuAdd(const MenuItem& item) const;
     void menuModify(const MenuItem& item) const;
-    void addOptionsPage(const std::u16string& id, const std::u16string& caption, CallbackTarget target) const;
+    /// Gives the handle of the icon that the host made for the page, 0 for none; the caller destroys it.
+    OKU_WORD addOptionsPage(const std::u16string& id, const std::u16string& caption, CallbackTarget target) const;
     void addPropertiesPage(const std::u16string& id, std::uint32_t netId, CallbackTarget target) const;
     void statusWindowPrepare(std::span<const std::uint32_t> statuses, std::uint32_t netId, CallbackTarget target) const;
     void statusWindowShow(std::uint32_t netId, const std::u16string& description, std::uint32_t status,

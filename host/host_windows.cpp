@@ -42,7 +42,7 @@ void Host::menuModify(const MenuItem& item) const {
     call(u"OKU/Menu/Modify", toWord(&record));
 }
 
-void Host::addOptionsPage(const std::u16string& id, const std::u16string& caption, CallbackTarget target) const {
+OKU_WORD Host::addOptionsPage(const std::u16string& id, const std::u16string& caption, CallbackTarget target) const {
     auto record = makeRecord<OKU_OPTIONS_PAGE>();
     record.id = id.c_str();
     record.parent = u"OKU/Group/Network";
@@ -51,6 +51,7 @@ void Host::addOptionsPage(const std::u16string& id, const std::u16string& captio
     record.callback = target.callback;
     record.context = target.context;
     call(u"OKU/AddOptionsPage", module_, toWord(&record));
+    return record.icon;
 }
 
 void Host::addPropertiesPage(const std::u16string& id, std::uint32_t netId, CallbackTarget target) const {

@@ -55,6 +55,9 @@ std::int32_t timeZoneBias();
 /// The operating system in one text: its name, the machine, its version numbers.
 std::u16string operatingSystem();
 
+/// Destroys an icon that the host made and handed over. A system without icons of its own has nothing to destroy.
+void destroyIcon(std::uint64_t icon);
+
 /// Text in the system's narrow multibyte encoding; what cannot be converted becomes a question mark.
 std::string wideToMultibyte(std::u16string_view text);
 std::u16string multibyteToWide(std::string_view text);

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "host/util/format.h"
+#include "platform/platform.h"
 #include "plugin/boundary.h"
 #include "plugin/identifiers.h"
 #include "plugin/plugin_state.h"
@@ -28,7 +29,9 @@ void CClientClass::init(const AccountEntries& entries, PluginState& state) {
     host.protocolAdd({uuid, entries.authorization, entries.contactDelete, context, &flags}, netId);
     host.setProtocolInfo(netId, jid.bare, jid.node);
     addStatusMenu(entries);
-    host.addOptionsPage(formatText(u"XMPP/Options/%d", netId), files.displayName, {entries.optionsPage, context});
+    const OKU_WORD icon =
+        host.addOptionsPage(formatText(u"XMPP/Options/%d", netId), files.displayName, {entries.optionsPage, context});
+    if (icon) platform::destroyIcon(static_cast<std::uint64_t>(icon));
     host.statusWindowPrepare(kWindowStatuses, netId, {entries.statusResult, context});
     socketName = lutCID(u"XMPP/Socket/%d", netId);
     host.socketCreate(socketName, {entries.socketEvent, context});

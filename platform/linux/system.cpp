@@ -107,6 +107,9 @@ std::u16string operatingSystem() {
     return utow(text);
 }
 
+// Icons are the host's own objects here; no handle of the system stands behind the word.
+void destroyIcon(std::uint64_t) {}
+
 std::string wideToMultibyte(std::u16string_view text) {
     Converter converter(systemEncoding().c_str(), "UTF-8");
     return converter.isOpen() ? converter.convert(wtou(text), utf8Length) : wtou(text);

@@ -94,6 +94,10 @@ bool replaceFile(const std::u16string& path, std::string_view content) {
 std::int32_t timeZoneBias() { return world().timeZoneBias; }
 std::u16string operatingSystem() { return harness::toUtf16(world().operatingSystem); }
 
+void destroyIcon(std::uint64_t icon) {
+    if (world().onIconDestroyed) world().onIconDestroyed(icon);
+}
+
 std::string wideToMultibyte(std::u16string_view text) { return harness::toUtf8(text); }
 std::u16string multibyteToWide(std::string_view text) { return harness::toUtf16(text); }
 

@@ -31,6 +31,8 @@ struct FakeWorld {
 
     /// Told of each file that is made ("makes") or replaced ("writes").
     std::function<void(const std::string& verb, const std::string& path, const std::string& content)> onFile;
+    /// Told of each icon that is destroyed.
+    std::function<void(std::uint64_t icon)> onIconDestroyed;
 
     void advance(std::int64_t milliseconds);
 

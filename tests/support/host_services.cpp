@@ -20,7 +20,7 @@ const HostServices::Row HostServices::kRows[] = {
     {"OKU/PFSetInfo", {K::Record, "", &layouts::kInfo}, kNone, nothing},
     {"OKU/Menu/Add", {K::Record, "", &layouts::kMenu}, kNone, menuAdd},
     {"OKU/Menu/Modify", {K::Record, "", &layouts::kMenu}, kNone, nothing},
-    {"OKU/AddOptionsPage", {K::Module, "module"}, {K::Record, "", &layouts::kOptionsPage}, nothing},
+    {"OKU/AddOptionsPage", {K::Module, "module"}, {K::Record, "", &layouts::kOptionsPage}, optionsPage},
     {"OKU/PropertiesStaticPageAdd", {K::Record, "", &layouts::kPropertiesPage}, kNone, nothing},
     {"OKU/StatusWND/Prepare", {K::Record, "", &layouts::kStatusPrepare}, kNone, statusWindow},
     {"OKU/StatusWND/Show", {K::Record, "", &layouts::kStatusShow}, kNone, nothing},

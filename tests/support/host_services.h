@@ -50,6 +50,7 @@ private:
     static OKU_WORD protocolDel(RecordingHost& host, OKU_WORD param, OKU_WORD extra);
     static OKU_WORD menuAdd(RecordingHost& host, OKU_WORD param, OKU_WORD extra);
     static OKU_WORD statusWindow(RecordingHost& host, OKU_WORD param, OKU_WORD extra);
+    static OKU_WORD optionsPage(RecordingHost& host, OKU_WORD param, OKU_WORD extra);
     static OKU_WORD messageBox(RecordingHost& host, OKU_WORD param, OKU_WORD extra);
     static OKU_WORD cacheDirectory(RecordingHost& host, OKU_WORD param, OKU_WORD extra);
     static OKU_WORD profileDirectory(RecordingHost& host, OKU_WORD param, OKU_WORD extra);

@@ -99,6 +99,11 @@ OKU_WORD HostServices::statusWindow(RecordingHost& host, OKU_WORD param, OKU_WOR
     return 1;
 }
 
+OKU_WORD HostServices::optionsPage(RecordingHost& host, OKU_WORD, OKU_WORD extra) {
+    poke(reinterpret_cast<void*>(extra), 40, host.pageIcon);
+    return 0;
+}
+
 OKU_WORD HostServices::messageBox(RecordingHost&, OKU_WORD param, OKU_WORD) {
     constexpr std::uint32_t kQuestion = 36;
     return peek<std::uint32_t>(record(param), 24) == kQuestion ? 7 : 1;

@@ -54,6 +54,9 @@ Player::Player(const PluginExports& exports, const PlayMode& mode) : mode_(mode)
         if (verb == "writes") line.text(content);
         onEvent({Event::Category::Plain, std::move(line), {}});
     };
+    world().onIconDestroyed = [this](std::uint64_t icon) {
+        onEvent({Event::Category::Plain, Line{"destroys icon " + std::to_string(icon), {}, {}, {}}, {}});
+    };
     if (mode.realDirectory.empty()) {
         host.now = [] { return world().now; };
     } else {
@@ -65,8 +68,11 @@ Player::Player(const PluginExports& exports, const PlayMode& mode) : mode_(mode)
     variables_["cache"] = host.cacheDirectory;
 }
 
-/// The stage unloads a plugin that is still loaded: from here on nobody listens to its files.
-Player::~Player() { world().onFile = nullptr; }
+/// The stage unloads a plugin that is still loaded: from here on nobody listens to its files and icons.
+Player::~Player() {
+    world().onFile = nullptr;
+    world().onIconDestroyed = nullptr;
+}
 
 void Player::fail(const std::string& why) const { throw Failure(why); }
 

@@ -92,6 +92,7 @@ private:
     void hostAnswers(const Line& line, const std::string& rest);
     void hostAlwaysAnswers(const Line& line, const std::string& rest);
     void hostProxy(const Line& line, const std::string& rest);
+    void hostIcon(const Line& line, const std::string& rest);
     void directories(const Line& line, const std::string& rest);
     void veto(const Line& line, const std::string& rest);
     void blanks(const Line& line, const std::string& rest);

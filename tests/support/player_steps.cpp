@@ -25,6 +25,7 @@ const Player::Row Player::kRows[] = {
     {"host answers ", &Player::hostAnswers, Role::World},
     {"host always answers ", &Player::hostAlwaysAnswers, Role::World},
     {"host proxy ", &Player::hostProxy, Role::World},
+    {"host leaves icon ", &Player::hostIcon, Role::World},
     {"veto ", &Player::veto, Role::World},
     {"listener blanks ", &Player::blanks, Role::World},
     {"showing ", &Player::show, Role::Player},

@@ -83,6 +83,8 @@ void Player::hostProxy(const Line& line, const std::string&) {
                          value("auth")};
 }
 
+void Player::hostIcon(const Line&, const std::string& rest) { stage_.host.pageIcon = std::stoll(rest); }
+
 void Player::veto(const Line&, const std::string& rest) { stage_.host.vetoes.insert(hookKind(rest)); }
 void Player::blanks(const Line& line, const std::string&) { stage_.host.blanks.push_back(textOf(line)); }
 
