@@ -55,7 +55,7 @@ void Discovery::reply(const Stanza& iq) {
                                      {u"type", ownCaps::kIdentityType},
                                      {u"name", ownCaps::kIdentityName}});
     for (const std::u16string_view feature : ownCaps::kFeatures) content += lutCPW(u"feature", {}, {{u"var", feature}});
-    const std::u16string node = formatText(u"%s#%s", deployment::kCapsNode, ownCapsVer());
+    const std::u16string node = formatText(u"%s#%s", deployment::CAPS_NODE, ownCapsVer());
     const std::u16string query = lutCPW(u"query", content, {{u"xmlns", ns::kDiscoInfo}, {u"node", node}});
     output_.sendText(lutCPW(u"iq", query, {{u"to", iq.from}, {u"id", iq.id}, {u"type", u"result"}}));
 }

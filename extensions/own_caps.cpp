@@ -47,7 +47,7 @@ static_assert(std::is_sorted(kSorted.begin(), kSorted.end()), "the hash is made 
 
 const std::array<std::u16string_view, 29> kFeatures = kSorted;
 
-std::u16string verification() {
+std::u16string buildOwnCaps() {
     std::u16string input = std::u16string(kIdentityCategory) + u"/" + std::u16string(kIdentityType) + u"//" +
                            std::u16string(kIdentityName) + u"<";
     for (const std::u16string_view feature : kSorted) input.append(feature).append(u"<");

@@ -16,6 +16,6 @@ inline constexpr std::u16string_view kIdentityName = u"OKF - protoLink";
 extern const std::array<std::u16string_view, 29> kFeatures;
 
 /// The verification string: 28 characters of Base64, a constant of the build.
-std::u16string verification();
+std::u16string buildOwnCaps();
 
 }  // namespace ownCaps

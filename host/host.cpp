@@ -8,7 +8,9 @@ OKU_WORD Host::call(const char16_t* service, OKU_WORD param, OKU_WORD extra) con
     return table_ && table_->fnCall ? table_->fnCall(service, param, extra) : 0;
 }
 
-OKU_WORD Host::createService(const std::u16string& name, OKU_HANDLER handler, OKU_WORD context) const {
+OKU_WORD Host::createNetService(std::uint32_t netId, const char16_t* shortName, OKU_HANDLER handler,
+                                OKU_WORD context) const {
+    const std::u16string name = accountServiceName(netId, shortName);
     return table_ && table_->fnCreate ? table_->fnCreate(name.c_str(), handler, context) : 0;
 }
 

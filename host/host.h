@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string>
 
@@ -98,7 +97,9 @@ public:
     OKU_WORD module() const { return module_; }
 
     // Registrations. A handle of 0 means that the host did not register it.
-    OKU_WORD createService(const std::u16string& name, OKU_HANDLER handler, OKU_WORD context) const;
+    /// Registers an account's service under the protocol class, the account's number and a short name.
+    OKU_WORD createNetService(std::uint32_t netId, const char16_t* shortName, OKU_HANDLER handler,
+                              OKU_WORD context) const;
     void destroyService(OKU_WORD handle) const;
     OKU_WORD addHook(const char16_t* event, OKU_HANDLER handler, OKU_WORD context) const;
     void removeHook(OKU_WORD handle) const;
@@ -115,9 +116,10 @@ public:
     void settingsRead(OKU_WORD store) const;
     void settingsWrite(OKU_WORD store) const;
     void settingsDestroy(OKU_WORD store) const;
-    /// The value, or nothing when the host has none.
-    std::optional<std::int32_t> settingsFindInt(OKU_WORD store, const char16_t* key) const;
-    std::optional<std::u16string> settingsFindString(OKU_WORD store, const char16_t* key) const;
+    /// The value, or `fallback` when the host has none.
+    std::int32_t settingsGetInt(OKU_WORD store, const char16_t* key, std::int32_t fallback) const;
+    /// A text is cut to what a buffer of the host holds, also when it is the fallback.
+    std::u16string settingsGetString(OKU_WORD store, const char16_t* key, const std::u16string& fallback) const;
     void settingsSetInt(OKU_WORD store, const char16_t* key, std::int32_t value) const;
     void settingsSetString(OKU_WORD store, const char16_t* key, const std::u16string& value) const;
 

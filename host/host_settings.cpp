@@ -29,18 +29,17 @@ void Host::settingsWrite(OKU_WORD store) const { call(u"OKU/Settings/Write", sto
 
 void Host::settingsDestroy(OKU_WORD store) const { call(u"OKU/Settings/Destroy", store, module_); }
 
-std::optional<std::int32_t> Host::settingsFindInt(OKU_WORD store, const char16_t* key) const {
+std::int32_t Host::settingsGetInt(OKU_WORD store, const char16_t* key, std::int32_t fallback) const {
     auto record = settingsRecord(store, key, OKU_SETTING_INTEGER);
-    if (!call(u"OKU/Settings/Get", toWord(&record))) return std::nullopt;
-    return static_cast<std::int32_t>(record.value);
+    return call(u"OKU/Settings/Get", toWord(&record)) ? static_cast<std::int32_t>(record.value) : fallback;
 }
 
-std::optional<std::u16string> Host::settingsFindString(OKU_WORD store, const char16_t* key) const {
+std::u16string Host::settingsGetString(OKU_WORD store, const char16_t* key, const std::u16string& fallback) const {
     std::array<char16_t, OKU_SETTING_CAPACITY> buffer{};
     auto record = settingsRecord(store, key, OKU_SETTING_STRING);
     record.value = toWord(buffer.data());
     record.length = OKU_SETTING_CAPACITY;
-    if (!call(u"OKU/Settings/Get", toWord(&record))) return std::nullopt;
+    if (!call(u"OKU/Settings/Get", toWord(&record))) return fallback.substr(0, OKU_SETTING_CAPACITY - 1);
     // A host that fills the buffer to its last character leaves no room for the NUL.
     return std::u16string(buffer.begin(), std::find(buffer.begin(), buffer.end() - 1, u'\0'));
 }

@@ -93,7 +93,7 @@ std::u16string Presence::presenceContent(Status status, const std::u16string& de
         content += lutCPW(u"c", {},
                           {{u"xmlns", ns::kCaps},
                            {u"hash", u"sha-1"},
-                           {u"node", deployment::kCapsNode},
+                           {u"node", deployment::CAPS_NODE},
                            {u"ver", capsVer},
                            {u"ext", u"ep-notify"}});
     }

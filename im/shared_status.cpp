@@ -13,13 +13,13 @@ xmlElement& findOrAdd(xmlElement& parent, std::u16string_view name, bool atFront
 }  // namespace
 
 std::u16string SharedStatus::rewrite(const std::u16string& bareJid, Status status, const std::u16string& description) {
-    const std::u16string id(element_.GetAttribute(u"id"));
-    element_.attributes.clear();
-    element_.SetAttribute(u"to", bareJid);
-    element_.SetAttribute(u"id", id);
-    element_.SetAttribute(u"type", u"set");
-    element_.name = u"iq";
-    if (xmlElement* query = element_.GetChildPtr(u"query", ns::kSharedStatus)) {
+    const std::u16string id(sharedStatusElement_.GetAttribute(u"id"));
+    sharedStatusElement_.attributes.clear();
+    sharedStatusElement_.SetAttribute(u"to", bareJid);
+    sharedStatusElement_.SetAttribute(u"id", id);
+    sharedStatusElement_.SetAttribute(u"type", u"set");
+    sharedStatusElement_.name = u"iq";
+    if (xmlElement* query = sharedStatusElement_.GetChildPtr(u"query", ns::kSharedStatus)) {
         query->attributes.clear();
         query->SetAttribute(u"xmlns", ns::kSharedStatus);
         query->SetAttribute(u"version", u"2");
@@ -27,7 +27,7 @@ std::u16string SharedStatus::rewrite(const std::u16string& bareJid, Status statu
         findOrAdd(*query, u"show", false).text = statusToName(status);
         findOrAdd(*query, u"invisible", true).SetAttribute(u"value", status == Status::Invisible ? u"true" : u"false");
     }
-    return element_.GetXML(1);
+    return sharedStatusElement_.GetXML(1);
 }
 
 SharedStatus::Push SharedStatus::read(const xmlElement& query, Status current,

@@ -16,8 +16,8 @@ public:
     };
 
     /// Keeps the server's reply, which is sent back with changes at each change of status.
-    void remember(const xmlElement& iq) { element_ = iq; }
-    void reset() { element_.reset(); }
+    void remember(const xmlElement& iq) { sharedStatusElement_ = iq; }
+    void reset() { sharedStatusElement_.reset(); }
 
     /// Writes the status into the remembered element and gives it as the stanza to send. The lists of texts that the
     /// server keeps are left as it sent them.
@@ -26,5 +26,5 @@ public:
     static Push read(const xmlElement& query, Status current, const std::u16string& currentDescription);
 
 private:
-    xmlElement element_;
+    xmlElement sharedStatusElement_;
 };

@@ -59,7 +59,7 @@ std::u16string operatingSystem();
 void destroyIcon(std::uint64_t icon);
 
 /// Text in the system's narrow multibyte encoding; what cannot be converted becomes a question mark.
-std::string wideToMultibyte(std::u16string_view text);
-std::u16string multibyteToWide(std::string_view text);
+std::string wtom(std::u16string_view text);
+std::u16string mtow(std::string_view text);
 
 }  // namespace platform

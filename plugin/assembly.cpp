@@ -177,11 +177,11 @@ OKU_WORD onContactDelete(AccountParts& account, OKU_WORD param, OKU_WORD) {
 
 class SharedAssembly final : public SharedParts {
 public:
-    void loadClientDatabase(const std::u16string& directory) override { clientDatabase.load(directory); }
-    void saveClientDatabase(const std::u16string& directory) override { clientDatabase.save(directory); }
-    std::u16string ownCapsVerification() const override { return ownCaps::verification(); }
+    void loadClientDatabase(const std::u16string& directory) override { clientDb.load(directory); }
+    void saveClientDatabase(const std::u16string& directory) override { clientDb.save(directory); }
+    std::u16string ownCapsVerification() const override { return ownCaps::buildOwnCaps(); }
 
-    CClientDatabase clientDatabase;
+    CClientDatabase clientDb;
 };
 
 }  // namespace
@@ -225,7 +225,7 @@ std::unique_ptr<SharedParts> assembleSharedParts() { return std::make_unique<Sha
 std::shared_ptr<CClientClass> assembleAccount(const AccountFiles& files, PluginState& state) {
     auto account = std::make_shared<CClientClass>(files, state.host);
     auto& shared = static_cast<SharedAssembly&>(*state.shared);
-    auto parts = std::make_unique<AccountParts>(*account, shared.clientDatabase);
+    auto parts = std::make_unique<AccountParts>(*account, shared.clientDb);
     account->context = g_liveAccounts.add(*parts);
     account->layers = std::move(parts);
     return account;

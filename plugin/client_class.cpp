@@ -61,7 +61,7 @@ void CClientClass::registerEntries(const AccountEntries& entries) {
     services_.reserve(entries.services.size());
     hooks_.reserve(entries.hooks.size() + 1);
     for (const auto& service : entries.services)
-        services_.push_back(host.createService(accountServiceName(netId, service.name), service.handler, context));
+        services_.push_back(host.createNetService(netId, service.name, service.handler, context));
     const auto attach = [this](const AccountEntry& hook) {
         hooks_.push_back(host.addHook(hook.name, hook.handler, context));
     };

@@ -14,8 +14,8 @@ void CClientDatabase::load(const std::u16string& directory) {
     const auto content = platform::readFile(directory + kFileName);
     if (!content) return;
     lutXMLParseA(roots_, *content);
-    if (roots_.empty()) return;
-    const auto& entries = roots_.front().children;
+    if (!dbRootPtr()) return;
+    const auto& entries = dbRootPtr()->children;
     for (std::size_t i = 0; i < entries.size(); ++i) {
         if (entries[i].name == u"entry" && entries[i].HasAttribute(u"hash"))
             index_.emplace(entries[i].GetAttribute(u"hash"), i);
@@ -23,12 +23,12 @@ void CClientDatabase::load(const std::u16string& directory) {
 }
 
 void CClientDatabase::save(const std::u16string& directory) const {
-    platform::replaceFile(directory + kFileName, roots_.empty() ? std::string() : wtou(roots_.front().GetXML(0)));
+    platform::replaceFile(directory + kFileName, dbRootPtr() ? wtou(dbRootPtr()->GetXML(0)) : std::string());
 }
 
 const xmlElement* CClientDatabase::find(std::u16string_view hash) const {
     const auto found = index_.find(hash);
-    return found == index_.end() ? nullptr : &roots_.front().children[found->second];
+    return found == index_.end() ? nullptr : &dbRootPtr()->children[found->second];
 }
 
 void CClientDatabase::add(const xmlElement& query, std::u16string_view hash) {

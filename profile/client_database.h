@@ -23,6 +23,9 @@ public:
     void add(const xmlElement& query, std::u16string_view hash) override;
 
 private:
+    /// The first root, or null.
+    const xmlElement* dbRootPtr() const { return roots_.empty() ? nullptr : &roots_.front(); }
+
     std::vector<xmlElement> roots_;  // the first one serves, as it came
     // Place among the root's children. In order, as strangers choose the keys: chosen ones could all meet in one bucket
     // of a hash table.

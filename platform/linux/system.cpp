@@ -110,12 +110,12 @@ std::u16string operatingSystem() {
 // Icons are the host's own objects here; no handle of the system stands behind the word.
 void destroyIcon(std::uint64_t) {}
 
-std::string wideToMultibyte(std::u16string_view text) {
+std::string wtom(std::u16string_view text) {
     Converter converter(systemEncoding().c_str(), "UTF-8");
     return converter.isOpen() ? converter.convert(wtou(text), utf8Length) : wtou(text);
 }
 
-std::u16string multibyteToWide(std::string_view text) {
+std::u16string mtow(std::string_view text) {
     Converter converter("UTF-8", systemEncoding().c_str());
     if (!converter.isOpen()) return utow(text);
     return utow(converter.convert(std::string(text), [](char) { return std::size_t{1}; }));

@@ -121,8 +121,8 @@ TEST(Binary, IsLoadedAndUnloadedTwiceInOneProcess) {
 /// Whether a transcript needs nothing that only the fake world can give.
 bool playsInTheRealWorld(const harness::Transcript& transcript) {
     for (const auto& step : transcript.steps) {
-        for (const std::string_view word :
-             {"after ", "random ", "file ", "no file ", "cannot ", "holds ", "module path ", "directories ", "host leaves icon "}) {
+        for (const std::string_view word : {"after ", "random ", "file ", "no file ", "cannot ", "holds ",
+                                            "module path ", "directories ", "host leaves icon "}) {
             if (step.text.compare(0, word.size(), word) == 0) return false;
         }
         if (step.text.find("then file ") != std::string::npos) return false;

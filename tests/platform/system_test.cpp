@@ -114,19 +114,19 @@ TEST(System, TheOperatingSystemIsNameMachineVersion) {
 
 TEST(System, MultibyteTextInAPlainLocaleIsAscii) {
     const Environment environment("LC_ALL", "C");
-    EXPECT_EQ(platform::wideToMultibyte(u"abc"), "abc");
-    EXPECT_EQ(platform::wideToMultibyte(u"a\u017C\u20AC\U0001F600z"), "a???z");
-    EXPECT_EQ(platform::multibyteToWide("abc"), u"abc");
-    EXPECT_EQ(platform::multibyteToWide("a\xC5\xBCz"), u"a??z");
-    EXPECT_EQ(platform::wideToMultibyte(u""), "");
+    EXPECT_EQ(platform::wtom(u"abc"), "abc");
+    EXPECT_EQ(platform::wtom(u"a\u017C\u20AC\U0001F600z"), "a???z");
+    EXPECT_EQ(platform::mtow("abc"), u"abc");
+    EXPECT_EQ(platform::mtow("a\xC5\xBCz"), u"a??z");
+    EXPECT_EQ(platform::wtom(u""), "");
 }
 
 TEST(System, MultibyteTextInAUtf8LocaleIsUtf8) {
     const Environment environment("LC_ALL", "C.UTF-8");
-    EXPECT_EQ(platform::wideToMultibyte(u"za\u017C\U0001F600"), "za\xC5\xBC\xF0\x9F\x98\x80");
-    EXPECT_EQ(platform::multibyteToWide("za\xC5\xBC\xF0\x9F\x98\x80"), u"za\u017C\U0001F600");
-    EXPECT_EQ(platform::multibyteToWide("a\xFFz"), u"a?z");
-    EXPECT_EQ(platform::multibyteToWide(std::string(3000, 'x')), std::u16string(3000, u'x'));
+    EXPECT_EQ(platform::wtom(u"za\u017C\U0001F600"), "za\xC5\xBC\xF0\x9F\x98\x80");
+    EXPECT_EQ(platform::mtow("za\xC5\xBC\xF0\x9F\x98\x80"), u"za\u017C\U0001F600");
+    EXPECT_EQ(platform::mtow("a\xFFz"), u"a?z");
+    EXPECT_EQ(platform::mtow(std::string(3000, 'x')), std::u16string(3000, u'x'));
 }
 
 }  // namespace

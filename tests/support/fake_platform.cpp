@@ -98,7 +98,7 @@ void destroyIcon(std::uint64_t icon) {
     if (world().onIconDestroyed) world().onIconDestroyed(icon);
 }
 
-std::string wideToMultibyte(std::u16string_view text) { return harness::toUtf8(text); }
-std::u16string multibyteToWide(std::string_view text) { return harness::toUtf16(text); }
+std::string wtom(std::u16string_view text) { return harness::toUtf8(text); }
+std::u16string mtow(std::string_view text) { return harness::toUtf16(text); }
 
 }  // namespace platform

@@ -87,12 +87,12 @@ TEST_F(StrictHost, NoticesASendWithoutItsHooks) {
 
 TEST_F(StrictHost, NoticesSettingsThatAreReadTooEarly) {
     const auto store = proxy.settingsInit(u"/x");
-    proxy.settingsFindInt(store, u"key");
+    proxy.settingsGetInt(store, u"key", 0);
     EXPECT_TRUE(complainsOf("before Read"));
 }
 
 TEST_F(StrictHost, NoticesWhatIsLeftAfterUnloading) {
-    proxy.createService(u"XMPP/1/X", ignore, 1);
+    proxy.createNetService(1, u"X", ignore, 1);
     proxy.addHook(u"OKU/Y", ignore, 1);
     proxy.createEvent(u"Z");
     proxy.timerCreate(u"XMPP/Timer/1", 1, {ignore, 1}, false);
