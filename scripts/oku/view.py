@@ -3,12 +3,13 @@
 import os
 import shutil
 import sys
-import textwrap
 import threading
 import time
+import unicodedata
 
-COLUMN = 42
 STAMP = 10
+WIDEST_COLUMN = 42
+NARROWEST_TEXT = 20  # columns; with less to each side the second one is only set in a little
 
 
 def _resource(event):
@@ -50,18 +51,51 @@ _TEXTS = {
 }
 
 
-def _wrapped(line, indent):
-    """The line in parts that fit behind the indent; as it is where nobody looks at a terminal."""
-    if not sys.stdout.isatty():
-        return [line]
-    return textwrap.wrap(line, max(20, shutil.get_terminal_size().columns - indent)) or [""]
+def _columns_of(character):
+    if unicodedata.category(character) in ("Mn", "Me", "Cf"):
+        return 0
+    return 2 if unicodedata.east_asian_width(character) in "WF" else 1
+
+
+def _break_place(text, columns):
+    """Where the text's first line ends: behind the last blank that fits, or inside a long word."""
+    width = 0
+    for place, character in enumerate(text):
+        width += _columns_of(character)
+        if width > columns:
+            blank = text.rfind(" ", 0, place + 1)
+            return blank if blank > 0 else max(place, 1)
+    return len(text)
+
+
+def wrapped(text, columns):
+    """The text in lines of at most that many columns (None: any number), at least one."""
+    if columns is None:
+        return [text]
+    lines = []
+    while text or not lines:
+        place = _break_place(text, columns)
+        lines.append(text[:place].rstrip())
+        text = text[place:].lstrip()
+    return lines
+
+
+def second_column(columns):
+    """Where the second person's text begins, beside the time; `columns` as in wrapped."""
+    if columns is None:
+        return WIDEST_COLUMN
+    half = (columns - STAMP) // 2
+    return min(WIDEST_COLUMN, half) if half >= NARROWEST_TEXT else 2
 
 
 class View:
-    """Prints the events of two messengers as they come; may be called from any thread."""
+    """Prints the events of two messengers as they come; may be called from any thread. `columns` is the width that is
+    there (None: any), by default the terminal's."""
 
-    def __init__(self, first, second):
-        self._columns = {first: 0, second: COLUMN}
+    def __init__(self, first, second, columns=...):
+        self._width = columns if columns is not ... else (
+            max(STAMP + 4, shutil.get_terminal_size().columns) if sys.stdout.isatty() else None)
+        self._columns = {first: 0, second: second_column(self._width)}
         self._lock = threading.Lock()
         self._told = {}
         self._colours = sys.stdout.isatty() and not os.environ.get("NO_COLOR")
@@ -74,6 +108,8 @@ class View:
     def heading(self):
         line = ""
         for name, column in self._columns.items():
+            if line and len(line) >= column + STAMP:
+                line += " "
             line = line.ljust(column + STAMP) + name.upper()
         self._print(line, "1")
 
@@ -83,7 +119,7 @@ class View:
         if text is None or self.quiet or not self._news(name, event):
             return
         column = self._columns[name]
-        lines = [part for line in text(event).split("\n") for part in _wrapped(line, column + STAMP)]
+        lines = self._lines(text(event), column + STAMP)
         stamp = time.strftime("%H:%M:%S")
         rest = "\n".join(" " * (column + STAMP) + line for line in lines[1:])
         self._print(f"{stamp}  {' ' * column}{lines[0]}" + (f"\n{rest}" if rest else ""), "36" if column else "33")
@@ -99,7 +135,11 @@ class View:
         return text != old
 
     def step(self, title, seconds):
-        self._print(f"--- {title}: seen on both sides, {seconds:.1f} s", "32")
+        self._print("\n".join(self._lines(f"--- {title}: seen on both sides, {seconds:.1f} s", 0)), "32")
 
     def say(self, text):
-        self._print("\n".join(part for line in text.split("\n") for part in _wrapped(line, 0)), "0")
+        self._print("\n".join(self._lines(text, 0)), "0")
+
+    def _lines(self, text, indent):
+        room = None if self._width is None else self._width - indent
+        return [part for line in text.split("\n") for part in wrapped(line, room)]
