@@ -1,5 +1,6 @@
 #include "messenger/core/texts.h"
 
+#include <cstring>
 #include <QCoreApplication>
 #include <QPointer>
 #include <QTranslator>
@@ -15,11 +16,12 @@ QPointer<QTranslator> installed;  // belongs to the application
 
 Language languageOfEnvironment() {
     for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-        const QByteArray value = qgetenv(variable).toLower();
-        if (value.isEmpty() || value.startsWith("c.") || value == "c" || value == "posix") continue;
-        return value.startsWith("pl") ? Language::Polish : Language::English;
+        QByteArray language = qgetenv(variable).toLower();
+        if (language.isEmpty()) continue;
+        language.truncate(static_cast<qsizetype>(std::strcspn(language.constData(), "_.@")));
+        return language == "pl" ? Language::Polish : Language::English;
     }
-    return Language::Polish;
+    return Language::English;
 }
 
 void setLanguage(Language language) {

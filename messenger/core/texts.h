@@ -6,8 +6,8 @@ namespace oku {
 /// their English in messenger/translations/.
 enum class Language { Polish, English };
 
-/// By LC_ALL, LC_MESSAGES, LANG, in this order. A language that is not set counts as Polish, as the plugin's own texts
-/// are; one that is neither gets English.
+/// By the first of LC_ALL, LC_MESSAGES, LANG that is set: Polish for `pl`, English for any other, `C` and none
+/// included, as programs usually do.
 Language languageOfEnvironment();
 
 /// Has QCoreApplication::translate() speak this language from now on. Needs an application object.

@@ -10,6 +10,8 @@
 namespace oku::terminal {
 namespace {
 
+constexpr int kKeyColumns = 24;
+
 const SettingRow* findSetting(const QString& key) {
     for (const SettingRow& row : settingTable())
         if (key.compare(QLatin1String(row.key), Qt::CaseInsensitive) == 0) return &row;
@@ -101,17 +103,25 @@ QString Commands::set(Arguments& arguments) {
     return reason;
 }
 
+// Without a word those that were changed, a line each: all of them would push away what is read.
 QString Commands::get(Arguments& arguments) {
-    const QString key = arguments.word();
-    const SettingRow* wanted = findSetting(key);
-    if (!key.isEmpty() && wanted == nullptr) return say(Text::UnknownSetting, key);
+    const QString part = arguments.word();
+    const bool all = part == QLatin1String("all");
+    int listed = 0;
+    int left = 0;
     for (const SettingRow& row : settingTable()) {
-        if (wanted != nullptr && wanted != &row) continue;
         const QString name = QString::fromLatin1(row.key);
-        const QString value = shownValue(row, session_.client().settingValue(session_.account(), name));
-        session_.list(fitToWidth(name, 24) +
-                      QStringLiteral("= %1  (%2)").arg(value, QCoreApplication::translate("SettingKeys", row.help)));
+        const QVariant value = session_.client().settingValue(session_.account(), name);
+        const bool wanted = part.isEmpty() ? value.isValid() : all || name.contains(part, Qt::CaseInsensitive);
+        ++(wanted ? listed : left);
+        if (!wanted) continue;
+        const QString line = fitToWidth(name, kKeyColumns) + QStringLiteral("= ") + shownValue(row, value);
+        const QString help = QStringLiteral("  (%1)").arg(QCoreApplication::translate("SettingKeys", row.help));
+        const bool brief = displayWidth(line + help) > session_.columns() && part.isEmpty();
+        session_.list(brief ? line : line + help);
     }
+    if (listed == 0 && !part.isEmpty()) return say(Text::UnknownSetting, part);
+    if (part.isEmpty()) session_.list(sayCounted(Text::SettingsLeft, left), Style::Faint);
     return {};
 }
 

@@ -134,6 +134,7 @@ QString Commands::authorize(Arguments& arguments) {
     if (!word.isEmpty() && word != QLatin1String("ask")) return say(Text::Usage);
     const bool ask = !word.isEmpty();
     const QString reason = session_.client().authorize(peer.account, peer.jid, ask);
+    if (reason.isEmpty()) session_.requestAnswered(peer);
     if (reason.isEmpty()) session_.tell(say(ask ? Text::AuthorizedAndAsked : Text::Authorized, session_.nameOf(peer)));
     return reason;
 }
@@ -142,6 +143,7 @@ QString Commands::deny(Arguments& arguments) {
     Peer peer;
     if (const QString reason = takeRequest(arguments, peer); !reason.isEmpty()) return reason;
     const QString reason = session_.client().deny(peer.account, peer.jid);
+    if (reason.isEmpty()) session_.requestAnswered(peer);
     if (reason.isEmpty()) session_.tell(say(Text::Denied, session_.nameOf(peer)));
     return reason;
 }

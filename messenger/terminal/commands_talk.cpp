@@ -16,7 +16,9 @@ QString historyLine(const Session& session, const Message& message) {
     const Peer peer{message.account, message.contact};
     const QString name = session.nameOf(peer);
     QString line = message.time.toLocalTime().toString(QStringLiteral("d.MM.yyyy HH:mm "));
-    line += message.direction == Direction::in ? name : u'→' + name;
+    line += message.failed                       ? u'!' + QStringLiteral(" ") + name
+            : message.direction == Direction::in ? name
+                                                 : u'→' + name;
     line += QStringLiteral(": ") + oneLine(message.body);
     switch (message.state) {
         case DeliveryState::queued:

@@ -27,6 +27,7 @@ QString writer(const LogEntry& entry, const LogLayout& layout) {
             return layout.conversation ? layout.me : u'→' + entry.who;
         case EntryKind::Information:
         case EntryKind::Listing:
+        case EntryKind::Undelivered:
             break;
     }
     return entry.mark;
@@ -40,6 +41,7 @@ Style writerStyle(const LogEntry& entry) {
             return Style::Mine;
         case EntryKind::Information:
         case EntryKind::Listing:
+        case EntryKind::Undelivered:
             break;
     }
     return entry.style;

@@ -22,7 +22,8 @@ struct Peer {
 // that was looked at when it came (what must not be missed).
 enum class Shown { Both, ConversationOnly, InSight };
 
-enum class EntryKind { Information, Listing, Incoming, Outgoing };
+// Undelivered: what the messenger says of a message that came back.
+enum class EntryKind { Information, Listing, Incoming, Outgoing, Undelivered };
 
 struct LogEntry {
     QDateTime time;

@@ -58,7 +58,7 @@ constexpr const char* kHelpTail =
                       "Opcja z wartością może mieć postać --profile FOLDER albo --profile=FOLDER.\n\n"
                       "Środowisko:\n"
                       "  OKU_PASSWORD        hasło konta z --account (inaczej program o nie zapyta)\n"
-                      "  LANG                pl... lub brak wybiera polski, inny język angielski\n"
+                      "  LANG                pl wybiera polski, inny język (też żaden) angielski\n"
                       "  NO_COLOR            bez kolorów\n\n"
                       "Program kończy się kodem 0, 1 (nie można uruchomić) albo 2 (złe opcje).\n"
                       "Polecenia w programie: /help. Całość opisuje: man oku-terminal\n");

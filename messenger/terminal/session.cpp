@@ -24,6 +24,10 @@ QString withoutLineFeedsBehind(QString line) {
     return line;
 }
 
+bool countsAsUnread(const LogEntry& entry) {
+    return entry.kind == EntryKind::Incoming || entry.kind == EntryKind::Undelivered;
+}
+
 // What of a typed line goes to the other side: a second slash in front sends a text that begins with one.
 QString textOf(const QString& line) { return line.startsWith(QLatin1String("//")) ? line.mid(1) : line; }
 
@@ -169,8 +173,10 @@ void Session::tellOf(const Peer& peer, const QString& text, Style style, const Q
     append(std::move(entry));
 }
 
+Shown Session::whereAsked() const { return windows_.current().none() ? Shown::Both : Shown::ConversationOnly; }
+
 void Session::tell(const QString& text, Style style, const QString& mark) {
-    tellOf(windows_.current(), text, style, mark);
+    tellOf(windows_.current(), text, style, mark, whereAsked());
 }
 
 void Session::tellError(const QString& reason) { tell(reason, Style::Error, QStringLiteral("!")); }
@@ -182,6 +188,7 @@ void Session::list(const QString& text, Style style, int hang) {
     entry.text = printable(text, true);
     entry.style = style;
     entry.hang = hang;
+    entry.shown = whereAsked();
     append(std::move(entry));
 }
 
@@ -239,7 +246,7 @@ void Session::divideFromNew(const Peer& peer, int unread) {
     auto first = log_.end();
     while (unread > 0 && first != log_.begin()) {
         --first;
-        if (first->peer == peer && first->kind == EntryKind::Incoming) --unread;
+        if (first->peer == peer && countsAsUnread(*first)) --unread;
     }
     if (first == log_.end() || options_.oneWindow) return;
     LogEntry divider;

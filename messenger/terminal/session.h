@@ -8,6 +8,7 @@
 #include <QDateTime>
 #include <QHash>
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QTimer>
@@ -82,7 +83,7 @@ public:
     // more than one.
     QString findContact(const QString& text, QString& jid) const;
     QString nameOf(const Peer& peer) const;
-    // An entry in the window that is seen (and in the main one).
+    // An answer, in the window that is seen: it was asked for there.
     void tell(const QString& text, Style style = Style::Plain, const QString& mark = QStringLiteral("-"));
     // A line of an answer; what does not fit into it is set in by `hang` columns.
     void list(const QString& text, Style style = Style::Plain, int hang = 2);
@@ -94,6 +95,8 @@ public:
     bool showWindow(int number);
     // Asks for a text that is not shown, and hands it on.
     void askSecret(const QString& question, std::function<void(const QString& secret)> use);
+    // Somebody's request for authorization has its answer: the next one is told again.
+    void requestAnswered(const Peer& peer) { askedBy_.remove(peer.account + u'\n' + peer.jid); }
     // Sends a message. Gives the reason of a refusal.
     QString send(const Peer& peer, const QString& text);
     void clearWindow();
@@ -137,10 +140,17 @@ private:
 
     void append(LogEntry entry);
     bool shows(const LogEntry& entry) const;
+    Shown whereAsked() const;
     LogEntry messageEntry(const Message& message) const;
-    // The status line, with the account's name and status cut short, and with the windows that matter only.
-    Line statusLine(bool briefAccount, bool fewWindows) const;
-    Line windowNames(bool few) const;
+    // How much of itself the status line shows.
+    struct StatusLineKind {
+        bool words = true;       // of the own status, beside its mark
+        bool allWindows = true;  // not only those that matter now
+        int nameColumns = 12;
+        bool wholeAddress = true;
+    };
+    Line statusLine(const StatusLineKind& kind) const;
+    Line windowNames(const StatusLineKind& kind) const;
     void tellOf(const Peer& peer, const QString& text, Style style, const QString& mark, Shown shown = Shown::Both);
     bool hasPassword(const QString& account) const;
     // False when the messenger refused it, which is told.
@@ -166,6 +176,7 @@ private:
     QHash<QString, QString> presences_;              // by account and full JID: what was told last
     QHash<QString, ConnectionState> connections_;
     QHash<QString, QString> refusedCertificates_;
+    QSet<QString> askedBy_;            // by account and JID: whose request for authorization was told
     QHash<QString, QString> notices_;  // by account: what was told since its connection changed
     Peer typingTo_;                    // who was told that we are typing
     QTimer typingPause_;

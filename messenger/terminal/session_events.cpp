@@ -38,6 +38,7 @@ void Session::connectionChanged(const QString& account, ConnectionState state, c
     connections_.insert(account, state);
     if (state == ConnectionState::offline) {
         presences_.removeIf([&](auto entry) { return entry.key().startsWith(account + u'\n'); });
+        askedBy_.removeIf([&](const QString& who) { return who.startsWith(account + u'\n'); });
         windows_.forgetTyping(account);
         if (typingTo_.account == account) typingTo_ = {};
     }
@@ -135,6 +136,12 @@ LogEntry Session::messageEntry(const Message& message) const {
         const QString written = message.delayed.toLocalTime().toString(QStringLiteral("d.MM.yyyy HH:mm"));
         text = say(Text::WrittenAt, written, text);
     }
+    if (message.failed) {
+        // The plugin's words about a message of ours, not the other side's.
+        entry.kind = EntryKind::Undelivered;
+        entry.mark = kBang;
+        text = QStringLiteral("%1: %2").arg(entry.who, text);
+    }
     if (entry.queued) text = say(Text::StillQueued, text);
     if (message.state == DeliveryState::unconfirmed) text = say(Text::StillUnconfirmed, message.number, text);
     entry.text = printable(text, true);
@@ -189,7 +196,11 @@ void Session::typingReceived(const QString& account, const QString& jid, bool co
 // What waits for the person
 // --------------------------------------------------------------------------------------------
 
+// Who asks again and again is told of once, until there is an answer or the next connection.
 void Session::authorizationRequested(const QString& account, const QString& jid) {
+    const qsizetype before = askedBy_.size();
+    askedBy_.insert(account + u'\n' + jid);
+    if (askedBy_.size() == before) return;
     tellOf({account, jid}, say(Text::WantsPresence, nameOf({account, jid}), jid), Style::Question, kAsk,
            Shown::InSight);
 }

@@ -1,5 +1,6 @@
 // What a session's display shows around the log.
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "messenger/terminal/display_width.h"
@@ -9,6 +10,8 @@
 
 namespace oku::terminal {
 namespace {
+
+constexpr int kShortestName = 6;  // columns of the names in a narrow window bar
 
 Span bar(const QString& text) { return {text, Style::Bar}; }
 
@@ -30,8 +33,13 @@ QString fullState(const Account& mine) {
     return QStringLiteral(" %1 %2 %3").arg(oneLine(mine.jid)).arg(statusMark(mine.status)).arg(state);
 }
 
-QString briefState(const Account& mine) {
-    return QStringLiteral(" %1 %2").arg(oneLine(mine.jid.section(u'@', 0, 0))).arg(statusMark(mine.status));
+QString briefState(const Account& mine, bool wholeAddress) {
+    const QString address = oneLine(wholeAddress ? mine.jid : mine.jid.section(u'@', 0, 0));
+    return QStringLiteral(" %1 %2").arg(address).arg(statusMark(mine.status));
+}
+
+QString atMost(const QString& text, int columns) {
+    return displayWidth(text) > columns ? fitToWidth(text, columns) : text;
 }
 
 }  // namespace
@@ -49,21 +57,30 @@ Line Session::title() const {
     if (peer.none()) return {bar(u' ' + say(Text::MainTitle))};
     const auto contact = client_.contact(peer.account, peer.jid);
     if (!contact) return {bar(QStringLiteral(" %1 · %2").arg(oneLine(peer.jid), say(Text::NotOnRoster)))};
-    return {bar(QStringLiteral(" %1 <%2> ").arg(nameOf(peer), oneLine(peer.jid))),
+    // A long name leaves room for the address and the status.
+    const QString name = atMost(nameOf(peer), std::max(kShortestName, columns() / 3));
+    return {bar(QStringLiteral(" %1 <%2> ").arg(name, oneLine(peer.jid))),
             bar(statusMark(contact->status) + QStringLiteral(" ") + statusText(contact->status) +
                 resourceNames(*contact) + described(contact->description))};
 }
 
-// A narrow window shortens the account before it leaves windows out, and leaves out only those with nothing new.
+// A narrow window leaves out the words of the own status, then windows with nothing new, then parts of names; the own
+// address goes last.
 Line Session::status() const {
-    for (const auto& [briefAccount, fewWindows] : {std::pair{false, false}, {true, false}}) {
-        const Line line = statusLine(briefAccount, fewWindows);
-        if (lineWidth(line) <= columns()) return line;
+    static constexpr std::array kinds = std::to_array<StatusLineKind>({{},
+                                                                       {.words = false},
+                                                                       {.words = false, .allWindows = false},
+                                                                       {false, false, kShortestName},
+                                                                       {false, false, kShortestName, false}});
+    Line line;
+    for (const StatusLineKind& kind : kinds) {
+        line = statusLine(kind);
+        if (lineWidth(line) <= columns()) break;
     }
-    return statusLine(true, true);
+    return line;
 }
 
-Line Session::statusLine(bool briefAccount, bool fewWindows) const {
+Line Session::statusLine(const StatusLineKind& kind) const {
     Line line;
     const QString chosen = account();
     const QList<Account> accounts = client_.accounts();
@@ -72,29 +89,27 @@ Line Session::statusLine(bool briefAccount, bool fewWindows) const {
     if (mine == accounts.end())
         line.push_back(bar(u' ' + say(Text::NoAccount)));
     else
-        line.push_back(bar(briefAccount ? briefState(*mine) : fullState(*mine)));
+        line.push_back(bar(kind.words ? fullState(*mine) : briefState(*mine, kind.wholeAddress)));
     for (const Peer& peer : windows_.typing())
-        line.push_back(bar(QStringLiteral(" │ ") + say(Text::IsTyping, nameOf(peer))));
+        line.push_back(bar(QStringLiteral(" │ ") + say(Text::IsTyping, atMost(nameOf(peer), kind.nameColumns))));
     line.push_back(bar(QStringLiteral(" │")));
-    for (Span& span : windowNames(fewWindows)) line.push_back(std::move(span));
+    for (Span& span : windowNames(kind)) line.push_back(std::move(span));
     return line;
 }
 
-Line Session::windowNames(bool few) const {
+Line Session::windowNames(const StatusLineKind& kind) const {
     Line line;
     const auto window = [&](int number, const QString& name, int unread) {
         const bool seen = number == windows_.currentNumber();
-        if (few && !seen && unread == 0) return;
+        if (!kind.allWindows && !seen && unread == 0) return;
         QString text = QStringLiteral(" %1%2:%3%4").arg(seen ? "[" : "").arg(number).arg(name).arg(seen ? "]" : "");
         if (unread > 0) text += QStringLiteral("(%1)").arg(unread);
         line.push_back({text, unread > 0 ? Style::BarAlert : Style::Bar});
     };
     window(0, say(Text::MainWindow), 0);
     int number = 0;
-    for (const Peer& peer : windows_.conversations()) {
-        const QString name = nameOf(peer);
-        window(++number, displayWidth(name) > 12 ? fitToWidth(name, 12) : name, windows_.unread(peer));
-    }
+    for (const Peer& peer : windows_.conversations())
+        window(++number, atMost(nameOf(peer), kind.nameColumns), windows_.unread(peer));
     return line;
 }
 

@@ -116,6 +116,7 @@ enum class Text {
     NoQuestion,
     Answered,
     SettingUnset,
+    SettingsLeft,
     UnknownSetting,
     TypingOn,
     TypingOff,

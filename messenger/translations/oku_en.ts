@@ -231,14 +231,6 @@ Trust this certificate on this account from now on?</translation>
         <translation>changes a setting of the account</translation>
     </message>
     <message>
-        <source>[KLUCZ]</source>
-        <translation>[KEY]</translation>
-    </message>
-    <message>
-        <source>ustawienia konta</source>
-        <translation>settings of the account</translation>
-    </message>
-    <message>
         <source>czy wysyłać powiadomienia o pisaniu</source>
         <translation>whether typing notices are sent</translation>
     </message>
@@ -257,6 +249,14 @@ Trust this certificate on this account from now on?</translation>
     <message>
         <source>kończy program</source>
         <translation>ends the program</translation>
+    </message>
+    <message>
+        <source>[CZĘŚĆ | all]</source>
+        <translation>[PART | all]</translation>
+    </message>
+    <message>
+        <source>zmienione ustawienia konta, te z częścią nazwy, wszystkie</source>
+        <translation>the account&apos;s changed settings, those with the part, all of them</translation>
     </message>
 </context>
 <context>
@@ -669,7 +669,7 @@ Opcja z wartością może mieć postać --profile FOLDER albo --profile=FOLDER.
 
 Środowisko:
   OKU_PASSWORD        hasło konta z --account (inaczej program o nie zapyta)
-  LANG                pl... lub brak wybiera polski, inny język angielski
+  LANG                pl wybiera polski, inny język (też żaden) angielski
   NO_COLOR            bez kolorów
 
 Program kończy się kodem 0, 1 (nie można uruchomić) albo 2 (złe opcje).
@@ -682,7 +682,7 @@ An option with a value may stand as --profile FOLDER or --profile=FOLDER.
 
 Environment:
   OKU_PASSWORD        password of --account (else the program asks for it)
-  LANG                pl... or none chooses Polish, another one English
+  LANG                pl chooses Polish, another one (or none) English
   NO_COLOR            no colours
 
 The program ends with 0, 1 (it could not start) or 2 (wrong options).
@@ -1303,10 +1303,6 @@ Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
         <translation>(default)</translation>
     </message>
     <message>
-        <source>nie ma ustawienia &quot;%1&quot;; lista: /get</source>
-        <translation>there is no setting &quot;%1&quot;; list: /get</translation>
-    </message>
-    <message>
         <source>powiadomienia o pisaniu będą wysyłane</source>
         <translation>typing notices will be sent</translation>
     </message>
@@ -1409,6 +1405,17 @@ Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
     <message>
         <source>nikt nie czyta tego, co program pisze</source>
         <translation>nobody reads what the program writes</translation>
+    </message>
+    <message numerus="yes">
+        <source>… i %n ustawień domyślnych: /get all, /get CZĘŚĆ</source>
+        <translation>
+            <numerusform>… and %n setting at its default: /get all, /get PART</numerusform>
+            <numerusform>… and %n settings at their default: /get all, /get PART</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>nie ma ustawienia &quot;%1&quot;; lista: /get all</source>
+        <translation>there is no setting &quot;%1&quot;; list: /get all</translation>
     </message>
 </context>
 </TS>

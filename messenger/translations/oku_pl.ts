@@ -19,5 +19,13 @@
             <numerusform>↑ %n wierszy wyżej, End wraca</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>… i %n ustawień domyślnych: /get all, /get CZĘŚĆ</source>
+        <translation>
+            <numerusform>… i %n ustawienie domyślne: /get all, /get CZĘŚĆ</numerusform>
+            <numerusform>… i %n ustawienia domyślne: /get all, /get CZĘŚĆ</numerusform>
+            <numerusform>… i %n ustawień domyślnych: /get all, /get CZĘŚĆ</numerusform>
+        </translation>
+    </message>
 </context>
 </TS>

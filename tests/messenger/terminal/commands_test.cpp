@@ -272,12 +272,18 @@ TEST_F(CommandsTest, ReadsAndWritesSettings) {
     EXPECT_EQ(type("/set XMPP/Proxy/Pass tajne"),
               "setSetting|ala@localhost|XMPP/Proxy/Pass|QString|tajne > XMPP/Proxy/Pass = ***");
     EXPECT_EQ(type("/set XMPP/Priority dużo"), " > \"dużo\" is not a whole number");
-    EXPECT_EQ(type("/set XMPP/Prioritty 5"), " > there is no setting \"XMPP/Prioritty\"; list: /get");
+    EXPECT_EQ(type("/set XMPP/Prioritty 5"), " > there is no setting \"XMPP/Prioritty\"; list: /get all");
     EXPECT_EQ(type("/get xmpp/priority"), " > XMPP/Priority           = -5  (the connection's priority, -127 to 127)");
-    EXPECT_EQ(type("/get x"), " > there is no setting \"x\"; list: /get");
-    const std::string all = type("/get");
+    EXPECT_EQ(type("/get zzz"), " > there is no setting \"zzz\"; list: /get all");
+    const std::string all = type("/get all");
     for (const SettingRow& row : settingTable()) EXPECT_NE(all.find(row.key), std::string::npos) << row.key;
     EXPECT_EQ(all.find("tajne"), std::string::npos);
+    EXPECT_EQ(type("/get"),
+              " > XMPP/Priority           = -5  (the connection's priority, -127 to 127)\n"
+              "XMPP/Serv/Host          = ::1:5222  (server:port to connect to)\n"
+              "XMPP/Proxy/Pass         = ***  (the proxy's password)\n"
+              "… and 24 settings at their default: /get all, /get PART");
+    EXPECT_EQ(QString::fromStdString(type("/get proxy")).count(u'\n'), 7);
     client.refusals["setSetting"] = "out of range";
     EXPECT_EQ(type("/set XMPP/Priority 5"), "setSetting|ala@localhost|XMPP/Priority|int|5 > out of range");
 }

@@ -258,9 +258,11 @@ class WithoutATerminal(unittest.TestCase):
             self.assertIn(expected, text)
         self.assertNotIn("\x1b", text)
 
-    def test_polish_is_the_language_where_none_is_named(self):
-        done = self.run_it(FAKE, [], "/fly\n", LC_ALL="C.UTF-8")
-        self.assertIn("nie ma polecenia /fly; lista: /help", done.stdout.decode())
+    def test_english_is_the_language_where_none_is_named(self):
+        for language, words in (("C.UTF-8", "there is no command /fly"), ("POSIX", "there is no command /fly"),
+                                ("pl_PL.UTF-8", "nie ma polecenia /fly")):
+            with self.subTest(language=language):
+                self.assertIn(words, self.run_it(FAKE, [], "/fly\n", LC_ALL=language).stdout.decode())
 
     def test_json_mode_writes_nothing_but_json(self):
         done = self.run_it(FAKE, ["--json"], '{"cmd":"status","status":"online","id":1}\nrubbish\n')

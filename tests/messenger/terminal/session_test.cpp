@@ -140,6 +140,18 @@ TEST_F(SessionTest, AsksAboutAuthorizationsAndBoxes) {
     EXPECT_EQ(heard(),
               "? obcy@localhost asks for authorization to see your presence: /authorize obcy@localhost or /deny "
               "obcy@localhost");
+    session->authorizationRequested(kMe, "obcy@localhost");
+    EXPECT_EQ(heard(), "");
+    session->authorizationRequested(kMe, "inny@localhost");
+    EXPECT_NE(heard(), "");
+    type("/deny obcy@localhost");
+    heard();
+    session->authorizationRequested(kMe, "obcy@localhost");
+    EXPECT_NE(heard(), "") << "it was answered, and asks anew";
+    session->connectionChanged(kMe, ConnectionState::offline, {});
+    heard();
+    session->authorizationRequested(kMe, "obcy@localhost");
+    EXPECT_NE(heard(), "") << "it still waits at the next login";
     MessageBox box;
     box.number = 4;
     box.title = QStringLiteral("Pewnyś?");

@@ -70,9 +70,54 @@ TEST_F(SessionTest, LeavesOutOfANarrowStatusLineWhatMattersLeast) {
     session->messageReceived(kMe, incoming("ala@localhost", "ola@localhost", "hej"));
     EXPECT_EQ(status(), " ala@localhost ◐ away — w pociągu │ 0:main 1:Olek 2:Ola(1) [3:Ewa Żółć]");
     display.width = 60;
-    EXPECT_EQ(status(), " ala ◐ │ 0:main 1:Olek 2:Ola(1) [3:Ewa Żółć]");
+    EXPECT_EQ(status(), " ala@localhost ◐ │ 0:main 1:Olek 2:Ola(1) [3:Ewa Żółć]");
     display.width = 40;
-    EXPECT_EQ(status(), " ala ◐ │ 2:Ola(1) [3:Ewa Żółć]");
+    EXPECT_EQ(status(), " ala@localhost ◐ │ 2:Ola(1) [3:Ewa Żółć]");
+    display.width = 39;
+    EXPECT_EQ(status(), " ala@localhost ◐ │ 2:Ola(1) [3:Ewa Ż…]");
+    display.width = 30;
+    EXPECT_EQ(status(), " ala ◐ │ 2:Ola(1) [3:Ewa Ż…]");
+}
+
+TEST_F(SessionTest, LeavesLongNamesNoMoreThanTheirRoom) {
+    client.contactLists[kMe][0].name = QStringLiteral("Aleksander ").repeated(20);
+    session->openConversation({kMe, "olek@localhost"});
+    session->typingReceived(kMe, "olek@localhost", true);
+    EXPECT_TRUE(lineText(session->title()).contains("… <olek@localhost> ◐ away"));
+    EXPECT_LE(lineWidth(session->title()), display.width);
+    EXPECT_EQ(status(), " ala@localhost ○ offline │ Aleksander … is writing… │ 0:main [1:Aleksander …]");
+}
+
+TEST_F(SessionTest, AnswersOnlyWhereItWasAsked) {
+    type("/chat-with Olek");
+    type("/roster");
+    type("/fly");
+    const auto count = session->entries().size();
+    EXPECT_GT(count, 5U);
+    type("/window 0");
+    for (const LogEntry* entry : session->entries()) {
+        EXPECT_NE(entry->kind, EntryKind::Listing);
+        EXPECT_FALSE(entry->text.contains("fly")) << qPrintable(entry->text);
+    }
+    type("/window 1");
+    EXPECT_EQ(session->entries().size(), count);
+}
+
+TEST_F(SessionTest, SaysItselfThatAMessageCameBack) {
+    type("/chat-with Olek");
+    heard();
+    Message back = incoming("ala@localhost", "olek@localhost", "Twoja wiadomość nie została dostarczona");
+    back.failed = true;
+    session->messageReceived(kMe, back);
+    EXPECT_EQ(heard(), "Olek Olek: Twoja wiadomość nie została dostarczona");
+    const LogEntry& entry = *session->entries().back();
+    EXPECT_EQ(entry.style, Style::Error);
+    EXPECT_EQ(lineText(layOut(entry, session->layout()).front()).mid(6),
+              "            ! │ Olek: Twoja wiadomość nie została dostarczona");
+    session->showWindow(0);
+    session->messageReceived(kMe, back);
+    session->showWindow(1);
+    EXPECT_EQ((*(session->entries().end() - 2))->text, "new messages");
 }
 
 TEST_F(SessionTest, TakesUnreadMessagesOfTheLastTimeOver) {

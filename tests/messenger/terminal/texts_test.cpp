@@ -35,11 +35,20 @@ TEST(TextsTest, TakesTheLanguageFromTheEnvironment) {
     qunsetenv("LC_MESSAGES");
     for (const auto& [value, wanted] : {std::pair{"en_GB.UTF-8", Language::English},
                                         {"pl_PL.UTF-8", Language::Polish},
-                                        {"C.UTF-8", Language::Polish},
-                                        {"", Language::Polish}}) {
+                                        {"pl", Language::Polish},
+                                        {"pl@quot", Language::Polish},
+                                        {"plt_MG.UTF-8", Language::English},
+                                        {"C.UTF-8", Language::English},
+                                        {"C", Language::English},
+                                        {"POSIX", Language::English},
+                                        {"", Language::English}}) {
         qputenv("LANG", value);
         EXPECT_EQ(languageOfEnvironment(), wanted) << value;
     }
+    qputenv("LC_ALL", "C");
+    qputenv("LANG", "pl_PL.UTF-8");
+    EXPECT_EQ(languageOfEnvironment(), Language::English) << "the first that is set decides";
+    qunsetenv("LC_ALL");
 }
 
 TEST(TextsTest, NamesStatusesButtonsAndAddresses) {
