@@ -1,8 +1,14 @@
 #include "messenger/core/plugin_loader.h"
 
 #include <dlfcn.h>
+#include <algorithm>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#if !defined(OKU_PLUGIN_DIR) || !defined(OKU_PLUGIN_DIR_FROM_PROGRAM)
+#error "the build sets the folder of installed modules, and how it lies relative to the programs"
+#endif
 
 namespace oku {
 namespace {
@@ -69,6 +75,21 @@ void PluginLoader::load(const OKU_FUNCTION_TABLE* table) {
 void PluginLoader::unload() {
     loaded_ = false;
     unload_();
+}
+
+QStringList modulePlaces(const QString& programDir) {
+    QStringList places;
+    for (const QString& folder : {programDir, programDir + u'/' + QStringLiteral(OKU_PLUGIN_DIR_FROM_PROGRAM),
+                                  QStringLiteral(OKU_PLUGIN_DIR)}) {
+        places.append(QDir::cleanPath(folder + QStringLiteral("/protoLink.module")));
+    }
+    return places;
+}
+
+QString findModule(const QString& programDir) {
+    const QStringList places = modulePlaces(programDir);
+    const auto found = std::ranges::find_if(places, [](const QString& path) { return QFileInfo::exists(path); });
+    return found == places.end() ? places.first() : *found;
 }
 
 QString moduleBaseName(const QString& path) { return QFileInfo(path).completeBaseName(); }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include "host/oku/table.h"
 
@@ -37,6 +38,14 @@ private:
     OKU_PLUGIN_UNLOAD unload_ = nullptr;
     bool loaded_ = false;
 };
+
+/// Where the module's file may lie when no option names it, the best place first: beside the program; in the folder of
+/// modules as it lies relative to the program in an installation, so that one may be moved as a whole; in the folder
+/// that the build was configured for. `programDir` is the folder of the running program.
+QStringList modulePlaces(const QString& programDir);
+
+/// The first of modulePlaces() where a file is; the first of all when there is none, for the message that tells so.
+QString findModule(const QString& programDir);
 
 /// The name that stands before the files of the plugin's accounts: the module's file name up to its last dot.
 QString moduleBaseName(const QString& path);

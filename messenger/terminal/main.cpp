@@ -5,6 +5,7 @@
 #include <QFileInfo>
 
 #include "messenger/core/key_ring.h"
+#include "messenger/core/plugin_loader.h"
 #include "messenger/core/texts.h"
 #include "messenger/terminal/messenger_client.h"
 #include "messenger/terminal/options.h"
@@ -23,7 +24,7 @@ QString absolute(const QString& path) { return path.isEmpty() ? path : QFileInfo
 oku::MessengerOptions messengerOptions(const Options& options) {
     oku::MessengerOptions result;
     result.profileDir = absolute(options.profileDir);
-    result.modulePath = options.modulePath.isEmpty() ? defaultModulePath(QCoreApplication::applicationDirPath())
+    result.modulePath = options.modulePath.isEmpty() ? oku::findModule(QCoreApplication::applicationDirPath())
                                                      : absolute(options.modulePath);
     result.verbose = options.verbose;
     result.caFile = absolute(options.caFile);

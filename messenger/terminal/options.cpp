@@ -2,15 +2,10 @@
 
 #include <array>
 #include <QCoreApplication>
-#include <QDir>
 #include <QFileInfo>
 
 #include "messenger/core/types.h"
 #include "messenger/terminal/texts.h"
-
-#ifndef OKU_PLUGIN_DIR
-#error "the build sets OKU_PLUGIN_DIR, the folder of installed modules"
-#endif
 
 namespace oku::terminal {
 namespace {
@@ -124,13 +119,6 @@ QString optionHelp() {
         text += left.leftJustified(22) + QCoreApplication::translate("Options", row.help) + u'\n';
     }
     return text + QCoreApplication::translate("Options", kHelpTail);
-}
-
-QString defaultModulePath(const QString& programDir) {
-    const QString beside = QDir(programDir).filePath(QStringLiteral("protoLink.module"));
-    if (QFileInfo::exists(beside)) return beside;
-    const QString installed = QDir(QStringLiteral(OKU_PLUGIN_DIR)).filePath(QStringLiteral("protoLink.module"));
-    return QFileInfo::exists(installed) ? installed : beside;
 }
 
 }  // namespace oku::terminal

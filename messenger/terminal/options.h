@@ -48,7 +48,4 @@ QString takePassword();
 // The text of --help, for 80 columns.
 QString optionHelp();
 
-// The module's file when no option names it: beside the program, else where it is installed.
-QString defaultModulePath(const QString& programDir);
-
 }  // namespace oku::terminal

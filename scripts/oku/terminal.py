@@ -5,7 +5,7 @@ import os
 import pathlib
 import subprocess
 
-from .events import TIMEOUT, EventLog, Unexpected
+from .events import EventLog, Unexpected
 from .process import Child
 
 
@@ -104,7 +104,13 @@ class OkuTerminal:
         self.send("quit")
         self.wait("bye")
         self.child.process.stdin.close()
-        return self.child.end_by_itself(TIMEOUT)
+        return self.child.end_by_itself()
+
+    def wait_for_end(self):
+        """Waits until it ends for a reason of its own; gives the exit code."""
+        code = self.child.end_by_itself()
+        self.stop()
+        return code
 
     def stop(self, kill=False):
         """Ends it whatever it is doing; nothing happens when it has ended already."""

@@ -1,12 +1,15 @@
 """The ground of each test: a folder of its own, a certificate authority, and everything ended afterwards."""
 
+import contextlib
 import os
 import pathlib
 import shutil
 import tempfile
+import time
 import unittest
 
 from oku.certificates import Authority
+from oku.events import TIMEOUT, Unexpected
 from oku.prosody import Prosody
 from oku.terminal import OkuTerminal
 
@@ -22,7 +25,7 @@ class Case(unittest.TestCase):
     """Makes messengers, peers and servers that end with the test. Its folder stays when the test failed."""
 
     def setUp(self):
-        self.folder = pathlib.Path(tempfile.mkdtemp(prefix=f"{self._testMethodName}-", dir=_scratch()))
+        self.folder = self._whole_folder = _new_folder(self._testMethodName)
         self.authority = self.class_authority()
         self.addCleanup(self._tidy)
 
@@ -30,16 +33,38 @@ class Case(unittest.TestCase):
     def class_authority(cls):
         """One authority for all tests of a class: making keys takes longer than most steps."""
         if "_authority" not in cls.__dict__:
-            folder = pathlib.Path(tempfile.mkdtemp(prefix=f"{cls.__name__}-", dir=_scratch()))
-            cls._authority = Authority(folder)
+            cls._authority = Authority(cls.class_folder())
             cls._localhost = cls._authority.issue("localhost")
-            cls.addClassCleanup(shutil.rmtree, folder)
         return cls._authority
+
+    @classmethod
+    def class_folder(cls):
+        """A folder that goes with the class."""
+        folder = _new_folder(cls.__name__)
+        cls.addClassCleanup(_remove, folder)
+        return folder
 
     def _tidy(self):
         result = self._outcome.result
-        if not any(test is self for test, _ in result.failures + result.errors):
-            shutil.rmtree(self.folder)
+        if not any(getattr(test, "test_case", test) is self for test, _ in result.failures + result.errors):
+            _remove(self._whole_folder)
+
+    @contextlib.contextmanager
+    def subTest(self, *arguments, **named):
+        """What a part of a test has made ends with that part, also when it failed: the next part meets nothing of it."""
+        server = self.__class__.__dict__.get("_shared")
+        sessions = server.sessions if server else 0
+        outer, self._cleanups = self._cleanups, []
+        try:
+            with super().subTest(*arguments, **named):
+                try:
+                    yield
+                finally:
+                    self.doCleanups()
+                    if server:
+                        _leave(server, sessions)
+        finally:
+            self._cleanups = outer
 
     def prosody(self, accounts=PASSWORDS, certificate=None, **options):
         server = Prosody(self.folder / "prosody", certificate or self._localhost, accounts, **options)
@@ -57,12 +82,11 @@ class Case(unittest.TestCase):
         prepares it."""
         if "_shared" not in cls.__dict__:
             cls.class_authority()
-            folder = pathlib.Path(tempfile.mkdtemp(prefix=f"{cls.__name__}-", dir=_scratch()))
-            server = kind(folder, cls._localhost, PASSWORDS)
-            cls.addClassCleanup(shutil.rmtree, folder)
+            server = kind(cls.class_folder(), cls._localhost, PASSWORDS)
             cls.addClassCleanup(lambda: server.stop(kill=True))
             prepare(server.start())
             cls._shared = server
+        _leave(cls._shared, 0)
         return cls._shared
 
     def scripted(self, script):
@@ -118,7 +142,25 @@ class Case(unittest.TestCase):
 CLEAR = {"XMPP/Serv/SSL": 0, "OKU/AllowClearText": 1}
 
 
-def _scratch():
-    folder = BUILD / "e2e"
-    folder.mkdir(exist_ok=True)
-    return folder
+def _new_folder(name):
+    scratch = BUILD / "e2e"
+    scratch.mkdir(exist_ok=True)
+    return pathlib.Path(tempfile.mkdtemp(prefix=f"{name}-", dir=scratch))
+
+
+def _remove(folder):
+    """Removes a folder, also one in which something that is just ending still writes."""
+    limit = time.monotonic() + TIMEOUT
+    while True:
+        try:
+            return shutil.rmtree(folder)
+        except OSError:
+            if time.monotonic() > limit:
+                raise
+            time.sleep(0.05)
+
+
+def _leave(server, sessions):
+    """Waits until a server that goes on has noticed who has left: the next test, or part of one, is not to see them."""
+    if not server.wait_for_sessions(sessions):
+        raise Unexpected(f"{server.domain} still has {server.sessions} sessions, not {sessions}")
