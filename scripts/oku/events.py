@@ -5,6 +5,8 @@ import os
 import threading
 import time
 
+# Seconds until whoever waits for anything gives up: the one limit of servers, messengers and tests. Nothing that works
+# comes near it, also not on a machine that has much else to do, so tests set it high; it is what a failure costs.
 TIMEOUT = float(os.environ.get("OKU_TEST_TIMEOUT", "45"))
 
 

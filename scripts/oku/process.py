@@ -2,12 +2,18 @@
 
 import ctypes
 import os
+import random
 import signal
 import socket
 import subprocess
 import threading
 
+from .events import TIMEOUT
+
 PR_SET_PDEATHSIG = 1
+# Below the ports that the kernel gives to whoever asks for any, so that nobody gets one of ours while its server is down,
+# and nobody who dials a server that is down meets himself.
+PORTS = range(20000, 32000)
 _libc = ctypes.CDLL(None, use_errno=True)
 
 
@@ -16,11 +22,32 @@ def _die_with_parent():
     _libc.prctl(PR_SET_PDEATHSIG, signal.SIGKILL)
 
 
-def free_port():
-    """A TCP port of the loopback that nobody listens on now. Another process may be faster: starting retries."""
-    with socket.socket() as probe:
-        probe.bind(("127.0.0.1", 0))
-        return probe.getsockname()[1]
+class Port:
+    """A TCP port of the loopback that nobody listens on, reserved among all processes that draw theirs here: until
+    release() or their end, also while the server that was made for it is down."""
+
+    def __init__(self):
+        for number in random.SystemRandom().sample(PORTS, len(PORTS)):
+            if self._reserve(number):
+                self.number = number
+                return
+        raise OSError("no port is free")
+
+    def _reserve(self, number):
+        """The reservation is a name in the kernel that only one process can have, and that goes with it."""
+        mark = socket.socket(socket.AF_UNIX)
+        try:
+            mark.bind(f"\0protoLink port {number}")
+            with socket.socket() as probe:
+                probe.bind(("127.0.0.1", number))
+        except OSError:
+            mark.close()
+            return False
+        self._mark = mark
+        return True
+
+    def release(self):
+        self._mark.close()
 
 
 class Child:
@@ -48,27 +75,27 @@ class Child:
     def running(self):
         return self.process.poll() is None
 
-    def end_by_itself(self, timeout):
+    def end_by_itself(self):
         """Waits until the process ends on its own; gives its exit code. TimeoutExpired when it does not."""
-        code = self.process.wait(timeout)
-        self._close(timeout)
+        code = self.process.wait(TIMEOUT)
+        self._close()
         return code
 
-    def end(self, kill=False, timeout=15):
-        """Ends the process and gives its exit code. One that does not go within `timeout` seconds is killed."""
+    def end(self, kill=False):
+        """Ends the process and gives its exit code. One that does not go by itself is killed in the end."""
         if self.log.closed:
             return self.process.returncode
         if self.running:
             self.process.send_signal(signal.SIGKILL if kill else signal.SIGTERM)
         try:
-            code = self.process.wait(timeout)
+            code = self.process.wait(TIMEOUT)
         except subprocess.TimeoutExpired:
             self.process.kill()
             code = self.process.wait()
-        self._close(timeout)
+        self._close()
         return code
 
-    def _close(self, timeout):
-        self.reader.join(timeout)
+    def _close(self):
+        self.reader.join(TIMEOUT)
         self.process.stdout.close()
         self.log.close()

@@ -5,7 +5,8 @@ import shutil
 import subprocess
 import threading
 
-from .process import Child, free_port
+from .events import TIMEOUT
+from .process import Child, Port
 
 _CONFIGURATION = """\
 run_as_root = true
@@ -53,6 +54,8 @@ class Prosody:
         self.registration = registration
         self.port = self.tls_port = None
         self.child = None
+        self._ports = ()
+        self._sessions = 0
         self._answer = threading.Condition()
         self._listening = set()
         self._trouble = None
@@ -70,17 +73,18 @@ class Prosody:
         folder.mkdir(parents=True, exist_ok=True)
         (folder / f"{name}.dat").write_text(f'return {{ ["password"] = "{password}"; }};\n')
 
-    def start(self, timeout=20):
+    def start(self):
         """Starts it and waits until it listens. A port that somebody else took meanwhile is replaced, the first time."""
         if not shutil.which("prosody"):
             raise ServerFailed("prosody is not installed")
         attempts = 1 if self.port else 5
         for _ in range(attempts):
             if attempts > 1:
-                self.port, self.tls_port = free_port(), free_port()
+                self._ports = Port(), Port()
+                self.port, self.tls_port = (port.number for port in self._ports)
             self._launch()
             with self._answer:
-                self._answer.wait_for(lambda: self._trouble or self._listening >= {self.port, self.tls_port}, timeout)
+                self._answer.wait_for(lambda: self._trouble or self._listening >= {self.port, self.tls_port}, TIMEOUT)
                 trouble = self._trouble
                 up = self._listening >= {self.port, self.tls_port}
             if up and not trouble:
@@ -89,7 +93,7 @@ class Prosody:
         raise ServerFailed(f"Prosody did not come up: {trouble or 'it does not listen'} (see {self.home}/prosody.log)")
 
     def _launch(self):
-        self._listening, self._trouble = set(), None
+        self._listening, self._trouble, self._sessions = set(), None, 0
         configuration = self.home / "prosody.cfg.lua"
         configuration.write_text(_CONFIGURATION.format(
             home=self.home, port=self.port, tls_port=self.tls_port, domain=self.domain,
@@ -103,6 +107,10 @@ class Prosody:
         text = line.decode("utf-8", "replace")
         if "Failed to open server port" in text:
             self._report(text.strip())
+        if "Client connected" in text or "Client disconnected" in text:
+            with self._answer:
+                self._sessions += 1 if "Client connected" in text else -1
+                self._answer.notify_all()
         for port in (self.port, self.tls_port):
             if f"on [127.0.0.1]:{port}" in text and "Activated service" in text:
                 with self._answer:
@@ -113,6 +121,16 @@ class Prosody:
         with self._answer:
             self._trouble = self._trouble or trouble
             self._answer.notify_all()
+
+    @property
+    def sessions(self):
+        """The number of clients that are connected, as the server knows it: some time after one has left, fewer."""
+        return self._sessions
+
+    def wait_for_sessions(self, number):
+        """Waits until no more clients than that are connected; gives whether it came to that."""
+        with self._answer:
+            return self._answer.wait_for(lambda: self._sessions <= number, TIMEOUT)
 
     def stop(self, kill=False):
         """Stops it; with `kill` as a crash would. Its data and its port stay for the next start."""

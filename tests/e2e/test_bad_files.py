@@ -23,10 +23,11 @@ class BadFiles(Case):
         return self.messenger("ala"), server
 
     def test_a_corrupt_roster_file(self):
+        whole = self.folder
         for number, content in enumerate((GARBAGE, b"", b"<roster><element jid='x@y'", b"<a>" * 1_000_000,
                                           "<roster><element jid='x@y' name='ą".encode("utf-16"))):
             with self.subTest(number):
-                self.folder = self.folder / str(number)
+                self.folder = whole / str(number)
                 self.folder.mkdir()
                 terminal, _ = self.starts_with("protoLink.roster", content)
                 terminal.command("status", status="online")
@@ -67,8 +68,7 @@ class BadStart(Case):
     def fails(self, terminal, code=1):
         """It ends by itself with that code and one line that tells why; gives the line."""
         terminal.start(ready=False)
-        self.assertEqual(terminal.child.end_by_itself(20), code)
-        terminal.child.process.stdin.close()
+        self.assertEqual(terminal.wait_for_end(), code)
         told = [event["reason"] for event in terminal.seen("error")] + terminal.errors().splitlines()
         self.assertTrue(told)
         return told[0]
@@ -119,8 +119,7 @@ class BadStart(Case):
     def test_the_help_names_every_option(self):
         terminal = self.started(options=("--help",))
         terminal.start(ready=False)
-        self.assertEqual(terminal.child.end_by_itself(20), 0)
-        terminal.child.process.stdin.close()
+        self.assertEqual(terminal.wait_for_end(), 0)
         text = (self.folder / "profile.events").read_text()
         for option in ("--profile", "--module", "--account", "--ca-file", "--json", "--verbose", "--help"):
             self.assertIn(option, text)
@@ -141,7 +140,7 @@ class BadCommands(Case):
         terminal = self.messenger()
         terminal.child.process.stdin.close()
         terminal.wait("bye")
-        self.assertEqual(terminal.child.end_by_itself(20), 0)
+        self.assertEqual(terminal.wait_for_end(), 0)
 
     def test_commands_without_a_connection_tell_why(self):
         terminal = self.messenger()

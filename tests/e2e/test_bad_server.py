@@ -22,7 +22,7 @@ class BadServer(Case):
         terminal.command("status", status="online")
         return terminal, server
 
-    def after_login(self, data, timeout=None):
+    def after_login(self, data):
         """Logs in, sends the data and a good message behind it; gives the messenger once that one has come."""
         def script(connection, _):
             if connection.log_in():
@@ -31,7 +31,7 @@ class BadServer(Case):
                 connection.serve_to_end()
 
         terminal, server = self.connected(script)
-        terminal.wait("message", body="dobra wiadomość", timeout=timeout)
+        terminal.wait("message", body="dobra wiadomość")
         self.assertEqual(len(server.log.seen("accepted")), 1, "the connection was kept")
         return terminal
 
@@ -75,17 +75,16 @@ class BadServer(Case):
 
     def test_a_million_levels(self):
         depth = 1_000_000
-        self.after_login("<message from='olek@localhost/x' type='chat'>" + "<a>" * depth + "</a>" * depth + "</message>",
-                         timeout=60)
+        self.after_login("<message from='olek@localhost/x' type='chat'>" + "<a>" * depth + "</a>" * depth + "</message>")
 
     def test_a_stanza_of_64_mib(self):
         size = 64 << 20
-        terminal = self.after_login(message("x" * size), timeout=100)
+        terminal = self.after_login(message("x" * size))
         bodies = [len(event["body"]) for event in terminal.seen("message")]
         self.assertEqual(bodies, [size, len("dobra wiadomość")])
 
     def test_a_hundred_thousand_stanzas_that_mean_nothing(self):
-        self.after_login("<iq type='set' id='1'><query xmlns='urn:nothing'/></iq>" * 100_000, timeout=60)
+        self.after_login("<iq type='set' id='1'><query xmlns='urn:nothing'/></iq>" * 100_000)
 
     def test_text_that_no_message_should_hold(self):
         terminal = self.after_login(message("&#9;&#10;&#13;&lt;script&gt;\u202e \ufeff \U0010ffff"))

@@ -119,8 +119,8 @@ class Compression(Case):
         olek.message("ala@localhost", dull(200_000))
         terminal.wait("log", level=0, tag="XMSC", text="ERROR: Decompression fault!")
         terminal.wait("connection", state="offline")
-        terminal.forget()
         terminal.command("status", status="online")
+        # The contact was seen once before: this is the second time, whoever was faster, this command or the messenger.
         terminal.wait("presence", jid="olek@localhost", resource="dom", status="online")
         olek.message("ala@localhost", "i znowu")
         terminal.wait("message", body="i znowu")

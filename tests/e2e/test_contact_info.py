@@ -6,6 +6,7 @@ import unittest
 
 from oku.prosody import Prosody
 from oku.terminal import CommandFailed
+from support import clock
 from support.caps import CHAT_STATES, DISCO, VERSION
 from support.case import Case
 from support.ejabberd import Ejabberd
@@ -44,7 +45,7 @@ class Info:
         names = [f"urn:test:{os.urandom(30).hex()}" for _ in range(100)]
         olek.features(CHAT_STATES, *names)
         olek.software("Inny <klient> ąę", "1.2.3 & 4", "Łąka 7 🦆")
-        before = datetime.datetime.now(datetime.timezone.utc).replace(microsecond=0)
+        before = clock.now()
         olek.presence("dnd", "Nie teraz ąę 🦆", 5)
         self.terminal.wait("presence", resource="dom", status="dnd")
         info, = self.info().values()
@@ -52,7 +53,7 @@ class Info:
                    os="Łąka 7 🦆", status="dnd", priority=5, description="Nie teraz ąę 🦆")
         self.assertLessEqual({CHAT_STATES, DISCO, VERSION, "urn:xmpp:ping", *names}, set(info["features"]))
         changed = datetime.datetime.fromisoformat(info["changed"])
-        self.assertTrue(before <= changed <= datetime.datetime.now(datetime.timezone.utc), info["changed"])
+        self.assertTrue(clock.between(before, changed, clock.now()), (before, info["changed"]))
 
     def test_another_messenger_of_this_kind(self):
         other = self.online("olek", self.server, settings={"XMPP/Priority": 3})

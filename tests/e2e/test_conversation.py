@@ -10,7 +10,9 @@ import threading
 import unittest
 
 from oku.conversation import Person, play
+from oku.events import TIMEOUT
 from support.case import BUILD, PASSWORDS, Case
+from support.soak import wait_until
 
 
 class Conversation(Case):
@@ -47,6 +49,10 @@ class Run(Case):
         self.addCleanup(process.kill)
         return process
 
+    def leaves_nothing_behind(self):
+        """What was killed with its parent goes a moment after it."""
+        wait_until(lambda: not self.left_behind(), "the end of all processes")
+
     def left_behind(self):
         """Processes whose command line names the build folder."""
         found = []
@@ -60,20 +66,20 @@ class Run(Case):
 
     def test_without_a_terminal_it_plays_and_ends_well(self):
         process = self.command()
-        output, _ = process.communicate(timeout=60)
+        output, _ = process.communicate(timeout=TIMEOUT)
         self.assertEqual(process.returncode, 0, output)
         self.assertEqual(output.count("seen on both sides"), 6, output)
         self.assertIn("Zażółć gęślą jaźń, Alu 🦆", output)
-        self.assertEqual(self.left_behind(), [])
+        self.leaves_nothing_behind()
 
     def test_a_failed_step_is_named_and_ends_badly(self):
         (self.build / "protoLink.module").unlink()
         shutil.copy("/bin/true", self.build / "protoLink.module")
-        process = self.command(OKU_TEST_TIMEOUT="5")
-        output, _ = process.communicate(timeout=60)
+        process = self.command()
+        output, _ = process.communicate(timeout=TIMEOUT)
         self.assertEqual(process.returncode, 1, output)
         self.assertIn("./run: failed:", output)
-        self.assertEqual(self.left_behind(), [])
+        self.leaves_nothing_behind()
 
     def interrupted(self, number):
         process = self.command()
@@ -83,9 +89,9 @@ class Run(Case):
         process.send_signal(number)
         rest = threading.Thread(target=process.stdout.read)
         rest.start()
-        self.assertNotEqual(process.wait(30), 0)
+        self.assertNotEqual(process.wait(TIMEOUT), 0)
         rest.join()
-        self.assertEqual(self.left_behind(), [])
+        self.leaves_nothing_behind()
 
     def test_ctrl_c_leaves_nothing_behind(self):
         self.interrupted(signal.SIGINT)
@@ -95,7 +101,7 @@ class Run(Case):
 
     def test_an_own_account_without_a_password_is_told(self):
         process = self.command("--account", "you@example.org", OKU_PASSWORD="")
-        output, _ = process.communicate(timeout=30)
+        output, _ = process.communicate(timeout=TIMEOUT)
         self.assertEqual(process.returncode, 1)
         self.assertIn("OKU_PASSWORD", output)
 

@@ -1,8 +1,11 @@
 """The servers and the other side by themselves, so that trouble there is not taken for trouble of the messenger."""
 
+import shutil
 import unittest
 
-from oku.prosody import ServerFailed
+from oku.process import Port
+from oku.prosody import Prosody, ServerFailed
+from support import clock
 from support.case import Case
 
 
@@ -46,6 +49,49 @@ class Harness(Case):
         peer = self.peer("ala", server, start=False)
         peer.connect()
         peer.wait("failed_auth")
+
+
+class Parts(unittest.TestCase):
+    """The ground of the tests by itself."""
+
+    def test_a_part_that_fails_leaves_nothing_to_the_next(self):
+        sessions, messengers = [], []
+
+        class Failing(Case):
+            def runTest(self):
+                server = self.shared(Prosody, lambda server: None)
+                for number in (1, 2):
+                    with self.subTest(number):
+                        messengers.append(self.online("ala", server))
+                        self.peer("olek", server)
+                        sessions.append(server.sessions)
+                        self.fail("as it should")
+
+        result = unittest.TestResult()
+        try:
+            Failing().run(result)
+        finally:
+            Failing.doClassCleanups()
+        self.assertEqual(result.errors, [])
+        self.assertEqual([reason.splitlines()[-1] for _, reason in result.failures], ["AssertionError: as it should"] * 2)
+        self.assertEqual(sessions, [2, 2])
+        self.assertEqual([terminal.child.running for terminal in messengers], [False, False])
+        folder = messengers[0].profile.parent
+        self.assertTrue(folder.exists(), "for whoever wants to know why it failed")
+        shutil.rmtree(folder)
+
+    def test_a_port_stays_with_the_one_who_drew_it(self):
+        port = Port()
+        self.assertFalse(port._reserve(port.number))
+        port.release()
+        self.assertTrue(port._reserve(port.number))
+        port.release()
+
+    def test_two_clocks_may_differ_by_a_tick_and_by_no_more(self):
+        moment = clock.now()
+        for behind, same in ((clock.TICK / 250, True), (clock.TICK * 2, False)):
+            self.assertEqual(clock.between(moment, moment - behind, moment), same)
+            self.assertEqual(clock.between(moment, moment + behind, moment), same)
 
 
 if __name__ == "__main__":

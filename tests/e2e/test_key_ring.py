@@ -1,6 +1,7 @@
 """Passwords in the key ring of a session, and in the account's file where there is no session."""
 
 import os
+import tempfile
 import unittest
 
 from support.case import PASSWORDS, Case
@@ -19,11 +20,9 @@ class KeyRing(Case):
 
     def start(self, session):
         """A messenger, with a session or without one; each has the same home and the same profile."""
-        environment = {"HOME": str(self.home)}
+        environment = {"HOME": str(self.home), "XDG_RUNTIME_DIR": tempfile.mkdtemp(prefix="run-", dir=self.folder)}
         for name in ("XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"):
             environment[name] = str(self.home / name)
-        (self.home / "run").mkdir(mode=0o700, exist_ok=True)
-        environment["XDG_RUNTIME_DIR"] = str(self.home / "run")
         terminal = self.messenger(start=False, environment=environment, options=["--verbose"])
         if session:
             terminal.arguments = SESSION + terminal.arguments

@@ -92,11 +92,10 @@ class BadCertificate(Case):
         server, stranger = self.prosody(), self.unknown_authority()
         terminal, question = self.asked(server, stranger)
         server.stop(kill=True)
-        terminal.forget()
         terminal.command("answer", box=question["box"], button="yes")
         terminal.wait("connection", state="offline")
         server.start()
-        terminal.wait("connection", state="online", timeout=40)
+        terminal.wait("connection", state="online")
         self.assertEqual(terminal.seen("question"), [question], "one question is enough")
 
     def refused(self, server, authority, reason, settings=None):

@@ -16,7 +16,7 @@ class Silence(Case):
         def script(connection, number):
             if number == 1:
                 first(connection)
-                server.log.add({"event": "left", "given_up": connection.wait_for_end(60)})
+                server.log.add({"event": "left", "given_up": connection.wait_for_end()})
             elif connection.log_in():
                 connection.serve_to_end()
 
@@ -28,7 +28,7 @@ class Silence(Case):
 
     def recovers(self, first):
         terminal, server = self.meets(first)
-        self.assertTrue(server.log.wait("left", timeout=40)["given_up"], "the messenger gave the connection up")
+        self.assertTrue(server.log.wait("left")["given_up"], "the messenger gave the connection up")
         terminal.wait("connection", state="offline", reason=lambda text: text)
         server.log.wait("accepted", number=2)
         terminal.wait("connection", state="online")
@@ -58,7 +58,7 @@ class Silence(Case):
     def test_a_server_that_falls_silent_after_the_login(self):
         terminal, server = self.meets(lambda connection: connection.log_in())
         terminal.wait("connection", state="online")
-        server.log.wait("accepted", number=2, timeout=40)
+        server.log.wait("accepted", number=2)
         terminal.wait("connection", state="online")
 
     def test_a_server_that_sends_a_byte_a_second_during_the_login(self):
@@ -90,7 +90,7 @@ class Silence(Case):
             connection.send("<message from='olek@localhost/x' type='chat'><body>nadal tu jestem</body></message>")
 
         terminal, server = self.meets(first)
-        terminal.wait("message", body="nadal tu jestem", timeout=60)
+        terminal.wait("message", body="nadal tu jestem")
         self.assertEqual(len(server.log.seen("accepted")), 1)
 
 

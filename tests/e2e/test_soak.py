@@ -8,6 +8,7 @@ import sys
 import time
 import unittest
 
+from oku.events import TIMEOUT
 from oku.prosody import Prosody
 from support.case import PASSWORDS, Case
 from support.ejabberd import Ejabberd
@@ -163,7 +164,7 @@ class Soak(Case):
                 self.counts["login anew"] = self.counts.get("login anew", 0) + 1
                 side.log_in_anew()
             self.wait_for_mcabber()
-        if missing := self.wait_for_missing(37):
+        if missing := self.wait_for_missing(TIMEOUT):
             self.fail(f"seed {SEED}: never seen, and not said to be unconfirmed: {missing}")
 
     def wait_for_missing(self, seconds):
@@ -195,17 +196,17 @@ class Soak(Case):
                         for jid, entry in side.roster().items()}
                 return have == {jid: (item["name"], item["groups"][0], item["subscription"])
                                 for jid, item in wanted.items()}
-            wait_until(agrees, f"seed {SEED}: {side.jid} agrees with its server, which has {wanted}", 10)
+            wait_until(agrees, f"seed {SEED}: {side.jid} agrees with its server, which has {wanted}")
 
     def check_presences(self):
         for side in self.terminal_sides:
             for friend in side.friends:
                 wait_until(lambda: side.roster()[friend.jid]["status"] == friend.status,
-                           f"seed {SEED}: {side.jid} sees {friend.jid} as {friend.status}", 10)
+                           f"seed {SEED}: {side.jid} sees {friend.jid} as {friend.status}")
         for bot in self.bots:
             for friend in bot.friends:
                 wait_until(lambda: bot.sees(friend.jid) == friend.status,
-                           f"seed {SEED}: {bot.jid} sees {friend.jid} as {friend.status}", 10)
+                           f"seed {SEED}: {bot.jid} sees {friend.jid} as {friend.status}")
 
     def test_everything_is_seen_once_or_said_to_be_unconfirmed(self):
         print(f"OKU_SOAK_SEED={SEED}", file=sys.stderr, flush=True)

@@ -16,7 +16,7 @@ namespace {
 constexpr std::string_view kWaitingHead = "log 5 XMSC";
 constexpr std::string_view kWaitingText = "WARNING: XML not valid, waiting for next part";
 constexpr std::size_t kShownEntries = 60;
-constexpr std::int64_t kRealClockTolerance = 5;
+constexpr std::int64_t kRealClockTolerance = 600;
 
 /// Compressed bytes have no tags: every position is one to cut at.
 std::vector<std::size_t> cutAnywhere(const std::string& piece) {

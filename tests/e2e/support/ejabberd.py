@@ -6,7 +6,8 @@ import pathlib
 import subprocess
 import threading
 
-from oku.process import Child, free_port
+from oku.events import TIMEOUT
+from oku.process import Child, Port
 from oku.prosody import ServerFailed
 
 _CONFIGURATION = """\
@@ -53,7 +54,7 @@ class Ejabberd:
     """One server for one domain. The accounts are made at its first start; `port` stays for the next."""
 
     # Seconds until what it stores is on the disk: its database writes behind, and a crash takes back what it has said.
-    store_delay = 3
+    store_delay = 5
 
     def __init__(self, home, certificate, accounts, domain="localhost", modules=()):
         """`modules` are those that a test needs besides the usual ones."""
@@ -63,6 +64,8 @@ class Ejabberd:
         self.modules = modules
         self.port = None
         self.child = None
+        self._reserved = None
+        self._sessions = 0
         self._answer = threading.Condition()
         self._lines = []
         self._ended = False
@@ -74,17 +77,18 @@ class Ejabberd:
     def address(self):
         return f"127.0.0.1:{self.port}"
 
-    def start(self, timeout=40):
+    def start(self):
         """Starts it and waits until it listens and knows its accounts."""
         attempts = 1 if self.port else 5
         for _ in range(attempts):
             if attempts > 1:
-                self.port = free_port()
+                self._reserved = Port()
+                self.port = self._reserved.number
             self._launch()
             listening = f"Start accepting TCP connections at 127.0.0.1:{self.port}"
             with self._answer:
                 self._answer.wait_for(lambda: self._ended or (self._said(listening) and self._said("ACCOUNTS READY")),
-                                      timeout)
+                                      TIMEOUT)
                 if not self._ended and self._said(listening) and self._said("ACCOUNTS READY"):
                     self.accounts = {}
                     return self
@@ -96,7 +100,7 @@ class Ejabberd:
         return any(text in line for line in self._lines)
 
     def _launch(self):
-        self._lines, self._ended = [], False
+        self._lines, self._ended, self._sessions = [], False, 0
         modules = "".join(f"  {name}: {{}}\n" for name in self.modules)
         (self.home / "ejabberd.yml").write_text(_CONFIGURATION.format(home=self.home, domain=self.domain,
                                                                       port=self.port, modules=modules))
@@ -115,14 +119,26 @@ class Ejabberd:
             stdin=subprocess.DEVNULL, stderr=subprocess.STDOUT)
 
     def _on_line(self, line):
+        text = line.decode("utf-8", "replace").rstrip()
         with self._answer:
-            self._lines.append(line.decode("utf-8", "replace").rstrip())
+            self._lines.append(text)
+            self._sessions += ("Opened c2s session" in text) - ("Closing c2s session" in text)
             self._answer.notify_all()
 
     def _on_end(self):
         with self._answer:
             self._ended = True
             self._answer.notify_all()
+
+    @property
+    def sessions(self):
+        """The number of clients that are logged in, as the server knows it: some time after one has left, fewer."""
+        return self._sessions
+
+    def wait_for_sessions(self, number):
+        """Waits until no more clients than that are logged in; gives whether it came to that."""
+        with self._answer:
+            return self._answer.wait_for(lambda: self._sessions <= number, TIMEOUT)
 
     def stop(self, kill=False):
         """Stops it; with `kill` as a crash would. Its data and its port stay for the next start."""

@@ -5,6 +5,7 @@ import pathlib
 import pty
 import threading
 
+from oku.events import TIMEOUT
 from oku.process import Child
 
 _SETTINGS = """\
@@ -66,5 +67,5 @@ class Mcabber:
     def stop(self):
         if self.child.running:
             self.command("/quit")
-        self.child.end_by_itself(15)
-        self._drain.join(5)
+        self.child.end_by_itself()
+        self._drain.join(TIMEOUT)

@@ -189,7 +189,7 @@ class Peer:
         async def leave():
             if self._client.is_connected():
                 gone = self._client.disconnected
-                self._client.disconnect(wait=1)
+                self._client.disconnect(wait=TIMEOUT / 3)
                 await asyncio.wait_for(gone, TIMEOUT)
         try:
             asyncio.run_coroutine_threadsafe(leave(), self._loop).result(TIMEOUT)

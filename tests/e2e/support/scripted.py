@@ -48,7 +48,7 @@ class Connection:
 
     def serve_to_end(self):
         """Reads until the other side closes its stream, and answers that as a server does."""
-        if self.expect(r"</stream:stream>", 120):
+        if self.expect(r"</stream:stream>"):
             self.send("</stream:stream>")
 
     def wait_for_end(self, timeout=TIMEOUT):

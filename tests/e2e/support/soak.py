@@ -3,7 +3,7 @@
 import collections
 import time
 
-from oku.events import Unexpected
+from oku.events import TIMEOUT, Unexpected
 
 from .mcabber import Mcabber
 
@@ -11,11 +11,11 @@ SHOWS = {"online": None, "chat": "chat", "dnd": "dnd", "away": "away", "xa": "xa
 CONFIRMED, UNCONFIRMED, WAITING = "confirmed", "unconfirmed", "waiting"
 
 
-def wait_until(condition, what, seconds=60):
-    limit = time.monotonic() + seconds
+def wait_until(condition, what):
+    limit = time.monotonic() + TIMEOUT
     while not condition():
         if time.monotonic() > limit:
-            raise Unexpected(f"{what} did not happen within {seconds} s")
+            raise Unexpected(f"{what} did not happen within {TIMEOUT} s")
         time.sleep(0.05)
 
 

@@ -259,7 +259,7 @@ TEST_F(KeptPasswords, AreWaitedForAtTheEnd) {
     pass(100);
     EXPECT_TRUE(messenger->running());
     ring->answer();
-    EXPECT_TRUE(waitFor([&] { return !messenger->running(); }, 1000));
+    EXPECT_TRUE(waitFor([&] { return !messenger->running(); }));
     EXPECT_EQ(ring->kept.value(kAlice), kSecret);
     begin(ring);
     EXPECT_EQ(password(), kSecret);

@@ -134,7 +134,7 @@ TEST_F(SessionsOfAccounts, TellWhenALateMessageWasWritten) {
     EXPECT_EQ(received[1].kind, MessageKind::normal);
     EXPECT_FALSE(received[2].delayed.isValid());
     EXPECT_TRUE(received[2].failed);
-    EXPECT_LT(received[0].time.secsTo(QDateTime::currentDateTime()), 5);
+    EXPECT_LT(received[0].time.secsTo(QDateTime::currentDateTime()), 600) << "the time of its arrival";
 }
 
 TEST_F(SessionsOfAccounts, SendWhatWasWrittenOfflineAfterTheNextLogin) {
@@ -265,7 +265,7 @@ TEST_F(SessionsOfAccounts, LetATypingNoticeGoAway) {
     notice(1);
     notice(1);
     EXPECT_EQ(typing.size(), 1);
-    EXPECT_TRUE(waitFor([&] { return typing.size() == 2; }, 1500));
+    EXPECT_TRUE(waitFor([&] { return typing.size() == 2; }));
     EXPECT_EQ(typing.last(), QStringLiteral("bob@example.org off"));
     notice(1);
     notice(0);

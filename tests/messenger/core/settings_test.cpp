@@ -50,15 +50,15 @@ TEST_F(Settings, ComeBackAsTheyWere) {
     EXPECT_EQ(file.number(QStringLiteral("desc/String"), 77), 77);
 }
 
-TEST_F(Settings, ReachTheDiskWithinASecondAndOnlyForTheirOwner) {
+TEST_F(Settings, ReachTheDiskByThemselvesAndOnlyForTheirOwner) {
     SettingsFile file(path());
     file.set(QStringLiteral("XMPP/Pass"), QStringLiteral("hunter22"));
     EXPECT_FALSE(QFile::exists(path()));
-    EXPECT_TRUE(waitFor([&] { return contentOf(path()).contains("hunter22"); }, 1000));
+    EXPECT_TRUE(waitFor([&] { return contentOf(path()).contains("hunter22"); }));
     const auto rights = QFile::permissions(path());
     EXPECT_FALSE(rights & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther));
     file.set(QStringLiteral("XMPP/Pass"), QStringLiteral("correct horse"));
-    EXPECT_TRUE(waitFor([&] { return contentOf(path()).contains("correct horse"); }, 1000));
+    EXPECT_TRUE(waitFor([&] { return contentOf(path()).contains("correct horse"); }));
     EXPECT_FALSE(QFile::permissions(path()) & QFile::ReadOther);
 }
 

@@ -13,7 +13,7 @@
 namespace oku::test {
 
 /// Lets the event loop run until `condition` holds. False when it does not within the time (milliseconds).
-bool waitFor(const std::function<bool()>& condition, int time = 3000);
+bool waitFor(const std::function<bool()>& condition, int time = 60'000);
 /// Lets the event loop run for a time.
 void pass(int milliseconds);
 

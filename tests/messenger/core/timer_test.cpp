@@ -32,7 +32,7 @@ TEST_F(Timers, FireOnceOrAgainAndAgain) {
     EXPECT_TRUE(waitFor([&] { return ticks == 1; }));
     EXPECT_FALSE(core->timers.has(QStringLiteral("XMPP/1/Reconn")));
     create(u"XMPP/Timer/1", 5, false);
-    EXPECT_TRUE(waitFor([&] { return ticks == 4; }));
+    EXPECT_TRUE(waitFor([&] { return ticks >= 4; }));
     EXPECT_TRUE(core->timers.has(QStringLiteral("XMPP/Timer/1")));
 }
 

@@ -54,7 +54,7 @@ Interrupted killWhileSaving(std::uint32_t first, const std::function<bool(std::u
     if (child == 0) saveForEver(numbers, first, save);
     // How long a save takes is only known once there was one; then the moment falls anywhere in the next two.
     const auto start = Clock::now();
-    const auto limit = start + std::chrono::seconds(10);
+    const auto limit = start + std::chrono::minutes(2);
     while (numbers->done < first && Clock::now() < limit && waitpid(child, nullptr, WNOHANG) == 0)
         std::this_thread::sleep_for(std::chrono::microseconds(50));
     const auto length = Clock::now() - start;

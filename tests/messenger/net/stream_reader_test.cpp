@@ -1,5 +1,5 @@
 #include <gtest/gtest.h>
-#include <QElapsedTimer>
+#include <ctime>
 #include <QRandomGenerator>
 
 #include "messenger/core/net/stream_reader.h"
@@ -185,14 +185,13 @@ TEST(StreamReader, LosesAndReordersNoByteOfWhateverComes) {
 /** Forty thousand pieces of one element: re-reading or moving all of it with each piece would take minutes. */
 TEST(StreamReader, TakesTimeInProportionToTheBytes) {
     StreamReader reader(large, true);
-    QElapsedTimer clock;
-    clock.start();
+    const std::clock_t begin = std::clock();
     reader.add("<a>");
     const QByteArray piece = QByteArray(500, 'x') + "<b c='d'/>" + QByteArray(500, 'y');
     for (int i = 0; i < 40'000; ++i) EXPECT_TRUE(reader.add(piece).isEmpty());
     EXPECT_EQ(reader.add("</a>").value(0).bytes.size(), 3 + 40'000 * piece.size() + 4);
     for (int i = 0; i < 200'000; ++i) reader.add("<b/>");
-    EXPECT_LT(clock.elapsed(), 15'000);
+    EXPECT_LT((std::clock() - begin) / CLOCKS_PER_SEC, 15) << "seconds of the processor";
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ class LongBox : public RealStage {
 protected:
     /// A busy machine may need seconds for what is quick otherwise, and each of them is a minute here.
     LongBox() {
-        patience = 30 * kMinute;
+        patience = 180 * kMinute;
         loginSeconds = 30 * 60;
     }
     ~LongBox() override { patience = ordinary_; }

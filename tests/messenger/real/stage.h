@@ -23,7 +23,7 @@ protected:
     void logIn(bool guarded);
     AccountEntry& entry() const { return *core->accounts.all().front(); }
     /// How long to wait for what must come. A test that lives by a faster clock needs more of it.
-    static inline int patience = 20000;
+    static inline int patience = 60'000;
     /// Lets the event loop run until `condition` holds; false after `milliseconds`.
     static bool waitFor(const std::function<bool()>& condition, int milliseconds = patience);
     /// What the server said so far has been handled when this returns.

@@ -19,7 +19,8 @@ import time
 import unittest
 
 FAKE, PROGRAM = sys.argv[1], sys.argv[2]
-LIMIT = 60
+LIMIT = 180
+MARK = b"\x1b]behind all of it\x07"
 ENTER, LEAVE = b"\x1b[?1049h", b"\x1b[?1049l"
 
 
@@ -97,11 +98,18 @@ class Terminal:
         limit = time.monotonic() + LIMIT
         while self.process.poll() is None and time.monotonic() < limit:
             self.read(0.05)
-        self.read(0.1)
         if self.process.poll() is None:
             self.process.kill()
             raise AssertionError(f"it does not end; the screen:\n{self.text()}")
+        self.read_the_rest()
         return self.process.returncode
+
+    def read_the_rest(self):
+        """All that the program has written: what is written to its terminal now comes behind it."""
+        os.write(self.slave, MARK)
+        while MARK not in self.bytes:
+            self.read(LIMIT)
+        self.bytes = self.bytes.replace(MARK, b"")
 
     def close(self):
         if self.process.poll() is None:
@@ -245,7 +253,7 @@ class WithoutATerminal(unittest.TestCase):
     def run_it(self, program, options, text="", **environment):
         with tempfile.TemporaryDirectory() as folder:
             options = [option.replace("FOLDER", folder) for option in options]
-            return subprocess.run([program, *options], input=text.encode(), capture_output=True, timeout=60,
+            return subprocess.run([program, *options], input=text.encode(), capture_output=True, timeout=LIMIT,
                                   env={"PATH": os.environ["PATH"], "LC_ALL": "en_US.UTF-8", "HOME": folder,
                                        "DBUS_SESSION_BUS_ADDRESS": "disabled:", **environment})
 
