@@ -6,12 +6,13 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
-#include "messenger/core/settings_file.h"
+#include "messenger/core/private_file.h"
 
 namespace oku {
 namespace {
 
-constexpr int kSaveDelay = 500;             // milliseconds
+constexpr int kSaveDelay = 500;             // milliseconds from the first change that is not written
+constexpr int kRetryDelay = 2000;           // milliseconds after a write that failed
 constexpr qsizetype kMostDetails = 100000;  // of contacts that never come
 
 /// The sum of a contact's resources, as a list shows it.
@@ -28,7 +29,6 @@ void sumUp(Contact& contact) {
 
 ContactList::ContactList(QString path, QObject* parent) : QObject(parent), path_(std::move(path)) {
     saveTimer_.setSingleShot(true);
-    saveTimer_.setInterval(kSaveDelay);
     // A rebuild is written when it is complete, never half-way.
     connect(&saveTimer_, &QTimer::timeout, this, [this] {
         if (!rebuilding_) save();
@@ -66,11 +66,15 @@ void ContactList::save() {
                                 {QStringLiteral("subscription"), entry.contact.subscription},
                                 {QStringLiteral("waiting"), entry.contact.waiting}});
     }
-    dirty_ = !replaceFile(path_, QJsonDocument(list).toJson());
+    const QString reason = replaceFile(path_, QJsonDocument(list).toJson());
     known_ = true;
+    dirty_ = !reason.isEmpty();
+    if (dirty_) saveTimer_.start(kRetryDelay);
     if (dirty_ && !failureTold_) {
-        emit noticed(
-            QCoreApplication::translate("ContactList", "Nie można zapisać listy kontaktów w pliku %1.").arg(path_));
+        emit noticed(QCoreApplication::translate("ContactList",
+                                                 "Nie można zapisać listy kontaktów w pliku %1: %2. Dawny plik "
+                                                 "zostaje, zapis będzie ponawiany.")
+                         .arg(path_, reason));
     }
     failureTold_ = dirty_;
 }
@@ -78,7 +82,7 @@ void ContactList::save() {
 void ContactList::scheduleSave() {
     if (path_.isEmpty()) return;
     dirty_ = true;
-    if (!saveTimer_.isActive()) saveTimer_.start();
+    if (!saveTimer_.isActive()) saveTimer_.start(kSaveDelay);
 }
 
 void ContactList::add(const Basics& basics) {

@@ -34,7 +34,7 @@ public:
 
     void load();
     /// Writes what changed. Happens by itself within a second of a change. What could not be written is told once, and
-    /// tried again at the next change.
+    /// tried again every few seconds.
     void save();
 
     /// Whether a list was ever kept: then the plugin's own file, which is added at its start, shows nothing new.

@@ -1,11 +1,10 @@
 #include "messenger/core/messenger.h"
 
-#include <QSaveFile>
-
 #include "messenger/core/account_setup.h"
 #include "messenger/core/certificate_pins.h"
 #include "messenger/core/host_core.h"
 #include "messenger/core/jid_text.h"
+#include "messenger/core/private_file.h"
 #include "messenger/core/wide.h"
 #include "messenger/core/xml_text.h"
 
@@ -30,9 +29,16 @@ public:
         return account && account->registered ? account : nullptr;
     }
 
+    /// Writes what was changed, so that whoever changed it knows whether it lasts.
+    static QString writeSettings(const AccountEntry& account) {
+        if (account.settings->write()) return {};
+        return QCoreApplication::translate("Messenger", "Zmiana działa, ale nie można jej zapisać w pliku %1.")
+            .arg(account.settings->path());
+    }
+
     /// Writes the settings of an account that was set up or changed, and tells of it.
     QString writeAccount(const AccountEntry& account) {
-        if (!account.settings->write()) return QCoreApplication::translate("Messenger", "Nie można zapisać konta.");
+        if (QString reason = writeSettings(account); !reason.isEmpty()) return reason;
         emit accountChanged(account.jid());
         return {};
     }
@@ -148,7 +154,7 @@ QVariant Messenger::settingValue(const QString& account, const QString& name) co
 
 QString Messenger::setSetting(const QString& account, const QString& name, const QVariant& value) {
     return d->with(account, [&](AccountEntry& entry) {
-        return entry.settings->set(name, value) ? QString() : unusableSettingKey(name);
+        return entry.settings->set(name, value) ? d->writeSettings(entry) : unusableSettingKey(name);
     });
 }
 
@@ -254,17 +260,14 @@ QList<Message> Messenger::history(const QString& account, const QString& with, i
     return d->history.find(bareJid(account), bareJid(with), limit, search);
 }
 
-QString Messenger::exportHistory(const QString& account, const QString& with, ExportFormat format,
-                                 const QString& path) const {
+QString Messenger::exportHistory(const QString& account, const QString& with, ExportFormat format, const QString& path,
+                                 bool replace) const {
     constexpr int everything = -1;
     const auto messages = d->history.find(bareJid(account), bareJid(with), everything, {});
-    QSaveFile file(path);
     const QByteArray content = format == ExportFormat::json ? historyAsJson(messages) : historyAsText(messages);
-    const bool opened = file.open(QIODevice::WriteOnly);
-    // What is private in the history stays so. A file system that knows no permissions takes the file all the same.
-    if (opened) file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    if (opened && file.write(content) == content.size() && file.commit()) return {};
-    return QCoreApplication::translate("Messenger", "Nie można zapisać pliku %1: %2").arg(path, file.errorString());
+    const QString reason = replaceFile(path, content, replace ? Target::inPlace : Target::nothing);
+    if (reason.isEmpty()) return {};
+    return QCoreApplication::translate("Messenger", "Nie można zapisać pliku %1: %2").arg(path, reason);
 }
 
 QString Messenger::answerBox(int number, BoxButton button) {
@@ -313,14 +316,10 @@ QString Messenger::requestServerInfo(const QString& account) {
 QString Messenger::pinCertificate(const QString& account, const QString& fingerprint) {
     return d->with(account, [&](AccountEntry& entry) {
         const QString name = key(setting::pinnedCertificate);
-        if (fingerprint.isEmpty()) {
-            entry.settings->set(name, {});
-            return QString();
-        }
-        const auto pins = withPin(entry.settings->text(name), fingerprint);
+        const auto pins = fingerprint.isEmpty() ? QString() : withPin(entry.settings->text(name), fingerprint);
         if (!pins) return QCoreApplication::translate("Messenger", "To nie jest odcisk SHA-256: %1").arg(fingerprint);
-        entry.settings->set(name, *pins);
-        return QString();
+        entry.settings->set(name, pins->isEmpty() ? QVariant() : QVariant(*pins));
+        return d->writeSettings(entry);
     });
 }
 

@@ -77,6 +77,8 @@ public:
     QString setStatus(const QString& account, Status status, const QString& description = {});
     /// A setting of the account: an integer or a text; invalid when it is not set.
     [[nodiscard]] QVariant settingValue(const QString& account, const QString& key) const;
+    /// Changes a setting and writes the account's file at once. Where that failed the reason says so, but the change
+    /// counts, and is written as soon as it can be.
     QString setSetting(const QString& account, const QString& key, const QVariant& value);
 
     // Contacts ------------------------------------------------------------------------------------------------------
@@ -111,8 +113,10 @@ public:
     [[nodiscard]] QList<Message> history(const QString& account, const QString& with, int limit = 20,
                                          const QString& search = {}) const;
     enum class ExportFormat { text, json };
-    /// Writes a conversation to a file (an empty `with`: all of the account) that only its owner can read.
-    QString exportHistory(const QString& account, const QString& with, ExportFormat format, const QString& path) const;
+    /// Writes a conversation to a file (an empty `with`: all of the account) that only its owner can read. A file that
+    /// is there already is only replaced with `replace`, for which the user is to be asked; a link never is.
+    QString exportHistory(const QString& account, const QString& with, ExportFormat format, const QString& path,
+                          bool replace = false) const;
 
     // Plugin windows ------------------------------------------------------------------------------------------------
 

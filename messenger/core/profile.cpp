@@ -8,6 +8,7 @@
 #include <QStandardPaths>
 
 #include "host/oku/windows.h"
+#include "messenger/core/private_file.h"
 #include "messenger/core/service_registry.h"
 #include "messenger/core/wide.h"
 
@@ -63,6 +64,8 @@ QString Profile::open() {
         if (!QFileInfo(path).isWritable() || !QFileInfo(path).isReadable()) {
             return QCoreApplication::translate("Profile", "Brak prawa do odczytu lub zapisu w katalogu %1").arg(path);
         }
+        // Whoever can put files there could set up accounts, and lead what is written elsewhere.
+        if (const QString foreign = foreignReason(path); !foreign.isEmpty()) return foreign;
     }
     lock_ = std::make_unique<QLockFile>(directory_ + QStringLiteral("oku.lock"));
     // A lock is stale only when its process is gone, however long that has been running.

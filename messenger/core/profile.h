@@ -17,7 +17,8 @@ public:
     explicit Profile(const QString& directory);
     ~Profile();
 
-    /// Makes the folders and takes the profile for this process. An empty string, or one line with the reason.
+    /// Makes the folders and takes the profile for this process. An empty string, or one line with the reason; a folder
+    /// that somebody else owns or could write is refused.
     [[nodiscard]] QString open();
     void provide(ServiceRegistry& services) const;
 

@@ -2,36 +2,36 @@
 
 #include <QDateTime>
 #include <QFile>
-#include <QSaveFile>
+#include <utility>
+
+#include "messenger/core/private_file.h"
 
 namespace oku {
 namespace {
 
-constexpr int kSaveDelay = 300;  // milliseconds from the first change that is not written
+constexpr int kSaveDelay = 300;    // milliseconds from the first change that is not written
+constexpr int kRetryDelay = 2000;  // milliseconds after a write that failed
 
 }  // namespace
 
-bool replaceFile(const QString& path, const QByteArray& content) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) return false;
-    // Before anything stands in it, and again after the rights of the old file were taken over.
-    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    return file.write(content) == content.size() && file.commit();
-}
-
 SettingsFile::SettingsFile(QString path, QObject* parent) : QObject(parent), path_(std::move(path)) {
     saveTimer_.setSingleShot(true);
-    saveTimer_.setInterval(kSaveDelay);
     connect(&saveTimer_, &QTimer::timeout, this, &SettingsFile::write);
 }
 
 SettingsFile::~SettingsFile() { write(); }
 
 void SettingsFile::read() {
-    write();
+    // What could not be written is newer than the file.
+    if (!write() && !unreadable_) return;
     const auto remembered = valuesOffDisk();
     values_ = remembered;
     unreadable_ = false;
+    if (const QString foreign = foreignReason(path_); !foreign.isEmpty()) {
+        unreadable_ = true;
+        emit noticed(QCoreApplication::translate("Settings", "Ustawienia nie zostały odczytane. %1").arg(foreign));
+        return;
+    }
     QFile file(path_);
     if (!file.exists()) return;
     if (!file.open(QIODevice::ReadOnly)) {
@@ -66,16 +66,26 @@ void SettingsFile::setAside() {
 bool SettingsFile::write() {
     saveTimer_.stop();
     if (!dirty_) return true;
-    if (unreadable_ || !replaceFile(path_, settingsToBytes(valuesOnDisk()))) {
-        if (!failureTold_) {
-            emit noticed(QCoreApplication::translate("Settings", "Nie można zapisać ustawień w pliku %1.").arg(path_));
-        }
-        failureTold_ = true;
+    if (unreadable_) {
+        tellOnce(QCoreApplication::translate("Settings", "Ustawienia nie są zapisywane, bo nie odczytano pliku %1.")
+                     .arg(path_));
+        return false;
+    }
+    if (const QString reason = replaceFile(path_, settingsToBytes(valuesOnDisk())); !reason.isEmpty()) {
+        tellOnce(
+            QCoreApplication::translate(
+                "Settings", "Nie można zapisać ustawień w pliku %1: %2. Dawny plik zostaje, zapis będzie ponawiany.")
+                .arg(path_, reason));
+        saveTimer_.start(kRetryDelay);
         return false;
     }
     failureTold_ = false;
     dirty_ = false;
     return true;
+}
+
+void SettingsFile::tellOnce(const QString& failure) {
+    if (!std::exchange(failureTold_, true)) emit noticed(failure);
 }
 
 qlonglong SettingsFile::number(const QString& key, qlonglong fallback) const {
@@ -105,7 +115,7 @@ bool SettingsFile::set(const QString& key, const QVariant& value) {
 
 void SettingsFile::changedNow() {
     dirty_ = true;
-    if (!saveTimer_.isActive()) saveTimer_.start();
+    if (!saveTimer_.isActive()) saveTimer_.start(kSaveDelay);
 }
 
 void SettingsFile::keepOffDisk(const QString& key, bool off) {

@@ -15,7 +15,8 @@ namespace oku {
 /// moment leaves the old or the new file whole. Only its owner can read it, as passwords may stand in it.
 ///
 /// A file that is not of this form is kept aside as NAME.damaged-TIME and told by noticed(); the lines that can be read
-/// count, and make the new file. A file that cannot be read is told as well, and never written over.
+/// count, and make the new file. A file that cannot be read, or that somebody else owns or could write, is told as
+/// well, and never written over.
 class SettingsFile : public QObject {
     Q_OBJECT
 
@@ -25,7 +26,8 @@ public:
 
     [[nodiscard]] const QString& path() const { return path_; }
     void read();
-    /// Writes what changed, now. False when it could not be written; it is tried again at the next change.
+    /// Writes what changed, now. False when it could not be written, which noticed() tells once: the old file stays,
+    /// and it is tried again every few seconds.
     bool write();
 
     /// A qlonglong or a QString; invalid when the key is not there.
@@ -48,6 +50,8 @@ signals:
 private:
     void setAside();
     void changedNow();
+    /// Until a write works.
+    void tellOnce(const QString& failure);
     /// The values that stand on disk, or are to stand there.
     [[nodiscard]] QMap<QString, QVariant> valuesOnDisk() const;
     [[nodiscard]] QMap<QString, QVariant> valuesOffDisk() const;
@@ -61,7 +65,5 @@ private:
     bool failureTold_ = false;
 };
 
-/// Replaces a file whole: written aside in the same folder, synced, renamed. Only the owner can read it.
-bool replaceFile(const QString& path, const QByteArray& content);
 
 }  // namespace oku

@@ -6,6 +6,7 @@
 
 #include "host/oku/netlib.h"
 #include "messenger/core/accounts.h"
+#include "messenger/core/certificate_pins.h"
 #include "messenger/core/message_boxes.h"
 #include "messenger/core/messenger.h"
 #include "messenger/core/plugin_queue.h"
@@ -209,9 +210,8 @@ void SocketBridge::certificatePinned(const net::ConnectionId& id, const QString&
 void SocketBridge::keepPin(AccountEntry* account, const QByteArray& fingerprint) {
     if (!account) return;
     const QString key = QString::fromUtf16(setting::pinnedCertificate);
-    const QString pin = net::fingerprintText(fingerprint);
-    const QString kept = account->settings->text(key);
-    if (!kept.contains(pin)) account->settings->set(key, (kept + u' ' + pin).trimmed());
+    const auto pins = withPin(account->settings->text(key), net::fingerprintText(fingerprint));
+    if (pins) account->settings->set(key, *pins);
 }
 
 void SocketBridge::destroyed(const QString& name) {

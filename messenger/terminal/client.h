@@ -78,7 +78,8 @@ public:
     virtual QList<Message> history(const QString& account, const QString& with, int limit,
                                    const QString& search) const = 0;
     // Writes text, or JSON when the path ends in ".json".
-    virtual QString exportHistory(const QString& account, const QString& with, const QString& path) const = 0;
+    virtual QString exportHistory(const QString& account, const QString& with, const QString& path,
+                                  bool replace) const = 0;
 
     virtual QString answerBox(int number, BoxButton button) = 0;
     virtual QList<MessageBox> openBoxes() const = 0;

@@ -102,6 +102,7 @@ private:
     QStringList candidates(ArgumentKind kind, const QString& typed) const;
 
     Session& session_;
+    QString offeredFile_;  // an export would replace it; the same command once more agrees
 };
 
 }  // namespace oku::terminal

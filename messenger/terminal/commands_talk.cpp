@@ -1,5 +1,7 @@
 // Commands about conversations and their history.
 #include <QDir>
+#include <QFileInfo>
+#include <utility>
 
 #include "messenger/terminal/commands.h"
 #include "messenger/terminal/display_width.h"
@@ -103,7 +105,12 @@ QString Commands::exportTo(Arguments& arguments) {
         if (const QString reason = takeContact(arguments, peer); !reason.isEmpty()) return reason;
     const QString path = QDir(session_.startDirectory()).absoluteFilePath(file);
     const QString account = peer.none() ? session_.account() : peer.account;
-    const QString reason = session_.client().exportHistory(account, peer.jid, path);
+    const bool agreed = std::exchange(offeredFile_, {}) == path;
+    if (!agreed && QFileInfo::exists(path)) {
+        offeredFile_ = path;
+        return say(Text::ExportExists, path);
+    }
+    const QString reason = session_.client().exportHistory(account, peer.jid, path, agreed);
     if (reason.isEmpty()) session_.tell(say(Text::Exported, path));
     return reason;
 }

@@ -6,6 +6,7 @@
 
 #include "messenger/core/key_ring.h"
 #include "messenger/core/plugin_loader.h"
+#include "messenger/core/process_protection.h"
 #include "messenger/core/texts.h"
 #include "messenger/terminal/messenger_client.h"
 #include "messenger/terminal/options.h"
@@ -32,7 +33,7 @@ oku::MessengerOptions messengerOptions(const Options& options) {
     return result;
 }
 
-ExitCode run(const QStringList& arguments) {
+ExitCode run(const QStringList& arguments, const QString& password) {
     const ReadOptions read = readOptions(arguments);
     if (const auto* print = std::get_if<PrintAndEnd>(&read)) {
         const bool written = writeAll(STDOUT_FILENO, print->text.toUtf8());
@@ -44,7 +45,7 @@ ExitCode run(const QStringList& arguments) {
         return ExitCode::BadUsage;
     }
     Options options = std::get<Options>(read);
-    options.password = takePassword();
+    options.password = password;
     MessengerClient client(messengerOptions(options));
     return options.json ? runJson(client, options) : runInteractive(client, options);
 }
@@ -52,8 +53,10 @@ ExitCode run(const QStringList& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    std::signal(SIGPIPE, SIG_IGN);  // a reader that has gone is seen by the write
+    oku::protectProcess();
+    const QString password = takePassword();  // before anything else could go wrong, or read it
+    std::signal(SIGPIPE, SIG_IGN);            // a reader that has gone is seen by the write
     QCoreApplication application(argc, argv);
     oku::setLanguage(oku::languageOfEnvironment());
-    return static_cast<int>(run(QCoreApplication::arguments().mid(1)));
+    return static_cast<int>(run(QCoreApplication::arguments().mid(1), password));
 }

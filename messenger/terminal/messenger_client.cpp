@@ -118,10 +118,11 @@ QList<Message> MessengerClient::history(const QString& account, const QString& w
     return messenger_.history(account, with, limit, search);
 }
 
-QString MessengerClient::exportHistory(const QString& account, const QString& with, const QString& path) const {
+QString MessengerClient::exportHistory(const QString& account, const QString& with, const QString& path,
+                                       bool replace) const {
     const bool json = path.endsWith(QLatin1String(".json"), Qt::CaseInsensitive);
     return messenger_.exportHistory(account, with, json ? Messenger::ExportFormat::json : Messenger::ExportFormat::text,
-                                    path);
+                                    path, replace);
 }
 
 QString MessengerClient::answerBox(int number, BoxButton button) { return messenger_.answerBox(number, button); }

@@ -1,6 +1,8 @@
 #include "messenger/terminal/options.h"
 
 #include <array>
+#include <cstdlib>
+#include <cstring>
 #include <QCoreApplication>
 #include <QFileInfo>
 
@@ -106,7 +108,11 @@ ReadOptions readOptions(const QStringList& arguments) {
 }
 
 QString takePassword() {
-    const QString password = qEnvironmentVariable("OKU_PASSWORD");
+    char* value = std::getenv("OKU_PASSWORD");
+    if (value == nullptr) return {};
+    const QString password = QString::fromLocal8Bit(value);
+    // The environment that the process was started with stays readable for other programs of this user.
+    explicit_bzero(value, std::strlen(value));
     qunsetenv("OKU_PASSWORD");
     return password;
 }

@@ -42,7 +42,8 @@ using ReadOptions = std::variant<Options, PrintAndEnd, OptionError>;
 // `arguments` without the program's name.
 ReadOptions readOptions(const QStringList& arguments);
 
-// The password in OKU_PASSWORD, which is then taken out of the environment: no process started from here needs it.
+// The password in OKU_PASSWORD, which is then overwritten and taken out of the environment: no process started from
+// here needs it, and none can read it there. For the start of the program, while it has one thread.
 QString takePassword();
 
 // The text of --help, for 80 columns.

@@ -147,6 +147,7 @@ constexpr std::array kTexts = std::to_array<TextRow>({
     {Text::NoSuchWindow, QT_TRANSLATE_NOOP("Terminal", "nie ma okna \"%1\"")},
     {Text::HistoryEmpty, QT_TRANSLATE_NOOP("Terminal", "brak wiadomości")},
     {Text::Exported, QT_TRANSLATE_NOOP("Terminal", "historia zapisana: %1")},
+    {Text::ExportExists, QT_TRANSLATE_NOOP("Terminal", "plik %1 już jest. Zastąpić go? Jeśli tak, powtórz polecenie.")},
     {Text::HowToQuit, QT_TRANSLATE_NOOP("Terminal", "program kończy /quit albo Ctrl-D")},
 });
 

@@ -138,6 +138,7 @@ enum class Text {
     NoSuchWindow,
     HistoryEmpty,
     Exported,
+    ExportExists,
     HowToQuit,
     Count
 };

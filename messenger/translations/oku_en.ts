@@ -262,8 +262,8 @@ Trust this certificate on this account from now on?</translation>
 <context>
     <name>ContactList</name>
     <message>
-        <source>Nie można zapisać listy kontaktów w pliku %1.</source>
-        <translation>The contact list cannot be saved in the file %1.</translation>
+        <source>Nie można zapisać listy kontaktów w pliku %1: %2. Dawny plik zostaje, zapis będzie ponawiany.</source>
+        <translation>The contact list cannot be saved in the file %1: %2. The old file stays, and saving will be tried again.</translation>
     </message>
 </context>
 <context>
@@ -342,10 +342,6 @@ Trust this certificate on this account from now on?</translation>
         <translation>There is no such account: %1</translation>
     </message>
     <message>
-        <source>Nie można zapisać konta.</source>
-        <translation>The account cannot be written.</translation>
-    </message>
-    <message>
         <source>Wtyczka nie jest wczytana.</source>
         <translation>The plugin is not loaded.</translation>
     </message>
@@ -392,6 +388,10 @@ Trust this certificate on this account from now on?</translation>
     <message>
         <source>To nie jest odcisk SHA-256: %1</source>
         <translation>This is not a SHA-256 fingerprint: %1</translation>
+    </message>
+    <message>
+        <source>Zmiana działa, ale nie można jej zapisać w pliku %1.</source>
+        <translation>The change counts, but it cannot be saved in the file %1.</translation>
     </message>
 </context>
 <context>
@@ -733,6 +733,57 @@ Commands inside the program: /help. All of it: man oku-terminal
     </message>
 </context>
 <context>
+    <name>PrivateFile</name>
+    <message>
+        <source>brak miejsca na dysku</source>
+        <translation>no space left on the disk</translation>
+    </message>
+    <message>
+        <source>przydział miejsca na dysku jest wyczerpany</source>
+        <translation>the disk quota is used up</translation>
+    </message>
+    <message>
+        <source>plik byłby za duży</source>
+        <translation>the file would be too large</translation>
+    </message>
+    <message>
+        <source>system plików jest tylko do odczytu</source>
+        <translation>the file system is read-only</translation>
+    </message>
+    <message>
+        <source>brak uprawnień</source>
+        <translation>permission denied</translation>
+    </message>
+    <message>
+        <source>nie ma takiego katalogu</source>
+        <translation>there is no such folder</translation>
+    </message>
+    <message>
+        <source>w tym miejscu jest katalog</source>
+        <translation>a folder is in its place</translation>
+    </message>
+    <message>
+        <source>błąd dysku</source>
+        <translation>disk error</translation>
+    </message>
+    <message>
+        <source>w tym miejscu jest dowiązanie</source>
+        <translation>a link is in its place</translation>
+    </message>
+    <message>
+        <source>taki plik już jest</source>
+        <translation>there is such a file already</translation>
+    </message>
+    <message>
+        <source>%1 należy do innego użytkownika.</source>
+        <translation>%1 belongs to another user.</translation>
+    </message>
+    <message>
+        <source>Inni mogą zapisywać w %1; odbierz im to prawo: chmod go-w %1</source>
+        <translation>Others can write %1; take that right from them: chmod go-w %1</translation>
+    </message>
+</context>
+<context>
     <name>Profile</name>
     <message>
         <source>Ścieżka katalogu profilu jest za długa: %1</source>
@@ -888,12 +939,20 @@ Commands inside the program: /help. All of it: man oku-terminal
         <translation>The settings file %1 is damaged; it was kept as %2.</translation>
     </message>
     <message>
-        <source>Nie można zapisać ustawień w pliku %1.</source>
-        <translation>The settings cannot be written to %1.</translation>
-    </message>
-    <message>
         <source>&quot;%1&quot; nie może być nazwą ustawienia: nie może być pusta, zaczynać się od #, mieć odstępów na brzegach, znaku = ani końca wiersza.</source>
         <translation>&quot;%1&quot; cannot be the name of a setting: it must not be empty, begin with #, have blanks at its ends, or hold a = or the end of a line.</translation>
+    </message>
+    <message>
+        <source>Ustawienia nie zostały odczytane. %1</source>
+        <translation>The settings were not read. %1</translation>
+    </message>
+    <message>
+        <source>Ustawienia nie są zapisywane, bo nie odczytano pliku %1.</source>
+        <translation>The settings are not saved, as the file %1 was not read.</translation>
+    </message>
+    <message>
+        <source>Nie można zapisać ustawień w pliku %1: %2. Dawny plik zostaje, zapis będzie ponawiany.</source>
+        <translation>The settings cannot be saved in the file %1: %2. The old file stays, and saving will be tried again.</translation>
     </message>
 </context>
 <context>
@@ -1416,6 +1475,10 @@ Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
     <message>
         <source>nie ma ustawienia &quot;%1&quot;; lista: /get all</source>
         <translation>there is no setting &quot;%1&quot;; list: /get all</translation>
+    </message>
+    <message>
+        <source>plik %1 już jest. Zastąpić go? Jeśli tak, powtórz polecenie.</source>
+        <translation>the file %1 is there already. Replace it? Then repeat the command.</translation>
     </message>
 </context>
 </TS>

@@ -50,13 +50,20 @@ class Port:
         self._mark.close()
 
 
+def open_private(path):
+    """A file to append to, without a buffer, that only its owner can read: talks and console lines go into it."""
+    descriptor = os.open(path, os.O_WRONLY | os.O_CREAT | os.O_APPEND | os.O_CLOEXEC, 0o600)
+    os.fchmod(descriptor, 0o600)
+    return os.fdopen(descriptor, "ab", buffering=0)
+
+
 class Child:
     """A process in a session of its own, so that Ctrl-C reaches only the one who drives it.
 
     What it writes to standard output goes line by line to `on_line` (on a thread of its own) and to `log_path`."""
 
     def __init__(self, arguments, log_path, on_line=None, on_end=None, environment=None, **options):
-        self.log = open(log_path, "ab", buffering=0)
+        self.log = open_private(log_path)
         self.process = subprocess.Popen(
             arguments, stdout=subprocess.PIPE, start_new_session=True, preexec_fn=_die_with_parent,
             env={**os.environ, **(environment or {})}, **options)

@@ -6,7 +6,7 @@ import pathlib
 import subprocess
 
 from .events import EventLog, Unexpected
-from .process import Child
+from .process import Child, open_private
 
 
 class CommandFailed(RuntimeError):
@@ -39,7 +39,7 @@ class OkuTerminal:
 
     def start(self, ready=True):
         """Starts it, by default until it takes commands."""
-        with open(self._errors, "ab") as errors:
+        with open_private(self._errors) as errors:
             self.child = Child(self.arguments, self.profile.parent / f"{self.profile.name}.events", self._on_line,
                                lambda: self.log.end(f"the messenger ended ({self.errors()})"), self._environment,
                                stdin=subprocess.PIPE, stderr=errors)

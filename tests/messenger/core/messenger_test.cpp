@@ -1,11 +1,13 @@
 #include "tests/messenger/core/stage.h"
 
 #include <dlfcn.h>
+#include <cerrno>
 #include <QJsonArray>
 #include <QJsonDocument>
 
 #include "messenger/core/account_setup.h"
 #include "messenger/core/messenger.h"
+#include "messenger/core/private_file.h"
 
 namespace oku::test {
 namespace {
@@ -228,8 +230,56 @@ TEST_F(Facade, ExportsForItsOwnerOnly) {
     EXPECT_EQ(messenger->exportHistory(kAlice, {}, Messenger::ExportFormat::text, path), QString());
     EXPECT_FALSE(permissions());
     ASSERT_TRUE(QFile::setPermissions(path, QFile::permissions(path) | QFile::ReadGroup | QFile::ReadOther));
-    EXPECT_EQ(messenger->exportHistory(kAlice, {}, Messenger::ExportFormat::text, path), QString());
+    EXPECT_EQ(messenger->exportHistory(kAlice, {}, Messenger::ExportFormat::text, path, true), QString());
     EXPECT_FALSE(permissions()) << "also in place of another file";
+}
+
+TEST_F(Facade, ExportsOverNoFileUnlessItIsToldToAndThroughNoLink) {
+    ASSERT_EQ(messenger->start(), QString());
+    messenger->addAccount(kAlice, QStringLiteral("a"));
+    const QString path = directory.filePath(QStringLiteral("out.txt"));
+    const QString link = directory.filePath(QStringLiteral("link.txt"));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("precious");
+    file.close();
+    ASSERT_TRUE(QFile::link(path, link));
+    const auto exportTo = [&](const QString& to, bool replace) {
+        return messenger->exportHistory(kAlice, {}, Messenger::ExportFormat::text, to, replace);
+    };
+    EXPECT_TRUE(exportTo(path, false).contains(fileExistsReason()));
+    EXPECT_NE(exportTo(link, false), QString());
+    EXPECT_NE(exportTo(link, true), QString());
+    EXPECT_EQ(QFileInfo(path).size(), 8);
+    EXPECT_EQ(exportTo(path, true), QString());
+    EXPECT_EQ(QFileInfo(path).size(), 0) << "there is no history";
+}
+
+TEST_F(Facade, TellsOfASettingThatIsNotWritten) {
+    ASSERT_EQ(messenger->start(), QString());
+    ASSERT_EQ(messenger->addAccount(kAlice, QStringLiteral("a")), QString());
+    const auto steps = fileSteps();
+    fileSteps().sync = [](int) {
+        errno = ENOSPC;
+        return -1;
+    };
+    const QString priority = QStringLiteral("XMPP/Priority");
+    EXPECT_NE(messenger->setSetting(kAlice, priority, 7), QString());
+    EXPECT_EQ(messenger->settingValue(kAlice, priority), QVariant(7LL)) << "it counts all the same";
+    EXPECT_NE(messenger->addAccount(kAlice, QStringLiteral("b")), QString());
+    fileSteps() = steps;
+    EXPECT_EQ(messenger->setSetting(kAlice, priority, 7), QString()) << "written now";
+}
+
+TEST_F(Facade, TakesNoProfileThatOthersCouldWrite) {
+    const QString profile = directory.filePath(QStringLiteral("p"));
+    ASSERT_TRUE(QDir().mkpath(profile));
+    ASSERT_TRUE(QFile::setPermissions(profile, QFile::permissions(profile) | QFile::WriteGroup));
+    MessengerOptions given;
+    given.profileDir = profile;
+    given.modulePath = QStringLiteral(TINY_MODULE);
+    Messenger other(given);
+    EXPECT_TRUE(other.start().contains(QStringLiteral("chmod go-w"))) << "says what helps";
 }
 
 TEST(Export, TellsTimesThatAreTheSameEverywhere) {

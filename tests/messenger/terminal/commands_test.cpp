@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <QRegularExpression>
 #include <QSet>
+#include <QTemporaryDir>
 
 #include "messenger/core/texts.h"
 #include "messenger/terminal/session.h"
@@ -57,6 +58,20 @@ protected:
     NotingDisplay display;
     Session session{client, display, {{}, {}, {}, false, false, QStringLiteral("/start")}};
 };
+
+TEST_F(CommandsTest, ExportAsksBeforeItReplacesAFile) {
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("there.txt"));
+    ASSERT_TRUE(QFile(path).open(QIODevice::WriteOnly));
+    const std::string command = "/export " + path.toStdString();
+    const std::string question =
+        " > the file " + path.toStdString() + " is there already. Replace it? Then repeat the command.";
+    EXPECT_EQ(type(command.c_str()), question);
+    EXPECT_EQ(type("/export /start/other").find("exportHistory|ala@localhost||/start/other >"), 0U);
+    EXPECT_EQ(type(command.c_str()), question) << "another command lay between";
+    EXPECT_EQ(type(command.c_str()).find("exportHistory|ala@localhost||" + path.toStdString() + " (replaced) >"), 0U);
+    EXPECT_EQ(type(command.c_str()), question) << "each time anew";
+}
 
 TEST_F(CommandsTest, HasATableWithoutGaps) {
     QSet<QString> names;

@@ -71,8 +71,9 @@ QList<Message> FakeClient::history(const QString& account, const QString& with, 
     return messages;
 }
 
-QString FakeClient::exportHistory(const QString& account, const QString& with, const QString& path) const {
-    return note("exportHistory", {account, with, path});
+QString FakeClient::exportHistory(const QString& account, const QString& with, const QString& path,
+                                  bool replace) const {
+    return note("exportHistory", {account, with, replace ? path + QStringLiteral(" (replaced)") : path});
 }
 
 QString FakeClient::answerBox(int number, BoxButton button) {

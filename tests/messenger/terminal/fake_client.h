@@ -66,7 +66,8 @@ public:
     void markRead(const QString& account, const QString& jid) override { note("markRead", {account, jid}); }
     QList<Message> history(const QString& account, const QString& with, int limit,
                            const QString& search) const override;
-    QString exportHistory(const QString& account, const QString& with, const QString& path) const override;
+    QString exportHistory(const QString& account, const QString& with, const QString& path,
+                          bool replace) const override;
     QString answerBox(int number, BoxButton button) override;
     QList<MessageBox> openBoxes() const override { return boxes; }
     QString sendRaw(const QString& account, const QString& xml) override { return note("sendRaw", {account, xml}); }

@@ -324,6 +324,29 @@ class WithoutATerminal(unittest.TestCase):
         self.assertEqual(process.stdout.readlines()[-1], b'{"event":"bye"}\n')
         self.assertEqual(process.wait(LIMIT), 0)
 
+    def test_what_it_knows_stays_with_its_user(self):
+        with tempfile.TemporaryDirectory() as folder:
+            module = os.path.join(os.path.dirname(PROGRAM), "protoLink.module")
+            before = os.umask(0)
+            process = subprocess.Popen(
+                [PROGRAM, "--json", "--profile", f"{folder}/p", "--module", module, "--account", "ala@localhost"],
+                stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                env={"PATH": os.environ["PATH"], "OKU_PASSWORD": "bardzo-tajne", "DBUS_SESSION_BUS_ADDRESS": "disabled:"})
+            os.umask(before)
+            with process:
+                self.assertIn(b"ready", process.stdout.readline())
+                status = pathlib.Path(f"/proc/{process.pid}")
+                environment = (status / "environ").read_bytes()
+                self.assertIn(b"OKU_PASSWORD", environment)
+                self.assertNotIn(b"tajne", environment)
+                self.assertRegex((status / "limits").read_text(), r"Max core file size +0 +0 ")
+                self.assertRegex((status / "status").read_text(), r"Umask:\s+0077")
+                process.stdin.write(b'{"cmd":"set","key":"XMPP/Priority","value":5}\n{"cmd":"quit"}\n')
+                process.stdin.close()
+                rights = {path.name: path.stat().st_mode & 0o077 for path in pathlib.Path(f"{folder}/p").iterdir()}
+                self.assertIn("oku.lock", rights)
+                self.assertEqual(set(rights.values()), {0}, rights)
+
     def test_options(self):
         cases = (
             (["--help"], 0, "Usage: oku-terminal [options]", ""),

@@ -1,0 +1,51 @@
+"""What is kept when no file can grow any more. The limit on the size of files is the system's own: it works as a full
+disk does, for the superuser as well."""
+
+import resource
+import unittest
+
+from oku.terminal import CommandFailed
+from support.case import PASSWORDS, Case
+
+
+def set_full(terminal, full):
+    """From now on the messenger's files can, or cannot, grow."""
+    process = terminal.child.process.pid
+    hard = resource.prlimit(process, resource.RLIMIT_FSIZE)[1]
+    resource.prlimit(process, resource.RLIMIT_FSIZE, (0 if full else hard, hard))
+
+
+class FullDisk(Case):
+    def setUp(self):
+        super().setUp()
+        self.server = self.prosody()
+        self.ala = self.online("ala", self.server, environment={"LANG": "pl_PL.UTF-8"})
+
+    def test_an_account_outlives_a_setting_that_cannot_be_written(self):
+        file = self.ala.profile / "protoLink.config"
+        before = file.read_bytes()
+        self.assertIn(PASSWORDS["ala"].encode(), before)
+        set_full(self.ala, True)
+        for priority in (7, 8):
+            with self.assertRaises(CommandFailed):
+                self.ala.command("set", key="XMPP/Priority", value=priority)
+        self.assertEqual(file.read_bytes(), before)
+        self.assertEqual(len(self.ala.seen("notice", lambda event: str(file) in event["text"])), 1)
+        self.ala.stop(kill=True)
+        again = self.messenger("ala")
+        again.command("status", status="online")
+        again.wait("connection", state="online")
+
+    def test_what_could_not_be_written_is_written_when_there_is_room(self):
+        set_full(self.ala, True)
+        with self.assertRaises(CommandFailed):
+            self.ala.command("set", key="XMPP/Priority", value=7)
+        set_full(self.ala, False)
+        self.ala.command("set", key="XMPP/Priority", value=7)
+        self.assertEqual(self.ala.quit(), 0)
+        again = self.messenger("ala")
+        self.assertEqual(again.ask("get", "setting", key="XMPP/Priority")["value"], 7)
+
+
+if __name__ == "__main__":
+    unittest.main()
