@@ -4,7 +4,7 @@
 #include <string>
 
 #include "stream/received_text.h"
-#include "stream/xml_probe.h"
+#include "tests/support/plain_probe.h"
 
 namespace {
 
@@ -39,7 +39,7 @@ void receive(benchmark::State& state, const std::string& text, std::size_t piece
         bool balanced = false;
         for (std::size_t at = 0; at < text.size(); at += piece) {
             probe.changed(received.append(std::string_view(text).substr(at, piece)));
-            balanced = probe.probeXml(received.view()).balanced;
+            balanced = probe.probeXml(received.view(), received.settled()).balanced;
         }
         if (!balanced) state.SkipWithError("the text is not whole");
     }

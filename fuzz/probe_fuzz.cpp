@@ -1,12 +1,12 @@
 // The quick balance check against the check by the letter, over any text in any pieces: no difference is allowed.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
+#include "fuzz/input.h"
 #include "stream/received_text.h"
-#include "stream/xml_probe.h"
+#include "tests/support/plain_probe.h"
 
 namespace {
 
@@ -36,24 +36,30 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ReceivedText received;
     XmlProbe probe;
     std::string plain;
+    std::size_t settled = 0;
     while (!input.empty()) {
         // The first byte of each piece tells its length.
         const std::size_t length = static_cast<unsigned char>(input.front()) % 48 + 1;
         std::string_view piece = input.substr(1, length);
         input.remove_prefix(std::min(input.size(), length + 1));
         piece = piece.substr(0, piece.find('\0'));
-        probe.changed(received.append(piece));
+        const std::size_t from = received.append(piece);
+        fuzz::require(from >= settled, "what was settled changes");
+        settled = received.settled();
+        probe.changed(from);
         plain = rewritePlainly(plain + std::string(piece));
-        if (received.view() != plain) std::abort();
-        const ProbeResult quick = probe.probeXml(received.view());
+        fuzz::require(received.view() == plain, "another text than by the letter");
+        const ProbeResult quick = probe.probeXml(received.view(), settled);
         const ProbeResult wanted = probePlainly(plain);
-        if (quick.balanced != wanted.balanced) std::abort();
+        fuzz::require(quick.balanced == wanted.balanced, "balanced for one of the two");
         if (quick.balanced) {
             received.clear();
             probe.reset();
             plain.clear();
-        } else if (quick.errorCode != wanted.errorCode || quick.line != wanted.line || quick.column != wanted.column) {
-            std::abort();
+            settled = 0;
+        } else {
+            fuzz::require(quick.errorCode == wanted.errorCode, "another error than expat's");
+            fuzz::require(quick.line == wanted.line && quick.column == wanted.column, "another place than expat's");
         }
     }
     return 0;

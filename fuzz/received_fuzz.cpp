@@ -41,7 +41,7 @@ std::set<std::size_t> neededCuts(const std::string& text) {
     std::size_t begin = 0, last = 0;
     for (std::size_t at = 0; at < text.size(); ++at) {
         probe.changed(received.append(std::string_view(text).substr(at, 1)));
-        if (!probe.probeXml(received.view()).balanced) continue;
+        if (!probe.probeXml(received.view(), received.settled()).balanced) continue;
         const std::string_view unit(text.data() + begin, at + 1 - begin);
         const bool element = unit.front() == '<' && unit.find("<stream:stream ") == std::string_view::npos &&
                              unit.find(kDeclaration) == std::string_view::npos;

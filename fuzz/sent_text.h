@@ -6,7 +6,7 @@
 
 #include "fuzz/input.h"
 #include "host/util/xml_parse.h"
-#include "stream/xml_probe.h"
+#include "tests/support/plain_probe.h"
 
 namespace fuzz {
 

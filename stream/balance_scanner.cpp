@@ -6,50 +6,16 @@
 
 #include "stream/xml_characters.h"
 
-namespace {
-
-/// As many attributes are compared with each other; more are looked up.
-constexpr std::size_t kFewAttributes = 16;
-/// Open elements, and bytes of their names, that stanzas rarely exceed.
-constexpr std::size_t kFewLevels = 16;
-constexpr std::size_t kFewBytes = 256;
-
-}  // namespace
-
-void BalanceScanner::changed(std::size_t from) {
-    if (from >= pos_) {
-        named_ = std::min(named_, from);
-        if (countedAhead_ > from) countedAhead_ = 0;
-    } else {
-        reset();
-    }
-}
-
-void BalanceScanner::reset() {
-    // A text of ordinary size leaves room for the names in the next.
-    const bool small = openNames_.capacity() <= kFewBytes && openStarts_.capacity() <= kFewLevels &&
-                       attributes_.capacity() <= kFewAttributes;
-    std::string openNames = std::move(openNames_);
-    auto openStarts = std::move(openStarts_);
-    auto attributes = std::move(attributes_);
-    *this = BalanceScanner(startColumn_, wrapper_);
-    if (!small) return;
-    openNames_ = std::move(openNames);
-    openStarts_ = std::move(openStarts);
-    attributes_ = std::move(attributes);
-    openNames_.clear();
-    openStarts_.clear();
-    attributes_.clear();
-}
-
-BalanceScanner::Verdict BalanceScanner::scan(std::string_view text) {
+bool BalanceScanner::scan(std::string_view text) {
+    if (fate_ != Fate::Open) return fate_ == Fate::WrapperClosed;
     text_ = text;
+    looked_ = text.size();
     broken_ = false;
     Step result = Step::GoOn;
     while (result == Step::GoOn) result = step();
-    const Verdict verdict = result == Step::Unsure ? Verdict::Unsure : incomplete();
+    const bool balanced = result == Step::NeedMore ? isBalanced() : fate_ == Fate::WrapperClosed;
     text_ = {};
-    return verdict;
+    return balanced;
 }
 
 BalanceScanner::Step BalanceScanner::step() {
@@ -73,7 +39,7 @@ BalanceScanner::Step BalanceScanner::step() {
         case Mode::Instruction:
             return scanInstruction();
     }
-    return Step::Unsure;
+    return Step::Over;
 }
 
 BalanceScanner::Step BalanceScanner::commit(std::size_t to, Mode mode) {
@@ -83,11 +49,9 @@ BalanceScanner::Step BalanceScanner::commit(std::size_t to, Mode mode) {
     return Step::GoOn;
 }
 
-/// A comment, a CDATA section or an instruction begins; expat may have to name the place where it did.
-BalanceScanner::Step BalanceScanner::begin(Mode mode, std::size_t length) {
-    countTo(pos_);
-    tokenStart_ = {XML_ERROR_UNCLOSED_TOKEN, position_.line(), position_.column()};
-    return commit(pos_ + length, mode);
+BalanceScanner::Step BalanceScanner::closeInnermost(std::size_t to) {
+    names_->open.pop();
+    return commit(to, Mode::Content);
 }
 
 void BalanceScanner::skipSpace() {
@@ -107,7 +71,7 @@ BalanceScanner::Step BalanceScanner::scanContent() {
         case ']':
             if (at(pos_ + 1, ']')) {
                 if (pos_ + 2 == text_.size()) return Step::NeedMore;
-                if (text_[pos_ + 2] == '>') return Step::Unsure;
+                if (text_[pos_ + 2] == '>') return wrongToken(pos_ + 2);
             } else if (pos_ + 1 == text_.size()) {
                 return Step::NeedMore;
             }
@@ -121,7 +85,7 @@ BalanceScanner::Step BalanceScanner::scanContent() {
 /// A character of several bytes. The caller's mode goes on behind it.
 BalanceScanner::Step BalanceScanner::scanSequence() {
     const int length = xml::sequenceLength(text_, pos_);
-    if (length == xml::kInvalidSequence) return Step::Unsure;
+    if (length == xml::kInvalidSequence) return wrongToken(pos_);
     if (length == xml::kCutSequence) {
         broken_ = true;
         brokenAt_ = pos_;
@@ -135,22 +99,30 @@ BalanceScanner::Step BalanceScanner::scanReference() {
     if (at(pos_ + 1, '#')) return scanNumber();
     const auto [result, end] = scanName(pos_ + 1);
     if (result != Step::GoOn) return result;
+    if (text_[end] != ';') return wrongToken(end);
     const std::string_view name = text_.substr(pos_ + 1, end - pos_ - 1);
-    if (text_[end] != ';' || !xml::isPredefinedEntity(name)) return Step::Unsure;
+    if (!xml::isPredefinedEntity(name) && wrongReference(XML_ERROR_UNDEFINED_ENTITY) != Step::GoOn) return Step::Over;
     pos_ = end + 1;
     return Step::GoOn;
 }
 
 BalanceScanner::Step BalanceScanner::scanNumber() {
     const std::size_t known = named_ > pos_ ? named_ - pos_ : 0;
-    const std::size_t length = xml::numberReferenceLength(text_.substr(pos_), known);
-    if (length == xml::kWrongReference) return Step::Unsure;
-    if (length == xml::kCutReference) {
-        named_ = text_.size();
-        return Step::NeedMore;
+    const xml::NumberReference reference = xml::readNumberReference(text_.substr(pos_), known);
+    switch (reference.kind) {
+        case xml::NumberReference::Kind::Cut:
+            named_ = text_.size();
+            return Step::NeedMore;
+        case xml::NumberReference::Kind::None:
+            return wrongToken(pos_ + reference.length);
+        case xml::NumberReference::Kind::WrongNumber:
+            if (wrongReference(XML_ERROR_BAD_CHAR_REF) != Step::GoOn) return Step::Over;
+            [[fallthrough]];
+        case xml::NumberReference::Kind::Whole:
+            pos_ += reference.length;
+            return Step::GoOn;
     }
-    pos_ += length;
-    return Step::GoOn;
+    return Step::Over;
 }
 
 BalanceScanner::NameEnd BalanceScanner::scanName(std::size_t from) {
@@ -160,8 +132,7 @@ BalanceScanner::NameEnd BalanceScanner::scanName(std::size_t from) {
     for (; end < text_.size(); ++end) {
         const char byte = text_[end];
         if (xml::isAscii(byte)) {
-            if (!xml::isIn(byte, xml::kNamePart)) break;
-            if (end == from && !xml::isIn(byte, xml::kNameStart)) return {Step::Unsure, end};
+            if (!xml::isIn(byte, end == from ? xml::kNameStart : xml::kNamePart)) break;
             continue;
         }
         const int length = xml::sequenceLength(text_, end);
@@ -171,53 +142,78 @@ BalanceScanner::NameEnd BalanceScanner::scanName(std::size_t from) {
             named_ = end;
             return {Step::NeedMore, end};
         }
-        if (length == xml::kInvalidSequence) return {Step::Unsure, end};
+        if (length == xml::kInvalidSequence) return {wrongToken(end), end};
         const auto bytes = static_cast<std::size_t>(length);
-        if (!xml::canBeInName(text_.substr(end, bytes), end == from)) return {Step::Unsure, end};
+        if (!xml::canBeInName(text_.substr(end, bytes), end == from)) return {wrongToken(end), end};
         end += bytes - 1;
     }
     named_ = end;
     if (end == text_.size()) return {Step::NeedMore, end};
-    return {end == from ? Step::Unsure : Step::GoOn, end};
+    return {end == from ? wrongToken(end) : Step::GoOn, end};
 }
 
-std::string_view BalanceScanner::innermost() const {
-    return openStarts_.empty() ? std::string_view() : std::string_view(openNames_).substr(openStarts_.back());
+BalanceScanner::Step BalanceScanner::wrong(const Stop& stop) {
+    stop_ = stop;
+    fate_ = Fate::Wrong;
+    return Step::Over;
 }
 
-void BalanceScanner::closeInnermost() {
-    openNames_.resize(openStarts_.back());
-    openStarts_.pop_back();
+BalanceScanner::Step BalanceScanner::wrong(std::uint32_t code, std::size_t place) { return wrong(stopAt(code, place)); }
+
+BalanceScanner::Step BalanceScanner::wrongToken(std::size_t place) { return wrong(XML_ERROR_INVALID_TOKEN, place); }
+
+BalanceScanner::Step BalanceScanner::wrongReference(std::uint32_t code) {
+    if (mode_ != Mode::Value) return wrong(code, pos_);
+    // Expat tells the place of a number, and of a name only the tag that it stands in.
+    tagIsWrong(stopAt(code, code == XML_ERROR_UNDEFINED_ENTITY ? tokenAt_ : pos_));
+    return Step::GoOn;
 }
 
+void BalanceScanner::tagIsWrong(const Stop& stop) {
+    if (!tagStop_) tagStop_ = stop;
+}
+
+/// Counts up to that place, and remembers where the present markup began.
 void BalanceScanner::countTo(std::size_t to) {
+    if (counted_ <= tokenAt_ && tokenAt_ <= to) {
+        position_.advance(text_.substr(counted_, tokenAt_ - counted_));
+        counted_ = tokenAt_;
+        tokenStart_ = {XML_ERROR_NONE, position_.line(), position_.column()};
+    }
     position_.advance(text_.substr(counted_, to - counted_));
     counted_ = to;
 }
 
-BalanceScanner::Verdict BalanceScanner::stopAtEnd(std::uint32_t code, std::uint32_t beyond) {
+BalanceScanner::Stop BalanceScanner::stopAt(std::uint32_t code, std::size_t place) {
     countTo(pos_);
-    if (countedAhead_ < pos_) {
+    if (place == tokenAt_) return {code, tokenStart_.line, tokenStart_.column};
+    if (place == pos_) return {code, position_.line(), position_.column()};
+    if (countedAhead_ < pos_ || countedAhead_ > place) {
         ahead_ = position_;
         countedAhead_ = pos_;
     }
-    const std::size_t end = broken_ ? brokenAt_ : text_.size();
-    ahead_.advance(text_.substr(countedAhead_, end - countedAhead_));
-    countedAhead_ = end;
-    stop_ = {code, ahead_.line(), ahead_.column() + beyond};
-    return Verdict::Incomplete;
+    ahead_.advance(text_.substr(countedAhead_, place - countedAhead_));
+    countedAhead_ = place;
+    return {code, ahead_.line(), ahead_.column()};
 }
 
-BalanceScanner::Verdict BalanceScanner::incomplete() {
+bool BalanceScanner::stopAtEnd(std::uint32_t code, std::uint32_t beyond) {
+    stop_ = stopAt(code, broken_ ? brokenAt_ : text_.size());
+    stop_.column += beyond;
+    return false;
+}
+
+bool BalanceScanner::isBalanced() {
     constexpr std::uint32_t kEndTagOpening = 2;  // "</" of the wrapper's end
     const auto wrapperEnd = static_cast<std::uint32_t>(wrapper_.size() + 3);
     if (broken_) return stopAtEnd(XML_ERROR_INVALID_TOKEN, 0);
     switch (mode_) {
         case Mode::Content:
             if (pos_ < text_.size() && text_[pos_] != ']') return stopAtEnd(XML_ERROR_INVALID_TOKEN, 0);
-            if (openStarts_.empty()) return Verdict::Balanced;
+            if (names_->open.empty()) return true;
             // The wrapper's end closes an element that happens to have its name, and the wrapper stays open.
-            if (innermost() == wrapper_) return stopAtEnd(XML_ERROR_NO_ELEMENTS, wrapperEnd);
+            if (names_->open.innermost().length == wrapper_.size() && names_->open.innermost().in(text_) == wrapper_)
+                return stopAtEnd(XML_ERROR_NO_ELEMENTS, wrapperEnd);
             return stopAtEnd(XML_ERROR_TAG_MISMATCH, kEndTagOpening);
         case Mode::CData:
             return stopAtEnd(XML_ERROR_UNCLOSED_CDATA_SECTION, wrapperEnd);
@@ -225,24 +221,9 @@ BalanceScanner::Verdict BalanceScanner::incomplete() {
             if (text_.size() - pos_ >= 2) return stopAtEnd(XML_ERROR_INVALID_TOKEN, 0);
             [[fallthrough]];
         case Mode::Instruction:
-            stop_ = tokenStart_;
-            return Verdict::Incomplete;
+            stop_ = stopAt(XML_ERROR_UNCLOSED_TOKEN, tokenAt_);
+            return false;
         default:
             return stopAtEnd(XML_ERROR_INVALID_TOKEN, 0);
     }
-}
-
-bool BalanceScanner::addAttribute(std::string_view name) {
-    const auto same = [&](const std::pair<std::size_t, std::size_t>& known) {
-        return text_.substr(known.first, known.second) == name;
-    };
-    if (attributes_.size() < kFewAttributes) {
-        if (std::any_of(attributes_.begin(), attributes_.end(), same)) return false;
-        attributes_.emplace_back(static_cast<std::size_t>(name.data() - text_.data()), name.size());
-        return true;
-    }
-    if (manyAttributes_.empty()) {
-        for (const auto& [start, length] : attributes_) manyAttributes_.emplace(text_.substr(start, length));
-    }
-    return manyAttributes_.emplace(name).second;
 }

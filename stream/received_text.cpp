@@ -40,6 +40,18 @@ std::size_t ReceivedText::append(std::string_view piece) {
     return std::min({before, closed, removeDeclarations()});
 }
 
+/// Each "<" before a declaration may begin one once that is gone.
+void ReceivedText::settle(std::size_t place) {
+    const std::string_view text = view();
+    const std::size_t known = std::min(lessThanEnd_, place);
+    std::size_t start = place;
+    while (start > known && text[start - 1] == '<') --start;
+    if (start == known) start = std::min(lessThanStart_, known);
+    while (start > 0 && text[start - 1] == '<') --start;
+    lessThanStart_ = start;
+    lessThanEnd_ = place;
+}
+
 std::size_t ReceivedText::closeOpenTag() {
     const std::string_view text = view();
     if (openTagDone_) return text.size();
@@ -65,8 +77,10 @@ std::size_t ReceivedText::removeDeclarations() {
     const std::size_t start = findDeclaration(text, declarationStartFrom_);
     if (start == std::string_view::npos) {
         declarationStartFrom_ = resumeAt(text.size(), kDeclarationStart);
+        settle(text.size());
         return text.size();
     }
+    settle(start);
     if (end == std::string_view::npos) {
         declarationStartFrom_ = start;
         return text.size();

@@ -34,7 +34,7 @@ void StreamInput::resetPartialInput() {
 
 void StreamInput::onText(std::string_view piece) {
     probe_.changed(partialInput_.append(piece));
-    const ProbeResult probe = probe_.probeXml(partialInput_.view());
+    const ProbeResult probe = probe_.probeXml(partialInput_.view(), partialInput_.settled());
     if (!probe.balanced) return onInvalid(probe);
     // Listeners and handlers may reset the account, or wait in a box while further bytes come in: the text that they
     // work on is no longer the account's, and not the host's either.

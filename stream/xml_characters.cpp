@@ -93,19 +93,19 @@ bool canBeInName(std::string_view character, bool asStart) {
     return answers[code] == Answer::Yes;
 }
 
-std::size_t numberReferenceLength(std::string_view text, std::size_t known) {
+NumberReference readNumberReference(std::string_view text, std::size_t known) {
+    using Kind = NumberReference::Kind;
     const bool hexadecimal = text.size() > 2 && text[2] == 'x';
     const std::size_t start = hexadecimal ? 3 : 2;
     std::size_t end = std::max(start, known);
     while (end < text.size() && isDigit(text[end], hexadecimal)) ++end;
-    if (end >= text.size()) return kCutReference;
-    if (end == start || text[end] != ';') return kWrongReference;
+    if (end >= text.size()) return {};
+    if (end == start || text[end] != ';') return {Kind::None, end};
     std::uint32_t number = 0;
     const auto parsed = std::from_chars(text.data() + start, text.data() + end, number, hexadecimal ? 16 : 10);
-    if (parsed.ec != std::errc()) return kWrongReference;
     const bool control = number < 0x80 && isControl(static_cast<unsigned char>(number));
-    if (control || !isAllowed(number, number < 0x80 ? 0 : 2)) return kWrongReference;
-    return end + 1;
+    const bool allowed = parsed.ec == std::errc() && !control && isAllowed(number, number < 0x80 ? 0 : 2);
+    return {allowed ? Kind::Whole : Kind::WrongNumber, end + 1};
 }
 
 bool isPredefinedEntity(std::string_view name) {

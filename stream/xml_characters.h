@@ -96,11 +96,20 @@ int sequenceLength(std::string_view text, std::size_t index);
 /// once.
 bool canBeInName(std::string_view character, bool asStart);
 
-inline constexpr std::size_t kWrongReference = 0;
-inline constexpr std::size_t kCutReference = static_cast<std::size_t>(-1);
-/// The length of the reference to a character's number that the text begins with; "&#" is there. The first `known`
-/// characters were found to belong to it before.
-std::size_t numberReferenceLength(std::string_view text, std::size_t known);
+/// What "&#" begins.
+struct NumberReference {
+    enum class Kind {
+        Cut,          // nothing is wrong, but the end is missing
+        None,         // at `length` stands what cannot stand there
+        WrongNumber,  // of `length`, to a character that XML does not allow
+        Whole,        // of `length`
+    };
+    Kind kind = Kind::Cut;
+    std::size_t length = 0;
+};
+/// Reads the reference to a character's number that the text begins with; "&#" is there. The first `known` characters
+/// were found to belong to it before.
+NumberReference readNumberReference(std::string_view text, std::size_t known);
 
 /// One of the five names that every document knows.
 bool isPredefinedEntity(std::string_view name);

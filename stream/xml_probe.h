@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "stream/balance_scanner.h"
@@ -15,26 +16,29 @@ struct ProbeResult {
     std::uint32_t column = 0;
 };
 
-/// The check by the letter: a fresh expat parser over the whole text in its wrapper. Text that is cut short and text
-/// that is wrong look the same: both are waiting for their next part.
-ProbeResult probePlainly(std::string_view text);
-
-/// The same results for text that grows, at a cost in proportion to what was added. Where the quick scanner is not
-/// certain, expat decides over the whole text; an error that no further text can mend is found once.
+/// The check of text that grows: what a fresh expat parser would say of the whole text in its wrapper. Text that is cut
+/// short and text that is wrong look the same: both are waiting for their next part.
+///
+/// Whatever the text, a check costs in proportion to what was added since the last and to what stands behind the place
+/// where the text was changed. (Besides, expat is asked once about each alphabet of which a name is made.)
 class XmlProbe {
 public:
     XmlProbe();
+    XmlProbe(const XmlProbe&) = delete;
+    XmlProbe& operator=(const XmlProbe&) = delete;
 
-    /// Checks the text, which begins with what was given last time unless `changed` told otherwise.
-    ProbeResult probeXml(std::string_view text);
+    /// Checks the text, which begins with what was given last time unless `changed` told otherwise. No later change
+    /// begins before `settled`: one that does all the same costs a look at the whole text.
+    ProbeResult probeXml(std::string_view text, std::size_t settled);
+    /// The same for text that nobody changes.
+    ProbeResult probeXml(std::string_view text) { return probeXml(text, text.size()); }
     /// The text was changed from that place on.
     void changed(std::size_t from);
     /// The next text has nothing to do with the last.
     void reset();
 
 private:
+    ScannedNames names_;
     BalanceScanner scanner_;
-    bool settled_ = false;       // `final_` holds whatever follows
-    std::size_t settledBy_ = 0;  // as long as the text before this stays what it is
-    ProbeResult final_;
+    std::optional<BalanceScanner> then_;  // as it was when it had seen what is settled, if it has seen more since
 };

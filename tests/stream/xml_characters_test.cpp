@@ -33,15 +33,22 @@ TEST(XmlCharacters, NoCharacterOfFourBytesIsInAName) {
 }
 
 TEST(XmlCharacters, ReferenceToANumberIsReadOnFromWhereItWasCut) {
-    EXPECT_EQ(xml::numberReferenceLength("&#", 0), xml::kCutReference);
-    EXPECT_EQ(xml::numberReferenceLength("&#x", 2), xml::kCutReference);
-    EXPECT_EQ(xml::numberReferenceLength("&#000000065", 5), xml::kCutReference);
-    EXPECT_EQ(xml::numberReferenceLength("&#000000065;", 11), 12u);
-    EXPECT_EQ(xml::numberReferenceLength("&#x41;", 0), 6u);
-    EXPECT_EQ(xml::numberReferenceLength("&#xD800;", 0), xml::kWrongReference);
-    EXPECT_EQ(xml::numberReferenceLength("&#99999999999999999999;", 0), xml::kWrongReference);
-    EXPECT_EQ(xml::numberReferenceLength("&#1;", 0), xml::kWrongReference);
-    EXPECT_EQ(xml::numberReferenceLength("&#;", 0), xml::kWrongReference);
+    using Kind = xml::NumberReference::Kind;
+    const auto expect = [](const char* text, std::size_t known, Kind kind, std::size_t length) {
+        const xml::NumberReference found = xml::readNumberReference(text, known);
+        EXPECT_EQ(found.kind, kind) << text;
+        EXPECT_EQ(found.length, length) << text;
+    };
+    expect("&#", 0, Kind::Cut, 0);
+    expect("&#x", 2, Kind::Cut, 0);
+    expect("&#000000065", 5, Kind::Cut, 0);
+    expect("&#000000065;", 11, Kind::Whole, 12);
+    expect("&#x41;", 0, Kind::Whole, 6);
+    expect("&#xD800;", 0, Kind::WrongNumber, 8);
+    expect("&#99999999999999999999;", 0, Kind::WrongNumber, 23);
+    expect("&#1;", 0, Kind::WrongNumber, 4);
+    expect("&#;", 0, Kind::None, 2);
+    expect("&#6x;", 0, Kind::None, 3);
 }
 
 TEST(XmlCharacters, LongStretchesEndWhereOneLookAtEachByteSaysSo) {

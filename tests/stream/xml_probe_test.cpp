@@ -1,10 +1,12 @@
-#include "stream/xml_probe.h"
+#include "tests/support/plain_probe.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 #include <string>
 #include <vector>
+
+#include "stream/received_text.h"
 
 namespace {
 
@@ -23,6 +25,11 @@ const Case kWaiting[] = {
     {"a & b", 4, 1, 46},
     {"<a>\n<b", 4, 2, 2},
     {"<body>\xff", 4, 1, 49},
+    {"<a b='&x;' c='&#0;'>", 11, 1, 43},
+    {"<a b='&#0;' b=''>", 14, 1, 49},
+    {"<?xml ", 5, 1, 43},
+    {"<?xml ?>", 17, 1, 43},
+    {"<?XML ?>", 4, 1, 48},
 };
 
 TEST(XmlProbe, TellsWhereTextStops) {
@@ -36,8 +43,11 @@ TEST(XmlProbe, TellsWhereTextStops) {
 }
 
 TEST(XmlProbe, TakesWhatIsBalanced) {
-    for (const char* text : {"", " ", "text", "<a/>", "<a></a><b/>", "<a>x</a> y <b/>", "<stream:stream/>", "&amp;"}) {
+    // The last closes the wrapper itself, and nothing behind that counts.
+    for (const char* text :
+         {"", " ", "text", "<a/>", "<a></a><b/>", "<a>x</a> y <b/>", "<stream:stream/>", "&amp;", "<a/></mrn><b>&"}) {
         EXPECT_TRUE(probePlainly(text).balanced) << text;
+        EXPECT_TRUE(XmlProbe().probeXml(text).balanced) << text;
     }
 }
 
@@ -69,6 +79,20 @@ TEST(XmlProbe, GrowingTextIsCheckedAsByTheLetter) {
         "<!DOCTYPE x><a/>",
         "<a>]]></a>",
         "<a\n\nb='1'\n/>",
+        "<a b='1'\tb='2' c='&x;' d='&#0;'>",
+        "<a\nb='&x;' b='1'></a>",
+        "<a b='&#xD800;' b='1'></a>",
+        "<a>&#x110000;</a>",
+        "<a>&#6x;</a>",
+        "<a></b\n>",
+        "</mrn><b>",
+        "<a>\n<?xml version='1.0'?></a>",
+        "<?XML ?>",
+        "<![CDATB",
+        "<!-- -- -->",
+        "<a b='<'/>",
+        "<a/ >",
+        "<a b='1'c='2'/>",
     };
     for (const auto& text : texts) {
         std::vector<std::size_t> ends;
@@ -90,6 +114,52 @@ TEST(XmlProbe, RandomTextIsCheckedAsByTheLetter) {
             ends.push_back(text.size());
         }
         expectSame(text, ends);
+    }
+}
+
+/// The same for received text, which is changed as it grows.
+void expectSame(const std::vector<std::string>& pieces) {
+    ReceivedText text;
+    XmlProbe probe;
+    std::string sofar;
+    for (const std::string& piece : pieces) {
+        sofar += "[" + piece + "]";
+        probe.changed(text.append(piece));
+        const auto quick = probe.probeXml(text.view(), text.settled());
+        const auto plain = probePlainly(text.view());
+        ASSERT_EQ(quick.balanced, plain.balanced) << sofar;
+        if (plain.balanced) continue;
+        ASSERT_EQ(quick.errorCode, plain.errorCode) << sofar;
+        ASSERT_EQ(quick.line, plain.line) << sofar;
+        ASSERT_EQ(quick.column, plain.column) << sofar;
+    }
+}
+
+TEST(XmlProbe, RemovedDeclarationJoinsWhatStoodOnBothSides) {
+    const std::vector<std::string> rows[] = {
+        {"]]<?", ">?><message/>"},
+        {"<a<?", "?>b>", "</a?b>"},
+        {"<a b='1' c<?", "?>='2'/>"},
+        {"<!-- -<?", "-> ?>", "-->"},
+        {"<![CDATA[]<?", "]>?>", "<a>"},
+        {"<a></a<?", "?>a>"},
+        {"<![CDATA[<", "?", "?>", "<", "?", "]]>", "<a/>"},
+        {"<![CDATA[<<??", "x?>", "y", "]]>"},
+        {"<a>\r<?", "\n?>", "</a>"},
+        {"<str<?eam:stream a=''>?>", "<b>", "</b>"},
+    };
+    for (const auto& pieces : rows) expectSame(pieces);
+}
+
+TEST(XmlProbe, RandomReceivedTextIsCheckedAsByTheLetter) {
+    std::mt19937 random(2);
+    const std::string tokens[] = {"<", "?", "<?", ">",  "?>", "<a>", "</a>",      "<b c='d'", " ",   "/",    "]]",
+                                  "'", "=", "&",  "x;", "#",  "xml", "<![CDATA[", "<!--",     "-->", "\xc5", "\n"};
+    for (int round = 0; round < 2'000; ++round) {
+        std::vector<std::string> pieces(random() % 8 + 1);
+        for (auto& piece : pieces)
+            for (auto count = random() % 4; count > 0; --count) piece += tokens[random() % std::size(tokens)];
+        expectSame(pieces);
     }
 }
 

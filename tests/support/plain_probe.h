@@ -1,0 +1,9 @@
+// The balance check by the letter, which the quick one is compared with.
+#pragma once
+
+#include <string_view>
+
+#include "stream/xml_probe.h"
+
+/// A fresh expat parser over the whole text in its wrapper.
+ProbeResult probePlainly(std::string_view text);
