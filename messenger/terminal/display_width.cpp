@@ -13,11 +13,6 @@ constexpr int kUnitsPerColumn = 16;
 
 bool isSkinTone(char32_t c) { return c >= 0x1F3FB && c <= 0x1F3FF; }
 
-// What turns the direction of writing can make a text read as another one.
-bool isDirectional(char32_t c) {
-    return (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069) || c == 0x200E || c == 0x200F || c == 0x061C;
-}
-
 // Adds up columns over code points in order. A joined or toned emoji takes the cells of the one before it.
 class WidthCounter {
 public:
@@ -122,24 +117,6 @@ std::vector<QString> wrapText(const QString& text, int first, int rest) {
         } while (!line.isEmpty());
     }
     return lines;
-}
-
-QString printable(const QString& text, bool lines) {
-    QString result;
-    result.reserve(text.size());
-    QString unified = text;
-    unified.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    for (const char32_t c : unified.toUcs4()) {
-        if (c == U'\n')
-            result += lines ? u'\n' : u'⏎';
-        else if (c == U'\t')
-            result += u' ';
-        else if (c < 0x20 || (c >= 0x7F && c < 0xA0) || isDirectional(c) || c == 0x2028 || c == 0x2029)
-            result += QChar(QChar::ReplacementCharacter);
-        else
-            result += QStringView(QChar::fromUcs4(c));
-    }
-    return result;
 }
 
 }  // namespace oku::terminal

@@ -30,9 +30,4 @@ QString fitToWidth(const QString& text, int columns);
 // most `rest` columns. Line feeds break as well. Always gives at least one line.
 std::vector<QString> wrapText(const QString& text, int first, int rest);
 
-// Text from outside, made harmless: control characters, which could drive the terminal, and the marks that turn the
-// direction of writing become U+FFFD, a tab becomes a blank. Line feeds stay when `lines` is true, else they show as
-// U+23CE.
-QString printable(const QString& text, bool lines = false);
-
 }  // namespace oku::terminal

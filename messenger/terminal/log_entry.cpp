@@ -5,6 +5,7 @@
 
 #include "messenger/core/texts.h"
 #include "messenger/terminal/display_width.h"
+#include "messenger/terminal/printable.h"
 #include "messenger/terminal/texts.h"
 
 namespace oku::terminal {

@@ -7,6 +7,8 @@ namespace {
 
 constexpr int kEndless = 1 << 20;
 constexpr qsizetype kLongestLine = 1 << 20;
+constexpr QByteArrayView kPasteBegins = "\x1B[200~";
+constexpr QByteArrayView kPasteEnds = "\x1B[201~";
 
 }  // namespace
 
@@ -23,13 +25,40 @@ void PlainDisplay::feed(const QByteArray& bytes) {
     input_ += bytes;
     if (bytes.isEmpty() && !input_.isEmpty()) input_ += '\n';
     if (input_.size() > kLongestLine && input_.indexOf('\n') < 0) input_ += '\n';
-    for (qsizetype end = input_.indexOf('\n'); end >= 0; end = input_.indexOf('\n')) {
-        QByteArray line = input_.left(end);
-        input_.remove(0, end + 1);
+    const QByteArray lines = input_.left(input_.lastIndexOf('\n') + 1);
+    input_.remove(0, lines.size());
+    qsizetype start = 0;
+    for (qsizetype end = lines.indexOf('\n'); end >= 0; end = lines.indexOf('\n', start)) {
+        QByteArray line = lines.mid(start, end - start);
+        start = end + 1;
         if (line.endsWith('\r')) line.chop(1);
-        session_.submit(QString::fromUtf8(line));
+        takeLine(std::move(line));
     }
     if (bytes.isEmpty()) session_.quit();
+}
+
+QByteArray PlainDisplay::markPastes() { return "\x1B[?2004h"; }
+QByteArray PlainDisplay::leavePastes() { return "\x1B[?2004l"; }
+
+// A pasted text of several lines is one message, and no command whatever it begins with.
+void PlainDisplay::takeLine(QByteArray line) {
+    if (pieces_.isEmpty()) beginsPasted_ = pasting_ || line.startsWith(kPasteBegins);
+    for (qsizetype at = 0; at >= 0;) {
+        at = line.indexOf(pasting_ ? kPasteEnds : kPasteBegins, at);
+        if (at < 0) break;
+        line.remove(at, kPasteBegins.size());
+        pasting_ = !pasting_;
+    }
+    pieces_ += line;
+    if (pasting_ && pieces_.size() < kLongestLine) {
+        pieces_ += '\n';
+        return;
+    }
+    // A paste that is too long for one message becomes several; what follows is pasted as well.
+    QString text = QString::fromUtf8(std::exchange(pieces_, {}));
+    const bool severalLines = text.contains(u'\n');
+    if (severalLines && beginsPasted_ && text.startsWith(u'/') && !session_.wantsSecret()) text.prepend(u'/');
+    session_.submit(text);
 }
 
 int PlainDisplay::columns() const { return columns_ == 0 ? 80 : columns_; }

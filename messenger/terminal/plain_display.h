@@ -18,6 +18,10 @@ public:
     PlainDisplay(Client& client, SessionOptions options, Colours colours, int columns, int input, Writer write,
                  std::function<void()> onEnded);
 
+    // What a terminal is told so that it brackets what is pasted, and what takes that back.
+    static QByteArray markPastes();
+    static QByteArray leavePastes();
+
     Session& session() { return session_; }
     // Bytes of the input, cut anywhere; none at all is its end.
     void feed(const QByteArray& bytes);
@@ -33,7 +37,13 @@ private:
     int inputDescriptor_;
     Writer write_;
     std::function<void()> onEnded_;
+    void takeLine(QByteArray line);
+
     QByteArray input_;
+    // The line so far that was pasted, or holds what was: a paste may go over several lines of the input.
+    QByteArray pieces_;
+    bool pasting_ = false;
+    bool beginsPasted_ = false;
     std::unique_ptr<NoEcho> noEcho_;
     Session session_;
 };

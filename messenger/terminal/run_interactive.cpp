@@ -50,9 +50,12 @@ ExitCode runPlain(Client& client, const Options& options) {
                          [&loop] { loop.quit(); });
     output.whenLost([&display] { display.session().quit(); });
     if (!started(display.session())) return ExitCode::Failure;
+    const bool pastes = terminal && ::isatty(STDIN_FILENO) != 0 && coloursOfEnvironment() != Colours::None;
+    if (pastes) write(PlainDisplay::markPastes());
     InputReader input(STDIN_FILENO, [&](const QByteArray& bytes) { display.feed(bytes); });
     SignalWatcher watcher({SIGINT, SIGTERM, SIGHUP}, [&](int) { display.session().quit(); });
     loop.exec();
+    if (pastes) write(PlainDisplay::leavePastes());
     return endOf(output);
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "messenger/terminal/display_width.h"
+#include "messenger/terminal/printable.h"
 #include "messenger/terminal/texts.h"
 
 namespace oku::terminal {

@@ -5,7 +5,7 @@
 
 #include "messenger/core/messenger.h"
 #include "messenger/terminal/commands.h"
-#include "messenger/terminal/display_width.h"
+#include "messenger/terminal/printable.h"
 #include "messenger/terminal/texts.h"
 #include "messenger/terminal/wording.h"
 

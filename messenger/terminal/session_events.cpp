@@ -3,7 +3,7 @@
 #include <QTimer>
 
 #include "messenger/terminal/commands.h"
-#include "messenger/terminal/display_width.h"
+#include "messenger/terminal/printable.h"
 #include "messenger/terminal/session.h"
 #include "messenger/terminal/texts.h"
 #include "messenger/terminal/wording.h"

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "messenger/terminal/display_width.h"
+#include "messenger/terminal/printable.h"
 #include "messenger/terminal/texts.h"
 
 namespace oku::terminal {

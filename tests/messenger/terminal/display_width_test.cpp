@@ -91,18 +91,6 @@ TEST(DisplayWidthTest, WrapsEveryTextIntoItsWidthWithoutLosingLetters) {
     }
 }
 
-TEST(DisplayWidthTest, TakesTheTeethOutOfTextFromOutside) {
-    EXPECT_EQ(printable("a\tb"), "a b");
-    EXPECT_EQ(printable("a\r\nb\nc"), "a⏎b⏎c");
-    EXPECT_EQ(printable("a\r\nb\nc", true), "a\nb\nc");
-    EXPECT_EQ(printable("\x1B[2Jx\x07"), "\uFFFD[2Jx\uFFFD");
-    EXPECT_EQ(printable(QString::fromUtf8("\u009B31mx\u007F")), "\uFFFD31mx\uFFFD");
-    EXPECT_EQ(printable(QString::fromUtf8("abc\u202Etxt.exe\u2066")), "abc\uFFFDtxt.exe\uFFFD");
-    EXPECT_EQ(printable(QString::fromUtf8("a\u2028b")), "a\uFFFDb");
-    EXPECT_EQ(printable("🦆 李 ż"), "🦆 李 ż");
-    EXPECT_EQ(printable(QString(QChar(0xD800)) + u'x').back(), u'x');
-}
-
 TEST(DisplayWidthTest, FindsTheNeighbouringPlacesOfACursor) {
     const QString text = QString::fromUtf8("az\u0307🦆👩‍👩‍👧x");
     QList<qsizetype> forward{0};

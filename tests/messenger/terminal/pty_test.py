@@ -198,6 +198,18 @@ class InATerminal(unittest.TestCase):
         terminal.wait("Echo: raz\n")
         self.assertIn("│ dwa", terminal.text())
 
+    def test_pasted_lines_are_no_commands_on_plain_lines_either(self):
+        terminal = self.start("--plain", "--status", "online")
+        terminal.wait(lambda: b"\x1b[?2004h" in terminal.bytes and b"Olek (dom)" in terminal.bytes)
+        terminal.type("/chat-with Olek\n\x1b[200~/quit\n/away\ntrzy\x1b[201~\n")
+        terminal.wait(lambda: b"Echo: /quit" in terminal.bytes)
+        terminal.type("\x1b[200~/dnd\x1b[201~ zajęty\n")
+        terminal.wait(lambda: "busy — zajęty".encode() in terminal.bytes)
+        terminal.type("/quit\n")
+        self.assertEqual(terminal.end(), 0)
+        self.assertNotIn(b"status: away", terminal.bytes)
+        self.assertTrue(terminal.bytes.endswith(b"\x1b[?2004l"))
+
     def test_a_password_is_not_seen(self):
         terminal = self.start()
         terminal.wait("ala>")
