@@ -44,45 +44,6 @@ void Host::log(LogLevel level, const char16_t* tag, const std::u16string& text) 
 
 void Host::logUser(const std::u16string& text) const { log(static_cast<LogLevel>(OKU_LOG_USER), nullptr, text); }
 
-void Host::protocolAdd(const ProtocolRegistration& registration, std::uint32_t& netId) const {
-    auto record = makeRecord<OKU_PROTOCOL_RECORD>();
-    record.pfClass = kProtocolClass;
-    record.shortName = u"XMPP";
-    record.caption = u"Protokół XMPP";
-    record.uuid = registration.uuid.c_str();
-    record.wantedNumber = -1;
-    record.authorizationHandler = registration.authorizationHandler;
-    record.deleteHandler = registration.deleteHandler;
-    record.context = registration.context;
-    record.flags = registration.flags;
-    call(u"OKU/ProtocolAdd", toWord(&record));
-    netId = record.netId;
-}
-
-void Host::protocolDelete(std::uint32_t netId) const {
-    call(u"OKU/ProtocolDel", toWord(kProtocolClass), static_cast<OKU_WORD>(netId));
-}
-
-void Host::setProtocolInfo(std::uint32_t netId, std::u16string bareJid, std::u16string userName) const {
-    auto record = makeRecord<OKU_PF_INFO>();
-    record.bareJid = bareJid.c_str();
-    record.userName = userName.c_str();
-    record.pfClass = kProtocolClass;
-    record.netId = netId;
-    call(u"OKU/PFSetInfo", toWord(&record));
-}
-
-OKU_WORD Host::callProtocolHooks(std::uint32_t netId, HookKind kind, HookPhase phase, OKU_WORD extra,
-                                 const void* subject) const {
-    auto record = makeRecord<OKU_PROTOCOL_HOOK>();
-    record.pfClass = kProtocolClass;
-    record.netId = static_cast<std::int32_t>(netId);
-    record.kind = static_cast<std::uint32_t>(kind);
-    record.phase = static_cast<std::uint32_t>(phase);
-    record.subject = subject;
-    return call(u"OKU/CallProtolHooks", toWord(&record), extra);
-}
-
 std::u16string accountServiceName(std::uint32_t netId, const char16_t* shortName) {
     return formatText(u"%s/%d/%s", kProtocolClass, netId, shortName);
 }

@@ -1,12 +1,14 @@
 // Received messages and typing notices into the host.
 #include <optional>
 
+#include "host/oku/message.h"
 #include "host/record.h"
 #include "im/child_text.h"
 #include "im/legacy_stamp.h"
 #include "im/messages.h"
 #include "im/stanza_errors.h"
 #include "platform/platform.h"
+#include "plugin/contact_record.h"
 #include "router/namespaces.h"
 
 namespace {
@@ -62,16 +64,13 @@ void Messages::deliver(const Stanza& message, const JID& sender, const std::u16s
         data.flags = OKU_MESSAGE_DELIVERY_FAILURE;
         failure = undelivered(message.element);
         data.body = failure.c_str();
-    } else if (message.type == u"chat" || client_.settings.isOn(u"XMPP/MessageAsChat", false)) {
+    } else if (message.type == u"chat" || client_.settings.get(setting::kMessageAsChat)) {
         data.flags = OKU_MESSAGE_CHAT;
         if (message.element.GetChildPtr(u"active"))
             if (ResourceEntry* entry = contacts_.findResource(sender.bare, sender.resource)) entry->resChatStates = 1;
     }
 
-    const auto raise = [&](HookPhase phase) {
-        return client_.host.callProtocolHooks(client_.netId, HookKind::MessageIn, phase, toWord(&data));
-    };
-    if (!raise(HookPhase::Before)) raise(HookPhase::After);
+    client_.hooks.raise(HookKind::MessageIn, toWord(&data));
 }
 
 std::u16string Messages::undelivered(const xmlElement& message) const {
@@ -84,10 +83,7 @@ std::u16string Messages::undelivered(const xmlElement& message) const {
 void Messages::noticeTyping(const xmlElement& message, const JID& sender) {
     const std::optional<bool> composing = typingOf(message);
     if (!composing) return;
-    auto contact = makeRecord<OKU_CONTACT_RECORD>();
-    contact.id = sender.bare.c_str();
-    contact.pfClass = kProtocolClass;
-    contact.netId = client_.netId;
-    client_.host.setTyping(contact, *composing);
-    client_.host.callProtocolHooks(client_.netId, HookKind::TypingIn, HookPhase::After, *composing ? 1 : 0, &contact);
+    const OKU_CONTACT_RECORD contact = contactRecord(client_, sender.bare);
+    client_.contactList.setTyping(contact, *composing);
+    client_.hooks.after(HookKind::TypingIn, *composing ? 1 : 0, &contact);
 }

@@ -1,4 +1,5 @@
 // Messages and typing notices that the host sends.
+#include "host/oku/message.h"
 #include "host/record.h"
 #include "host/util/format.h"
 #include "host/util/xml_compose.h"
@@ -9,18 +10,14 @@
 OKU_WORD Messages::onSendMessage(OKU_WORD messageRecord, OKU_WORD flags) {
     const auto* message = readRecord<OKU_MESSAGE_SEND>(messageRecord);
     if (!message) return 1;
-    const auto raise = [&](HookPhase phase) {
-        return client_.host.callProtocolHooks(client_.netId, HookKind::MessageOut, phase, messageRecord,
-                                              &message->contact);
-    };
-    if (raise(HookPhase::Before)) return 1;
+    if (!client_.hooks.before(HookKind::MessageOut, messageRecord, &message->contact)) return 1;
     if (!(flags & OKU_MESSAGE_SEND_FLAG)) return 1;
     const std::u16string jid = readText(message->contact.id);
     const std::u16string body = readText(message->body);
     const bool chat = flags & OKU_MESSAGE_CHAT_FLAG;
     const int failed = chat ? sendChat(jid, body) : sendMessage(jid, body, readText(message->subject));
     if (failed) return failed;
-    raise(HookPhase::After);
+    client_.hooks.after(HookKind::MessageOut, messageRecord, &message->contact);
     return 0;
 }
 

@@ -55,7 +55,6 @@ private:
     ResourceFate trackResource(const JID& sender, std::u16string_view word, Status status,
                                const std::u16string& description);
     bool tellHost(const JID& sender, Status status, const std::u16string& description, std::int32_t priority);
-    bool announceOwnStatus(Status status, const std::u16string& description);
     void prepareInvisibility(Status status);
     std::u16string presenceContent(Status status, const std::u16string& description,
                                    const std::u16string& avatar) const;

@@ -6,6 +6,7 @@
 #include "im/presence.h"
 #include "im/stanza_errors.h"
 #include "platform/platform.h"
+#include "plugin/contact_record.h"
 
 namespace {
 
@@ -46,10 +47,7 @@ bool Presence::tellHost(const JID& sender, Status status, const std::u16string& 
     auto resource = makeRecord<OKU_RESOURCE_INFO>();
     resource.resource = sender.resource.c_str();
     resource.priority = priority;
-    auto contact = makeRecord<OKU_CONTACT_RECORD>();
-    contact.id = sender.bare.c_str();
-    contact.pfClass = kProtocolClass;
-    contact.netId = client_.netId;
+    auto contact = contactRecord(client_, sender.bare);
     contact.resource = &resource;
     auto state = makeRecord<OKU_CONTACT_STATE>();
     state.contact = &contact;
@@ -58,12 +56,9 @@ bool Presence::tellHost(const JID& sender, Status status, const std::u16string& 
     state.time = platform::now();
     state.resource = &resource;
 
-    const auto raise = [&](HookPhase phase) {
-        return client_.host.callProtocolHooks(client_.netId, HookKind::ContactState, phase, toWord(&state), &contact);
-    };
-    if (raise(HookPhase::Before)) return false;
-    client_.host.setContactState(state);
-    raise(HookPhase::After);
+    if (!client_.hooks.before(HookKind::ContactState, toWord(&state), &contact)) return false;
+    client_.contactList.setState(state);
+    client_.hooks.after(HookKind::ContactState, toWord(&state), &contact);
     return true;
 }
 

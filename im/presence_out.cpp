@@ -1,10 +1,9 @@
 // The own status onto the wire.
-#include "host/record.h"
 #include "host/util/format.h"
 #include "host/util/xml_compose.h"
 #include "im/presence.h"
-#include "platform/platform.h"
 #include "plugin/deployment.h"
+#include "plugin/own_status.h"
 #include "plugin/plugin_state.h"
 #include "router/namespaces.h"
 
@@ -54,14 +53,14 @@ std::int32_t Presence::sendPresence(Status status, const std::u16string& wanted)
     std::u16string shared;
     if (features_.serverHasSharedStatus) shared = sharedStatus_.rewrite(client_.jid.bare, status, description);
 
-    if (!client_.loggedIn() || !announceOwnStatus(status, description)) return 0;
+    if (!client_.loggedIn() || !announceOwnStatus(client_, status, description)) return 0;
     client_.showStatusIcon(status);
     if (!shared.empty()) output_.sendText(shared);
     return output_.sendText(stanza);
 }
 
 std::u16string Presence::ownAvatar(Status status) const {
-    const bool enabled = client_.settings.isOn(u"XMPP/Avatar/SendEnable", true);
+    const bool enabled = client_.settings.get(setting::kSendAvatar);
     const std::u16string hash = pluginState() ? pluginState()->ownAvatarHash : std::u16string();
     if (hash.size() < kShortestAvatarHash || status == Status::Offline || status == Status::Invisible || !enabled)
         return {};
@@ -97,24 +96,11 @@ std::u16string Presence::presenceContent(Status status, const std::u16string& de
                            {u"ver", capsVer},
                            {u"ext", u"ep-notify"}});
     }
-    if (const std::int32_t priority = client_.settings.getInt(u"XMPP/Priority", 0))
+    if (const std::int32_t priority = client_.settings.get(setting::kPriority))
         content += lutCPW(u"priority", formatText(u"%d", priority));
     const StatusForm form = statusForm(status, features_);
     if (!form.show.empty()) content += lutCPW(u"show", form.show);
     return content;
-}
-
-bool Presence::announceOwnStatus(Status status, const std::u16string& description) {
-    auto data = makeRecord<OKU_STATUS_DATA>();
-    data.status = static_cast<std::uint32_t>(status);
-    data.description = description.c_str();
-    data.time = platform::now();
-    const auto raise = [&](HookPhase phase) {
-        return client_.host.callProtocolHooks(client_.netId, HookKind::OwnStatus, phase, toWord(&data));
-    };
-    if (raise(HookPhase::Before)) return false;
-    raise(HookPhase::After);
-    return true;
 }
 
 void Presence::sendDirectedPresence(std::u16string_view jid, std::u16string_view type) {
@@ -131,7 +117,7 @@ void Presence::onSharedStatus(const Stanza& iq, const xmlElement& query) {
     const SharedStatus::Push push = SharedStatus::read(query, client_.status, client_.statusDescription);
     if (push.status == Status::Offline) return;
     const Status status = push.invisible ? Status::Invisible : push.status;
-    if (!announceOwnStatus(status, push.description)) return;
+    if (!announceOwnStatus(client_, status, push.description)) return;
     client_.showStatusIcon(status);
     client_.status = status;
     client_.statusDescription = push.description;

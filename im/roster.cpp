@@ -18,14 +18,14 @@ std::u16string orElse(std::u16string_view text, std::u16string_view fallback) {
 }  // namespace
 
 void Roster::rebuildFrom(const xmlElement& iq) {
-    client_.host.callProtocolHooks(client_.netId, HookKind::RosterComplete, HookPhase::Notice);
-    client_.host.deleteAllContacts(client_.netId);
+    client_.hooks.notice(HookKind::RosterComplete);
+    client_.contactList.deleteAll(client_.netId);
     rosterDownloaded = 1;
     if (const xmlElement* query = iq.GetChildPtr(u"query", ns::kRoster)) rosterItems(*query);
 }
 
 void Roster::rosterItems(const xmlElement& query) {
-    const DrawingPause pause(client_.host);
+    const DrawingPause pause(client_.contactList);
     for (const xmlElement& item : query.children) takeItem(item);
 }
 
@@ -63,11 +63,11 @@ void Roster::takeItem(const xmlElement& item) {
         record.fields |= OKU_CONTACT_FIELDS_AUTH;
         if (asked) entry.auth = u"wait";
     }
-    client_.host.addContact(record);
+    client_.contactList.add(record);
 }
 
 void Roster::removeFromHost(const OKU_CONTACT_ADD& record) const {
-    if (const OKU_WORD handle = client_.host.findContact(record)) client_.host.deleteContact(handle);
+    if (const OKU_WORD handle = client_.contactList.find(record)) client_.contactList.remove(handle);
 }
 
 OKU_WORD Roster::rosterRemove(std::u16string_view jid) {

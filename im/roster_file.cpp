@@ -34,6 +34,6 @@ void Roster::rosterLoad(const std::u16string& path) {
         entry.auth = element.GetAttribute(u"auth");
         const ContactEntry told{entry.jid, entry.auth, entry.group, entry.name, {}, {}};
         OKU_CONTACT_ADD record = contactRecord(told);
-        client_.host.addContact(record);
+        client_.contactList.add(record);
     }
 }

@@ -1,6 +1,7 @@
 #include "im/subscriptions.h"
 
 #include "host/record.h"
+#include "plugin/contact_record.h"
 
 namespace {
 
@@ -11,15 +12,10 @@ enum class AuthType : std::int32_t { Ask = 0, Refuse = 1, Accept = 2 };
 
 void Subscriptions::onSubscribe(std::u16string_view from) {
     const JID sender = parseJID(from);
-    switch (static_cast<AuthType>(client_.settings.getInt(u"XMPP/AuthType", 0))) {
-        case AuthType::Ask: {
-            auto contact = makeRecord<OKU_CONTACT_RECORD>();
-            contact.id = sender.bare.c_str();
-            contact.pfClass = kProtocolClass;
-            contact.netId = client_.netId;
-            client_.host.askForAuthorization(contact);
+    switch (static_cast<AuthType>(client_.settings.get(setting::kAuthType))) {
+        case AuthType::Ask:
+            client_.contactList.askForAuthorization(contactRecord(client_, sender.bare));
             break;
-        }
         case AuthType::Refuse:
             presence_.sendDirectedPresence(sender.bare, u"unsubscribed");
             break;
@@ -29,9 +25,9 @@ void Subscriptions::onSubscribe(std::u16string_view from) {
     }
 }
 
-OKU_WORD Subscriptions::onContactAuth(OKU_WORD contactRecord, OKU_WORD answer) {
+OKU_WORD Subscriptions::onContactAuth(OKU_WORD record, OKU_WORD answer) {
     if (!client_.loggedIn()) return 1;
-    const auto* contact = readRecord<OKU_CONTACT_RECORD>(contactRecord);
+    const auto* contact = readRecord<OKU_CONTACT_RECORD>(record);
     if (!contact) return 0;
     const std::u16string jid = readText(contact->id);
     if (answer & OKU_AUTH_ACCEPT) {

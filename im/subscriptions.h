@@ -17,7 +17,7 @@ public:
     void onSubscribe(std::u16string_view from);
 
     /// The user's answer. 1 when not logged in, and the answer is lost; else 0.
-    OKU_WORD onContactAuth(OKU_WORD contactRecord, OKU_WORD answer);
+    OKU_WORD onContactAuth(OKU_WORD record, OKU_WORD answer);
 
 private:
     CClientClass& client_;

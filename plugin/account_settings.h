@@ -1,29 +1,79 @@
-// The settings of one account, with the defaults applied.
+// The settings of one account: one table with the key, the kind and the default of each.
 #pragma once
 
 #include <cstdint>
 #include <string>
 
-#include "host/host.h"
+#include "host/services/settings_store.h"
+#include "plugin/deployment.h"
+
+struct NumberSetting {
+    const char16_t* key;
+    std::int32_t fallback;
+};
+
+struct SwitchSetting {
+    const char16_t* key;
+    bool fallback;
+};
+
+struct TextSetting {
+    const char16_t* key;
+    const char16_t* fallback;
+};
+
+namespace setting {
+
+inline constexpr TextSetting kUuid{u"protoUUID", u""};
+inline constexpr TextSetting kUser{u"XMPP/User", u""};
+inline constexpr TextSetting kPassword{u"XMPP/Pass", u""};
+
+inline constexpr NumberSetting kDescriptionProtected{u"desc/Protect", 0};
+inline constexpr TextSetting kDescription{u"desc/String", u""};
+inline constexpr NumberSetting kPriority{u"XMPP/Priority", 0};
+inline constexpr NumberSetting kAuthType{u"XMPP/AuthType", 0};
+inline constexpr SwitchSetting kMessageAsChat{u"XMPP/MessageAsChat", false};
+
+inline constexpr TextSetting kAvatarHash{u"AV/Hash", u""};
+inline constexpr SwitchSetting kAvatars{u"XMPP/Avatar/Enable", true};
+inline constexpr SwitchSetting kSendAvatar{u"XMPP/Avatar/SendEnable", true};
+
+inline constexpr SwitchSetting kOwnServer{u"XMPP/Serv/Enable", false};
+inline constexpr TextSetting kServer{u"XMPP/Serv/Host", u""};
+inline constexpr SwitchSetting kTls{u"XMPP/Serv/SSL", true};
+inline constexpr SwitchSetting kTlsFromTheFirstByte{u"XMPP/Serv/SSL/Legacy", false};
+inline constexpr SwitchSetting kCompression{u"XMPP/Serv/Compress", true};
+
+inline constexpr SwitchSetting kHostProxy{u"XMPP/Proxy/OKU", true};
+inline constexpr SwitchSetting kOwnProxy{u"XMPP/Proxy/Enable", false};
+inline constexpr TextSetting kProxyHost{u"XMPP/Proxy/Host", deployment::kProxyHost};
+inline constexpr TextSetting kProxyPort{u"XMPP/Proxy/Port", u"8080"};
+inline constexpr NumberSetting kProxyType{u"XMPP/Proxy/Type", 3};
+inline constexpr SwitchSetting kProxyLogin{u"XMPP/Proxy/Auth", false};
+inline constexpr TextSetting kProxyUser{u"XMPP/Proxy/User", u""};
+inline constexpr TextSetting kProxyPassword{u"XMPP/Proxy/Pass", u""};
+
+}  // namespace setting
 
 /// A view of the account's store in the host. Reads ask the host each time: the user may change a setting at any time.
 class AccountSettings {
 public:
-    void open(const Host& host, const std::u16string& path);
-    void save();
-    void close();
+    explicit AccountSettings(const Host& host) : store_(host) {}
 
-    std::int32_t getInt(const char16_t* key, std::int32_t fallback) const;
-    bool isOn(const char16_t* key, bool fallback) const { return getInt(key, fallback) != 0; }
-    /// The text, cut to what a buffer of the host holds, also when it is the fallback.
-    std::u16string getString(const char16_t* key, const std::u16string& fallback = {}) const;
-    void setInt(const char16_t* key, std::int32_t value) const;
-    void setString(const char16_t* key, const std::u16string& value) const;
+    void open(const std::u16string& path) { store_.open(path); }
+    void save() const { store_.save(); }
+    void close() const { store_.close(); }
 
-    /// From now on reads give the defaults and writes do nothing.
-    void mute() { host_.mute(); }
+    std::int32_t get(const NumberSetting& setting) const {
+        return store_.settingsGetInt(setting.key, setting.fallback);
+    }
+    bool get(const SwitchSetting& setting) const { return store_.settingsGetInt(setting.key, setting.fallback) != 0; }
+    std::u16string get(const TextSetting& setting) const {
+        return store_.settingsGetString(setting.key, setting.fallback);
+    }
+    void set(const NumberSetting& setting, std::int32_t value) const { store_.setInt(setting.key, value); }
+    void set(const TextSetting& setting, const std::u16string& value) const { store_.setString(setting.key, value); }
 
 private:
-    Host host_;
-    OKU_WORD storeHandle_ = 0;
+    SettingsStore store_;
 };

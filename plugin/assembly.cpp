@@ -3,8 +3,8 @@
 #include "extensions/discovery.h"
 #include "extensions/own_caps.h"
 #include "extensions/small_replies.h"
-#include "host/oku/timer.h"
 #include "host/record.h"
+#include "host/services/timers.h"
 #include "im/contact_entry.h"
 #include "im/messages.h"
 #include "im/presence.h"
@@ -146,18 +146,13 @@ OKU_WORD onRawSend(AccountParts& account, OKU_WORD param, OKU_WORD) {
     return account.output.sendBytes({record->data, record->length}, true);
 }
 
-bool isTick(OKU_WORD param) {
-    const auto* event = readRecord<OKU_TIMER_EVENT>(param);
-    return event && event->kind == OKU_TIMER_TICK;
-}
-
 OKU_WORD onKeepalive(AccountParts& account, OKU_WORD param, OKU_WORD) {
-    if (isTick(param)) account.connection.onKeepaliveTick();
+    if (Timers::isTick(param)) account.connection.onKeepaliveTick();
     return 0;
 }
 
 OKU_WORD onReconnect(AccountParts& account, OKU_WORD param, OKU_WORD) {
-    if (isTick(param)) account.connection.onReconnectTick();
+    if (Timers::isTick(param)) account.connection.onReconnectTick();
     return 1;
 }
 

@@ -3,6 +3,11 @@
 #include <array>
 #include <utility>
 
+#include "host/services/pages.h"
+#include "host/services/protocols.h"
+#include "host/services/sockets.h"
+#include "host/services/status_window.h"
+#include "host/services/timers.h"
 #include "host/util/format.h"
 #include "platform/platform.h"
 #include "plugin/boundary.h"
@@ -24,35 +29,35 @@ CClientClass::CClientClass(AccountFiles accountFiles, const Host& accountHost)
 CClientClass::~CClientClass() = default;
 
 void CClientClass::init(const AccountEntries& entries, PluginState& state) {
-    settings.open(host, files.configPath);
+    settings.open(files.configPath);
     const std::u16string uuid = readIdentity();
-    host.protocolAdd({uuid, entries.authorization, entries.contactDelete, context, &flags}, netId);
-    host.setProtocolInfo(netId, jid.bare, jid.node);
+    Protocols(host).add({uuid, entries.authorization, entries.contactDelete, context, &flags}, netId);
+    Protocols(host).setProtocolInfo(netId, jid.bare, jid.node);
     addStatusMenu(entries);
-    const OKU_WORD icon =
-        host.addOptionsPage(formatText(u"XMPP/Options/%d", netId), files.displayName, {entries.optionsPage, context});
+    const OKU_WORD icon = Pages(host).addOptionsPage(formatText(u"XMPP/Options/%d", netId), files.displayName,
+                                                     {entries.optionsPage, context});
     if (icon) platform::destroyIcon(static_cast<std::uint64_t>(icon));
-    host.statusWindowPrepare(kWindowStatuses, netId, {entries.statusResult, context});
+    StatusWindow(host).prepare(kWindowStatuses, netId, {entries.statusResult, context});
     socketName = lutCID(u"XMPP/Socket/%d", netId);
-    host.socketCreate(socketName, {entries.socketEvent, context});
+    Sockets(host).create(socketName, {entries.socketEvent, context});
     timerName = lutCID(u"XMPP/Timer/%d", netId);
-    host.timerCreate(timerName, kKeepaliveMilliseconds, {entries.keepaliveTick, context}, false);
+    Timers(host).create(timerName, kKeepaliveMilliseconds, {entries.keepaliveTick, context}, false);
     registerEntries(entries);
-    state.ownAvatarHash = settings.getString(u"AV/Hash");
+    state.ownAvatarHash = settings.get(setting::kAvatarHash);
     showStatusIcon(Status::Offline);
     layers->rosterLoad();
     layers->resetState();
 }
 
 std::u16string CClientClass::readIdentity() {
-    jid = parseJID(settings.getString(u"XMPP/User"));
-    std::u16string uuid = settings.getString(u"protoUUID");
+    jid = parseJID(settings.get(setting::kUser));
+    std::u16string uuid = settings.get(setting::kUuid);
     if (uuid.empty()) {
         uuid = lutGenerateUUID();
-        settings.setString(u"protoUUID", uuid);
+        settings.set(setting::kUuid, uuid);
     }
-    descProtect = static_cast<std::uint32_t>(settings.getInt(u"desc/Protect", 0));
-    statusDescription = settings.getString(u"desc/String");
+    descProtect = static_cast<std::uint32_t>(settings.get(setting::kDescriptionProtected));
+    statusDescription = settings.get(setting::kDescription);
     return uuid;
 }
 
@@ -66,26 +71,26 @@ void CClientClass::registerEntries(const AccountEntries& entries) {
         hooks_.push_back(host.addHook(hook.name, hook.handler, context));
     };
     attach(entries.hintHook);
-    host.addPropertiesPage(accountServiceName(netId, u"Properties"), netId, {entries.propertiesPage, context});
+    Pages(host).addPropertiesPage(accountServiceName(netId, u"Properties"), netId, {entries.propertiesPage, context});
     for (const auto& hook : entries.hooks) attach(hook);
 }
 
 void CClientClass::shutdown() {
     // Whatever fails here, nothing may stay registered: the host would call into a library that has gone.
     tolerate([&] { layers->rosterSave(); });
-    tolerate([&] { settings.setString(u"desc/String", std::u16string(statusDescription)); });
+    tolerate([&] { settings.set(setting::kDescription, std::u16string(statusDescription)); });
     tolerate([&] { layers->disconnect(true); });
-    host.timerDestroy(timerName);
+    Timers(host).destroy(timerName);
     settings.save();
     settings.close();
-    host.socketDestroy(socketName);
-    host.protocolDelete(netId);
-    host.deleteAllContacts(netId);
+    Sockets(host).destroy(socketName);
+    Protocols(host).remove(netId);
+    contactList.deleteAll(netId);
     for (const OKU_WORD service : services_) host.destroyService(service);
     for (const OKU_WORD hook : hooks_) host.removeHook(hook);
     layers->freeZInput();
     tolerate([&] { layers->dropReconnection(); });
     // A call of this account may still be on the stack: what it does from here on reaches nobody.
+    contactList.endPauses();
     host.mute();
-    settings.mute();
 }

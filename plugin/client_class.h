@@ -7,6 +7,9 @@
 #include <vector>
 
 #include "host/host.h"
+#include "host/oku/protocol.h"
+#include "host/services/contact_list.h"
+#include "host/services/protocol_hooks.h"
 #include "plugin/account_files.h"
 #include "plugin/account_settings.h"
 #include "plugin/jid.h"
@@ -87,12 +90,14 @@ public:
     OKU_WORD onStatusSet(OKU_WORD param);
 
     Host host;
+    ProtocolHooks hooks{host, netId};
+    ContactList contactList{host};
+    AccountSettings settings{host};
     AccountFiles files;
-    AccountSettings settings;
     OKU_WORD context = 0;  // set by the assembly; names this account in the host's callbacks
 
     std::uint32_t flags = 0;
-    std::uint32_t netId = 0;
+    std::uint32_t netId = 0;        // the host's number for this account
     std::uint32_t descProtect = 0;  // non-zero: the host's descriptions do not replace the user's own
     Status status = Status::Offline;
     std::u16string statusDescription;

@@ -2,6 +2,9 @@
 
 #include <array>
 
+#include "host/services/directories.h"
+#include "host/services/icons.h"
+#include "host/services/menus.h"
 #include "platform/platform.h"
 #include "plugin/account_files.h"
 #include "plugin/assembly.h"
@@ -34,17 +37,18 @@ void addBrowserItem(const Host& host) {
     item.caption = u"Przeglądarka usług XMPP";
     item.order = -10000001;
     item.callback = onInternalBrowser;
-    host.menuAdd(item);
+    Menus(host).add(item);
 }
 
 void loadIcons(const Host& host) {
-    host.createIconClass(u"XMPP/UserTune", u"Image/Audio");
-    host.createIconClass(u"XMPP/UserMood", u"Image/Mood");
+    const Icons icons(host);
+    icons.createClass(u"XMPP/UserTune", u"Image/Audio");
+    icons.createClass(u"XMPP/UserMood", u"Image/Mood");
     constexpr std::array<std::uint32_t, 8> kStatuses{7, 2, 3, 4, 5, 6, 8, 1};
     constexpr std::array<std::uint32_t, 1> kSecond{1};
-    host.loadStatusIcons(u"XMPP/Icon", kStatuses, kSecond);
-    host.loadIcon(u"XMPP/MainIcon32", 105);
-    host.loadIcon(u"XMPP/MainIcon16", 106);
+    icons.loadStatusIcons(u"XMPP/Icon", kStatuses, kSecond);
+    icons.load(u"XMPP/MainIcon32", 105);
+    icons.load(u"XMPP/MainIcon16", 106);
 }
 
 void beginAccount(PluginState& state, const AccountFiles& files) {
@@ -68,7 +72,7 @@ void load(OKU_WORD module, const OKU_FUNCTION_TABLE* table) {
     state->shared->loadClientDatabase(state->profileDir);
     state->host.log(LogLevel::Warning, tag::kGeneral, u"XMPP protocol plugin starting up...");
     state->ownCapsVer = state->shared->ownCapsVerification();
-    const HostDirectories directories = state->host.directories();
+    const Directories directories = askDirectories(state->host);
     state->cacheDir = directories.cache;
     state->profileDir = directories.profile;
     addBrowserItem(state->host);

@@ -5,6 +5,8 @@
 #include "host/oku/menu.h"
 #include "host/oku/windows.h"
 #include "host/record.h"
+#include "host/services/menus.h"
+#include "host/services/status_window.h"
 #include "host/util/format.h"
 #include "plugin/client_class.h"
 
@@ -30,6 +32,7 @@ constexpr std::array<StatusItem, 7> kStatusItems{{
 }  // namespace
 
 void CClientClass::addStatusMenu(const AccountEntries& entries) const {
+    const Menus menus(host);
     MenuItem item;
     item.parent = accountServiceName(netId, u"Menu");
     item.context = context;
@@ -39,7 +42,7 @@ void CClientClass::addStatusMenu(const AccountEntries& entries) const {
         item.caption = row.caption;
         item.order = row.order;
         item.icon = row.icon;
-        host.menuAdd(item);
+        menus.add(item);
     }
 
     MenuItem separator;
@@ -48,14 +51,14 @@ void CClientClass::addStatusMenu(const AccountEntries& entries) const {
     separator.id = u"SEPARATOR";
     separator.flags = OKU_MENU_SEPARATOR;
     separator.order = 1003;
-    host.menuAdd(separator);
+    menus.add(separator);
 
     item.id = lutCID(u"XMPP/%d/Presence/Descr", netId);
     item.caption = u"Opis...";
     item.order = 1002;
     item.icon.clear();
     item.callback = entries.statusWindow;
-    host.menuAdd(item);
+    menus.add(item);
 }
 
 void CClientClass::showStatusIcon(Status shown) const {
@@ -64,7 +67,7 @@ void CClientClass::showStatusIcon(Status shown) const {
     item.parent = u"OKU/Menu/Main/States";
     item.flags = OKU_MENU_CHANGE_ICON;
     item.icon = formatText(u"XMPP/Icon/%s", statusToName(shown));
-    host.menuModify(item);
+    Menus(host).modify(item);
 }
 
 OKU_WORD CClientClass::onStatusMenu(OKU_WORD param) {
@@ -81,7 +84,7 @@ OKU_WORD CClientClass::onStatusMenu(OKU_WORD param) {
 OKU_WORD CClientClass::onStatusWindow() {
     // The window may change the status before it closes.
     const std::u16string description = statusDescription;
-    host.statusWindowShow(netId, description, static_cast<std::uint32_t>(status), descProtect);
+    StatusWindow(host).show(netId, description, static_cast<std::uint32_t>(status), descProtect);
     return 0;
 }
 
@@ -92,12 +95,12 @@ OKU_WORD CClientClass::onStatusResult(OKU_WORD param) {
         const auto chosen = static_cast<Status>(event->status);
         const std::u16string description = readText(event->description);
         descProtect = event->protect;
-        settings.setInt(u"desc/Protect", static_cast<std::int32_t>(descProtect));
+        settings.set(setting::kDescriptionProtected, static_cast<std::int32_t>(descProtect));
         layers->forgetRetries();
         layers->setStatus(chosen, description, 0);
     } else if (event->event == OKU_STATUS_WINDOW_WANTS_TEXTS) {
         const std::u16string address = jid.bare;
-        host.statusWindowSetTexts(address + u" - Ustaw status...", u"Status", address, event->window);
+        StatusWindow(host).setTexts(address + u" - Ustaw status...", u"Status", address, event->window);
     }
     return 0;
 }

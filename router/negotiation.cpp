@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "host/services/sockets.h"
 #include "host/util/format.h"
 #include "host/util/xml_compose.h"
 #include "plugin/identifiers.h"
@@ -23,7 +24,7 @@ BatchFate Negotiation::onFeatures(const xmlElement& features) {
 
 bool Negotiation::tryCompression(const xmlElement& features) {
     const xmlElement* compression = features.GetChildPtr(u"compression");
-    if (!compression || !client_.settings.isOn(u"XMPP/Serv/Compress", true)) return false;
+    if (!compression || !client_.settings.get(setting::kCompression)) return false;
     const bool hasZlib = std::any_of(compression->children.begin(), compression->children.end(),
                                      [](const xmlElement& method) { return method.text == u"zlib"; });
     if (!hasZlib) {
@@ -48,7 +49,7 @@ BatchFate Negotiation::onCompressed(const xmlElement&) {
 }
 
 bool Negotiation::tryTls(const xmlElement& features) {
-    if (!features.GetChildPtr(u"starttls") || !client_.settings.isOn(u"XMPP/Serv/SSL", true)) return false;
+    if (!features.GetChildPtr(u"starttls") || !client_.settings.get(setting::kTls)) return false;
     log(LogLevel::Debug, u"Starting TLS connection");
     output_.sendText(lutCPW(u"starttls", {}, {{u"xmlns", ns::kTls}}));
     streamId_ = features.GetAttribute(u"id");
@@ -56,8 +57,8 @@ bool Negotiation::tryTls(const xmlElement& features) {
 }
 
 BatchFate Negotiation::onProceed(const xmlElement&) {
-    if (!(client_.flags & FLAG_ENCRYPTION_ACTIVATED) && client_.settings.isOn(u"XMPP/Serv/SSL", true))
-        client_.host.socketStartTls(client_.socketName);
+    if (!(client_.flags & FLAG_ENCRYPTION_ACTIVATED) && client_.settings.get(setting::kTls))
+        Sockets(client_.host).startTls(client_.socketName);
     return BatchFate::GoOn;
 }
 

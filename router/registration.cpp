@@ -1,4 +1,5 @@
 // In-band registration of a new account (XEP-0077) on the stream that will then log in with it.
+#include "host/services/message_boxes.h"
 #include "host/util/xml_compose.h"
 #include "plugin/identifiers.h"
 #include "router/namespaces.h"
@@ -14,7 +15,7 @@ constexpr char16_t kDialogId[] = u"dummy-reg-result";
 BatchFate Negotiation::registerAccount(const xmlElement& features) {
     log(LogLevel::Debug, u"New account registration");
     if (!features.GetChildPtr(u"register", ns::kRegisterFeature)) {
-        client_.host.messageBox(u"Ten serwer nie obsługuje rejestracji inline.", u"Błąd", BoxStyle::Error);
+        MessageBoxes(client_.host).show(u"Ten serwer nie obsługuje rejestracji inline.", u"Błąd", BoxStyle::Error);
         connection_.forbidReconnection();
         connection_.registerMode = 0;
         connection_.disconnect(false);

@@ -31,7 +31,7 @@ void Negotiation::sessionResult(xmlElement& iq) {
 
     const std::u16string rosterId = generateId();
     dispatcher_.addHandler([this](xmlElement& reply, void*) { listener_.rosterResult(reply); }, rosterId, &client_);
-    client_.host.callProtocolHooks(client_.netId, HookKind::SessionBound, HookPhase::Notice);
+    client_.hooks.notice(HookKind::SessionBound);
     log(LogLevel::Debug, formatText(u"%s :: session binded, requesting roster items", client_.jid.bare));
     output_.sendText(
         lutCPW(u"iq", lutCPW(u"query", {}, {{u"xmlns", ns::kRoster}}), {{u"id", rosterId}, {u"type", u"get"}}));

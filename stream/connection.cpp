@@ -1,6 +1,8 @@
 #include "stream/connection.h"
 
 #include "host/record.h"
+#include "host/services/sockets.h"
+#include "host/services/timers.h"
 #include "host/util/format.h"
 #include "platform/platform.h"
 #include "stream/endpoint.h"
@@ -43,8 +45,8 @@ void Connection::connect() {
     const bool own = !registerMode;
     if (own) {
         // Both are read, also when the first one settles it.
-        const bool hasUser = !client_.settings.getString(u"XMPP/User").empty();
-        const bool hasPassword = !client_.settings.getString(u"XMPP/Pass").empty();
+        const bool hasUser = !client_.settings.get(setting::kUser).empty();
+        const bool hasPassword = !client_.settings.get(setting::kPassword).empty();
         if (!hasUser || !hasPassword) {
             client_.host.logUser(u"Nie ustawiłeś nazwy użykownika lub hasła w protokole XMPP!");
             return;
@@ -52,8 +54,8 @@ void Connection::connect() {
     }
     listener_.forgetSession();
     if (own) {
-        client_.jid = parseJID(client_.settings.getString(u"XMPP/User"));
-        client_.password = client_.settings.getString(u"XMPP/Pass");
+        client_.jid = parseJID(client_.settings.get(setting::kUser));
+        client_.password = client_.settings.get(setting::kPassword);
     }
     const ConnectSwitches switches = readConnectSwitches(client_.settings);
     avatarEnabled = switches.avatars;
@@ -75,7 +77,7 @@ void Connection::connect() {
     client_.flags |= FLAG_CONNECTING;
     client_.log(LogLevel::Debug, tag::kStream,
                 formatText(u"Connecting to: %s:%d (%s)", endpoint.host, endpoint.port, client_.jid.bare));
-    client_.host.socketConnect(record);
+    Sockets(client_.host).connect(record);
 }
 
 OKU_WORD Connection::disconnect(bool closeSocket) {
@@ -84,13 +86,13 @@ OKU_WORD Connection::disconnect(bool closeSocket) {
     if (client_.flags & FLAG_CONNECTED) {
         output_.sendText(u"</stream:stream>");
         resetState();
-        client_.host.setAllOffline(client_.netId);
-        client_.host.callProtocolHooks(client_.netId, HookKind::ConnectionEnded, HookPhase::Notice);
-        return closeSocket ? client_.host.socketClose(client_.socketName) : 1;
+        client_.contactList.setAllOffline(client_.netId);
+        client_.hooks.notice(HookKind::ConnectionEnded);
+        return closeSocket ? Sockets(client_.host).close(client_.socketName) : 1;
     }
     if (client_.flags & FLAG_CONNECTING) {
         resetState();
-        return client_.host.socketClose(client_.socketName);
+        return Sockets(client_.host).close(client_.socketName);
     }
     return 0;
 }
@@ -116,12 +118,12 @@ std::u16string Connection::reconnectTimerName() const { return lutCID(u"XMPP/%d/
 
 void Connection::startReconnectTimer(std::uint32_t milliseconds) {
     reconnectPending_ = true;
-    client_.host.timerCreate(reconnectTimerName(), milliseconds, {reconnectTick_, client_.context}, true);
+    Timers(client_.host).create(reconnectTimerName(), milliseconds, {reconnectTick_, client_.context}, true);
 }
 
 void Connection::cancelReconnectTimer() {
     reconnectPending_ = false;
-    client_.host.timerDestroyByReference(reconnectTimerName());
+    Timers(client_.host).destroyByReference(reconnectTimerName());
 }
 
 void Connection::dropReconnection() {

@@ -51,7 +51,6 @@ private:
     void onTlsState(OKU_WORD data);
     OKU_WORD onCertificateCheck();
     void decideOnReconnection(OKU_WORD data);
-    void tellOwnStatus(Status status);
     void startReconnectTimer(std::uint32_t milliseconds);
     void cancelReconnectTimer();
     std::u16string reconnectTimerName() const;

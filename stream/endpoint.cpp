@@ -1,14 +1,14 @@
 #include "stream/endpoint.h"
 
+#include "host/services/sockets.h"
 #include "host/util/format.h"
 #include "host/util/numbers.h"
-#include "plugin/deployment.h"
 
 namespace {
 
 /// The host's own proxy counts as soon as the account says so, also when the host has none.
 void readHostProxy(const Host& host, Endpoint& endpoint) {
-    const NL_PROXY_DEFAULTS defaults = host.proxyDefaults();
+    const NL_PROXY_DEFAULTS defaults = Sockets(host).proxyDefaults();
     if (!defaults.enabled) return;
     endpoint.proxyEnabled = true;
     endpoint.proxyHost = defaults.host;
@@ -22,18 +22,18 @@ void readHostProxy(const Host& host, Endpoint& endpoint) {
 
 void readOwnProxy(const AccountSettings& settings, bool login, Endpoint& endpoint) {
     endpoint.proxyEnabled = true;
-    endpoint.proxyHost = settings.getString(u"XMPP/Proxy/Host", deployment::kProxyHost);
-    endpoint.proxyPort = parseUInt32(settings.getString(u"XMPP/Proxy/Port", u"8080"));
+    endpoint.proxyHost = settings.get(setting::kProxyHost);
+    endpoint.proxyPort = parseUInt32(settings.get(setting::kProxyPort));
     if (login) {
         endpoint.proxyLogin = true;
-        endpoint.proxyUser = settings.getString(u"XMPP/Proxy/User");
-        endpoint.proxyPassword = settings.getString(u"XMPP/Proxy/Pass");
+        endpoint.proxyUser = settings.get(setting::kProxyUser);
+        endpoint.proxyPassword = settings.get(setting::kProxyPassword);
     }
-    endpoint.proxyType = static_cast<std::uint32_t>(settings.getInt(u"XMPP/Proxy/Type", 3)) + 1;
+    endpoint.proxyType = static_cast<std::uint32_t>(settings.get(setting::kProxyType)) + 1;
 }
 
 void readOwnServer(const AccountSettings& settings, Endpoint& endpoint) {
-    const std::u16string server = settings.getString(u"XMPP/Serv/Host");
+    const std::u16string server = settings.get(setting::kServer);
     const std::size_t colon = server.find(u':');
     endpoint.host = server.substr(0, colon);
     if (colon != std::u16string::npos) endpoint.port = parseUInt32(std::u16string_view(server).substr(colon + 1));
@@ -43,11 +43,11 @@ void readOwnServer(const AccountSettings& settings, Endpoint& endpoint) {
 
 ConnectSwitches readConnectSwitches(const AccountSettings& settings) {
     ConnectSwitches switches;
-    switches.ownProxy = settings.isOn(u"XMPP/Proxy/Enable", false);
-    switches.ownServer = settings.isOn(u"XMPP/Serv/Enable", false);
-    switches.proxyLogin = settings.isOn(u"XMPP/Proxy/Auth", false);
-    switches.avatars = settings.isOn(u"XMPP/Avatar/Enable", true);
-    switches.hostProxy = settings.isOn(u"XMPP/Proxy/OKU", true);
+    switches.ownProxy = settings.get(setting::kOwnProxy);
+    switches.ownServer = settings.get(setting::kOwnServer);
+    switches.proxyLogin = settings.get(setting::kProxyLogin);
+    switches.avatars = settings.get(setting::kAvatars);
+    switches.hostProxy = settings.get(setting::kHostProxy);
     return switches;
 }
 

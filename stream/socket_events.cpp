@@ -1,6 +1,10 @@
 // What each event of the account's socket does.
 #include "host/record.h"
+#include "host/services/cards.h"
+#include "host/services/protocols.h"
+#include "host/services/sockets.h"
 #include "platform/platform.h"
+#include "plugin/own_status.h"
 #include "stream/connection.h"
 
 namespace {
@@ -48,10 +52,10 @@ void Connection::onConnected() {
     input_.freeZInput();
     client_.flags |= FLAG_CONNECTED | FLAG_CONNECTING;
     platform::seedRandom(static_cast<std::uint32_t>(platform::now()));
-    const bool legacy = client_.settings.isOn(u"XMPP/Serv/SSL/Legacy", false);
-    const bool tls = client_.settings.isOn(u"XMPP/Serv/SSL", true);
+    const bool legacy = client_.settings.get(setting::kTlsFromTheFirstByte);
+    const bool tls = client_.settings.get(setting::kTls);
     if (legacy && tls) {
-        client_.host.socketStartTls(client_.socketName);
+        Sockets(client_.host).startTls(client_.socketName);
     } else {
         sendStreamHeader();
     }
@@ -60,7 +64,7 @@ void Connection::onConnected() {
     retryCount = 0;
     expectReconnection();
     input_.forgetInvalidTime();
-    client_.host.setProtocolInfo(client_.netId, client_.jid.bare, client_.jid.node);
+    Protocols(client_.host).setProtocolInfo(client_.netId, client_.jid.bare, client_.jid.node);
 }
 
 void Connection::onClosed(OKU_WORD data) {
@@ -70,23 +74,13 @@ void Connection::onClosed(OKU_WORD data) {
     input_.freeZInput();
     prevStatus_ = client_.status;
     client_.status = Status::Offline;
-    tellOwnStatus(Status::Offline);
+    tellOwnStatus(client_, Status::Offline, std::u16string(client_.statusDescription));
     client_.showStatusIcon(Status::Offline);
     disconnect(false);
     client_.flags = 0;
-    client_.host.setAllOffline(client_.netId);
+    client_.contactList.setAllOffline(client_.netId);
     decideOnReconnection(data);
-    client_.host.signalBusyness(false);
-}
-
-void Connection::tellOwnStatus(Status status) {
-    const std::u16string description = client_.statusDescription;
-    auto data = makeRecord<OKU_STATUS_DATA>();
-    data.status = static_cast<std::uint32_t>(status);
-    data.description = description.c_str();
-    data.time = platform::now();
-    client_.host.callProtocolHooks(client_.netId, HookKind::OwnStatus, HookPhase::Before, toWord(&data));
-    client_.host.callProtocolHooks(client_.netId, HookKind::OwnStatus, HookPhase::After, toWord(&data));
+    Cards(client_.host).signalBusyness(false);
 }
 
 void Connection::decideOnReconnection(OKU_WORD data) {

@@ -46,21 +46,17 @@ void StreamInput::onText(std::string_view piece) {
 void StreamInput::onValid(ReceivedText& text) {
     firstInvalidTime_ = 0;
     lastValidRecv_ = platform::now();
-    if (tellListeners(HookPhase::Before, text.data(), text.size())) return;
+    auto offer = makeRecord<OKU_HOOK_DATA>();
+    offer.data = text.data();
+    offer.length = static_cast<std::uint32_t>(text.size());
+    offer.flags = OKU_HOOK_DATA_PLAIN;
+    if (!client_.hooks.before(HookKind::StreamIn, toWord(&offer))) return;
     XmlSequence batch(text.view());
     // What listeners write into the text now reaches nobody: the elements are read from elsewhere.
     batch.detach();
-    tellListeners(HookPhase::After, text.data(), text.size());
+    client_.hooks.after(HookKind::StreamIn, toWord(&offer));
     text.clear();
     listener_.routeElements(batch);
-}
-
-OKU_WORD StreamInput::tellListeners(HookPhase phase, char* data, std::size_t length) const {
-    auto offer = makeRecord<OKU_HOOK_DATA>();
-    offer.data = data;
-    offer.length = static_cast<std::uint32_t>(length);
-    offer.flags = OKU_HOOK_DATA_PLAIN;
-    return client_.host.callProtocolHooks(client_.netId, HookKind::StreamIn, phase, toWord(&offer));
 }
 
 void StreamInput::onInvalid(const ProbeResult& probe) {

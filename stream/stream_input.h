@@ -37,7 +37,6 @@ public:
 private:
     void onText(std::string_view piece);
     void onValid(ReceivedText& text);
-    OKU_WORD tellListeners(HookPhase phase, char* data, std::size_t length) const;
     void onInvalid(const ProbeResult& probe);
     bool inflatePiece(std::string_view piece, std::string& text);
 

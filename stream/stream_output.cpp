@@ -1,6 +1,7 @@
 #include "stream/stream_output.h"
 
 #include "host/record.h"
+#include "host/services/sockets.h"
 #include "host/util/utf.h"
 
 std::int32_t StreamOutput::sendText(std::u16string_view text) {
@@ -15,20 +16,15 @@ bool StreamOutput::offerToListeners(std::string_view data, bool raw) {
     offer.data = text.data();
     offer.length = static_cast<std::uint32_t>(text.size());
     offer.flags = raw ? OKU_HOOK_DATA_RAW : OKU_HOOK_DATA_PLAIN;
-    const OKU_WORD extra = toWord(&offer);
-    if (client_.host.callProtocolHooks(client_.netId, HookKind::StreamOut, HookPhase::Before, extra)) return false;
-    client_.host.callProtocolHooks(client_.netId, HookKind::StreamOut, HookPhase::After, extra);
-    return true;
+    return client_.hooks.raise(HookKind::StreamOut, toWord(&offer));
 }
 
 std::int32_t StreamOutput::sendBytes(std::string_view data, bool raw) {
     if (!offerToListeners(data, raw)) return 0;
-    if (!(client_.flags & FLAG_COMPRESSED))
-        return client_.host.socketSend(client_.socketName, data.data(), static_cast<std::uint32_t>(data.size()));
+    if (!(client_.flags & FLAG_COMPRESSED)) return Sockets(client_.host).send(client_.socketName, data);
     std::string compressed;
     if (!zip_.zDeflate(data, compressed)) return compressionFault();
-    return client_.host.socketSend(client_.socketName, compressed.data(),
-                                   static_cast<std::uint32_t>(compressed.size()));
+    return Sockets(client_.host).send(client_.socketName, compressed);
 }
 
 std::int32_t StreamOutput::compressionFault() {

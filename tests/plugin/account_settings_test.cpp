@@ -11,7 +11,7 @@ protected:
     AccountSettingsTest() {
         file["number"] = {false, 7, {}};
         file["text"] = {true, 0, "wartość"};
-        settings.open(Host(host.table(), host.module), u"/profile/x.config");
+        settings.open(u"/profile/x.config");
     }
     ~AccountSettingsTest() override {
         settings.close();
@@ -20,43 +20,54 @@ protected:
 
     harness::RecordingHost host;
     harness::SettingsFile& file = host.settingsFiles["/profile/x.config"];
-    AccountSettings settings;
+    Host proxy{host.table(), host.module};
+    AccountSettings settings{proxy};
 };
 
 TEST_F(AccountSettingsTest, ReadWhatTheHostHas) {
-    EXPECT_EQ(settings.getInt(u"number", 1), 7);
-    EXPECT_EQ(settings.getString(u"text", u"other"), u"wartość");
+    EXPECT_EQ(settings.get(NumberSetting{u"number", 1}), 7);
+    EXPECT_EQ(settings.get(TextSetting{u"text", u"other"}), u"wartość");
 }
 
 TEST_F(AccountSettingsTest, MissingNumberIsTheDefault) {
-    EXPECT_EQ(settings.getInt(u"none", 42), 42);
-    EXPECT_EQ(settings.getInt(u"text", 42), 42);
+    EXPECT_EQ(settings.get(NumberSetting{u"none", 42}), 42);
+    EXPECT_EQ(settings.get(NumberSetting{u"text", 42}), 42);
+}
+
+TEST_F(AccountSettingsTest, SwitchesAreOnWithAnyOtherNumberThanZero) {
+    file["on"] = {false, -2, {}};
+    file["off"] = {false, 0, {}};
+    settings.open(u"/profile/x.config");
+    EXPECT_TRUE(settings.get(SwitchSetting{u"on", false}));
+    EXPECT_FALSE(settings.get(SwitchSetting{u"off", true}));
+    EXPECT_TRUE(settings.get(SwitchSetting{u"none", true}));
+    EXPECT_FALSE(settings.get(SwitchSetting{u"none", false}));
 }
 
 TEST_F(AccountSettingsTest, MissingTextIsTheDefault) {
-    EXPECT_EQ(settings.getString(u"none", u"other"), u"other");
-    EXPECT_EQ(settings.getString(u"none"), u"");
+    EXPECT_EQ(settings.get(TextSetting{u"none", u"other"}), u"other");
+    EXPECT_EQ(settings.get(TextSetting{u"none", u""}), u"");
 }
 
 TEST_F(AccountSettingsTest, MissingTextIsTheDefaultCutToTheBuffer) {
-    EXPECT_EQ(settings.getString(u"none", std::u16string(4095, u'x')), std::u16string(4095, u'x'));
-    EXPECT_EQ(settings.getString(u"none", std::u16string(5000, u'x')), std::u16string(4095, u'x'));
+    EXPECT_EQ(settings.get(TextSetting{u"none", std::u16string(4095, u'x').c_str()}), std::u16string(4095, u'x'));
+    EXPECT_EQ(settings.get(TextSetting{u"none", std::u16string(5000, u'x').c_str()}), std::u16string(4095, u'x'));
 }
 
 TEST_F(AccountSettingsTest, LongTextOfTheHostFillsTheBuffer) {
     host.change("/profile/x.config", "long", harness::Setting{true, 0, std::string(5000, 'y')});
-    EXPECT_EQ(settings.getString(u"long"), std::u16string(4095, u'y'));
+    EXPECT_EQ(settings.get(TextSetting{u"long", u""}), std::u16string(4095, u'y'));
 }
 
 TEST_F(AccountSettingsTest, NegativeNumbersKeepTheirSign) {
-    settings.setInt(u"negative", -5);
-    EXPECT_EQ(settings.getInt(u"negative", 0), -5);
+    settings.set(NumberSetting{u"negative", 0}, -5);
+    EXPECT_EQ(settings.get(NumberSetting{u"negative", 0}), -5);
 }
 
 TEST_F(AccountSettingsTest, WhatWasSetIsReadAndSaved) {
-    settings.setString(u"new", u"");
-    settings.setInt(u"one", 1);
-    EXPECT_EQ(settings.getString(u"new", u"other"), u"");
+    settings.set(TextSetting{u"new", u""}, u"");
+    settings.set(NumberSetting{u"one", 0}, 1);
+    EXPECT_EQ(settings.get(TextSetting{u"new", u"other"}), u"");
     settings.save();
     EXPECT_TRUE(file.count("new"));
     EXPECT_EQ(file["one"].number, 1);

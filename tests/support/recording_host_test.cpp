@@ -5,8 +5,13 @@
 
 #include "host/host.h"
 #include "host/oku/log.h"
+#include "host/oku/settings.h"
 #include "host/oku/timer.h"
 #include "host/record.h"
+#include "host/services/contact_list.h"
+#include "host/services/settings_store.h"
+#include "host/services/sockets.h"
+#include "host/services/timers.h"
 
 namespace harness {
 namespace {
@@ -60,13 +65,13 @@ TEST_F(StrictHost, NoticesAnUnknownService) {
 }
 
 TEST_F(StrictHost, NoticesDeadThings) {
-    proxy.timerDestroy(u"XMPP/Timer/9");
-    proxy.socketClose(u"XMPP/Socket/9");
-    proxy.settingsWrite(9);
+    Timers(proxy).destroy(u"XMPP/Timer/9");
+    Sockets(proxy).close(u"XMPP/Socket/9");
+    SettingsStore(proxy).save();
     proxy.destroyService(9);
     proxy.removeHook(9);
     proxy.destroyEvent(9);
-    proxy.deleteContact(9);
+    ContactList(proxy).remove(9);
     for (const char* what : {"dead timer XMPP/Timer/9", "dead socket XMPP/Socket/9", "OKU/Settings/Write on a dead",
                              "fnDestroy", "hookRemove", "evDestroy", "OKU/CTL/DelContact"}) {
         EXPECT_TRUE(complainsOf(what)) << what;
@@ -74,20 +79,23 @@ TEST_F(StrictHost, NoticesDeadThings) {
 }
 
 TEST_F(StrictHost, TakesACancellationByReferenceOfATimerThatIsNotThere) {
-    proxy.timerDestroyByReference(u"XMPP/1/Reconn");
+    Timers(proxy).destroyByReference(u"XMPP/1/Reconn");
     EXPECT_TRUE(host.complaints.empty());
     EXPECT_EQ(lines.back(), "call OKU/Timer/Destroy id=\"XMPP/1/Reconn\" shape=reference");
 }
 
 TEST_F(StrictHost, NoticesASendWithoutItsHooks) {
-    proxy.socketCreate(u"XMPP/Socket/1", {ignore, 1});
-    proxy.socketSend(u"XMPP/Socket/1", "<a/>", 4);
+    Sockets(proxy).create(u"XMPP/Socket/1", {ignore, 1});
+    Sockets(proxy).send(u"XMPP/Socket/1", "<a/>");
     EXPECT_TRUE(complainsOf("without its two stream hooks"));
 }
 
 TEST_F(StrictHost, NoticesSettingsThatAreReadTooEarly) {
-    const auto store = proxy.settingsInit(u"/x");
-    proxy.settingsGetInt(store, u"key", 0);
+    auto record = makeRecord<OKU_SETTINGS_RECORD>();
+    record.key = u"key";
+    record.type = OKU_SETTING_INTEGER;
+    record.store = proxy.call(u"OKU/Settings/Init", toWord(u"/x"), proxy.module());
+    call(u"OKU/Settings/Get", &record);
     EXPECT_TRUE(complainsOf("before Read"));
 }
 
@@ -95,9 +103,9 @@ TEST_F(StrictHost, NoticesWhatIsLeftAfterUnloading) {
     proxy.createNetService(1, u"X", ignore, 1);
     proxy.addHook(u"OKU/Y", ignore, 1);
     proxy.createEvent(u"Z");
-    proxy.timerCreate(u"XMPP/Timer/1", 1, {ignore, 1}, false);
-    proxy.socketCreate(u"XMPP/Socket/1", {ignore, 1});
-    proxy.settingsInit(u"/x");
+    Timers(proxy).create(u"XMPP/Timer/1", 1, {ignore, 1}, false);
+    Sockets(proxy).create(u"XMPP/Socket/1", {ignore, 1});
+    proxy.call(u"OKU/Settings/Init", toWord(u"/x"), proxy.module());
     ASSERT_TRUE(host.complaints.empty());
     host.checkUnloaded();
     EXPECT_EQ(host.complaints.size(), 6u);
@@ -105,15 +113,15 @@ TEST_F(StrictHost, NoticesWhatIsLeftAfterUnloading) {
 
 TEST_F(StrictHost, FailsTheCallThatTheTestNames) {
     host.failingCall = 1;
-    EXPECT_NE(proxy.settingsInit(u"/a"), 0);
-    EXPECT_EQ(proxy.settingsInit(u"/b"), 0);
-    EXPECT_NE(proxy.settingsInit(u"/c"), 0);
+    EXPECT_NE(proxy.call(u"OKU/Settings/Init", toWord(u"/a"), proxy.module()), 0);
+    EXPECT_EQ(proxy.call(u"OKU/Settings/Init", toWord(u"/b"), proxy.module()), 0);
+    EXPECT_NE(proxy.call(u"OKU/Settings/Init", toWord(u"/c"), proxy.module()), 0);
     EXPECT_EQ(host.calls, 3u);
 }
 
 TEST_F(StrictHost, LacksTheServicesThatTheTestTakesAway) {
     host.absent.insert("OKU/Settings/Init");
-    EXPECT_EQ(proxy.settingsInit(u"/a"), 0);
+    EXPECT_EQ(proxy.call(u"OKU/Settings/Init", toWord(u"/a"), proxy.module()), 0);
 }
 
 }  // namespace

@@ -1,0 +1,15 @@
+// The window of the user's own vCard.
+#pragma once
+
+#include "host/host.h"
+
+class Cards {
+public:
+    explicit Cards(const Host& host) : host_(host) {}
+
+    /// Tells whether a request for the card is under way.
+    void signalBusyness(bool busy) const { host_.call(u"MyVCard/SignalBusyness", busy ? 1 : 0); }
+
+private:
+    const Host& host_;
+};

@@ -1,0 +1,54 @@
+#include "host/services/contact_list.h"
+
+#include "host/record.h"
+
+void ContactList::deleteAll(std::uint32_t netId) const {
+    host_.call(u"OKU/CTL/DeleteAll", toWord(kProtocolClass), static_cast<OKU_WORD>(netId));
+}
+
+void ContactList::setAllOffline(std::uint32_t netId) const {
+    host_.call(u"OKU/CTL/SetAllOffline", toWord(kProtocolClass), static_cast<OKU_WORD>(netId));
+}
+
+void ContactList::add(OKU_CONTACT_ADD& record) const {
+    host_.call(u"OKU/CTL/AddContact", toWord(&record));
+    auto icon = makeRecord<OKU_CONTACT_ICON>();
+    icon.icon = u"XMPP/Icon";
+    icon.value52 = 1;
+    icon.value56 = 1;
+    host_.call(u"OKU/CTL/AddContactIcon", record.handle, toWord(&icon));
+}
+
+OKU_WORD ContactList::find(const OKU_CONTACT_ADD& record) const {
+    return host_.call(u"OKU/CTL/FndContact", toWord(&record.identity));
+}
+
+void ContactList::remove(OKU_WORD handle) const { host_.call(u"OKU/CTL/DelContact", handle); }
+
+void ContactList::setState(const OKU_CONTACT_STATE& state) const {
+    host_.call(u"OKU/CTL/SetContactState", toWord(&state));
+}
+
+void ContactList::setTyping(const OKU_CONTACT_RECORD& contact, bool composing) const {
+    host_.call(u"OKU/PFTNSet", toWord(&contact), composing ? 1 : 0);
+}
+
+void ContactList::askForAuthorization(const OKU_CONTACT_RECORD& contact) const {
+    host_.call(u"OKU/PFAskForAuth", toWord(&contact));
+}
+
+void ContactList::draw(bool on) const { host_.call(u"OKU/CTL/EnableDrawing", on ? 1 : 0); }
+
+void ContactList::endPauses() const {
+    if (pauses_ > 0) draw(true);
+}
+
+DrawingPause::DrawingPause(ContactList& list) : list_(list) {
+    ++list_.pauses_;
+    list_.draw(false);
+}
+
+DrawingPause::~DrawingPause() {
+    --list_.pauses_;
+    list_.draw(true);
+}

@@ -1,0 +1,14 @@
+// The directories that the host gives.
+#pragma once
+
+#include <string>
+
+#include "host/host.h"
+
+/// Each with its trailing separator as the host wrote it.
+struct Directories {
+    std::u16string cache;
+    std::u16string profile;
+};
+
+Directories askDirectories(const Host& host);

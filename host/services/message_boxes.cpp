@@ -1,0 +1,13 @@
+#include "host/services/message_boxes.h"
+
+#include "host/oku/windows.h"
+#include "host/record.h"
+
+void MessageBoxes::show(const std::u16string& text, const std::u16string& title, BoxStyle style, OKU_WORD owner) const {
+    auto record = makeRecord<OKU_MESSAGE_BOX>();
+    record.text = text.c_str();
+    record.title = title.c_str();
+    record.style = static_cast<std::uint32_t>(style);
+    record.owner = owner;
+    host_.call(u"UI/MessageBox", toWord(&record));
+}

@@ -1,0 +1,20 @@
+// The host's modal boxes.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "host/host.h"
+
+enum class BoxStyle : std::uint32_t { Error = 0x10, Warning = 0x30, Information = 0x40, Question = 36 };
+
+class MessageBoxes {
+public:
+    explicit MessageBoxes(const Host& host) : host_(host) {}
+
+    /// Shows a box with one button and waits for it. `owner` is a window's handle, 0 for none.
+    void show(const std::u16string& text, const std::u16string& title, BoxStyle style, OKU_WORD owner = 0) const;
+
+private:
+    const Host& host_;
+};

@@ -1,0 +1,20 @@
+// Pages of the host's own windows: the options and a contact's properties.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "host/callback_target.h"
+#include "host/host.h"
+
+class Pages {
+public:
+    explicit Pages(const Host& host) : host_(host) {}
+
+    /// Gives the handle of the icon that the host made for the page, 0 for none; the caller destroys it.
+    OKU_WORD addOptionsPage(const std::u16string& id, const std::u16string& caption, CallbackTarget target) const;
+    void addPropertiesPage(const std::u16string& id, std::uint32_t netId, CallbackTarget target) const;
+
+private:
+    const Host& host_;
+};
