@@ -16,7 +16,8 @@ endfunction()
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${prefix})
 
 set(wanted ${LIBDIR}/oku/plugins/protoLink.module include/oku/table.h include/oku/netlib.h
-    share/cmake/oku-sdk/oku-sdk-config.cmake share/pkgconfig/oku-plugin-sdk.pc)
+    share/cmake/oku-sdk/oku-sdk-config.cmake share/pkgconfig/oku-plugin-sdk.pc
+    share/doc/protoLink/LICENSE share/doc/protoLink/doap.xml)
 foreach(file ${wanted})
     if(NOT EXISTS ${prefix}/${file})
         message(FATAL_ERROR "not installed: ${file}")
