@@ -23,6 +23,7 @@ TEST(LegacyStamp, IsReadAsUtc) {
 
 TEST(LegacyStamp, FieldsStandAtFixedPositionsWhateverStandsBetween) {
     EXPECT_EQ(legacyStampTime(u"20240102 03.04.05"), 1704164645);
+    EXPECT_EQ(legacyStampTime(u"20240102903904905"), 1704164645);
 }
 
 TEST(LegacyStamp, TheYear1900IsTheFirstThatCounts) {

@@ -2,8 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "im/presence.h"
+#include "im/subscriptions.h"
 #include "tests/support/fake_platform.h"
 #include "tests/support/recording_host.h"
 
@@ -60,6 +62,15 @@ TEST_F(PresenceCalls, KeepAResourceWithItsFirstPresence) {
     EXPECT_EQ(desk()->lastChange, harness::world().now);
 }
 
+TEST_F(PresenceCalls, AreOverAlsoWhenThereIsNothingToKeep) {
+    xmlElement element(u"presence");
+    EXPECT_EQ(presence.onPresence({element, u"bob@example.org", u"", u""}), 0);
+    EXPECT_EQ(presence.onPresence({element, u"stranger@example.org/desk", u"", u""}), 0);
+    EXPECT_EQ(receive(u"unavailable", u"", u""), 0);
+    EXPECT_EQ(receive(u"", u"", u""), 0);
+    EXPECT_EQ(receive(u"", u"", u""), 0);
+}
+
 TEST_F(PresenceCalls, TakeOverEachLaterPresence) {
     receive(u"", u"dnd", u"praca");
     harness::world().now += 60;
@@ -99,6 +110,24 @@ TEST_F(PresenceCalls, ToSendGiveTheResultOfTheSend) {
     client.flags = FLAG_CONNECTED | FLAG_AUTHORIZED;
     host.answersOnce["NetLib/Send"] = {7};
     EXPECT_EQ(presence.sendPresence(Status::Online, u""), 7);
+}
+
+TEST_F(PresenceCalls, ToSendTellNoCapabilitiesThatAreNotKnown) {
+    std::vector<std::string> sent;
+    host.onEvent = [&sent](const harness::Event& event) {
+        if (event.category == harness::Event::Category::Sent) sent.push_back(event.data);
+    };
+    client.flags = FLAG_CONNECTED | FLAG_AUTHORIZED;
+    presence.sendPresence(Status::Online, u"");
+    EXPECT_EQ(sent, std::vector<std::string>({"<presence/>"}));
+}
+
+TEST_F(PresenceCalls, ToAnswerNobodySendNothing) {
+    Roster roster{client, output, contacts};
+    Subscriptions subscriptions{client, contacts, roster, presence};
+    client.flags = FLAG_CONNECTED | FLAG_AUTHORIZED;
+    host.onEvent = [](const harness::Event& event) { ADD_FAILURE() << harness::render(event); };
+    EXPECT_EQ(subscriptions.onContactAuth(0, 3), 0u);
 }
 
 }  // namespace

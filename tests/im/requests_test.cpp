@@ -73,6 +73,7 @@ TEST_F(Requests, OfAPrivacyEntryMakeItOnlyOnDemand) {
     EXPECT_EQ(made->jid, u"eve@example.org");
     EXPECT_FALSE(made->presenceOut || made->presenceIn || made->message || made->iq);
     EXPECT_EQ(privacy.privacyEntry(u"Eve@example.org", false), nullptr);
+    EXPECT_EQ(privacy.privacyEntry(u"Eve@example.org", false), nullptr) << "asking made it";
     EXPECT_NE(privacy.privacyEntry(u"eve@example.org", false), nullptr);
     privacy.privacyEntry(u"eve@example.org", true)->iq = true;
     EXPECT_TRUE(privacy.privacyEntry(u"eve@example.org", true)->iq);

@@ -13,7 +13,7 @@ xmlElement stanza(std::u16string_view id) {
 }
 
 class EventDispatcher : public testing::Test {
-protected:
+public:
     auto noting(int number) {
         return [this, number](xmlElement&, void*) { fired.push_back(number); };
     }
@@ -70,6 +70,20 @@ TEST_F(EventDispatcher, IdsAreComparedExactly) {
 
 TEST_F(EventDispatcher, TargetGetsElementAndUser) {
     Target target(fired);
+    dispatcher.addTarget(target, u"id", nullptr);
+    EXPECT_TRUE(dispatch(u"id"));
+    EXPECT_EQ(fired, std::vector<int>({100}));
+}
+
+TEST_F(EventDispatcher, TargetThatDispatchesTheElementAgainFiresOnce) {
+    struct Echo : CXMLTarget {
+        explicit Echo(EventDispatcher& fixture) : test(fixture) {}
+        void onXMLResult(xmlElement& element, void*) override {
+            test.fired.push_back(100);
+            EXPECT_FALSE(test.dispatcher.dispatch(element));
+        }
+        EventDispatcher& test;
+    } target(*this);
     dispatcher.addTarget(target, u"id", nullptr);
     EXPECT_TRUE(dispatch(u"id"));
     EXPECT_EQ(fired, std::vector<int>({100}));

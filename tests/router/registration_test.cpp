@@ -132,6 +132,28 @@ TEST_F(Registration, ServerWithoutItIsToldInABoxAndLeft) {
     EXPECT_EQ(connection.noReconnect, 1u);
 }
 
+TEST_F(Registration, ServerWithoutItIsLeftOnlyOnceTheBoxIsClosed) {
+    std::vector<std::string> seen;
+    host.onEvent = [&](const harness::Event& event) {
+        const auto line = render(event);
+        const bool box = line.starts_with("call UI/MessageBox");
+        if (!box && line != "C: </stream:stream>") return;
+        seen.push_back(std::string(box ? "box" : "end") + (connection.noReconnect ? " final" : "") +
+                       (connection.registerMode ? " registering" : ""));
+    };
+    offer(false);
+    EXPECT_EQ(seen, std::vector<std::string>({"box registering", "end final"}));
+}
+
+TEST_F(Registration, AnswerThatComesWhileItIsAskedForIsTaken) {
+    host.onEvent = [this](const harness::Event& event) {
+        events.push_back(render(event));
+        if (events.back().starts_with("C: <iq id=")) answer(u"result");
+    };
+    offer(true);
+    EXPECT_EQ(dialog.type, u"result");
+}
+
 TEST_F(Registration, SuccessReachesTheDialogAndOpensTheStreamAgain) {
     offer(true);
     answer(u"result");
@@ -142,10 +164,34 @@ TEST_F(Registration, SuccessReachesTheDialogAndOpensTheStreamAgain) {
     EXPECT_TRUE(events[0].starts_with("C: <?xml version=\"1.0\"?><stream:stream ")) << events[0];
 }
 
+TEST_F(Registration, IsOverOnceTheStreamHasOpenedAgain) {
+    offer(true);
+    std::uint32_t modeAtTheHeader = 0;
+    const auto noting = host.onEvent;
+    host.onEvent = [&](const harness::Event& event) {
+        if (event.category == harness::Event::Category::Sent) modeAtTheHeader = connection.registerMode;
+        noting(event);
+    };
+    answer(u"result");
+    EXPECT_EQ(modeAtTheHeader, 1u);
+    EXPECT_EQ(connection.registerMode, 0u);
+}
+
 TEST_F(Registration, RefusalReachesTheDialogAndEndsTheStream) {
     offer(true);
+    std::uint32_t finalAtTheEnd = 0;
+    const auto noting = host.onEvent;
+    host.onEvent = [&](const harness::Event& event) {
+        if (event.category == harness::Event::Category::Sent) finalAtTheEnd = connection.noReconnect;
+        noting(event);
+    };
     answer(u"error");
     EXPECT_EQ(dialog.type, u"error");
+    const std::vector<std::string> expected = {"C: </stream:stream>", "call OKU/CTL/SetAllOffline",
+                                               "hook connection-ended notice"};
+    std::erase_if(events, [](const std::string& event) { return event.starts_with("call OKU/Timer/Destroy"); });
+    EXPECT_EQ(events, expected);
+    EXPECT_EQ(finalAtTheEnd, 1u);
     EXPECT_EQ(connection.registerMode, 0u);
     EXPECT_EQ(connection.noReconnect, 1u);
     EXPECT_FALSE(client.flags & FLAG_CONNECTED);

@@ -21,6 +21,24 @@ TEST(Md5, GivesTheDigestsOfRfc1321) {
               "57edf4a22be3c955ac49da2e2107b67a");
 }
 
+TEST(Md5, PadsTextsThatEndNearTheEndOfABlock) {
+    EXPECT_EQ(md5(std::string(55, 'x')), "04364420e25c512fd958a70738aa8f72");
+    EXPECT_EQ(md5(std::string(56, 'x')), "668a72d5ba17f08e62dabcafad6db14b");
+    EXPECT_EQ(md5(std::string(57, 'x')), "693037871c4a9d3d8685018905cb530a");
+    EXPECT_EQ(md5(std::string(63, 'x')), "7dc2ca208106a2f703567bdff99d8981");
+    EXPECT_EQ(md5(std::string(64, 'x')), "c1bb4f81d892b2d57947682aeb252456");
+    EXPECT_EQ(md5(std::string(119, 'x')), "ab347a5f68c8a443cfcddc633f12c24f");
+    EXPECT_EQ(md5(std::string(120, 'x')), "fb98667f98096de92620b64f46e1c5b5");
+}
+
+TEST(Md5, BeginsAnewInAContextThatWasUsed) {
+    MD5Context context;
+    MD5Init(context);
+    MD5Update(context, "x");
+    MD5Init(context);
+    EXPECT_EQ(hexDigest(MD5Final(context)), md5(""));
+}
+
 TEST(Md5, TakesItsInputInAnyPieces) {
     const std::string text(1000, 'x');
     for (const std::size_t piece : {1u, 3u, 55u, 56u, 63u, 64u, 65u, 999u}) {
