@@ -1,8 +1,10 @@
 #pragma once
 
+#include <map>
 #include <QObject>
 
 #include "messenger/core/hook_chain.h"
+#include "messenger/core/secrets.h"
 
 namespace oku {
 
@@ -12,7 +14,7 @@ class Console : public QObject, public ProtocolListener {
 
 public:
     using QObject::QObject;
-    void setOn(bool on) { on_ = on; }
+    void setOn(bool on);
     [[nodiscard]] bool on() const { return on_; }
     bool onProtocolEvent(ProtocolEvent& event) override;
 
@@ -20,7 +22,14 @@ signals:
     void seen(const QString& account, bool incoming, const QString& data);
 
 private:
+    /// What is hidden of each direction of a connection.
+    struct Masks {
+        SecretMask incoming;
+        SecretMask outgoing;
+    };
+
     bool on_ = false;
+    std::map<const AccountEntry*, Masks> masks_;
 };
 
 }  // namespace oku

@@ -2,6 +2,7 @@
 
 #include "messenger/core/jid_text.h"
 #include "messenger/core/stanza_guard.h"
+#include "messenger/core/xml_data.h"
 
 namespace oku {
 namespace {
@@ -70,7 +71,7 @@ void StreamWatch::readRoster(AccountEntry& account, const Stanza& stanza, std::s
         if (jid.isEmpty() || details.subscription == QStringLiteral("remove")) continue;
         if (details.subscription.isEmpty()) details.subscription = QStringLiteral("none");
         for (const XmlChild& child : item.children) {
-            if (child.tag.name == "group") details.groups.append(text(expandedText(contentOf(child, content))));
+            if (child.tag.name == "group") details.groups.append(text(readText(contentOf(child, content))));
         }
         emit rosterItem(&account, jid, details);
     }
@@ -81,7 +82,7 @@ void StreamWatch::readStreamError(AccountEntry& account, const Stanza& stanza, s
     QString words;
     for (const XmlChild& child : stanza.children) {
         if (child.tag.name == "text") {
-            words = text(expandedText(contentOf(child, whole)));
+            words = text(readText(contentOf(child, whole)));
         } else if (condition.isEmpty()) {
             condition = text(std::string(child.tag.name));
         }

@@ -1,37 +1,21 @@
 #include "messenger/core/tag_scanner.h"
 
-#include <QString>
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+#include "messenger/core/xml_data.h"
 
 namespace oku {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
+constexpr auto kNowhere = std::string_view::npos;
 
-bool isBlank(char letter) { return kBlanks.find(letter) != std::string_view::npos; }
-
-/// Walks over the attributes of a tag: name, and value as it stands between its quotes.
-template <typename Visit>
-void eachAttribute(std::string_view text, Visit visit) {
-    std::size_t at = 0;
-    while (true) {
-        at = text.find_first_not_of(kBlanks, at);
-        if (at == std::string_view::npos) return;
-        const std::size_t equals = text.find('=', at);
-        if (equals == std::string_view::npos) return;
-        std::string_view name = text.substr(at, equals - at);
-        while (!name.empty() && isBlank(name.back())) name.remove_suffix(1);
-        const std::size_t open = text.find_first_of("'\"", equals);
-        const std::size_t close = open == std::string_view::npos ? open : text.find(text[open], open + 1);
-        if (close == std::string_view::npos) return;
-        if (!visit(name, text.substr(open + 1, close - open - 1), Span{at, close + 1})) return;
-        at = close + 1;
-    }
-}
-
-void appendCodePoint(std::string& out, std::string_view digits, int base) {
-    const uint code = QByteArray(digits.data(), static_cast<qsizetype>(digits.size())).toUInt(nullptr, base);
-    const char32_t letter = code > 0x10ffff ? 0xfffd : code;
-    out += QString::fromUcs4(&letter, 1).toStdString();
+/// Behind the next `mark` from `at` on.
+std::size_t behind(std::string_view text, std::string_view mark, std::size_t at) {
+    const std::size_t found = text.find(mark, at);
+    return found == kNowhere ? kNowhere : found + mark.size();
 }
 
 /// Where the tag that begins at `at` ends: behind the first `>` outside quotes.
@@ -47,70 +31,59 @@ std::size_t tagEnd(std::string_view text, std::size_t at) {
             return at + 1;
         }
     }
-    return std::string_view::npos;
+    return kNowhere;
+}
+
+/// Where the document type whose `<!` ends at `at` ends itself, with all the declarations inside of it.
+std::size_t documentTypeEnd(std::string_view text, std::size_t at) {
+    std::size_t depth = 1;
+    while (at < text.size()) {
+        const std::string_view rest = text.substr(at);
+        if (rest.front() == '"' || rest.front() == '\'') {
+            at = behind(text, rest.substr(0, 1), at + 1);
+        } else if (rest.starts_with("<!--")) {
+            at = behind(text, "-->", at + 4);
+        } else if (rest.starts_with("<?")) {
+            at = behind(text, "?>", at + 2);
+        } else {
+            ++at;
+            if (rest.front() == '<') ++depth;
+            if (rest.front() == '>' && --depth == 0) return at;
+        }
+    }
+    return kNowhere;
+}
+
+/// Where the markup that begins at `at` ends, and what it is unless it is a tag.
+std::pair<XmlTag::Kind, std::size_t> markupEnd(std::string_view text, std::size_t at) {
+    const std::string_view rest = text.substr(at);
+    using Kind = XmlTag::Kind;
+    if (rest.starts_with("<!--")) return {Kind::other, behind(text, "-->", at + 4)};
+    if (rest.starts_with("<![CDATA[")) return {Kind::section, behind(text, "]]>", at + 9)};
+    if (rest.starts_with("<?")) return {Kind::other, behind(text, "?>", at + 2)};
+    if (rest.starts_with("<!")) return {Kind::other, documentTypeEnd(text, at + 2)};
+    return {rest.starts_with("</") ? Kind::close : Kind::open, tagEnd(text, at)};
 }
 
 }  // namespace
 
-std::string expandedText(std::string_view text) {
-    std::string result;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t end = text[at] == '&' ? text.find(';', at) : std::string_view::npos;
-        if (end == std::string_view::npos) {
-            result += text[at++];
-            continue;
-        }
-        const std::string_view entity = text.substr(at + 1, end - at - 1);
-        at = end + 1;
-        if (entity == "amp") {
-            result += '&';
-        } else if (entity == "lt") {
-            result += '<';
-        } else if (entity == "gt") {
-            result += '>';
-        } else if (entity == "quot") {
-            result += '"';
-        } else if (entity == "apos") {
-            result += '\'';
-        } else if (entity.starts_with("#x")) {
-            appendCodePoint(result, entity.substr(2), 16);
-        } else if (entity.starts_with("#")) {
-            appendCodePoint(result, entity.substr(1), 10);
-        } else {
-            result.append("&").append(entity).append(";");
-        }
-    }
-    return result;
-}
-
-bool TagScanner::skipSection(std::string_view begin, std::string_view end) {
-    if (!text_.substr(at_).starts_with(begin)) return false;
-    const std::size_t found = text_.find(end, at_ + begin.size());
-    at_ = found == std::string_view::npos ? text_.size() : found + end.size();
-    return true;
-}
-
-std::optional<XmlTag> TagScanner::next() {
-    while (true) {
-        at_ = text_.find('<', at_);
-        if (at_ == std::string_view::npos) return std::nullopt;
-        if (skipSection("<!--", "-->") || skipSection("<![CDATA[", "]]>") || skipSection("<?", "?>")) {
-            if (at_ >= text_.size()) return std::nullopt;
-            continue;
-        }
-        break;
+std::optional<XmlTag> TagScanner::nextMarkup() {
+    at_ = text_.find('<', at_);
+    if (at_ == kNowhere) {
+        at_ = text_.size();
+        return std::nullopt;
     }
     XmlTag tag;
     tag.begin = at_;
-    tag.end = tagEnd(text_, at_);
-    if (tag.end == std::string_view::npos) {
+    std::tie(tag.kind, tag.end) = markupEnd(text_, at_);
+    if (tag.end == kNowhere) {
         at_ = text_.size();
         return std::nullopt;
     }
     at_ = tag.end;
+    if (tag.kind == XmlTag::Kind::section || tag.kind == XmlTag::Kind::other) return tag;
     std::string_view inner = text_.substr(tag.begin + 1, tag.end - tag.begin - 2);
-    if (inner.starts_with('/')) {
-        tag.kind = XmlTag::Kind::close;
+    if (tag.kind == XmlTag::Kind::close) {
         inner.remove_prefix(1);
     } else if (inner.ends_with('/')) {
         tag.kind = XmlTag::Kind::empty;
@@ -122,26 +95,42 @@ std::optional<XmlTag> TagScanner::next() {
     return tag;
 }
 
+std::optional<XmlTag> TagScanner::next() {
+    auto tag = nextMarkup();
+    while (tag && (tag->kind == XmlTag::Kind::section || tag->kind == XmlTag::Kind::other)) tag = nextMarkup();
+    return tag;
+}
+
+std::optional<XmlAttribute> AttributeScanner::next() {
+    const std::size_t begin = text_.find_first_not_of(kBlanks);
+    const std::size_t equals = begin == kNowhere ? begin : text_.find('=', begin);
+    const std::size_t open = equals == kNowhere ? equals : text_.find_first_of("'\"", equals);
+    const std::size_t close = open == kNowhere ? open : text_.find(text_[open], open + 1);
+    if (close == kNowhere) return std::nullopt;
+    std::string_view name = text_.substr(begin, equals - begin);
+    name = name.substr(0, name.find_last_not_of(kBlanks) + 1);
+    const XmlAttribute found{name, text_.substr(open + 1, close - open - 1)};
+    text_.remove_prefix(close + 1);
+    return found;
+}
+
 std::optional<std::string> attribute(const XmlTag& tag, std::string_view name) {
-    std::optional<std::string> result;
-    eachAttribute(tag.attributes, [&](std::string_view found, std::string_view value, Span) {
-        if (found != name) return true;
-        result = expandedText(value);
-        return false;
-    });
-    return result;
+    AttributeScanner attributes(tag);
+    while (const auto found = attributes.next()) {
+        if (found->name == name) return readValue(found->value);
+    }
+    return std::nullopt;
 }
 
 std::optional<Span> attributeSpan(const XmlTag& tag, std::string_view name) {
-    std::optional<Span> result;
-    const std::size_t offset = tag.begin + static_cast<std::size_t>(tag.attributes.data() - tag.name.data()) +
-                               (tag.kind == XmlTag::Kind::close ? 2 : 1);
-    eachAttribute(tag.attributes, [&](std::string_view found, std::string_view, Span span) {
-        if (found != name) return true;
-        result = Span{span.begin + offset, span.end + offset};
-        return false;
-    });
-    return result;
+    // The name of the tag tells where its text lies.
+    const char* const start = tag.name.data() - (tag.kind == XmlTag::Kind::close ? 2 : 1);
+    const auto place = [&](const char* letter) { return tag.begin + static_cast<std::size_t>(letter - start); };
+    AttributeScanner attributes(tag);
+    while (const auto found = attributes.next()) {
+        if (found->name == name) return Span{place(found->name.data()), place(found->value.data() + found->value.size()) + 1};
+    }
+    return std::nullopt;
 }
 
 std::string Stanza::attribute(std::string_view name) const { return oku::attribute(tag, name).value_or(std::string()); }

@@ -7,9 +7,15 @@
 
 namespace oku {
 
-/// One tag of a text of XML. The views lead into the text.
+/// One tag of a text of XML, or what else stands between `<` and `>`. The views lead into the text.
 struct XmlTag {
-    enum class Kind { open, close, empty };
+    enum class Kind {
+        open,
+        close,
+        empty,
+        section,  ///< CDATA
+        other,    ///< a comment, an instruction or a document type
+    };
     Kind kind = Kind::open;
     std::string_view name;        ///< as it stands, prefix included
     std::string_view attributes;  ///< everything behind the name
@@ -17,25 +23,38 @@ struct XmlTag {
     std::size_t end = 0;  ///< behind the `>`
 };
 
-/// Reads a text of XML tag by tag. Comments, CDATA sections and instructions are passed over. Meant for text that a
-/// real parser has accepted, and harmless for any other: it keeps no tree, and its time grows with the length only.
+/// Reads a text of XML tag by tag, as the plugin does: where the plugin finds an element, it is found here too. Other
+/// text, in which the plugin reads no further, is harmless. Keeps no tree, and its time grows with the length only.
 class TagScanner {
 public:
     explicit TagScanner(std::string_view text) : text_(text) {}
     /// The next tag, or nothing at the end or where the text is cut.
     std::optional<XmlTag> next();
+    /// The same, and nothing that stands between tags but text is passed over.
+    std::optional<XmlTag> nextMarkup();
 
 private:
-    bool skipSection(std::string_view begin, std::string_view end);
-
     std::string_view text_;
     std::size_t at_ = 0;
 };
 
-/// Text with the predefined entities and character references expanded; anything else stays as it stands.
-std::string expandedText(std::string_view text);
+/// One attribute as it stands in its tag.
+struct XmlAttribute {
+    std::string_view name;
+    std::string_view value;  ///< between its quotes, not yet read: see readValue()
+};
 
-/// The value of an attribute with its entities expanded, or nothing.
+/// Walks over the attributes of a tag.
+class AttributeScanner {
+public:
+    explicit AttributeScanner(const XmlTag& tag) : text_(tag.attributes) {}
+    std::optional<XmlAttribute> next();
+
+private:
+    std::string_view text_;
+};
+
+/// The value of an attribute, read, or nothing.
 std::optional<std::string> attribute(const XmlTag& tag, std::string_view name);
 /// Where the attribute stands in the scanned text, from the first letter of its name to its closing quote.
 struct Span {
