@@ -5,40 +5,41 @@
 #include "host/util/base64.h"
 #include "host/util/sha1.h"
 #include "host/util/utf.h"
+#include "router/namespaces.h"
 
 namespace ownCaps {
 
 namespace {
 
 constexpr std::array<std::u16string_view, 29> kSorted{
-    u"http://jabber.org/protocol/caps",
-    u"http://jabber.org/protocol/chatstates",
-    u"http://jabber.org/protocol/disco#info",
+    ns::kCaps,
+    ns::kChatStates,
+    ns::kDiscoInfo,
     u"http://jabber.org/protocol/disco#items",
     u"http://jabber.org/protocol/geoloc",
     u"http://jabber.org/protocol/geoloc+notify",
-    u"http://jabber.org/protocol/http-auth",
-    u"http://jabber.org/protocol/ibb",
+    ns::kHttpAuth,
+    ns::kIbb,
     u"http://jabber.org/protocol/mood",
     u"http://jabber.org/protocol/mood+notify",
-    u"http://jabber.org/protocol/pubsub",
-    u"http://jabber.org/protocol/si",
-    u"http://jabber.org/protocol/si/profile/file-transfer",
+    ns::kPubSub,
+    ns::kStreamInitiation,
+    ns::kFileTransfer,
     u"http://jabber.org/protocol/tune",
     u"http://jabber.org/protocol/tune+notify",
     u"iq",
     u"jabber:iq:oob",
-    u"jabber:iq:privacy",
-    u"jabber:iq:version",
+    ns::kPrivacy,
+    ns::kVersion,
     u"jabber:x:data",
     u"presence",
     u"sslc2s",
     u"urn:xmpp:avatar:data",
     u"urn:xmpp:avatar:metadata",
     u"urn:xmpp:avatar:metadata+notify",
-    u"urn:xmpp:ping",
+    ns::kPing,
     u"urn:xmpp:ssn",
-    u"urn:xmpp:time",
+    ns::kTime,
     u"vcard-temp",
 };
 static_assert(std::is_sorted(kSorted.begin(), kSorted.end()), "the hash is made over the features in this order");

@@ -6,7 +6,7 @@
 
 #include "im/contact_entry.h"
 #include "plugin/client_class.h"
-#include "router/stanza_handlers.h"
+#include "router/stanza.h"
 #include "stream/stream_output.h"
 
 class Messages {

@@ -11,7 +11,8 @@
 #include "im/server_features.h"
 #include "im/shared_status.h"
 #include "plugin/client_class.h"
-#include "router/stanza_handlers.h"
+#include "plugin/own_presentation.h"
+#include "router/stanza.h"
 #include "stream/connection.h"
 #include "stream/stream_output.h"
 
@@ -26,17 +27,20 @@ public:
 class Presence {
 public:
     Presence(CClientClass& client, StreamOutput& output, Connection& connection, Contacts& contacts,
-             ServerFeatures& features, PrivacyLists& privacy, CapabilityAsker& capabilities)
+             ServerFeatures& features, PrivacyLists& privacy, CapabilityAsker& capabilities, const OwnPresentation& own)
         : client_(client),
           output_(output),
           connection_(connection),
           contacts_(contacts),
           features_(features),
           privacy_(privacy),
-          capabilities_(capabilities) {}
+          capabilities_(capabilities),
+          own_(own) {}
 
-    /// A contact's presence. 1 when a listener of the host stopped it, else 0.
-    int onPresence(const Stanza& presence);
+    /// A contact's presence.
+    void onPresence(const Stanza& presence);
+    /// A presence that tells an error: its description becomes the error's.
+    void onErrorPresence(const Stanza& presence);
 
     /// Sends the own status in every way that the server needs. 0 when nothing was sent, else the send's result.
     std::int32_t sendPresence(Status status, const std::u16string& description);
@@ -47,7 +51,7 @@ public:
     /// The answer to the request for the shared status: remembered, and the first presence goes out with it.
     void sharedStatusResult(const xmlElement& iq);
     /// Another client of the same account changed the status that all of them share.
-    void onSharedStatus(const Stanza& iq, const xmlElement& query);
+    void onSharedStatus(const Stanza& iq);
     void resetSharedStatus() { sharedStatus_.reset(); }
 
 private:
@@ -67,5 +71,6 @@ private:
     ServerFeatures& features_;
     PrivacyLists& privacy_;
     CapabilityAsker& capabilities_;
+    const OwnPresentation& own_;
     SharedStatus sharedStatus_;
 };

@@ -1,5 +1,6 @@
 // Contacts' presence into the host and into the list of online resources.
 #include "host/record.h"
+#include "host/util/format.h"
 #include "host/util/numbers.h"
 #include "host/util/xml_compose.h"
 #include "im/child_text.h"
@@ -17,9 +18,18 @@ std::u16string_view statusWord(std::u16string_view show, std::u16string_view typ
 
 constexpr std::u16string_view kGone = u"unavailable";
 
+/// Writes what went wrong into the description, where there is one.
+void showErrorAsStatus(xmlElement& presence) {
+    xmlElement* status = presence.GetChildPtr(u"status");
+    if (!status) return;
+    const xmlElement error = presence.GetChild(u"error");
+    const std::u16string_view code = error.GetAttribute(u"code");
+    status->text = error.text.empty() ? formatText(u"Błąd (%s): %s", code, httpStatusText(code)) : error.text;
+}
+
 }  // namespace
 
-int Presence::onPresence(const Stanza& presence) {
+void Presence::onPresence(const Stanza& presence) {
     const JID sender = parseJID(presence.from);
     std::u16string description = lutXMLRestorW(childText(presence.element, u"status"));
     const std::int32_t priority = parseInt32(childText(presence.element, u"priority"));
@@ -27,12 +37,10 @@ int Presence::onPresence(const Stanza& presence) {
     const Status status = statusFromName(word);
     if (status == Status::Error) stanzaErrorText(description, presence.element.GetChildPtr(u"error"), false);
 
-    if (!tellHost(sender, status, description, priority)) return 1;
-
-    if (!sender.hasResource) return 0;
-    if (trackResource(sender, word, status, description) != ResourceFate::New) return 0;
+    if (!tellHost(sender, status, description, priority) || !sender.hasResource) return;
+    if (trackResource(sender, word, status, description) != ResourceFate::New) return;
     ContactEntry& contact = contacts_.entry(sender.bare);
-    if (contact.jid != sender.bare) return 0;  // not on the roster
+    if (contact.jid != sender.bare) return;  // not on the roster
     ResourceEntry resource;
     resource.resource = sender.resource;
     resource.status = status;
@@ -40,7 +48,11 @@ int Presence::onPresence(const Stanza& presence) {
     resource.description = std::move(description);
     ResourceEntry& added = contact.resources.append(std::move(resource));
     capabilities_.requestResourceCaps(presence.element, presence.from, added);
-    return 0;
+}
+
+void Presence::onErrorPresence(const Stanza& presence) {
+    showErrorAsStatus(presence.element);
+    onPresence(presence);
 }
 
 bool Presence::tellHost(const JID& sender, Status status, const std::u16string& description, std::int32_t priority) {

@@ -4,7 +4,6 @@
 #include "im/presence.h"
 #include "plugin/deployment.h"
 #include "plugin/own_status.h"
-#include "plugin/plugin_state.h"
 #include "router/namespaces.h"
 
 namespace {
@@ -61,7 +60,7 @@ std::int32_t Presence::sendPresence(Status status, const std::u16string& wanted)
 
 std::u16string Presence::ownAvatar(Status status) const {
     const bool enabled = client_.settings.get(setting::kSendAvatar);
-    const std::u16string hash = pluginState() ? pluginState()->ownAvatarHash : std::u16string();
+    const std::u16string& hash = own_.ownAvatarHash;
     if (hash.size() < kShortestAvatarHash || status == Status::Offline || status == Status::Invisible || !enabled)
         return {};
     return lutCPW(u"x", lutCPW(u"hash", lutXMLEscapeW(hash)), {{u"xmlns", ns::kAvatar}});
@@ -88,12 +87,12 @@ std::u16string Presence::presenceContent(Status status, const std::u16string& de
                                          const std::u16string& avatar) const {
     std::u16string content = avatar;
     if (!description.empty()) content += lutCPW(u"status", lutXMLEscapeW(description));
-    if (const std::u16string capsVer = ownCapsVer(); !capsVer.empty()) {
+    if (!own_.ownCapsVer.empty()) {
         content += lutCPW(u"c", {},
                           {{u"xmlns", ns::kCaps},
                            {u"hash", u"sha-1"},
                            {u"node", deployment::CAPS_NODE},
-                           {u"ver", capsVer},
+                           {u"ver", own_.ownCapsVer},
                            {u"ext", u"ep-notify"}});
     }
     if (const std::int32_t priority = client_.settings.get(setting::kPriority))
@@ -112,9 +111,9 @@ void Presence::sharedStatusResult(const xmlElement& iq) {
     sendPresence(client_.status, client_.statusDescription);
 }
 
-void Presence::onSharedStatus(const Stanza& iq, const xmlElement& query) {
+void Presence::onSharedStatus(const Stanza& iq) {
     if (!features_.serverHasSharedStatus || iq.type != u"set") return;
-    const SharedStatus::Push push = SharedStatus::read(query, client_.status, client_.statusDescription);
+    const SharedStatus::Push push = SharedStatus::read(*iq.query(), client_.status, client_.statusDescription);
     if (push.status == Status::Offline) return;
     const Status status = push.invisible ? Status::Invisible : push.status;
     if (!announceOwnStatus(client_, status, push.description)) return;

@@ -7,10 +7,10 @@
 #include "host/util/format.h"
 #include "host/util/xml_compose.h"
 #include "plugin/identifiers.h"
+#include "router/namespaces.h"
 
 namespace {
 
-constexpr std::u16string_view kPrivacy = u"jabber:iq:privacy";
 constexpr std::size_t kShortestRequestId = 4;
 constexpr std::size_t kShortestValue = 3;
 
@@ -34,7 +34,7 @@ std::u16string listElement(std::u16string_view name, std::u16string_view items) 
 }  // namespace
 
 void PrivacyLists::send(std::u16string_view content) {
-    const std::u16string query = lutCPW(u"query", content, {{u"xmlns", kPrivacy}});
+    const std::u16string query = lutCPW(u"query", content, {{u"xmlns", ns::kPrivacy}});
     output_.sendText(lutCPW(u"iq", query, {{u"type", u"set"}, {u"id", generateId()}}));
 }
 
@@ -70,15 +70,15 @@ std::u16string PrivacyLists::blockListItems() const {
 
 void PrivacyLists::privacyFetch() {
     privacyRequestId_ = generateId();
-    const std::u16string query = lutCPW(u"query", listElement(kBlockList, {}), {{u"xmlns", kPrivacy}});
+    const std::u16string query = lutCPW(u"query", listElement(kBlockList, {}), {{u"xmlns", ns::kPrivacy}});
     output_.sendText(lutCPW(u"iq", query, {{u"type", u"get"}, {u"id", privacyRequestId_}}));
 }
 
-bool PrivacyLists::onPrivacyReply(const xmlElement& element, std::u16string_view id) {
-    if (privacyRequestId_.size() < kShortestRequestId || id != privacyRequestId_) return false;
-    privacyListResult(element);
+Routing PrivacyLists::onPrivacyReply(const Stanza& stanza) {
+    if (privacyRequestId_.size() < kShortestRequestId || stanza.id != privacyRequestId_) return Routing::Next;
+    privacyListResult(stanza.element);
     privacyUpdate(false);
-    return true;
+    return Routing::Done;
 }
 
 void PrivacyLists::privacyListResult(const xmlElement& element) {

@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "host/util/xml_element.h"
+#include "router/routing.h"
+#include "router/stanza.h"
 #include "stream/stream_output.h"
 
 /// What is denied to one contact.
@@ -27,9 +29,9 @@ public:
     /// Uploads the list that hides the account, and then fetches the list of blocked contacts or uploads it whole.
     void privacyUpdate(bool fetchFirst);
     void privacyFetch();
-    /// Takes the answer to a fetch, known by its id, and uploads both lists. True when the stanza was that answer; the
-    /// id stays known afterwards.
-    bool onPrivacyReply(const xmlElement& element, std::u16string_view id);
+    /// Takes the answer to a fetch, known by its id, and uploads both lists. The id stays known afterwards. Any other
+    /// element goes on.
+    Routing onPrivacyReply(const Stanza& stanza);
     /// Makes a list the active one of this session.
     void privacySetActive(std::u16string_view name);
     /// The entry of exactly that JID. A missing one is appended when `create` is true, else the result is null. Valid

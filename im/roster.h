@@ -8,6 +8,7 @@
 #include "host/util/xml_element.h"
 #include "im/contact_entry.h"
 #include "plugin/client_class.h"
+#include "router/stanza.h"
 #include "stream/stream_output.h"
 
 class Roster {
@@ -17,6 +18,8 @@ public:
 
     /// Takes the answer to the roster request, the first presence having been sent: the host's list is built anew.
     void rebuildFrom(const xmlElement& iq);
+    /// Takes the items of a push.
+    void onRosterPush(const Stanza& iq) { rosterItems(*iq.query()); }
     /// Takes the items of an answer or a push.
     void rosterItems(const xmlElement& query);
 

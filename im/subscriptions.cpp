@@ -10,8 +10,8 @@ enum class AuthType : std::int32_t { Ask = 0, Refuse = 1, Accept = 2 };
 
 }  // namespace
 
-void Subscriptions::onSubscribe(std::u16string_view from) {
-    const JID sender = parseJID(from);
+void Subscriptions::onSubscribe(const Stanza& presence) {
+    const JID sender = parseJID(presence.from);
     switch (static_cast<AuthType>(client_.settings.get(setting::kAuthType))) {
         case AuthType::Ask:
             client_.contactList.askForAuthorization(contactRecord(client_, sender.bare));

@@ -3,6 +3,8 @@
 #include <array>
 #include <utility>
 
+#include "host/oku/menu.h"
+#include "host/services/menus.h"
 #include "host/services/pages.h"
 #include "host/services/protocols.h"
 #include "host/services/sockets.h"
@@ -12,7 +14,8 @@
 #include "platform/platform.h"
 #include "plugin/boundary.h"
 #include "plugin/identifiers.h"
-#include "plugin/plugin_state.h"
+#include "plugin/own_presentation.h"
+#include "plugin/status_menu.h"
 
 namespace {
 
@@ -28,12 +31,12 @@ CClientClass::CClientClass(AccountFiles accountFiles, const Host& accountHost)
 
 CClientClass::~CClientClass() = default;
 
-void CClientClass::init(const AccountEntries& entries, PluginState& state) {
+void CClientClass::init(const AccountEntries& entries, OwnPresentation& own) {
     settings.open(files.configPath);
     const std::u16string uuid = readIdentity();
     Protocols(host).add({uuid, entries.authorization, entries.contactDelete, context, &flags}, netId);
     Protocols(host).setProtocolInfo(netId, jid.bare, jid.node);
-    addStatusMenu(entries);
+    StatusMenu(*this).add(entries);
     const OKU_WORD icon = Pages(host).addOptionsPage(formatText(u"XMPP/Options/%d", netId), files.displayName,
                                                      {entries.optionsPage, context});
     if (icon) platform::destroyIcon(static_cast<std::uint64_t>(icon));
@@ -43,7 +46,7 @@ void CClientClass::init(const AccountEntries& entries, PluginState& state) {
     timerName = lutCID(u"XMPP/Timer/%d", netId);
     Timers(host).create(timerName, kKeepaliveMilliseconds, {entries.keepaliveTick, context}, false);
     registerEntries(entries);
-    state.ownAvatarHash = settings.get(setting::kAvatarHash);
+    own.ownAvatarHash = settings.get(setting::kAvatarHash);
     showStatusIcon(Status::Offline);
     layers->rosterLoad();
     layers->resetState();
@@ -93,4 +96,13 @@ void CClientClass::shutdown() {
     // A call of this account may still be on the stack: what it does from here on reaches nobody.
     contactList.endPauses();
     host.mute();
+}
+
+void CClientClass::showStatusIcon(Status shown) const {
+    MenuItem item;
+    item.id = lutCID(u"XMPP/%d/Menu", netId);
+    item.parent = u"OKU/Menu/Main/States";
+    item.flags = OKU_MENU_CHANGE_ICON;
+    item.icon = formatText(u"XMPP/Icon/%s", statusToName(shown));
+    Menus(host).modify(item);
 }

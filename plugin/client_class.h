@@ -15,7 +15,7 @@
 #include "plugin/jid.h"
 #include "plugin/status.h"
 
-struct PluginState;
+struct OwnPresentation;
 
 /// The bits of an account's connection, in `CClientClass::flags`. The host reads the same word.
 enum AccountFlag : std::uint32_t {
@@ -71,8 +71,8 @@ public:
     CClientClass(const CClientClass&) = delete;
     CClientClass& operator=(const CClientClass&) = delete;
 
-    /// Reads the settings and registers everything with the host. The parts are made first, by `assembleAccount`.
-    void init(const AccountEntries& entries, PluginState& state);
+    /// Reads the settings and registers everything with the host. The layers are made first.
+    void init(const AccountEntries& entries, OwnPresentation& own);
     /// Ends the connection, saves, and takes everything back from the host. The object reaches the host no more.
     void shutdown();
 
@@ -82,12 +82,6 @@ public:
     void showStatusIcon(Status shown) const;
 
     void log(LogLevel level, const char16_t* tag, const std::u16string& text) const { host.log(level, tag, text); }
-
-    // The host's entries that this frame handles itself.
-    OKU_WORD onStatusMenu(OKU_WORD param);
-    OKU_WORD onStatusWindow();
-    OKU_WORD onStatusResult(OKU_WORD param);
-    OKU_WORD onStatusSet(OKU_WORD param);
 
     Host host;
     ProtocolHooks hooks{host, netId};
@@ -111,7 +105,6 @@ public:
 private:
     /// Reads address and descriptions; returns the account's UUID, a new one at the first run.
     std::u16string readIdentity();
-    void addStatusMenu(const AccountEntries& entries) const;
     void registerEntries(const AccountEntries& entries);
 
     std::vector<OKU_WORD> services_;

@@ -2,13 +2,17 @@
 
 #include <array>
 
+#include "assembly/account_parts.h"
+#include "assembly/entries.h"
+#include "assembly/shared_parts.h"
+#include "extensions/own_caps.h"
 #include "host/services/directories.h"
 #include "host/services/icons.h"
 #include "host/services/menus.h"
 #include "platform/platform.h"
 #include "plugin/account_files.h"
-#include "plugin/assembly.h"
 #include "plugin/boundary.h"
+#include "plugin/client_class.h"
 #include "plugin/deployment.h"
 #include "plugin/plugin_state.h"
 
@@ -54,10 +58,10 @@ void loadIcons(const Host& host) {
 void beginAccount(PluginState& state, const AccountFiles& files) {
     // The host may have unloaded the plugin from within one of the calls before.
     if (state.ending) return;
-    const auto account = assembleAccount(files, state);
+    const auto account = assembleAccount(files, state.host, state.shared);
     // Listed first, so that what it has registered is taken back even when a step of it fails.
     state.accounts.push_back(account);
-    account->init(accountEntries(), state);
+    account->init(accountEntries(), state.shared->own);
 }
 
 void load(OKU_WORD module, const OKU_FUNCTION_TABLE* table) {
@@ -65,13 +69,13 @@ void load(OKU_WORD module, const OKU_FUNCTION_TABLE* table) {
     if (pluginState()) return;
     auto state = std::make_shared<PluginState>();
     state->host = Host(table, module);
-    state->shared = assembleSharedParts();
+    state->shared = std::make_shared<SharedParts>();
     // Known only now that it is whole: unloading asks for its parts also when a later step fails.
     pluginState() = state;
     // The profile directory is not known yet: the file is looked for in the current directory.
-    state->shared->loadClientDatabase(state->profileDir);
+    state->shared->clientDb.load(state->profileDir);
     state->host.log(LogLevel::Warning, tag::kGeneral, u"XMPP protocol plugin starting up...");
-    state->ownCapsVer = state->shared->ownCapsVerification();
+    state->shared->own.ownCapsVer = ownCaps::buildOwnCaps();
     const Directories directories = askDirectories(state->host);
     state->cacheDir = directories.cache;
     state->profileDir = directories.profile;
@@ -90,13 +94,13 @@ void unload() {
     state->ending = true;
     for (const auto& account : state->accounts) {
         account->shutdown();
-        retireAccount(account->context);
+        AccountParts::retire(account->context);
         // A call of this account may be further out on the stack; its memory goes when that call has returned.
         tolerate([&] { releaseAfterCall(account); });
     }
     state->host.destroyEvent(state->pepEvent);
     state->pepEvent = 0;
-    tolerate([&] { state->shared->saveClientDatabase(state->profileDir); });
+    tolerate([&] { state->shared->clientDb.save(state->profileDir); });
     // A load may be further out on the stack: what it does from here on reaches nobody.
     state->host.mute();
     state->accounts.clear();

@@ -5,6 +5,4 @@ std::shared_ptr<PluginState>& pluginState() {
     return state;
 }
 
-std::u16string ownCapsVer() { return pluginState() ? pluginState()->ownCapsVer : std::u16string(); }
-
 Host pluginHost() { return pluginState() ? pluginState()->host : Host(); }

@@ -8,17 +8,7 @@
 #include "host/host.h"
 
 class CClientClass;
-
-/// What the layers above the frame keep once for all accounts.
-class SharedParts {
-public:
-    virtual ~SharedParts() = default;
-    /// Reads what earlier runs learnt of other clients.
-    virtual void loadClientDatabase(const std::u16string& directory) = 0;
-    virtual void saveClientDatabase(const std::u16string& directory) = 0;
-    /// The verification string of this client's own capabilities.
-    virtual std::u16string ownCapsVerification() const = 0;
-};
+struct SharedParts;
 
 /// Made anew by each pluginLoad and gone after pluginUnload.
 struct PluginState {
@@ -26,18 +16,13 @@ struct PluginState {
     std::u16string cacheDir;    // where cached data goes, with its trailing separator as the host gave it
     std::u16string profileDir;  // where account files lie, likewise
     OKU_WORD pepEvent = 0;      // the event that tells PEP items
-    std::u16string ownAvatarHash;
-    std::u16string ownCapsVer;  // goes out with every presence
-    std::unique_ptr<SharedParts> shared;
+    std::shared_ptr<SharedParts> shared;
     std::vector<std::shared_ptr<CClientClass>> accounts;  // in order of creation; the default account first
     bool ending = false;                                  // unloading has begun; the host may still call back
 };
 
 /// The state of the loaded plugin, null while it is not loaded.
 std::shared_ptr<PluginState>& pluginState();
-
-/// The own capabilities' verification string; empty while the plugin is not loaded.
-std::u16string ownCapsVer();
 
 /// The host of the loaded plugin; one that answers 0 to everything while it is not loaded.
 Host pluginHost();

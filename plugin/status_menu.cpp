@@ -1,5 +1,5 @@
-// The status menu, the status window and the host's own status service: the three ways in which a person chooses a
-// status.
+#include "plugin/status_menu.h"
+
 #include <array>
 
 #include "host/oku/menu.h"
@@ -8,7 +8,6 @@
 #include "host/services/menus.h"
 #include "host/services/status_window.h"
 #include "host/util/format.h"
-#include "plugin/client_class.h"
 
 namespace {
 
@@ -31,14 +30,14 @@ constexpr std::array<StatusItem, 7> kStatusItems{{
 
 }  // namespace
 
-void CClientClass::addStatusMenu(const AccountEntries& entries) const {
-    const Menus menus(host);
+void StatusMenu::add(const AccountEntries& entries) const {
+    const Menus menus(client_.host);
     MenuItem item;
-    item.parent = accountServiceName(netId, u"Menu");
-    item.context = context;
+    item.parent = accountServiceName(client_.netId, u"Menu");
+    item.context = client_.context;
     item.callback = entries.statusMenu;
     for (const auto& row : kStatusItems) {
-        item.id = lutCID(row.id, netId);
+        item.id = lutCID(row.id, client_.netId);
         item.caption = row.caption;
         item.order = row.order;
         item.icon = row.icon;
@@ -47,13 +46,13 @@ void CClientClass::addStatusMenu(const AccountEntries& entries) const {
 
     MenuItem separator;
     separator.parent = item.parent;
-    separator.context = context;
+    separator.context = client_.context;
     separator.id = u"SEPARATOR";
     separator.flags = OKU_MENU_SEPARATOR;
     separator.order = 1003;
     menus.add(separator);
 
-    item.id = lutCID(u"XMPP/%d/Presence/Descr", netId);
+    item.id = lutCID(u"XMPP/%d/Presence/Descr", client_.netId);
     item.caption = u"Opis...";
     item.order = 1002;
     item.icon.clear();
@@ -61,54 +60,46 @@ void CClientClass::addStatusMenu(const AccountEntries& entries) const {
     menus.add(item);
 }
 
-void CClientClass::showStatusIcon(Status shown) const {
-    MenuItem item;
-    item.id = lutCID(u"XMPP/%d/Menu", netId);
-    item.parent = u"OKU/Menu/Main/States";
-    item.flags = OKU_MENU_CHANGE_ICON;
-    item.icon = formatText(u"XMPP/Icon/%s", statusToName(shown));
-    Menus(host).modify(item);
-}
-
-OKU_WORD CClientClass::onStatusMenu(OKU_WORD param) {
+OKU_WORD StatusMenu::onStatusMenu(OKU_WORD param) {
     const auto* event = readRecord<OKU_MENU_EVENT>(param);
     if (!event || !event->id) return 0;
     const std::u16string id = readText(event->id);
     const std::size_t slash = id.rfind(u'/');
     const Status chosen = statusFromName(slash == std::u16string::npos ? id : id.substr(slash + 1));
-    layers->forgetRetries();
-    layers->setStatus(chosen, statusDescription, 0);
+    client_.layers->forgetRetries();
+    client_.layers->setStatus(chosen, client_.statusDescription, 0);
     return 0;
 }
 
-OKU_WORD CClientClass::onStatusWindow() {
+OKU_WORD StatusMenu::onStatusWindow() {
     // The window may change the status before it closes.
-    const std::u16string description = statusDescription;
-    StatusWindow(host).show(netId, description, static_cast<std::uint32_t>(status), descProtect);
+    const std::u16string description = client_.statusDescription;
+    StatusWindow(client_.host)
+        .show(client_.netId, description, static_cast<std::uint32_t>(client_.status), client_.descProtect);
     return 0;
 }
 
-OKU_WORD CClientClass::onStatusResult(OKU_WORD param) {
+OKU_WORD StatusMenu::onStatusResult(OKU_WORD param) {
     const auto* event = readRecord<OKU_STATUS_WINDOW_EVENT>(param);
     if (!event) return 0;
     if (event->event == OKU_STATUS_WINDOW_CONFIRMED) {
         const auto chosen = static_cast<Status>(event->status);
         const std::u16string description = readText(event->description);
-        descProtect = event->protect;
-        settings.set(setting::kDescriptionProtected, static_cast<std::int32_t>(descProtect));
-        layers->forgetRetries();
-        layers->setStatus(chosen, description, 0);
+        client_.descProtect = event->protect;
+        client_.settings.set(setting::kDescriptionProtected, static_cast<std::int32_t>(client_.descProtect));
+        client_.layers->forgetRetries();
+        client_.layers->setStatus(chosen, description, 0);
     } else if (event->event == OKU_STATUS_WINDOW_WANTS_TEXTS) {
-        const std::u16string address = jid.bare;
-        StatusWindow(host).setTexts(address + u" - Ustaw status...", u"Status", address, event->window);
+        const std::u16string address = client_.jid.bare;
+        StatusWindow(client_.host).setTexts(address + u" - Ustaw status...", u"Status", address, event->window);
     }
     return 0;
 }
 
-OKU_WORD CClientClass::onStatusSet(OKU_WORD param) {
+OKU_WORD StatusMenu::onStatusSet(OKU_WORD param) {
     const auto* wanted = readRecord<OKU_STATUS_SET>(param);
     if (!wanted) return 0;
-    const std::u16string description = descProtect ? statusDescription : readText(wanted->description);
-    layers->setStatus(static_cast<Status>(wanted->status), description, wanted->flagsWord);
+    const std::u16string description = client_.descProtect ? client_.statusDescription : readText(wanted->description);
+    client_.layers->setStatus(static_cast<Status>(wanted->status), description, wanted->flagsWord);
     return 1;
 }

@@ -60,7 +60,7 @@ void Negotiation::giveUpLogin() {
     connection_.disconnect(false);
 }
 
-BatchFate Negotiation::onChallenge(const xmlElement& challenge) {
+Routing Negotiation::onChallenge(const xmlElement& challenge) {
     if (authStep_ == 2) {
         log(LogLevel::Debug, u"Authorization final challenge");
         // What the server proves of itself here is not looked at.
@@ -69,7 +69,7 @@ BatchFate Negotiation::onChallenge(const xmlElement& challenge) {
     } else if (++authStep_ == 1) {
         answerFirstChallenge(challenge);
     }
-    return BatchFate::GoOn;
+    return Routing::Done;
 }
 
 void Negotiation::answerFirstChallenge(const xmlElement& challenge) {

@@ -24,13 +24,16 @@ inline constexpr std::u16string_view kHttpAuth = u"http://jabber.org/protocol/ht
 inline constexpr std::u16string_view kIbb = u"http://jabber.org/protocol/ibb";              // XEP-0047
 inline constexpr std::u16string_view kStreamInitiation = u"http://jabber.org/protocol/si";  // XEP-0095
 inline constexpr std::u16string_view kFileTransfer = u"http://jabber.org/protocol/si/profile/file-transfer";
-inline constexpr std::u16string_view kDelay = u"urn:xmpp:delay";         // XEP-0203
-inline constexpr std::u16string_view kLegacyDelay = u"jabber:x:delay";   // XEP-0091
-inline constexpr std::u16string_view kMessageEvent = u"jabber:x:event";  // XEP-0022
-inline constexpr std::u16string_view kTime = u"urn:xmpp:time";           // XEP-0202
-inline constexpr std::u16string_view kPing = u"urn:xmpp:ping";           // XEP-0199
-inline constexpr std::u16string_view kVersion = u"jabber:iq:version";    // XEP-0092
-inline constexpr std::u16string_view kAvatar = u"jabber:x:avatar";       // XEP-0008
+inline constexpr std::u16string_view kDelay = u"urn:xmpp:delay";              // XEP-0203
+inline constexpr std::u16string_view kLegacyDelay = u"jabber:x:delay";        // XEP-0091
+inline constexpr std::u16string_view kMessageEvent = u"jabber:x:event";       // XEP-0022
+inline constexpr std::u16string_view kTime = u"urn:xmpp:time";                // XEP-0202
+inline constexpr std::u16string_view kPing = u"urn:xmpp:ping";                // XEP-0199
+inline constexpr std::u16string_view kVersion = u"jabber:iq:version";         // XEP-0092
+inline constexpr std::u16string_view kAvatar = u"jabber:x:avatar";            // XEP-0008
+inline constexpr std::u16string_view kPrivacy = u"jabber:iq:privacy";         // XEP-0016
+inline constexpr std::u16string_view kPrivateStorage = u"jabber:iq:private";  // XEP-0049
 inline constexpr std::u16string_view kSharedStatus = u"google:shared-status";
+inline constexpr std::u16string_view kMailNotify = u"google:mail:notify";
 
 }  // namespace ns

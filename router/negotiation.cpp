@@ -9,17 +9,17 @@
 #include "plugin/identifiers.h"
 #include "router/namespaces.h"
 
-BatchFate Negotiation::onFeatures(const xmlElement& features) {
+Routing Negotiation::onFeatures(const xmlElement& features) {
     if (authStep_ != 0) {
-        if (tryCompression(features)) return BatchFate::Abandon;
+        if (tryCompression(features)) return Routing::Abandon;
         bindResource();
-        return BatchFate::GoOn;
+        return Routing::Done;
     }
-    if (tryTls(features)) return BatchFate::GoOn;
+    if (tryTls(features)) return Routing::Done;
     if (connection_.registerMode) return registerAccount(features);
     authenticate(features);
     streamId_ = features.GetAttribute(u"id");
-    return BatchFate::GoOn;
+    return Routing::Done;
 }
 
 bool Negotiation::tryCompression(const xmlElement& features) {
@@ -38,14 +38,14 @@ bool Negotiation::tryCompression(const xmlElement& features) {
     return true;
 }
 
-BatchFate Negotiation::onCompressed(const xmlElement&) {
+Routing Negotiation::onCompressed(const xmlElement&) {
     // Flag and compressor together: a stanza that the host sends while it logs is compressed already.
     client_.flags |= FLAG_COMPRESSED;
     zip_.zStart();
     client_.log(LogLevel::Debug, tag::kCompression, formatText(u"Compression enabled @ %s", client_.jid.bare));
     connection_.sendStreamHeader();
     // What follows in the batch would be compressed data of the new stream.
-    return BatchFate::Abandon;
+    return Routing::Abandon;
 }
 
 bool Negotiation::tryTls(const xmlElement& features) {
@@ -56,19 +56,19 @@ bool Negotiation::tryTls(const xmlElement& features) {
     return true;
 }
 
-BatchFate Negotiation::onProceed(const xmlElement&) {
+Routing Negotiation::onProceed(const xmlElement&) {
     if (!(client_.flags & FLAG_ENCRYPTION_ACTIVATED) && client_.settings.get(setting::kTls))
         Sockets(client_.host).startTls(client_.socketName);
-    return BatchFate::GoOn;
+    return Routing::Done;
 }
 
-BatchFate Negotiation::onSuccess(const xmlElement&) {
+Routing Negotiation::onSuccess(const xmlElement&) {
     log(LogLevel::Error, u"Authorization OK (" + client_.jid.bare + u")");
     ++authStep_;
     client_.flags &= ~static_cast<std::uint32_t>(FLAG_CONNECTING);
     client_.flags |= FLAG_AUTHORIZED;
     connection_.sendStreamHeader();
-    return BatchFate::GoOn;
+    return Routing::Done;
 }
 
 namespace {
@@ -91,7 +91,7 @@ constexpr std::array<FailureTexts, 3> kFailures{{
 
 }  // namespace
 
-BatchFate Negotiation::onFailure(const xmlElement& failure) {
+Routing Negotiation::onFailure(const xmlElement& failure) {
     const std::u16string_view xmlns = failure.GetAttribute(u"xmlns");
     const auto known = std::find_if(kFailures.begin(), kFailures.end(),
                                     [xmlns](const FailureTexts& texts) { return texts.xmlns == xmlns; });
@@ -103,7 +103,7 @@ BatchFate Negotiation::onFailure(const xmlElement& failure) {
         log(LogLevel::Negotiation, formatText(u"Unknown FAILURE (%s, %s)", client_.jid.bare, xmlns));
     }
     endForGood();
-    return BatchFate::GoOn;
+    return Routing::Done;
 }
 
 void Negotiation::endForGood() {

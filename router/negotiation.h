@@ -13,7 +13,7 @@
 
 #include "host/util/xml_element.h"
 #include "plugin/client_class.h"
-#include "router/event_dispatcher.h"
+#include "router/requests.h"
 #include "stream/connection.h"
 
 /// What negotiation asks of the layers above it once the session is bound.
@@ -26,31 +26,27 @@ public:
     virtual void rosterResult(xmlElement& iq) = 0;
 };
 
-/// Whether the elements behind the current one of the same batch are still worth reading.
-enum class BatchFate { GoOn, Abandon };
-
 class Negotiation {
 public:
-    Negotiation(CClientClass& client, CZipStream& zip, StreamOutput& output, Connection& connection,
-                CProtoEventDispatcher& dispatcher, SessionListener& listener)
+    Negotiation(CClientClass& client, CZipStream& zip, StreamOutput& output, Connection& connection, Requests& requests,
+                SessionListener& listener)
         : client_(client),
           zip_(zip),
           output_(output),
           connection_(connection),
-          dispatcher_(dispatcher),
+          requests_(requests),
           listener_(listener) {}
 
     // Stream-level elements.
-    BatchFate onFeatures(const xmlElement& features);
-    BatchFate onProceed(const xmlElement& proceed);
-    BatchFate onSuccess(const xmlElement& success);
-    BatchFate onFailure(const xmlElement& failure);
-    BatchFate onChallenge(const xmlElement& challenge);
-    BatchFate onCompressed(const xmlElement& compressed);
+    Routing onFeatures(const xmlElement& features);
+    Routing onProceed(const xmlElement& proceed);
+    Routing onSuccess(const xmlElement& success);
+    Routing onFailure(const xmlElement& failure);
+    Routing onChallenge(const xmlElement& challenge);
+    Routing onCompressed(const xmlElement& compressed);
 
-    /// An iq with a `bind` child while no session has been asked for: asks for it, whatever the reply says.
-    void requestSession();
-    bool sessionRequested() const { return sessionStep_ != 0; }
+    /// An iq with a `bind` child: while no session has been asked for, it is asked for, whatever the reply says.
+    Routing onBind(const Stanza& iq);
 
     void forgetSession() { sessionStep_ = 0; }
     void forgetAuthentication() { authStep_ = 0; }
@@ -59,12 +55,13 @@ private:
     bool tryCompression(const xmlElement& features);
     void bindResource();
     bool tryTls(const xmlElement& features);
-    BatchFate registerAccount(const xmlElement& features);
+    Routing registerAccount(const xmlElement& features);
     void registerResult(xmlElement& iq);
     void authenticate(const xmlElement& features);
     void sendPlainAuth();
     void giveUpLogin();
     void answerFirstChallenge(const xmlElement& challenge);
+    void requestSession();
     void sessionResult(xmlElement& iq);
     void endForGood();
     void log(LogLevel level, const std::u16string& text) const { client_.log(level, tag::kGeneral, text); }
@@ -73,7 +70,7 @@ private:
     CZipStream& zip_;
     StreamOutput& output_;
     Connection& connection_;
-    CProtoEventDispatcher& dispatcher_;
+    Requests& requests_;
     SessionListener& listener_;
     std::uint32_t authStep_ = 0;     // non-zero once authentication is over; DIGEST-MD5 counts its challenges in it
     std::uint32_t sessionStep_ = 0;  // 0 none, 2 the session was asked for, 3 bound

@@ -1,14 +1,18 @@
 // The session behind a bound resource (RFC 3921), and the first requests after it.
 #include "host/util/format.h"
 #include "host/util/xml_compose.h"
-#include "plugin/identifiers.h"
 #include "router/namespaces.h"
 #include "router/negotiation.h"
 
+Routing Negotiation::onBind(const Stanza&) {
+    if (sessionStep_ != 0) return Routing::Next;
+    requestSession();
+    return Routing::Done;
+}
+
 void Negotiation::requestSession() {
-    const std::u16string id = generateId();
+    const std::u16string id = requests_.await([this](xmlElement& iq) { sessionResult(iq); });
     const std::u16string session = lutCPW(u"session", {}, {{u"xmlns", ns::kSession}});
-    dispatcher_.addHandler([this](xmlElement& iq, void*) { sessionResult(iq); }, id, &client_);
     ++authStep_;
     output_.sendText(lutCPW(u"iq", session, {{u"id", id}, {u"type", u"set"}}));
     log(LogLevel::Debug, u"Session binding");
@@ -23,14 +27,14 @@ void Negotiation::sessionResult(xmlElement& iq) {
         connection_.disconnect(false);
         return;
     }
-    const std::u16string discoId = generateId();
-    dispatcher_.addHandler([this](xmlElement& reply, void*) { listener_.onServerDiscoInfo(reply); }, discoId, &client_);
-    output_.sendText(lutCPW(u"iq", lutCPW(u"query", {}, {{u"xmlns", ns::kDiscoInfo}}),
-                            {{u"to", client_.jid.domain}, {u"id", discoId}, {u"type", u"get"}}));
+    const auto disco = [this](const std::u16string& id) {
+        return lutCPW(u"iq", lutCPW(u"query", {}, {{u"xmlns", ns::kDiscoInfo}}),
+                      {{u"to", client_.jid.domain}, {u"id", id}, {u"type", u"get"}});
+    };
+    requests_.ask(disco, [this](xmlElement& reply) { listener_.onServerDiscoInfo(reply); });
     ++sessionStep_;
 
-    const std::u16string rosterId = generateId();
-    dispatcher_.addHandler([this](xmlElement& reply, void*) { listener_.rosterResult(reply); }, rosterId, &client_);
+    const std::u16string rosterId = requests_.await([this](xmlElement& reply) { listener_.rosterResult(reply); });
     client_.hooks.notice(HookKind::SessionBound);
     log(LogLevel::Debug, formatText(u"%s :: session binded, requesting roster items", client_.jid.bare));
     output_.sendText(

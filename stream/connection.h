@@ -35,6 +35,8 @@ public:
 
     // The host's events. `data` is the word that came with a socket's event.
     OKU_WORD onSocketEvent(OKU_WORD eventRecord, OKU_WORD data);
+    OKU_WORD onKeepaliveTimer(OKU_WORD timerEvent);
+    OKU_WORD onReconnectTimer(OKU_WORD timerEvent);
     void onKeepaliveTick();
     void onReconnectTick();
 

@@ -1,4 +1,5 @@
 // The timers of a connection: keepalive, dead connection, reconnection.
+#include "host/services/timers.h"
 #include "host/util/xml_compose.h"
 #include "platform/platform.h"
 #include "plugin/identifiers.h"
@@ -10,6 +11,16 @@ constexpr std::int64_t kDeadSeconds = 180;
 constexpr OKU_WORD kResetFlagsWord = 33554432;
 
 }  // namespace
+
+OKU_WORD Connection::onKeepaliveTimer(OKU_WORD timerEvent) {
+    if (Timers::isTick(timerEvent)) onKeepaliveTick();
+    return 0;
+}
+
+OKU_WORD Connection::onReconnectTimer(OKU_WORD timerEvent) {
+    if (Timers::isTick(timerEvent)) onReconnectTick();
+    return 1;
+}
 
 void Connection::onKeepaliveTick() {
     if (client_.loggedIn()) sendPing();

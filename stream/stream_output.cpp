@@ -1,5 +1,6 @@
 #include "stream/stream_output.h"
 
+#include "host/oku/message.h"
 #include "host/record.h"
 #include "host/services/sockets.h"
 #include "host/util/utf.h"
@@ -39,4 +40,10 @@ std::int32_t StreamOutput::compressionFault() {
     const Ending ending(endingAfterFault_);
     connection_->disconnect(true);
     return -1;
+}
+
+OKU_WORD StreamOutput::onRawSend(OKU_WORD rawRecord) {
+    const auto* record = readRecord<OKU_RAW_SEND>(rawRecord);
+    if (!record || !record->data || !(client_.flags & FLAG_AUTHORIZED)) return 0;
+    return sendBytes({record->data, record->length}, true);
 }

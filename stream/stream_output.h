@@ -21,6 +21,9 @@ public:
     /// Sends bytes. `raw` tells the host's listeners that they did not come from the plugin itself.
     std::int32_t sendBytes(std::string_view data, bool raw);
 
+    /// The host's service that sends bytes. 0 when there are none or the account is not logged in.
+    OKU_WORD onRawSend(OKU_WORD rawRecord);
+
 private:
     bool offerToListeners(std::string_view data, bool raw);
     std::int32_t compressionFault();

@@ -3,10 +3,10 @@ import pathlib
 import re
 import sys
 
-ORDER = ["plugin", "stream", "router", "im", "extensions", "profile", "transfer", "dialogs"]
+ORDER = ["plugin", "stream", "router", "im", "extensions", "profile", "transfer", "dialogs", "assembly"]
 BELOW_ALL = {"host", "platform"}
-# The one place that knows all layers, and the exports above it.
-EXEMPT = {"plugin/assembly.cpp"}
+# The exports stand above all layers, and beside the account's frame because they bear the plugin's name.
+EXEMPT = {"plugin/module.cpp"}
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 
 

@@ -6,7 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "extensions/discovery.h"
+#include "extensions/contact_capabilities.h"
+#include "extensions/server_discovery.h"
 #include "tests/support/fake_platform.h"
 #include "tests/support/recording_host.h"
 
@@ -17,6 +18,17 @@ public:
     const xmlElement* find(std::u16string_view) const override { return nullptr; }
     void add(const xmlElement&, std::u16string_view) override {}
 };
+
+struct Quiet : StreamListener {
+    void forgetSession() override {}
+    void onStateReset() override {}
+    void onSocketConnected() override {}
+    void onSocketClosed() override {}
+    void routeElements(XmlSequence&) override {}
+    void publishStatus(Status, const std::u16string&) override {}
+};
+
+OKU_WORD OKU_CALL ignore(OKU_WORD, OKU_WORD, OKU_WORD) { return 0; }
 
 class LearntFeatures : public testing::Test {
 protected:
@@ -45,7 +57,8 @@ protected:
     /// Bob's resource after it has told these features.
     const ResourceEntry& resourceAfter(const std::vector<std::u16string_view>& features) {
         xmlElement iq(u"iq");
-        discovery.onDiscoInfo({iq, u"bob@example.org/desk", u"result", u"r1"}, queryOf(features));
+        iq.SetChild(queryOf(features));
+        capabilities.onDiscoInfo({iq, u"bob@example.org/desk", u"result", u"r1"});
         return *contacts.findResource(u"bob@example.org", u"desk");
     }
     /// The names of what the server can do after it has told these features, and an identity of PEP.
@@ -55,7 +68,7 @@ protected:
         xmlElement query = queryOf(features);
         if (pep) query.SetChild(child(u"identity", u"type", u"pep"));
         iq.SetChild(query);
-        discovery.onServerDiscoInfo(iq);
+        server.onServerDiscoInfo(iq);
         std::string names;
         for (const auto& [name, field] : kServerFields)
             if (serverFeatures.*field == 1) names += name + " ";
@@ -82,7 +95,13 @@ protected:
     ServerFeatures serverFeatures;
     PrivacyLists privacy{output};
     EmptyCache cache;
-    Discovery discovery{client, output, dispatcher, contacts, serverFeatures, privacy, cache};
+    ContactCapabilities capabilities{client, output, contacts, cache};
+    Quiet quiet;
+    Connection connection{client, zip, output, quiet, ignore};
+    OwnPresentation own;
+    Presence presence{client, output, connection, contacts, serverFeatures, privacy, capabilities, own};
+    Requests requests{dispatcher, output};
+    ServerDiscovery server{client, requests, serverFeatures, privacy, presence};
 };
 
 TEST_F(LearntFeatures, OfAResourceSetItsFields) {
@@ -119,8 +138,8 @@ TEST_F(LearntFeatures, OfAResourceThatGoesWhileTheHostHearsOfThemAreLost) {
         if (harness::render(event.line).find("XEP-0085") != std::string::npos) contacts.clear();
     };
     xmlElement iq(u"iq");
-    discovery.onDiscoInfo({iq, u"bob@example.org/desk", u"result", u"r1"},
-                          queryOf({u"http://jabber.org/protocol/chatstates", u"urn:xmpp:ping"}));
+    iq.SetChild(queryOf({u"http://jabber.org/protocol/chatstates", u"urn:xmpp:ping"}));
+    capabilities.onDiscoInfo({iq, u"bob@example.org/desk", u"result", u"r1"});
     EXPECT_EQ(contacts.findResource(u"bob@example.org", u"desk"), nullptr);
 }
 

@@ -101,7 +101,8 @@ TEST_F(Requests, OfAnUploadOfNobodyAllowAll) {
 }
 
 TEST_F(Requests, ThatWereNeverMadeHaveNoAnswer) {
-    EXPECT_FALSE(privacy.onPrivacyReply(xmlElement(u"iq"), u""));
+    xmlElement reply(u"iq");
+    EXPECT_EQ(privacy.onPrivacyReply(Stanza::of(reply)), Routing::Next);
     EXPECT_TRUE(sent.empty());
 }
 

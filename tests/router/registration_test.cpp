@@ -51,7 +51,7 @@ protected:
     }
 
     /// The features that the server offers, with in-band registration among them or not.
-    BatchFate offer(bool registration, bool starttls = false) {
+    Routing offer(bool registration, bool starttls = false) {
         xmlElement features(u"stream:features");
         if (starttls) features.SetChild(child(u"starttls", ns::kTls));
         if (registration) features.SetChild(child(u"register", u"http://jabber.org/features/iq-register"));
@@ -83,11 +83,12 @@ protected:
     StreamOutput output{client, zip};
     CProtoEventDispatcher dispatcher;
     Connection connection{client, zip, output, quiet, ignore};
-    Negotiation negotiation{client, zip, output, connection, dispatcher, quiet};
+    Requests requests{dispatcher, output};
+    Negotiation negotiation{client, zip, output, connection, requests, quiet};
 };
 
 TEST_F(Registration, AsksForTheAccount) {
-    EXPECT_EQ(offer(true), BatchFate::GoOn);
+    EXPECT_EQ(offer(true), Routing::Done);
     ASSERT_EQ(events.size(), 2u);
     EXPECT_EQ(events[0], "log 5 XMPP \"New account registration\"");
     EXPECT_TRUE(events[1].starts_with("C: <iq id=\"")) << events[1];
@@ -121,7 +122,7 @@ TEST_F(Registration, RunsOnTheStreamThatIsEncryptedThen) {
 }
 
 TEST_F(Registration, ServerWithoutItIsToldInABoxAndLeft) {
-    EXPECT_EQ(offer(false), BatchFate::Abandon);
+    EXPECT_EQ(offer(false), Routing::Abandon);
     const std::vector<std::string> expected = {
         "log 5 XMPP \"New account registration\"",
         "call UI/MessageBox text=\"Ten serwer nie obsługuje rejestracji inline.\" title=\"Błąd\" style=16",

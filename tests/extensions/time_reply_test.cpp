@@ -1,5 +1,5 @@
 // The two texts of a reply to a request for the time.
-#include "extensions/small_replies.h"
+#include "extensions/time_reply.h"
 
 #include <gtest/gtest.h>
 

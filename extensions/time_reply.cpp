@@ -1,4 +1,4 @@
-#include "extensions/small_replies.h"
+#include "extensions/time_reply.h"
 
 #include <chrono>
 #include <cstdlib>
@@ -23,26 +23,11 @@ std::u16string utcTime(std::int64_t secondsSinceEpoch) {
                       time.minutes().count(), time.seconds().count());
 }
 
-void SmallReplies::onVersionIq(const Stanza& iq) const {
-    if (iq.type != u"get") return;
-    client_.log(LogLevel::Debug, tag::kGeneral, u"Version info request form: " + std::u16string(iq.from));
-    const std::u16string content = lutCPW(u"name", u"OKF") + lutCPW(u"version", u"0.7.61.1311") +
-                                   lutCPW(u"os", lutXMLEscapeW(platform::operatingSystem())) +
-                                   lutCPW(u"plugin", u"protoLink");
-    output_.sendText(lutCPW(u"iq", lutCPW(u"query", content, {{u"xmlns", ns::kVersion}}),
-                            {{u"type", u"result"}, {u"to", iq.from}, {u"id", iq.id}}));
-}
-
-void SmallReplies::onTimeIq(const Stanza& iq) const {
+void TimeReply::onTimeIq(const Stanza& iq) const {
     if (iq.type != u"get") return;
     client_.log(LogLevel::Debug, tag::kGeneral, u"Time info request form: " + std::u16string(iq.from));
     const std::u16string content =
         lutCPW(u"tzo", timeZoneOffset(platform::timeZoneBias())) + lutCPW(u"utc", utcTime(platform::now()));
     output_.sendText(lutCPW(u"iq", lutCPW(u"time", content, {{u"xmlns", ns::kTime}}),
                             {{u"type", u"result"}, {u"to", iq.from}, {u"id", iq.id}}));
-}
-
-void SmallReplies::onPingIq(const Stanza& iq) const {
-    if (iq.id.empty() || iq.from.empty()) return;
-    output_.sendText(lutCPW(u"iq", {}, {{u"to", iq.from}, {u"id", iq.id}, {u"type", u"result"}}));
 }

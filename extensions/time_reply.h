@@ -1,21 +1,19 @@
-// Answers to three small requests: software version (XEP-0092), entity time (XEP-0202), ping (XEP-0199).
+// The time that this client tells (XEP-0202).
 #pragma once
 
 #include <cstdint>
 #include <string>
 
 #include "plugin/client_class.h"
-#include "router/stanza_handlers.h"
+#include "router/stanza.h"
 #include "stream/stream_output.h"
 
-class SmallReplies {
+class TimeReply {
 public:
-    SmallReplies(CClientClass& client, StreamOutput& output) : client_(client), output_(output) {}
+    TimeReply(CClientClass& client, StreamOutput& output) : client_(client), output_(output) {}
 
-    // Each answers a request; an iq of another type is dropped, and no error is ever sent.
-    void onVersionIq(const Stanza& iq) const;
+    /// Answers a request; an iq of another type is dropped, and no error is ever sent.
     void onTimeIq(const Stanza& iq) const;
-    void onPingIq(const Stanza& iq) const;
 
 private:
     CClientClass& client_;

@@ -1,0 +1,73 @@
+#include "assembly/account_parts.h"
+
+#include <utility>
+
+#include "plugin/boundary.h"
+
+namespace {
+
+/// Outlives the plugin's state, which is made later: accounts take themselves out when they go.
+LiveObjects<AccountParts> g_liveAccounts;
+
+}  // namespace
+
+AccountParts::AccountParts(CClientClass& account, std::shared_ptr<SharedParts> sharedParts)
+    : client(account), shared(std::move(sharedParts)) {
+    output.attach(connection);
+    client.context = g_liveAccounts.add(*this);
+}
+
+AccountParts::~AccountParts() { retire(client.context); }
+
+AccountParts* AccountParts::find(OKU_WORD context) { return g_liveAccounts.find(context); }
+
+void AccountParts::retire(OKU_WORD context) { g_liveAccounts.remove(context); }
+
+void AccountParts::setStatus(Status status, const std::u16string& description, OKU_WORD flagsWord) {
+    connection.setStatus(status, description, flagsWord);
+}
+
+void AccountParts::forgetRetries() { connection.retryCount = 0; }
+void AccountParts::resetState() { connection.resetState(); }
+void AccountParts::disconnect(bool closeSocket) { connection.disconnect(closeSocket); }
+void AccountParts::dropReconnection() { connection.dropReconnection(); }
+void AccountParts::freeZInput() { connection.input().freeZInput(); }
+void AccountParts::rosterLoad() { roster.rosterLoad(client.files.rosterPath); }
+void AccountParts::rosterSave() { roster.rosterSave(client.files.rosterPath); }
+
+void AccountParts::forgetSession() { negotiation.forgetSession(); }
+
+void AccountParts::onStateReset() {
+    roster.rosterDownloaded = 0;
+    negotiation.forgetAuthentication();
+    presence.resetSharedStatus();
+}
+
+void AccountParts::onSocketConnected() {
+    contacts.clear();
+    roster.rosterDownloaded = 0;
+    features = {};
+}
+
+void AccountParts::onSocketClosed() { requests.forgetAll(); }
+
+void AccountParts::routeElements(XmlSequence& batch) { router.routeElements(batch); }
+
+void AccountParts::publishStatus(Status status, const std::u16string& description) {
+    presence.sendPresence(status, description);
+}
+
+void AccountParts::onServerDiscoInfo(xmlElement& iq) { serverDiscovery.onServerDiscoInfo(iq); }
+
+void AccountParts::rosterResult(xmlElement& iq) {
+    // With the shared status the first presence goes out when that is known.
+    if (!features.serverHasSharedStatus) presence.sendPresence(client.status, client.statusDescription);
+    roster.rebuildFrom(iq);
+}
+
+std::shared_ptr<CClientClass> assembleAccount(const AccountFiles& files, const Host& host,
+                                              std::shared_ptr<SharedParts> shared) {
+    auto account = std::make_shared<CClientClass>(files, host);
+    account->layers = std::make_unique<AccountParts>(*account, std::move(shared));
+    return account;
+}

@@ -1,0 +1,99 @@
+// The parts of one account. A new part is one line here, and its rows in routes.cpp and entries.cpp.
+#pragma once
+
+#include <memory>
+
+#include "assembly/entries.h"
+#include "assembly/shared_parts.h"
+#include "extensions/contact_capabilities.h"
+#include "extensions/disco_replies.h"
+#include "extensions/mail_notifications.h"
+#include "extensions/ping_reply.h"
+#include "extensions/server_discovery.h"
+#include "extensions/time_reply.h"
+#include "extensions/version_reply.h"
+#include "im/contact_entry.h"
+#include "im/messages.h"
+#include "im/presence.h"
+#include "im/privacy_lists.h"
+#include "im/roster.h"
+#include "im/server_features.h"
+#include "im/subscriptions.h"
+#include "plugin/client_class.h"
+#include "plugin/status_menu.h"
+#include "router/event_dispatcher.h"
+#include "router/negotiation.h"
+#include "router/requests.h"
+#include "router/stanza_router.h"
+#include "stream/connection.h"
+#include "stream/stream_output.h"
+#include "stream/zip_stream.h"
+
+/// Made from the wire upwards: a part stands behind those that it uses. A lower part tells a higher one through the
+/// interfaces that this class implements.
+class AccountParts final : public AccountLayers, public StreamListener, public SessionListener {
+public:
+    AccountParts(CClientClass& account, std::shared_ptr<SharedParts> sharedParts);
+    ~AccountParts() override;
+
+    /// The account that the host names by a context word, or null when it has gone.
+    static AccountParts* find(OKU_WORD context);
+    /// The host's callbacks find the account no more.
+    static void retire(OKU_WORD context);
+
+    CClientClass& client;
+    std::shared_ptr<SharedParts> shared;
+
+    CZipStream zip;
+    StreamOutput output{client, zip};
+    Connection connection{client, zip, output, *this, reconnectTick};
+
+    CProtoEventDispatcher dispatcher;
+    Requests requests{dispatcher, output};
+    Negotiation negotiation{client, zip, output, connection, requests, *this};
+    StanzaRouter<AccountParts> router{*this, accountRoutes()};
+
+    StatusMenu statusMenu{client};
+    Contacts contacts;
+    ServerFeatures features;
+    Roster roster{client, output, contacts};
+    PrivacyLists privacy{output};
+    ContactCapabilities contactCapabilities{client, output, contacts, shared->clientDb};
+    Presence presence{client, output, connection, contacts, features, privacy, contactCapabilities, shared->own};
+    Messages messages{client, output, contacts};
+    Subscriptions subscriptions{client, contacts, roster, presence};
+
+    ServerDiscovery serverDiscovery{client, requests, features, privacy, presence};
+    DiscoReplies discoReplies{client, output, shared->own};
+    VersionReply versionReply{client, output};
+    TimeReply timeReply{client, output};
+    PingReply pingReply{output};
+    MailNotifications mailNotifications{client, output};
+
+private:
+    // What the account's frame asks for.
+    void setStatus(Status status, const std::u16string& description, OKU_WORD flagsWord) override;
+    void forgetRetries() override;
+    void resetState() override;
+    void disconnect(bool closeSocket) override;
+    void dropReconnection() override;
+    void freeZInput() override;
+    void rosterLoad() override;
+    void rosterSave() override;
+
+    // What the stream tells.
+    void forgetSession() override;
+    void onStateReset() override;
+    void onSocketConnected() override;
+    void onSocketClosed() override;
+    void routeElements(XmlSequence& batch) override;
+    void publishStatus(Status status, const std::u16string& description) override;
+
+    // What the login tells.
+    void onServerDiscoInfo(xmlElement& iq) override;
+    void rosterResult(xmlElement& iq) override;
+};
+
+/// Makes a new account with all of its parts, known to the host's callbacks by its context word; `init` has to follow.
+std::shared_ptr<CClientClass> assembleAccount(const AccountFiles& files, const Host& host,
+                                              std::shared_ptr<SharedParts> shared);

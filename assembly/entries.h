@@ -1,0 +1,18 @@
+// What the host and the server can call of an account: the tables that name each entry and the part behind it.
+#pragma once
+
+#include <span>
+
+#include "plugin/client_class.h"
+#include "router/route.h"
+
+class AccountParts;
+
+/// What every account registers with the host.
+const AccountEntries& accountEntries();
+
+/// The host's callback for the reconnection timer.
+OKU_WORD OKU_CALL reconnectTick(OKU_WORD param, OKU_WORD extra, OKU_WORD context) noexcept;
+
+/// Where received elements go. The order decides: the first row that takes an element has it.
+std::span<const Route<AccountParts>> accountRoutes();

@@ -1,0 +1,10 @@
+// The features of a service discovery reply (XEP-0030).
+#pragma once
+
+#include <string_view>
+
+#include "host/util/xml_element.h"
+
+inline bool hasFeature(const xmlElement& query, std::u16string_view feature) {
+    return query.GetChildPtr(u"feature", u"var", feature) != nullptr;
+}

@@ -1,0 +1,8 @@
+#include "extensions/ping_reply.h"
+
+#include "host/util/xml_compose.h"
+
+void PingReply::onPingIq(const Stanza& iq) const {
+    if (iq.id.empty() || iq.from.empty()) return;
+    output_.sendText(lutCPW(u"iq", {}, {{u"to", iq.from}, {u"id", iq.id}, {u"type", u"result"}}));
+}

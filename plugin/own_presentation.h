@@ -1,0 +1,10 @@
+// What every account tells of this client and its user beside the status.
+#pragma once
+
+#include <string>
+
+/// One for all accounts.
+struct OwnPresentation {
+    std::u16string ownCapsVer;     // the verification string of the own capabilities; empty until it is computed
+    std::u16string ownAvatarHash;  // as the account that began last has it in its settings
+};

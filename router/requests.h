@@ -1,0 +1,41 @@
+// Requests that wait for an answer.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <utility>
+
+#include "router/event_dispatcher.h"
+#include "router/routing.h"
+#include "router/stanza.h"
+#include "stream/stream_output.h"
+
+/// An answer is known by its id alone and comes once, or never: what is not answered goes with the connection.
+class Requests {
+public:
+    using Answer = std::function<void(xmlElement& reply)>;
+
+    Requests(CProtoEventDispatcher& dispatcher, StreamOutput& output) : dispatcher_(dispatcher), output_(output) {}
+
+    /// Takes a fresh id, awaits its answer, and sends the stanza that `compose` makes with the id, in this order.
+    template <typename Compose>
+    void ask(Compose&& compose, Answer answer) {
+        const std::u16string id = await(std::move(answer));
+        output_.sendText(compose(id));
+    }
+
+    /// The first half of `ask`, for a request that goes out later: its fresh id, which is awaited already.
+    std::u16string await(Answer answer);
+
+    /// An element that somebody waits for goes to him, whatever it is named.
+    Routing onStanza(const Stanza& stanza) {
+        return dispatcher_.dispatch(stanza.element) ? Routing::Done : Routing::Next;
+    }
+
+    /// Nobody waits any more.
+    void forgetAll() { dispatcher_.clear(); }
+
+private:
+    CProtoEventDispatcher& dispatcher_;
+    StreamOutput& output_;
+};
