@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/oku/protocol.h"
+#include "messenger/core/authorization_requests.h"
 #include "messenger/core/settings_file.h"
 #include "messenger/core/types.h"
 
@@ -44,8 +45,8 @@ struct AccountEntry {
     };
     std::optional<Choice> keptChoice;  ///< made while a login was under way
 
-    QStringList authorizations;  ///< who waits for an answer
-    StatusWindow statusWindow;   ///< as it was prepared
+    AuthorizationRequests authorizations;
+    StatusWindow statusWindow;  ///< as it was prepared
     OKU_HANDLER statusWindowCallback = nullptr;
     OKU_WORD statusWindowContext = 0;
 

@@ -14,12 +14,25 @@ namespace {
 constexpr int kSaveDelay = 500;             // milliseconds from the first change that is not written
 constexpr int kRetryDelay = 2000;           // milliseconds after a write that failed
 constexpr qsizetype kMostDetails = 100000;  // of contacts that never come
+constexpr qsizetype kMostResources = 64;    // of a contact, who chooses how many there are
+
+bool isOlder(const Resource& a, const Resource& b) {
+    return std::tie(a.changed, a.order) < std::tie(b.changed, b.order);
+}
+
+/// Puts a resource behind the others; where there are too many, the oldest makes room.
+void append(QList<Resource>& resources, const Resource& resource) {
+    if (resources.size() >= kMostResources) {
+        resources.erase(std::min_element(resources.begin(), resources.end(), isOlder));
+    }
+    resources.append(resource);
+}
 
 /// The sum of a contact's resources, as a list shows it.
 void sumUp(Contact& contact) {
     const auto best =
         std::max_element(contact.resources.begin(), contact.resources.end(), [](const Resource& a, const Resource& b) {
-            return std::tie(a.priority, a.changed) < std::tie(b.priority, b.changed);
+            return a.priority != b.priority ? a.priority < b.priority : isOlder(a, b);
         });
     contact.status = best == contact.resources.end() ? Status::offline : best->status;
     contact.description = best == contact.resources.end() ? QString() : best->description;
@@ -107,16 +120,15 @@ void ContactList::add(const Basics& basics) {
                       before.subscription == contact.subscription && before.waiting == contact.waiting;
     if (isNew || !same) {
         scheduleSave();
-        touch(basics.jid);
+        touch(entry);
     }
 }
 
 void ContactList::remove(const QString& jid) {
     if (!entries_.erase(jid)) return;
     scheduleSave();
-    touched_.remove(jid);
-    gone_.insert(jid);
-    if (drawing_ && !rebuilding_) flush();
+    gone_.append(jid);
+    scheduleTelling();
 }
 
 void ContactList::setDrawing(bool on) {
@@ -125,7 +137,7 @@ void ContactList::setDrawing(bool on) {
     const bool wasRebuilding = rebuilding_;
     if (wasRebuilding) {
         std::erase_if(entries_, [this](const auto& pair) {
-            if (pair.second.stale) gone_.insert(pair.first);
+            if (pair.second.stale) gone_.append(pair.first);
             return pair.second.stale;
         });
         rebuilding_ = false;
@@ -133,7 +145,7 @@ void ContactList::setDrawing(bool on) {
         dirty_ = true;
         save();
     }
-    flush();
+    scheduleTelling();
     if (wasRebuilding) emit rebuilt();
 }
 
@@ -148,12 +160,14 @@ void ContactList::abortRebuild() {
     drawing_ = true;
     for (auto& [jid, entry] : entries_) entry.stale = false;
     if (dirty_) scheduleSave();
-    flush();
+    scheduleTelling();
 }
 
-void ContactList::setPresence(const QString& jid, const Resource& resource) {
+void ContactList::setPresence(const QString& jid, const Resource& presence) {
     const auto found = entries_.find(jid);
     if (found == entries_.end()) return;
+    Resource resource = presence;
+    resource.order = ++lastPresence_;
     auto& resources = found->second.contact.resources;
     if (resource.status == Status::offline && resource.name.isEmpty()) {
         resources.clear();
@@ -166,13 +180,13 @@ void ContactList::setPresence(const QString& jid, const Resource& resource) {
         } else if (known != resources.end()) {
             *known = resource;
         } else {
-            resources.append(resource);
+            append(resources, resource);
         }
     }
     sumUp(found->second.contact);
     // What somebody said on leaving is still worth showing.
     if (resources.isEmpty()) found->second.contact.description = resource.description;
-    touch(jid);
+    touch(found->second);
 }
 
 void ContactList::setAllOffline() {
@@ -180,9 +194,8 @@ void ContactList::setAllOffline() {
         if (entry.contact.resources.isEmpty() && entry.contact.status == Status::offline) continue;
         entry.contact.resources.clear();
         sumUp(entry.contact);
-        touched_.insert(jid);
+        touch(entry);
     }
-    if (drawing_ && !rebuilding_) flush();
 }
 
 void ContactList::setDetails(const QString& jid, const Details& details) {
@@ -199,7 +212,7 @@ void ContactList::setDetails(const QString& jid, const Details& details) {
     contact.waiting = details.asked;
     found->second.groups = details.groups;
     scheduleSave();
-    touch(jid);
+    touch(found->second);
 }
 
 QStringList ContactList::groups(const QString& jid) const {
@@ -208,15 +221,16 @@ QStringList ContactList::groups(const QString& jid) const {
 }
 
 void ContactList::addUnread(const QString& jid) {
-    if (!has(jid)) return;
-    ++entries_[jid].contact.unread;
-    touch(jid);
+    const auto found = entries_.find(jid);
+    if (found == entries_.end()) return;
+    emit unreadChanged(jid, ++found->second.contact.unread);
 }
 
 void ContactList::clearUnread(const QString& jid) {
-    if (!has(jid) || entries_[jid].contact.unread == 0) return;
-    entries_[jid].contact.unread = 0;
-    touch(jid);
+    const auto found = entries_.find(jid);
+    if (found == entries_.end() || found->second.contact.unread == 0) return;
+    found->second.contact.unread = 0;
+    emit unreadChanged(jid, 0);
 }
 
 QList<Contact> ContactList::contacts() const {
@@ -235,20 +249,41 @@ std::optional<Contact> ContactList::contact(const QString& jid) const {
     return found == entries_.end() ? std::nullopt : std::optional(found->second.contact);
 }
 
-void ContactList::touch(const QString& jid) {
-    touched_.insert(jid);
-    if (drawing_ && !rebuilding_) flush();
+void ContactList::touch(Entry& entry) {
+    if (!std::exchange(entry.touched, true)) touched_.append(entry.contact.jid);
+    scheduleTelling();
 }
 
-void ContactList::flush() {
-    const QSet<QString> gone = std::exchange(gone_, {});
-    const QSet<QString> touched = std::exchange(touched_, {});
+void ContactList::scheduleTelling() {
+    if (!drawing_ || rebuilding_ || (touched_.isEmpty() && gone_.isEmpty())) return;
+    if (std::exchange(tellingSoon_, true)) return;
+    QMetaObject::invokeMethod(this, &ContactList::tellChanges, Qt::QueuedConnection);
+}
+
+void ContactList::tellChanges() {
+    tellingSoon_ = false;
+    if (!drawing_ || rebuilding_) return;
+    QStringList gone = std::exchange(gone_, {});
+    gone.removeDuplicates();
+    const QStringList touched = std::exchange(touched_, {});
     for (const QString& jid : gone) {
         if (!has(jid)) emit removed(jid);
     }
     for (const QString& jid : touched) {
-        if (const auto entry = contact(jid)) emit changed(*entry);
+        const auto found = entries_.find(jid);
+        // One that went and came back stands here twice.
+        if (found == entries_.end() || !std::exchange(found->second.touched, false)) continue;
+        const Contact contact = found->second.contact;
+        emit changed(contact);
     }
+}
+
+void ContactList::dropChanges() {
+    for (const QString& jid : touched_) {
+        if (const auto found = entries_.find(jid); found != entries_.end()) found->second.touched = false;
+    }
+    touched_.clear();
+    gone_.clear();
 }
 
 }  // namespace oku

@@ -3,7 +3,6 @@
 #include <map>
 #include <optional>
 #include <QObject>
-#include <QSet>
 #include <QStringList>
 #include <QTimer>
 
@@ -13,10 +12,10 @@ namespace oku {
 
 /// The contact list of one account.
 ///
-/// Changes are collected while drawing is off and told when it goes on again. Between beginRebuild() and that moment
-/// everything that was not added once more is about to go; what was, keeps its unread count and its resources. A
-/// rebuild that is not brought to an end is taken back by abortRebuild(), and the list stays as it was. The list is
-/// kept in a file, so that it can be shown before a login.
+/// What changed in one turn of the event loop is told at its end, once for each contact, and not while drawing is off.
+/// Between beginRebuild() and the moment when drawing goes on again everything that was not added once more is about to
+/// go; what was, keeps its unread count and its resources. A rebuild that is not brought to an end is taken back by
+/// abortRebuild(), and the list stays as it was. The list is kept in a file, so that it can be shown before a login.
 class ContactList : public QObject {
     Q_OBJECT
 
@@ -53,6 +52,11 @@ public:
     void setPresence(const QString& jid, const Resource& resource);
     void setAllOffline();
 
+    /// Tells what has changed now, not at the end of the turn.
+    void tellChanges();
+    /// What has changed is told in another way: all contacts at once.
+    void dropChanges();
+
     /// What the server's own words about a contact tell beyond the plugin's. Unknown contacts are remembered until they
     /// are added.
     struct Details {
@@ -72,6 +76,7 @@ public:
 
 signals:
     void changed(const oku::Contact& contact);
+    void unreadChanged(const QString& jid, int unread);
     void removed(const QString& jid);
     /// A rebuild came to its end.
     void rebuilt();
@@ -81,18 +86,21 @@ private:
     struct Entry {
         Contact contact;
         QStringList groups;
-        bool stale = false;  ///< not added once more in this rebuild
+        bool stale = false;    ///< not added once more in this rebuild
+        bool touched = false;  ///< stands in touched_
     };
 
-    void touch(const QString& jid);
-    void flush();
+    void touch(Entry& entry);
+    void scheduleTelling();
     void scheduleSave();
 
     QString path_;
     std::map<QString, Entry> entries_;
     std::map<QString, Details> details_;  ///< of contacts that are not in the list yet
-    QSet<QString> touched_;
-    QSet<QString> gone_;
+    QStringList touched_;                 ///< in the order in which they changed
+    QStringList gone_;
+    quint64 lastPresence_ = 0;
+    bool tellingSoon_ = false;
     bool drawing_ = true;
     bool rebuilding_ = false;
     bool known_ = false;

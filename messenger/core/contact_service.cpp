@@ -65,6 +65,8 @@ ContactList& ContactService::list(const AccountEntry& account) {
     };
     connect(list.get(), &ContactList::changed, this,
             [this, jid](const Contact& contact) { emit changed(jid(), contact); });
+    connect(list.get(), &ContactList::unreadChanged, this,
+            [this, jid](const QString& contact, int unread) { emit unreadChanged(jid(), contact, unread); });
     connect(list.get(), &ContactList::removed, this, [this, jid](const QString& gone) { emit removed(jid(), gone); });
     connect(list.get(), &ContactList::noticed, this, [this, jid](const QString& text) { emit noticed(jid(), text); });
     connect(list.get(), &ContactList::rebuilt, this, [this, key] { emit rebuilt(key); });
@@ -79,6 +81,7 @@ void ContactService::dropPlugin() {
     for (const auto& [key, list] : lists_) {
         list->abortRebuild();
         list->setAllOffline();
+        list->tellChanges();
     }
     saveAll();
     handles_.clear();

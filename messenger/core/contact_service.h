@@ -30,6 +30,7 @@ public:
 
 signals:
     void changed(const QString& account, const oku::Contact& contact);
+    void unreadChanged(const QString& account, const QString& jid, int unread);
     void removed(const QString& account, const QString& jid);
     /// A list was rebuilt from the server's answer.
     void rebuilt(const QString& key);

@@ -34,7 +34,7 @@ HostCore::HostCore(MessengerOptions given, QObject* parent)
       profile(options.profileDir),
       log(services, accounts, queue, options.verbose),
       history(profile.historyPath()),
-      typing(services, accounts, options.typingSeconds),
+      typing(services, accounts, contacts, options.typingSeconds),
       sockets(services, accounts, queue, boxes, socketSettings(options), options.resolver),
       sessions({services, accounts, queue, contacts, history, delivery, queries, watch, typing, sockets}) {
     profile.provide(services);

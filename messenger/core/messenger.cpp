@@ -59,6 +59,7 @@ Messenger::Messenger(MessengerOptions options, QObject* parent)
     connect(&d->sessions, &Sessions::messageReceived, this, &Messenger::messageReceived);
     connect(&d->sessions, &Sessions::authorizationRequested, this, &Messenger::authorizationRequested);
     connect(&d->contacts, &ContactService::changed, this, &Messenger::contactChanged);
+    connect(&d->contacts, &ContactService::unreadChanged, this, &Messenger::unreadChanged);
     connect(&d->contacts, &ContactService::removed, this, &Messenger::contactRemoved);
     connect(&d->contacts, &ContactService::presence, this, &Messenger::presenceReceived);
     connect(&d->delivery, &Delivery::sent, this, &Messenger::messageSent);
@@ -87,7 +88,10 @@ Messenger::~Messenger() = default;
 QString Messenger::start() {
     const QString reason = d->start();
     if (!reason.isEmpty()) return reason;
-    for (const Account& known : accounts()) emit rosterComplete(known.jid);
+    for (const Account& known : accounts()) {
+        d->contacts.list(*d->find(known.jid)).dropChanges();
+        emit rosterComplete(known.jid);
+    }
     return {};
 }
 
@@ -199,7 +203,7 @@ QString Messenger::deny(const QString& account, const QString& jid) {
 
 QStringList Messenger::pendingAuthorizations(const QString& account) const {
     const auto* entry = d->find(account);
-    return entry ? entry->authorizations : QStringList();
+    return entry ? entry->authorizations.list() : QStringList();
 }
 
 QString Messenger::sendMessage(const QString& account, const QString& to, const QString& body, MessageKind kind,

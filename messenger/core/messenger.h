@@ -94,7 +94,7 @@ public:
     /// Answers a request for authorization with yes; `askInReturn` asks for the contact's presence too.
     QString authorize(const QString& account, const QString& jid, bool askInReturn = false);
     QString deny(const QString& account, const QString& jid);
-    /// Requests for authorization that wait for an answer.
+    /// Requests for authorization that wait for an answer, at most 1000 of them.
     [[nodiscard]] QStringList pendingAuthorizations(const QString& account) const;
 
     // Conversation --------------------------------------------------------------------------------------------------
@@ -152,10 +152,13 @@ signals:
     void accountChanged(const QString& account);
     void connectionChanged(const QString& account, oku::ConnectionState state, const QString& reason);
     void ownStatusChanged(const QString& account, oku::Status status, const QString& description);
-    /// The account's list is complete: after a login, and once at start with the last list that is known.
+    /// The account's list is complete: after a login, and once at start with the last list that is known. What became
+    /// different with it is not told one by one.
     void rosterComplete(const QString& account);
-    /// A contact was added or changed (name, group, subscription, presence).
+    /// A contact was added or changed (name, group, subscription, presence). Told once for all that changed in one turn
+    /// of the event loop.
     void contactChanged(const QString& account, const oku::Contact& contact);
+    void unreadChanged(const QString& account, const QString& jid, int unread);
     void contactRemoved(const QString& account, const QString& jid);
     /// A contact's presence as it came, before contactChanged() tells the sum of its resources.
     void presenceReceived(const QString& account, const QString& jid, const oku::Resource& resource);

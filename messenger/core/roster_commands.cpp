@@ -128,7 +128,7 @@ QString RosterCommands::answer(AccountEntry& account, const QString& jid, int bi
         if (failed) {
             emit noticed(account.jid(), notConnected());
         } else {
-            account.authorizations.removeAll(bare);
+            account.authorizations.remove(bare);
         }
     });
     return {};

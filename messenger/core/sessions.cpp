@@ -36,11 +36,25 @@ Sessions::Sessions(Parts parts, QObject* parent) : QObject(parent), parts_(parts
         const auto* contact = recordAt<OKU_CONTACT_RECORD>(param);
         auto* account = contact ? parts_.accounts.byNetId(contact->netId) : nullptr;
         if (!account) return 0;
-        const QString jid = bareJid(wideText(contact->id));
-        if (!account->authorizations.contains(jid)) account->authorizations.append(jid);
-        emit authorizationRequested(account->jid(), jid);
+        askForAuthorization(*account, bareJid(wideText(contact->id)));
         return 1;
     });
+}
+
+void Sessions::askForAuthorization(AccountEntry& account, const QString& jid) {
+    switch (account.authorizations.add(jid)) {
+        case AuthorizationRequests::Taken::yes:
+            emit authorizationRequested(account.jid(), jid);
+            break;
+        case AuthorizationRequests::Taken::first:
+            emit noticed(
+                account.jid(),
+                QCoreApplication::translate(
+                    "Sessions", "Na odpowiedź czeka tak wiele próśb o autoryzację, że dalsze nie są pokazywane."));
+            break;
+        case AuthorizationRequests::Taken::further:
+            break;
+    }
 }
 
 void Sessions::setStatus(AccountEntry& account, Status status, const QString& description) {
@@ -166,6 +180,7 @@ void Sessions::completeLogins() {
                          QCoreApplication::translate(
                              "Sessions", "Serwer nie podał listy kontaktów; pokazana jest ostatnia znana."));
         }
+        parts_.contacts.list(*account).dropChanges();
         emit rosterComplete(account->jid());
         if (auto choice = std::exchange(account->keptChoice, std::nullopt)) {
             parts_.queue.post(key, std::move(choice->give));

@@ -56,6 +56,7 @@ signals:
 
 private:
     void giveStatus(AccountEntry& account, Status status, const QString& description);
+    void askForAuthorization(AccountEntry& account, const QString& jid);
     void readOwnStatus(ProtocolEvent& event);
     void readMessage(ProtocolEvent& event);
     void connectionEnded(AccountEntry& account, const net::End& end, bool told);

@@ -46,10 +46,11 @@ struct Resource {
     int priority = 0;
     QString description;
     QDateTime changed;
+    quint64 order = 0;  ///< grows from one presence to the next, where two have the same time
 };
 
 /// One entry of an account's contact list. `status` and `description` are those of the resource with the highest
-/// priority (the newest among equals), and offline without a resource.
+/// priority (the newest among equals), and offline without a resource. Of more than 64 resources the newest are kept.
 struct Contact {
     QString jid;
     QString name;

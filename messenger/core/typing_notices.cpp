@@ -3,19 +3,23 @@
 #include <vector>
 
 #include "messenger/core/accounts.h"
+#include "messenger/core/contact_service.h"
 #include "messenger/core/jid_text.h"
 #include "messenger/core/service_registry.h"
 #include "messenger/core/wide.h"
 
 namespace oku {
 
-TypingNotices::TypingNotices(ServiceRegistry& services, Accounts& accounts, int seconds, QObject* parent)
+TypingNotices::TypingNotices(ServiceRegistry& services, Accounts& accounts, ContactService& contacts, int seconds,
+                             QObject* parent)
     : QObject(parent), seconds_(seconds) {
-    services.provide(u"OKU/PFTNSet", [this, &accounts](OKU_WORD param, OKU_WORD composing) -> OKU_WORD {
+    services.provide(u"OKU/PFTNSet", [this, &accounts, &contacts](OKU_WORD param, OKU_WORD composing) -> OKU_WORD {
         const auto* contact = recordAt<OKU_CONTACT_RECORD>(param);
         const auto* account = contact ? accounts.byNetId(contact->netId) : nullptr;
         if (!account) return 0;
-        set(account->jid(), bareJid(wideText(contact->id)), composing != 0);
+        const QString jid = bareJid(wideText(contact->id));
+        if (composing != 0 && !contacts.list(*account).has(jid)) return 0;
+        set(account->jid(), jid, composing != 0);
         return 1;
     });
 }

@@ -8,14 +8,17 @@
 namespace oku {
 
 class Accounts;
+class ContactService;
 class ServiceRegistry;
 
-/// "OKU/PFTNSet": who is typing. A notice that nothing follows goes away by itself.
+/// "OKU/PFTNSet": which contacts are typing. A notice that nothing follows goes away by itself; those of strangers, of
+/// whom there may be any number, are not taken.
 class TypingNotices : public QObject {
     Q_OBJECT
 
 public:
-    TypingNotices(ServiceRegistry& services, Accounts& accounts, int seconds, QObject* parent = nullptr);
+    TypingNotices(ServiceRegistry& services, Accounts& accounts, ContactService& contacts, int seconds,
+                  QObject* parent = nullptr);
     void set(const QString& account, const QString& jid, bool composing);
     /// Takes all notices of an account back.
     void clear(const QString& account);

@@ -56,7 +56,7 @@ QString Commands::help(Arguments& arguments) {
 }
 
 QString Commands::takeContact(Arguments& arguments, Peer& peer) {
-    peer = session_.windows().current();
+    peer = session_.windows().partner();
     const QString text = arguments.word();
     if (text.isEmpty()) return peer.none() ? say(Text::Usage) : QString();
     peer.account = session_.account();

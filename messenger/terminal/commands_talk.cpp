@@ -45,7 +45,7 @@ QString Commands::message(Arguments& arguments) {
 }
 
 QString Commands::me(Arguments& arguments) {
-    const Peer peer = session_.windows().current();
+    const Peer peer = session_.windows().partner();
     if (peer.none()) return say(Text::NoConversation);
     if (arguments.empty()) return say(Text::Usage);
     return session_.send(peer, QStringLiteral("/me ") + arguments.verbatim());
@@ -80,7 +80,7 @@ QString Commands::window(Arguments& arguments) {
 
 // In a conversation the first word is a number or part of the text that is looked for, elsewhere the contact.
 QString Commands::history(Arguments& arguments) {
-    Peer peer = session_.windows().current();
+    Peer peer = session_.windows().partner();
     if (peer.none()) {
         if (arguments.empty()) return say(Text::Usage);
         if (const QString reason = takeContact(arguments, peer); !reason.isEmpty()) return reason;
@@ -100,7 +100,7 @@ QString Commands::history(Arguments& arguments) {
 QString Commands::exportTo(Arguments& arguments) {
     const QString file = arguments.word();
     if (file.isEmpty()) return say(Text::Usage);
-    Peer peer = session_.windows().current();
+    Peer peer = session_.windows().partner();
     if (!arguments.empty())
         if (const QString reason = takeContact(arguments, peer); !reason.isEmpty()) return reason;
     const QString path = QDir(session_.startDirectory()).absoluteFilePath(file);

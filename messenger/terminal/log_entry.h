@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDateTime>
+#include <QHashFunctions>
 #include <QString>
 #include <vector>
 
@@ -14,9 +15,12 @@ struct Peer {
     QString account;
     QString jid;
 
-    bool operator==(const Peer&) const = default;
+    // Addresses differ more often than accounts do.
+    bool operator==(const Peer& other) const { return jid == other.jid && account == other.account; }
     bool none() const { return jid.isEmpty(); }
 };
+
+inline size_t qHash(const Peer& peer, size_t seed = 0) { return qHashMulti(seed, peer.account, peer.jid); }
 
 // Where an entry shows: in the main window and its conversation, in its conversation only, or in these and the window
 // that was looked at when it came (what must not be missed).
@@ -34,11 +38,16 @@ struct LogEntry {
     QString text;  // may have several lines; harmless, see printable()
     Peer peer;
     Shown shown = Shown::Both;
-    Peer inSight;         // the conversation that was looked at when it came
+    Peer alsoIn;          // a further window that shows it
     qint64 message = 0;   // its number in the history
     bool queued = false;  // a message that waits for the login
     int hang = 2;         // columns by which the further lines of a listing are set in
 };
+
+// Whether the entry is shown in this conversation.
+inline bool standsIn(const LogEntry& entry, const Peer& window) {
+    return entry.peer == window || entry.alsoIn == window;
+}
 
 struct LogLayout {
     int columns = 80;

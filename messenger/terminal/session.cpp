@@ -92,7 +92,7 @@ void Session::submit(const QString& typed) {
         display_.changed();
         return;
     }
-    const Peer peer = windows_.current();
+    const Peer peer = windows_.partner();
     const QString reason = peer.none() ? say(Text::NoConversation) : send(peer, textOf(line));
     if (!reason.isEmpty()) tellError(reason);
 }
@@ -105,7 +105,7 @@ QString Session::send(const Peer& peer, const QString& text) {
 }
 
 void Session::typed(const QString& text) {
-    const Peer peer = windows_.current();
+    const Peer peer = windows_.partner();
     const bool composing =
         !secret_ && !peer.none() && !text.isEmpty() && (!isCommand(text) || text.startsWith(QLatin1String("/me ")));
     if (!composing || !(peer == typingTo_)) stopTyping();
@@ -142,17 +142,23 @@ QString Session::account() const {
 void Session::append(LogEntry entry) {
     if (!entry.time.isValid()) entry.time = QDateTime::currentDateTime();
     entry.time = entry.time.toLocalTime();
-    if (entry.shown == Shown::InSight) entry.inSight = windows_.current();
+    if (entry.shown == Shown::InSight) entry.alsoIn = windows_.current();
     const bool shown = shows(entry);
-    if (log_.size() >= kLongestLog) log_.erase(log_.begin());
+    if (log_.size() >= kLongestLog) dropOldest();
     log_.push_back(std::move(entry));
     if (shown) display_.appended(log_.back());
     display_.changed();
 }
 
+// What is gone from a conversation can be read in its history when it is looked at again.
+void Session::dropOldest() {
+    if (log_.front().message != 0) historyLoaded_.remove(log_.front().peer);
+    log_.pop_front();
+}
+
 bool Session::shows(const LogEntry& entry) const {
     const Peer current = windows_.current();
-    if (!current.none() && (entry.peer == current || entry.inSight == current)) return true;
+    if (!current.none() && standsIn(entry, current)) return true;
     return (current.none() || options_.oneWindow) && entry.shown != Shown::ConversationOnly;
 }
 
@@ -206,7 +212,7 @@ bool Session::showWindow(int number) {
     if (!windows_.show(number)) return false;
     const Peer peer = windows_.current();
     if (!peer.none()) {
-        loadHistory(peer);
+        if (!windows_.partner().none()) loadHistory(peer);
         divideFromNew(peer, windows_.unread(peer));
         windows_.setUnread(peer, 0);
         client_.markRead(peer.account, peer.jid);
@@ -223,8 +229,8 @@ void Session::closeConversation() {
 
 // What was said before stands above what came since the start, which is in the log already.
 void Session::loadHistory(const Peer& peer) {
-    if (std::find(historyLoaded_.begin(), historyLoaded_.end(), peer) != historyLoaded_.end()) return;
-    historyLoaded_.push_back(peer);
+    if (historyLoaded_.contains(peer)) return;
+    historyLoaded_.insert(peer);
     std::vector<LogEntry> older;
     for (const Message& message : client_.history(peer.account, peer.jid, kHistoryAtOpening, {})) {
         const bool known = std::any_of(log_.begin(), log_.end(), [&](const LogEntry& entry) {
@@ -246,7 +252,7 @@ void Session::divideFromNew(const Peer& peer, int unread) {
     auto first = log_.end();
     while (unread > 0 && first != log_.begin()) {
         --first;
-        if (first->peer == peer && countsAsUnread(*first)) --unread;
+        if (standsIn(*first, peer) && countsAsUnread(*first)) --unread;
     }
     if (first == log_.end() || options_.oneWindow) return;
     LogEntry divider;
@@ -262,6 +268,7 @@ void Session::divideFromNew(const Peer& peer, int unread) {
 // Contacts ------------------------------------------------------------------------------------------------------------
 
 QString Session::nameOf(const Peer& peer) const {
+    if (peer == Windows::strangers()) return say(Text::Strangers);
     const auto contact = client_.contact(peer.account, peer.jid);
     return oneLine(contact && !contact->name.isEmpty() ? contact->name : peer.jid);
 }

@@ -2,6 +2,7 @@
 // words, and takes the lines that are typed.
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -139,6 +140,7 @@ private:
     };
 
     void append(LogEntry entry);
+    void dropOldest();
     bool shows(const LogEntry& entry) const;
     Shown whereAsked() const;
     LogEntry messageEntry(const Message& message) const;
@@ -151,6 +153,8 @@ private:
     };
     Line statusLine(const StatusLineKind& kind) const;
     Line windowNames(const StatusLineKind& kind) const;
+    // Of the conversations that can stand there, in order: no more than the line has columns.
+    std::vector<int> numbersInBar(bool all) const;
     void tellOf(const Peer& peer, const QString& text, Style style, const QString& mark, Shown shown = Shown::Both);
     bool hasPassword(const QString& account) const;
     // False when the messenger refused it, which is told.
@@ -159,6 +163,11 @@ private:
     void loadHistory(const Peer& peer);
     void divideFromNew(const Peer& peer, int unread);
     void tellContact(const QString& account, const Contact& before, const Contact& now);
+    void tellRemoved(const QString& account, const Contact& contact);
+    bool isContact(const Peer& peer) const { return client_.contact(peer.account, peer.jid).has_value(); }
+    // The window, open, for what somebody wrote: his own, or the one that strangers share.
+    Peer windowOf(const Peer& peer);
+    bool isNewPresence(const Peer& peer, const Resource& resource);
     void stopTyping();
     bool sendsTyping(const QString& account) const;
 
@@ -167,13 +176,14 @@ private:
     SessionOptions options_;
     std::unique_ptr<Commands> commands_;
     QObject context_;  // of calls that come later: gone with the session
-    std::vector<LogEntry> log_;
+    std::deque<LogEntry> log_;
     Windows windows_;
     std::unique_ptr<SecretRequest> secret_;
-    std::vector<Peer> historyLoaded_;
+    QSet<Peer> historyLoaded_;
     QStringList toldAccounts_;
     QHash<QString, QHash<QString, Contact>> known_;  // contacts as they were told last, by account and JID
-    QHash<QString, QString> presences_;              // by account and full JID: what was told last
+    // What was told last of contacts' resources, by the resource's name.
+    QHash<Peer, QHash<QString, QString>> presences_;
     QHash<QString, ConnectionState> connections_;
     QHash<QString, QString> refusedCertificates_;
     QSet<QString> askedBy_;            // by account and JID: whose request for authorization was told

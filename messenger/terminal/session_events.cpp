@@ -14,11 +14,17 @@ namespace {
 const QString kDash = QStringLiteral("-");
 const QString kBang = QStringLiteral("!");
 const QString kAsk = QStringLiteral("?");
+constexpr qsizetype kMostResources = 64;  // remembered of one contact
 
 Style connectionStyle(ConnectionState state, const QString& reason) {
     if (state == ConnectionState::online) return Style::Online;
     if (state == ConnectionState::offline) return reason.isEmpty() ? Style::Offline : Style::Error;
     return Style::Faint;
+}
+
+// What a presence that is told once more can be compared with.
+QString toldOf(const Resource& resource) {
+    return QStringLiteral("%1 %2").arg(static_cast<int>(resource.status)).arg(resource.description);
 }
 
 QString withDescription(const QString& text, const QString& description) {
@@ -37,7 +43,7 @@ void Session::accountChanged(const QString& account) {
 void Session::connectionChanged(const QString& account, ConnectionState state, const QString& reason) {
     connections_.insert(account, state);
     if (state == ConnectionState::offline) {
-        presences_.removeIf([&](auto entry) { return entry.key().startsWith(account + u'\n'); });
+        presences_.removeIf([&](auto entry) { return entry.key().account == account; });
         askedBy_.removeIf([&](const QString& who) { return who.startsWith(account + u'\n'); });
         windows_.forgetTyping(account);
         if (typingTo_.account == account) typingTo_ = {};
@@ -55,21 +61,30 @@ void Session::ownStatusChanged(const QString& account, Status status, const QStr
            statusMark(status));
 }
 
+// Contacts that are new with a list are not told: after the first login that is all of them.
 void Session::rosterComplete(const QString& account) {
     const QList<Contact> contacts = client_.contacts(account);
+    QHash<QString, Contact> before = std::exchange(known_[account], {});
     QHash<QString, Contact>& known = known_[account];
-    known.clear();
+    known.reserve(contacts.size());
     for (const Contact& contact : contacts) {
         known.insert(contact.jid, contact);
+        windows_.befriend({account, contact.jid});
+        if (const auto was = before.constFind(contact.jid); was != before.constEnd()) {
+            tellContact(account, *was, contact);
+            before.erase(was);
+        }
         const Peer peer{account, contact.jid};
         if (contact.unread == 0 || windows_.current() == peer) continue;
         windows_.open(peer);
         windows_.setUnread(peer, contact.unread);
     }
+    for (const Contact& gone : std::as_const(before)) tellRemoved(account, gone);
     display_.changed();
 }
 
 void Session::contactChanged(const QString& account, const Contact& contact) {
+    windows_.befriend({account, contact.jid});
     QHash<QString, Contact>& known = known_[account];
     const auto before = known.constFind(contact.jid);
     if (before != known.constEnd())
@@ -93,28 +108,44 @@ void Session::tellContact(const QString& account, const Contact& before, const C
 }
 
 void Session::contactRemoved(const QString& account, const QString& jid) {
-    const Contact contact = known_[account].take(jid);
-    const QString name = contact.name.isEmpty() ? jid : contact.name;
-    tellOf({account, jid}, say(Text::ContactRemoved, oneLine(name), jid), Style::Plain, kDash);
+    Contact contact = known_[account].take(jid);
+    contact.jid = jid;
+    tellRemoved(account, contact);
+}
+
+void Session::tellRemoved(const QString& account, const Contact& contact) {
+    const QString& name = contact.name.isEmpty() ? contact.jid : contact.name;
+    tellOf({account, contact.jid}, say(Text::ContactRemoved, oneLine(name), contact.jid), Style::Plain, kDash);
 }
 
 void Session::presenceReceived(const QString& account, const QString& jid, const Resource& resource) {
     // The server tells us of ourselves too.
-    const QString own = client_.settingValue(account, QStringLiteral("XMPP/User")).toString().section(u'/', 1);
-    if (jid == account && resource.name == own) return;
-    const QString key = account + u'\n' + jid + u'/' + resource.name;
-    const QString told = QStringLiteral("%1 %2").arg(static_cast<int>(resource.status)).arg(resource.description);
-    const bool gone = resource.status == Status::offline;
-    if (gone ? !presences_.contains(key) : presences_.value(key) == told) return;
-    if (gone)
-        presences_.remove(key);
-    else
-        presences_.insert(key, told);
+    const auto own = [&] {
+        return client_.settingValue(account, QStringLiteral("XMPP/User")).toString().section(u'/', 1);
+    };
+    if (jid == account && resource.name == own()) return;
     const Peer peer{account, jid};
+    if (!isNewPresence(peer, resource)) return;
     const QString name = nameOf(peer);
     const QString who = resource.name.isEmpty() ? name : QStringLiteral("%1 (%2)").arg(name, oneLine(resource.name));
     tellOf(peer, withDescription(QStringLiteral("%1: %2").arg(who, statusText(resource.status)), resource.description),
            statusStyle(resource.status), statusMark(resource.status));
+}
+
+// Remembers it. Of strangers nothing is remembered, of contacts no more resources than a contact can have.
+bool Session::isNewPresence(const Peer& peer, const Resource& resource) {
+    const bool gone = resource.status == Status::offline;
+    const auto known = presences_.find(peer);
+    if (known == presences_.end()) {
+        if (gone || (peer.jid != peer.account && !isContact(peer))) return !gone;
+        presences_.insert(peer, {{resource.name, toldOf(resource)}});
+        return true;
+    }
+    if (gone) return known->remove(resource.name);
+    if (known->value(resource.name) == toldOf(resource)) return false;
+    if (known->size() >= kMostResources) known->clear();
+    known->insert(resource.name, toldOf(resource));
+    return true;
 }
 
 // Messages ------------------------------------------------------------------------------------------------------------
@@ -152,12 +183,23 @@ LogEntry Session::messageEntry(const Message& message) const {
 void Session::messageReceived(const QString& account, const Message& message) {
     const Peer peer{account, message.contact};
     windows_.setTyping(peer, false);
-    windows_.open(peer);
-    if (windows_.current() == peer)
+    const Peer window = windowOf(peer);
+    if (windows_.current() == window)
         client_.markRead(account, message.contact);
     else
-        windows_.setUnread(peer, windows_.unread(peer) + 1);
-    append(messageEntry(message));
+        windows_.setUnread(window, windows_.unread(window) + 1);
+    LogEntry entry = messageEntry(message);
+    if (!(window == peer)) {
+        entry.alsoIn = window;
+        entry.text = QStringLiteral("<%1> %2").arg(oneLine(peer.jid), entry.text);
+    }
+    append(std::move(entry));
+}
+
+Peer Session::windowOf(const Peer& peer) {
+    if (!windows_.isOpen(peer) && !isContact(peer)) return windows_.openForStranger(peer);
+    windows_.open(peer);
+    return peer;
 }
 
 // A message that waited for the login stays where it was written, and is told no second time.

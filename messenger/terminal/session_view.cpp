@@ -1,6 +1,7 @@
 // What a session's display shows around the log.
 #include <algorithm>
 #include <array>
+#include <numeric>
 #include <utility>
 
 #include "messenger/terminal/display_width.h"
@@ -46,7 +47,7 @@ QString atMost(const QString& text, int columns) {
 
 LogLayout Session::layout() const {
     LogLayout layout;
-    layout.conversation = !windows_.current().none() && !options_.oneWindow;
+    layout.conversation = !windows_.partner().none() && !options_.oneWindow;
     layout.manyAccounts = client_.accounts().size() > 1;
     layout.me = oneLine(account().section(u'@', 0, 0));
     return layout;
@@ -55,6 +56,7 @@ LogLayout Session::layout() const {
 Line Session::title() const {
     const Peer peer = windows_.current();
     if (peer.none()) return {bar(u' ' + say(Text::MainTitle))};
+    if (peer == Windows::strangers()) return {bar(u' ' + say(Text::StrangersTitle))};
     const auto contact = client_.contact(peer.account, peer.jid);
     if (!contact) return {bar(QStringLiteral(" %1 · %2").arg(oneLine(peer.jid), say(Text::NotOnRoster)))};
     // A long name leaves room for the address and the status.
@@ -90,26 +92,52 @@ Line Session::statusLine(const StatusLineKind& kind) const {
         line.push_back(bar(u' ' + say(Text::NoAccount)));
     else
         line.push_back(bar(kind.words ? fullState(*mine) : briefState(*mine, kind.wholeAddress)));
-    for (const Peer& peer : windows_.typing())
+    int room = columns();  // what does not fit is not shown, however many are typing
+    for (const auto& [place, peer] : windows_.typing()) {
+        if (room < 0) break;
         line.push_back(bar(QStringLiteral(" │ ") + say(Text::IsTyping, atMost(nameOf(peer), kind.nameColumns))));
+        room -= displayWidth(line.back().text);
+    }
     line.push_back(bar(QStringLiteral(" │")));
     for (Span& span : windowNames(kind)) line.push_back(std::move(span));
     return line;
 }
 
+std::vector<int> Session::numbersInBar(bool all) const {
+    const auto most = static_cast<std::size_t>(std::max(1, columns()));
+    std::vector<int> numbers;
+    if (all) {
+        numbers.resize(std::min(most, windows_.conversations().size()));
+        std::iota(numbers.begin(), numbers.end(), 1);
+        return numbers;
+    }
+    for (const auto& [number, count] : windows_.unreadWindows()) {
+        if (numbers.size() >= most) break;
+        numbers.push_back(number);
+    }
+    const int seen = windows_.currentNumber();
+    const auto place = std::lower_bound(numbers.begin(), numbers.end(), seen);
+    if (seen != 0 && (place == numbers.end() || *place != seen)) numbers.insert(place, seen);
+    return numbers;
+}
+
 Line Session::windowNames(const StatusLineKind& kind) const {
     Line line;
+    int room = columns();
     const auto window = [&](int number, const QString& name, int unread) {
         const bool seen = number == windows_.currentNumber();
-        if (!kind.allWindows && !seen && unread == 0) return;
         QString text = QStringLiteral(" %1%2:%3%4").arg(seen ? "[" : "").arg(number).arg(name).arg(seen ? "]" : "");
         if (unread > 0) text += QStringLiteral("(%1)").arg(unread);
+        room -= displayWidth(text);
         line.push_back({text, unread > 0 ? Style::BarAlert : Style::Bar});
     };
-    window(0, say(Text::MainWindow), 0);
-    int number = 0;
-    for (const Peer& peer : windows_.conversations())
-        window(++number, atMost(nameOf(peer), kind.nameColumns), windows_.unread(peer));
+    if (kind.allWindows || windows_.currentNumber() == 0) window(0, say(Text::MainWindow), 0);
+    // What does not fit is not shown, however many conversations are open.
+    for (const int number : numbersInBar(kind.allWindows)) {
+        if (room < 0) break;
+        const Peer& peer = windows_.conversations()[static_cast<std::size_t>(number - 1)];
+        window(number, atMost(nameOf(peer), kind.nameColumns), windows_.unread(peer));
+    }
     return line;
 }
 

@@ -111,6 +111,8 @@ constexpr std::array kTexts = std::to_array<TextRow>({
     {Text::MainTitle, QT_TRANSLATE_NOOP("Terminal", "oku-terminal · wszystkie zdarzenia")},
     {Text::MainWindow, QT_TRANSLATE_NOOP("Terminal", "główne")},
     {Text::NotOnRoster, QT_TRANSLATE_NOOP("Terminal", "spoza listy kontaktów")},
+    {Text::Strangers, QT_TRANSLATE_NOOP("Terminal", "nieznajomi")},
+    {Text::StrangersTitle, QT_TRANSLATE_NOOP("Terminal", "nieznajomi · odpowiedź: /chat-with ADRES")},
     {Text::UnknownCommand, QT_TRANSLATE_NOOP("Terminal", "nie ma polecenia /%1; lista: /help")},
     {Text::Usage, QT_TRANSLATE_NOOP("Terminal", "użycie:")},
     {Text::HelpKeys,

@@ -108,6 +108,8 @@ enum class Text {
     MainTitle,
     MainWindow,
     NotOnRoster,
+    Strangers,
+    StrangersTitle,
     UnknownCommand,
     Usage,
     HelpKeys,

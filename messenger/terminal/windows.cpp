@@ -1,18 +1,38 @@
 #include "messenger/terminal/windows.h"
 
-#include <algorithm>
+#include <vector>
 
 namespace oku::terminal {
+
+const Peer& Windows::strangers() {
+    static const Peer shared{{}, QStringLiteral("*")};
+    return shared;
+}
 
 Peer Windows::current() const {
     return current_ == 0 ? Peer{} : conversations_[static_cast<std::size_t>(current_ - 1)];
 }
 
+Peer Windows::partner() const {
+    const Peer seen = current();
+    return seen == strangers() ? Peer{} : seen;
+}
+
 int Windows::open(const Peer& peer) {
-    const auto found = std::find(conversations_.begin(), conversations_.end(), peer);
-    if (found != conversations_.end()) return static_cast<int>(found - conversations_.begin()) + 1;
+    if (const auto known = numbers_.constFind(peer); known != numbers_.constEnd()) return *known;
     conversations_.push_back(peer);
-    return static_cast<int>(conversations_.size());
+    const int number = static_cast<int>(conversations_.size());
+    numbers_.insert(peer, number);
+    return number;
+}
+
+Peer Windows::openForStranger(const Peer& peer) {
+    if (isOpen(peer)) return peer;
+    const bool room = strangers_.size() < kMostStrangers;
+    if (room) strangers_.insert(peer);
+    const Peer window = room ? peer : strangers();
+    open(window);
+    return window;
 }
 
 bool Windows::show(int number) {
@@ -23,42 +43,56 @@ bool Windows::show(int number) {
 
 void Windows::closeCurrent() {
     if (current_ == 0) return;
+    const Peer closed = current();
+    setUnread(closed, 0);
+    strangers_.remove(closed);
+    numbers_.remove(closed);
     conversations_.erase(conversations_.begin() + (current_ - 1));
+    // Those behind it move up.
+    for (int number = current_; number <= static_cast<int>(conversations_.size()); ++number)
+        numbers_[conversations_[static_cast<std::size_t>(number - 1)]] = number;
+    std::map<int, int> unread;
+    for (const auto& [number, count] : unread_) unread.emplace(number > current_ ? number - 1 : number, count);
+    unread_ = std::move(unread);
     current_ = 0;
 }
 
 int Windows::unread(const Peer& peer) const {
-    const auto found = std::find_if(unread_.begin(), unread_.end(), [&](const Count& one) { return one.peer == peer; });
-    return found == unread_.end() ? 0 : found->count;
-}
-
-int Windows::unreadOfAll() const {
-    int sum = 0;
-    for (const Count& one : unread_) sum += one.count;
-    return sum;
+    const auto found = unread_.find(numbers_.value(peer));
+    return found == unread_.end() ? 0 : found->second;
 }
 
 void Windows::setUnread(const Peer& peer, int count) {
-    std::erase_if(unread_, [&](const Count& one) { return one.peer == peer; });
-    if (count > 0) unread_.push_back({peer, count});
+    const auto known = numbers_.constFind(peer);
+    if (known == numbers_.constEnd()) return;
+    unreadOfAll_ += count - unread(peer);
+    if (count > 0)
+        unread_[*known] = count;
+    else
+        unread_.erase(*known);
 }
 
 int Windows::nextUnread() const {
-    const int count = static_cast<int>(conversations_.size());
-    for (int step = 1; step <= count; ++step) {
-        const int number = (current_ - 1 + step + count) % count + 1;
-        if (unread(conversations_[static_cast<std::size_t>(number - 1)]) > 0) return number;
-    }
-    return -1;
+    if (unread_.empty()) return -1;
+    const auto next = unread_.upper_bound(current_);
+    return next == unread_.end() ? unread_.begin()->first : next->first;
 }
 
 void Windows::setTyping(const Peer& peer, bool composing) {
-    std::erase(typing_, peer);
-    if (composing) typing_.push_back(peer);
+    if (const auto place = typingPlaces_.constFind(peer); place != typingPlaces_.constEnd()) {
+        typing_.erase(*place);
+        typingPlaces_.erase(place);
+    }
+    if (!composing) return;
+    typing_.emplace(++lastTyping_, peer);
+    typingPlaces_.insert(peer, lastTyping_);
 }
 
 void Windows::forgetTyping(const QString& account) {
-    std::erase_if(typing_, [&](const Peer& peer) { return peer.account == account; });
+    std::vector<Peer> gone;
+    for (const auto& [place, peer] : typing_)
+        if (peer.account == account) gone.push_back(peer);
+    for (const Peer& peer : gone) setTyping(peer, false);
 }
 
 }  // namespace oku::terminal

@@ -812,6 +812,10 @@ Commands inside the program: /help. All of it: man oku-terminal
         <source>Serwer nie podał listy kontaktów; pokazana jest ostatnia znana.</source>
         <translation>The server gave no contact list; the last known one is shown.</translation>
     </message>
+    <message>
+        <source>Na odpowiedź czeka tak wiele próśb o autoryzację, że dalsze nie są pokazywane.</source>
+        <translation>So many requests for authorization wait for an answer that further ones are not shown.</translation>
+    </message>
 </context>
 <context>
     <name>SettingKeys</name>
@@ -1479,6 +1483,14 @@ Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
     <message>
         <source>plik %1 już jest. Zastąpić go? Jeśli tak, powtórz polecenie.</source>
         <translation>the file %1 is there already. Replace it? Then repeat the command.</translation>
+    </message>
+    <message>
+        <source>nieznajomi</source>
+        <translation>strangers</translation>
+    </message>
+    <message>
+        <source>nieznajomi · odpowiedź: /chat-with ADRES</source>
+        <translation>strangers · answer: /chat-with ADDRESS</translation>
     </message>
 </context>
 </TS>

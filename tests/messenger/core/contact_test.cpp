@@ -62,6 +62,7 @@ TEST_F(Contacts, AreRebuiltAsOneChange) {
     logIn({u"bob@example.org", u"carol@example.org", u"dave@example.org"});
     presence(u"bob@example.org", u"work", OKU_STATUS_AWAY, u"obiad");
     inPlugin([&] { receiveMessage(u"bob@example.org", u"hej"); });
+    QCoreApplication::processEvents();
     trace.clear();
     inPlugin([&] {
         call(u"OKU/CTL/DeleteAll", wordOf(u"XMPP"), account().netId);
@@ -72,10 +73,111 @@ TEST_F(Contacts, AreRebuiltAsOneChange) {
         EXPECT_TRUE(trace.isEmpty());
         call(u"OKU/CTL/EnableDrawing", 1);
     });
+    EXPECT_TRUE(trace.isEmpty()) << "what changed is told at the end of the turn";
+    QCoreApplication::processEvents();
     EXPECT_EQ(trace, (QStringList{QStringLiteral("-dave@example.org"), QStringLiteral("+carol@example.org")}));
     EXPECT_EQ(contact("bob@example.org").unread, 1);
     EXPECT_EQ(contact("bob@example.org").status, Status::away);
     EXPECT_EQ(contact("carol@example.org").name, QStringLiteral("Carol"));
+}
+
+TEST_F(Contacts, AreToldAsOneListWhenALoginIsComplete) {
+    trace.clear();
+    logIn({u"bob@example.org", u"carol@example.org"});
+    presence(u"bob@example.org", u"work", OKU_STATUS_AWAY);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(trace, (QStringList{QStringLiteral("complete"), QStringLiteral("+bob@example.org")}));
+    trace.clear();
+    logIn({u"carol@example.org"});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(trace, QStringList(QStringLiteral("complete")))
+        << "who is not in the list is gone without a word of its own";
+}
+
+TEST_F(Contacts, AreToldOnceForAllThatChangesInATurn) {
+    logIn({u"bob@example.org", u"carol@example.org"});
+    QCoreApplication::processEvents();
+    trace.clear();
+    for (const char16_t* resource : {u"a", u"b", u"c"}) {
+        presence(u"bob@example.org", resource, OKU_STATUS_ONLINE);
+        presence(u"carol@example.org", resource, OKU_STATUS_ONLINE);
+    }
+    EXPECT_TRUE(trace.isEmpty());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(trace, (QStringList{QStringLiteral("+bob@example.org"), QStringLiteral("+carol@example.org")}));
+    presence(u"bob@example.org", u"d", OKU_STATUS_ONLINE);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(trace.size(), 3);
+}
+
+TEST_F(Contacts, WhoseMessagesComeAreUnreadAndNotChanged) {
+    logIn({u"bob@example.org"});
+    QCoreApplication::processEvents();
+    trace.clear();
+    QList<int> unread;
+    QObject::connect(&core->contacts, &ContactService::unreadChanged, core.get(),
+                     [&](const QString&, const QString&, int count) { unread.append(count); });
+    inPlugin([&] { receiveMessage(u"bob@example.org", u"raz"); });
+    inPlugin([&] { receiveMessage(u"bob@example.org", u"dwa"); });
+    list().clearUnread(QStringLiteral("bob@example.org"));
+    list().clearUnread(QStringLiteral("bob@example.org"));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(unread, (QList<int>{1, 2, 0}));
+    EXPECT_TRUE(trace.isEmpty());
+}
+
+TEST_F(Contacts, HaveABoundOfResources) {
+    logIn({u"bob@example.org"});
+    for (int number = 0; number < 200; ++number) {
+        const std::u16string name = u"r" + QString::number(number).toStdU16String();
+        presence(u"bob@example.org", name.c_str(), OKU_STATUS_ONLINE);
+        if (number >= 100) presence(u"bob@example.org", u"r50", OKU_STATUS_AWAY);
+    }
+    const auto resources = contact("bob@example.org").resources;
+    ASSERT_EQ(resources.size(), 64);
+    const auto has = [&](const QString& name) {
+        return std::any_of(resources.begin(), resources.end(), [&](const Resource& one) { return one.name == name; });
+    };
+    EXPECT_TRUE(has(QStringLiteral("r199")));
+    EXPECT_TRUE(has(QStringLiteral("r50"))) << "the last presence counts, not the first";
+    EXPECT_TRUE(has(QStringLiteral("r137")));
+    EXPECT_FALSE(has(QStringLiteral("r136"))) << "the oldest make room";
+}
+
+TEST_F(Contacts, ShowTheNewestOfEqualResources) {
+    logIn({u"bob@example.org"});
+    presence(u"bob@example.org", u"a", OKU_STATUS_ONLINE);
+    presence(u"bob@example.org", u"b", OKU_STATUS_AWAY);
+    EXPECT_EQ(contact("bob@example.org").status, Status::away) << "within one second as well";
+    presence(u"bob@example.org", u"a", OKU_STATUS_DND);
+    EXPECT_EQ(contact("bob@example.org").status, Status::dnd);
+}
+
+TEST_F(Contacts, MayBeAskedForByAThousandWhoWaitForAnAnswer) {
+    logIn({});
+    notices.clear();
+    QStringList asked;
+    QObject::connect(&core->sessions, &Sessions::authorizationRequested, core.get(),
+                     [&](const QString&, const QString& jid) { asked.append(jid); });
+    const auto ask = [&](int number) {
+        const std::u16string jid = QStringLiteral("s%1@example.org").arg(number).toStdU16String();
+        auto identity = makeRecord<OKU_CONTACT_RECORD>();
+        identity.id = jid.c_str();
+        identity.netId = account().netId;
+        inPlugin([&] { call(u"OKU/PFAskForAuth", wordOf(&identity)); });
+    };
+    for (int number = 0; number < 1200; ++number) ask(number);
+    EXPECT_EQ(asked.size(), 1000);
+    EXPECT_EQ(entry().authorizations.list().size(), 1000);
+    EXPECT_EQ(notices.size(), 1) << "one for all the rest";
+    ask(3);
+    EXPECT_EQ(asked.size(), 1001) << "who waits already may ask again";
+    EXPECT_EQ(entry().authorizations.list().size(), 1000);
+    core->roster.answer(entry(), QStringLiteral("s7@example.org"), 3);
+    ask(1100);
+    EXPECT_EQ(asked.last(), QStringLiteral("s1100@example.org")) << "an answer makes room";
+    ask(1101);
+    EXPECT_EQ(notices.size(), 2);
 }
 
 TEST_F(Contacts, StayWhenTheServerGivesNoList) {
@@ -153,6 +255,7 @@ TEST_F(Contacts, ComeAndGoWithPushes) {
         addContact(u"Eve@Example.org", u"Ewa", u"Praca");
         call(u"OKU/CTL/EnableDrawing", 1);
     });
+    QCoreApplication::processEvents();
     EXPECT_EQ(trace, (QStringList{QStringLiteral("-bob@example.org"), QStringLiteral("+eve@example.org")}));
 }
 
@@ -258,10 +361,10 @@ TEST_F(Contacts, AreRemovedAndAnsweredByThePluginsHandlers) {
                      [&](const QString&, const QString& jid) { asked.append(jid); });
     inPlugin([&] { call(u"OKU/PFAskForAuth", wordOf(&identity)); });
     EXPECT_EQ(asked, QStringList(QStringLiteral("eve@example.org")));
-    EXPECT_EQ(entry().authorizations, asked);
+    EXPECT_EQ(entry().authorizations.list(), asked);
     EXPECT_EQ(core->roster.answer(entry(), QStringLiteral("eve@example.org"), 3), QString());
     EXPECT_TRUE(logged("authorization eve@example.org 3"));
-    EXPECT_TRUE(entry().authorizations.isEmpty());
+    EXPECT_TRUE(entry().authorizations.list().isEmpty());
 }
 
 TEST_F(Contacts, CannotBeChangedWhileOffline) {

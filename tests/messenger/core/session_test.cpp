@@ -274,6 +274,9 @@ TEST_F(SessionsOfAccounts, LetATypingNoticeGoAway) {
     notice(1);
     inPlugin([&] { receiveMessage(u"bob@example.org", u"x"); });
     EXPECT_EQ(typing.size(), 6) << "the message ends it";
+    contact.id = u"stranger@example.org";
+    notice(1);
+    EXPECT_EQ(typing.size(), 6) << "strangers may be any number";
 }
 
 TEST_F(SessionsOfAccounts, BelongToTheirOwnFileWhenThePluginNumbersThemAnew) {

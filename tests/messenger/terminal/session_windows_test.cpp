@@ -238,5 +238,104 @@ TEST_F(SessionTest, StopsTypingWhenTheWindowChanges) {
     EXPECT_EQ(typingCalls(), "sendTyping|ala@localhost|olek@localhost|paused");
 }
 
+class StrangersTest : public SessionTest {
+protected:
+    static std::string jidOf(int number) { return "obcy" + std::to_string(number) + "@daleko"; }
+    void write(int number, const char* text) {
+        session->messageReceived(kMe, incoming("ala@localhost", jidOf(number).c_str(), text));
+    }
+    std::size_t windows() const { return session->windows().conversations().size(); }
+};
+
+TEST_F(StrangersTest, ShareAWindowWhenTheyAreMany) {
+    for (int number = 1; number <= 50; ++number) write(number, "hej");
+    EXPECT_EQ(windows(), 50U);
+    for (int number = 51; number <= 5000; ++number) write(number, "oferta");
+    EXPECT_EQ(windows(), 51U);
+    session->messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "kontakt"));
+    EXPECT_EQ(windows(), 52U) << "contacts have their own";
+    write(7, "znowu");
+    EXPECT_EQ(windows(), 52U);
+    EXPECT_EQ(session->windows().unread(Windows::strangers()), 4950);
+    type("/window 51");
+    EXPECT_EQ(lineText(session->title()), " strangers · answer: /chat-with ADDRESS");
+    const auto entries = session->entries();
+    EXPECT_EQ(entries.front()->text, "new messages");
+    EXPECT_EQ(entries.back()->text, "<obcy5000@daleko> oferta");
+    write(77, "na oku");
+    EXPECT_EQ(session->entries().back()->text, "<obcy77@daleko> na oku");
+    EXPECT_EQ(session->windows().unreadOfAll(), 50 + 1 + 1);
+}
+
+TEST_F(StrangersTest, WhoShareAWindowAreAnsweredInTheirOwn) {
+    for (int number = 1; number <= 60; ++number) write(number, "hej");
+    type("/window 51");
+    heard();
+    EXPECT_EQ(type("do kogo?"), "");
+    EXPECT_NE(heard().find("no conversation is open"), std::string::npos);
+    typing("do kogo?");
+    EXPECT_EQ(typingCalls(), "");
+    type("/chat-with obcy55@daleko");
+    EXPECT_EQ(windows(), 52U);
+    EXPECT_EQ(session->entries().back()->text, "<obcy55@daleko> hej") << "what came stands here too";
+    EXPECT_EQ(type("cześć"), "sendMessage|ala@localhost|obcy55@daleko|cześć|chat|");
+    write(55, "dalej");
+    EXPECT_EQ(session->entries().back()->text, "dalej");
+}
+
+TEST_F(StrangersTest, MakeRoomWhenTheirWindowIsClosedOrTheyBecomeContacts) {
+    for (int number = 1; number <= 50; ++number) write(number, "hej");
+    type("/window 50");
+    type("/close");
+    write(51, "hej");
+    EXPECT_EQ(windows(), 50U);
+    EXPECT_FALSE(session->windows().isOpen(Windows::strangers()));
+    session->contactChanged(kMe, contact(jidOf(3).c_str(), "Trzeci", "Praca"));
+    write(52, "hej");
+    EXPECT_EQ(windows(), 51U);
+    EXPECT_FALSE(session->windows().isOpen(Windows::strangers()));
+    write(53, "hej");
+    EXPECT_TRUE(session->windows().isOpen(Windows::strangers()));
+}
+
+TEST_F(StrangersTest, DoNotMakeTheStatusLineLonger) {
+    for (int number = 1; number <= 200; ++number) {
+        const std::string jid = "znajomy" + std::to_string(number) + "@localhost";
+        client.contactLists[kMe].append(contact(jid.c_str(), jid.c_str(), "Praca"));
+        session->messageReceived(kMe, incoming("ala@localhost", jid.c_str(), "hej"));
+    }
+    EXPECT_LE(session->status().size(), 90U) << "no more windows than the line has columns";
+    EXPECT_NE(status().find("1:"), std::string::npos);
+}
+
+TEST_F(SessionTest, KeepsCountOfWindowsThatMoveUp) {
+    for (const char* who : {"olek@localhost", "ola@localhost", "ewa@localhost"})
+        session->openConversation({kMe, QString::fromUtf8(who)});
+    session->messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "hej"));
+    type("/window 2");
+    session->messageReceived(kMe, incoming("ala@localhost", "ewa@localhost", "hej"));
+    type("/close");
+    EXPECT_EQ(status(), " ala@localhost ○ offline │ [0:main] 1:Olek(1) 2:Ewa Żółć(1)");
+    type("/window");
+    type("/window");
+    EXPECT_EQ(session->windows().currentNumber(), 2);
+    EXPECT_EQ(session->windows().unreadOfAll(), 0);
+    EXPECT_EQ(session->windows().current(), (Peer{kMe, "ewa@localhost"}));
+}
+
+TEST_F(SessionTest, ReadsInTheHistoryWhatTheLogHasNoRoomFor) {
+    Message old = incoming("ala@localhost", "olek@localhost", "dawno");
+    old.number = 1;
+    session->messageReceived(kMe, old);
+    type("/chat-with Olek");
+    type("/window 0");
+    for (int number = 0; number < 6000; ++number) session->noticed(kMe, QString::number(number));
+    EXPECT_EQ(session->entries().size(), 5000U);
+    client.messages = {old};
+    type("/chat-with Olek");
+    ASSERT_FALSE(session->entries().empty());
+    EXPECT_EQ(session->entries().front()->text, "dawno");
+}
+
 }  // namespace
 }  // namespace oku::terminal::test
