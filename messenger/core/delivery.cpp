@@ -31,7 +31,7 @@ Delivery::Delivery(ServiceRegistry& services, PluginQueue& queue, History& histo
 
 qint64 Delivery::send(AccountEntry& account, Message message) {
     message.state = DeliveryState::queued;
-    message.number = history_.add(message);
+    message.number = history_.addNow(message);
     if (message.number) submit(account, message);
     return message.number;
 }
@@ -44,10 +44,14 @@ void Delivery::resend(AccountEntry& account, Message message) {
 
 void Delivery::submit(AccountEntry& account, const Message& message) {
     if (!account.ready()) {
-        emit queued(account.jid(), message);
+        tellQueued(account, message);
         return;
     }
     queue_.post(account.key, [this, &account, message] { deliver(account, message); });
+}
+
+void Delivery::tellQueued(const AccountEntry& account, const Message& message) {
+    history_.whenWritten([this, jid = account.jid(), message] { emit queued(jid, message); });
 }
 
 void Delivery::loginComplete(AccountEntry& account) {
@@ -61,7 +65,7 @@ void Delivery::deliver(AccountEntry& account, Message message) {
     const auto current = history_.message(message.number);
     if (!current || current->state != DeliveryState::queued) return;
     if (!account.ready() || !hand(account, message)) {
-        emit queued(account.jid(), message);
+        tellQueued(account, message);
         return;
     }
     message.state = DeliveryState::sent;
@@ -72,7 +76,7 @@ void Delivery::deliver(AccountEntry& account, Message message) {
         if (connection.returnable.size() >= kMostIds) connection.returnable.pop_front();
         connection.returnable.push_back({handedId_, message.contact, message.number});
     }
-    emit sent(account.jid(), message);
+    history_.whenWritten([this, jid = account.jid(), message] { emit sent(jid, message); });
     scheduleConfirmation(account);
 }
 
@@ -164,7 +168,9 @@ void Delivery::bounced(AccountEntry& account, const QString& id, const QString& 
 
 void Delivery::changeState(AccountEntry& account, qint64 number, DeliveryState state) {
     history_.setState(number, state);
-    if (const auto message = history_.message(number)) emit stateChanged(account.jid(), *message);
+    const auto message = history_.message(number);
+    if (!message) return;
+    history_.whenWritten([this, jid = account.jid(), message = *message] { emit stateChanged(jid, message); });
 }
 
 }  // namespace oku

@@ -64,6 +64,7 @@ private:
     };
 
     void submit(AccountEntry& account, const Message& message);
+    void tellQueued(const AccountEntry& account, const Message& message);
     void deliver(AccountEntry& account, Message message);
     bool hand(AccountEntry& account, const Message& message);
     void scheduleConfirmation(AccountEntry& account);

@@ -1,224 +1,270 @@
 #include "messenger/core/history.h"
 
-#include <QFile>
-#include <QSqlError>
-#include <QSqlQuery>
-#include <QUuid>
+#include <algorithm>
+#include <iterator>
+#include <QCoreApplication>
+#include <utility>
 
+#include "messenger/core/history_salvage.h"
 #include "messenger/core/text_search.h"
 
 namespace oku {
 namespace {
 
-constexpr int kSyncDelay = 100;  // milliseconds from the first change that power could take away
-constexpr int kFormat = 2;       // of the tables, in user_version
-constexpr int kAll = -1;         // no limit
-constexpr char kColumns[] =
-    "m.number, m.account, m.contact, m.resource, m.direction, m.subject, m.body, m.kind, m.time, m.delayed, m.state, "
-    "m.failed";
-constexpr int kSubject = 5;  // places among the columns
-constexpr int kBody = 6;
+constexpr int kLongestTurn = 100;                // milliseconds that a change waits at most
+constexpr int kSyncDelay = 100;                  // milliseconds from the first write that power could take away
+constexpr int kRetryDelay = 2000;                // milliseconds after a write that failed
+constexpr int kAll = -1;                         // no limit
+constexpr std::size_t kMostKept = 10000;         // messages that could not be written
+constexpr qsizetype kMostCharacters = 16 << 20;  // of their texts
 
-constexpr const char* kNewTables[] = {
-    "CREATE TABLE messages(number INTEGER PRIMARY KEY AUTOINCREMENT, account TEXT NOT NULL, contact TEXT NOT NULL,"
-    " resource TEXT, direction INTEGER NOT NULL, subject TEXT, body TEXT, kind INTEGER NOT NULL,"
-    " time INTEGER NOT NULL, delayed INTEGER, state INTEGER NOT NULL, failed INTEGER NOT NULL DEFAULT 0,"
-    " handed INTEGER NOT NULL DEFAULT 0)",
-    "CREATE INDEX conversation ON messages(account, contact, number)",
-    "CREATE INDEX waiting ON messages(account, state) WHERE direction=1", "PRAGMA user_version=2"};
-// An index of words, which found no signs and no parts of words.
-constexpr const char* kFromFormat1[] = {"DROP TRIGGER indexed", "DROP TABLE words", "PRAGMA user_version=2"};
-
-QVariant milliseconds(const QDateTime& time) {
-    return time.isValid() ? QVariant(time.toMSecsSinceEpoch()) : QVariant();
-}
-
-QDateTime timeAt(const QVariant& value) {
-    return value.isNull() ? QDateTime() : QDateTime::fromMSecsSinceEpoch(value.toLongLong());
-}
-
-Message messageAt(const QSqlQuery& row) {
-    Message message;
-    message.number = row.value(0).toLongLong();
-    message.account = row.value(1).toString();
-    message.contact = row.value(2).toString();
-    message.resource = row.value(3).toString();
-    message.direction = row.value(4).toInt() ? Direction::out : Direction::in;
-    message.subject = row.value(kSubject).toString();
-    message.body = row.value(kBody).toString();
-    message.kind = row.value(7).toInt() ? MessageKind::normal : MessageKind::chat;
-    message.time = timeAt(row.value(8));
-    message.delayed = timeAt(row.value(9));
-    message.state = static_cast<DeliveryState>(row.value(10).toInt());
-    message.failed = row.value(11).toBool();
-    return message;
-}
+qsizetype charactersOf(const Message& message) { return message.body.size() + message.subject.size(); }
 
 }  // namespace
 
-History::History(QString path, QObject* parent)
-    : QObject(parent), path_(std::move(path)), connection_(QUuid::createUuid().toString()) {
+History::History(QString path, QObject* parent) : QObject(parent), file_(std::move(path)) {
     sync_.setSingleShot(true);
     sync_.setInterval(kSyncDelay);
     connect(&sync_, &QTimer::timeout, this, &History::sync);
+    retry_.setSingleShot(true);
+    retry_.setInterval(kRetryDelay);
+    connect(&retry_, &QTimer::timeout, this, &History::flush);
 }
 
-History::~History() { close(); }
+// Whoever would be told may be gone.
+History::~History() {
+    retry_.stop();
+    write();
+}
 
 void History::close() {
-    if (!opened_) return;
+    retry_.stop();
+    flush();
+    retry_.stop();
     sync_.stop();  // the end of the last connection does the same
-    insert_.reset();
-    database_.close();
-    database_ = {};
-    QSqlDatabase::removeDatabase(connection_);
-    opened_ = false;
+    file_.close();
+    if (changes_.messages.empty()) return;
+    emit failed(QCoreApplication::translate("History", "Nie zapisano w archiwum rozmów wiadomości: %1.")
+                    .arg(changes_.messages.size()));
+    changes_ = {};
 }
 
 bool History::open() {
-    if (opened_) return true;
-    database_ = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection_);
-    database_.setDatabaseName(path_);
-    database_.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
-    opened_ = true;
-    // The file is made here, so that it is never readable for others, not for a moment.
-    QFile file(path_);
-    const bool made = file.exists() || file.open(QIODevice::NewOnly | QIODevice::WriteOnly,
-                                                 QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    file.close();
-    if (made && database_.open() && prepareTables()) return true;
-    const QString reason = database_.lastError().text();
-    close();
-    if (!failureTold_) {
-        emit failed(
-            QCoreApplication::translate("History", "Nie można otworzyć archiwum rozmów %1: %2").arg(path_, reason));
+    if (file_.isOpen()) return true;
+    // What is known to fail is not tried again for each message.
+    if (retry_.isActive()) return false;
+    if (!file_.open() && !(isDamaged() && beginAnew())) {
+        fails(QCoreApplication::translate("History", "Nie można otworzyć archiwum rozmów %1: %2")
+                  .arg(file_.path(), file_.reason()));
+        return false;
     }
-    failureTold_ = true;
-    return false;
-}
-
-bool History::prepareTables() {
-    QSqlQuery query(database_);
-    // Each commit goes to the log at once, but is not waited for until it has reached the disk: sync() does that for
-    // all that came meanwhile. A message takes up to three commits, and thousands may come at a time.
-    for (const char* pragma : {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=NORMAL"}) {
-        if (!query.exec(QString::fromLatin1(pragma))) return false;
+    if (lastNumber_ == 0) lastTold_ = file_.lastNumber();
+    lastNumber_ = std::max(lastNumber_, file_.lastNumber());
+    for (Message& message : changes_.messages) {
+        if (message.number == 0) message.number = lastTold_ = ++lastNumber_;
     }
-    if (!query.exec(QStringLiteral("PRAGMA user_version")) || !query.next()) return false;
-    const int format = query.value(0).toInt();
-    query.finish();
-    if (format < 0 || format > kFormat) return false;
-    if (format == 0 && !apply(kNewTables)) return false;
-    if (format == 1 && !apply(kFromFormat1)) return false;
-    // What was handed to a connection when the program ended without a word is not known to have arrived.
-    return query.exec(QStringLiteral("UPDATE messages SET state=3, handed=0 WHERE handed=1"));
-}
-
-bool History::apply(std::span<const char* const> steps) {
-    QSqlQuery query(database_);
-    database_.transaction();
-    for (const char* step : steps) {
-        if (!query.exec(QString::fromLatin1(step))) return database_.rollback(), false;
-    }
-    return database_.commit();
-}
-
-bool History::run(QSqlQuery& query) {
-    if (query.exec()) return true;
-    emit failed(QCoreApplication::translate("History", "Nie można zapisać w archiwum rozmów: %1")
-                    .arg(query.lastError().text()));
-    return false;
-}
-
-bool History::change(QSqlQuery& query) {
-    if (!run(query)) return false;
-    if (!sync_.isActive()) sync_.start();
     return true;
 }
 
-// A checkpoint waits for the log to reach the disk, then for the database.
-void History::sync() {
-    QSqlQuery query(database_);
-    query.prepare(QStringLiteral("PRAGMA wal_checkpoint(PASSIVE)"));
-    run(query);
+bool History::hasRoomFor(const Message& message) const {
+    return changes_.messages.size() < kMostKept && characters_ + charactersOf(message) <= kMostCharacters;
 }
 
-qint64 History::add(const Message& message) {
+void History::add(Message message, std::function<void(const Message&)> tell) {
+    if (!hasRoomFor(message)) flush();
+    if (hasRoomFor(message)) {
+        message.number = open() ? ++lastNumber_ : 0;
+        characters_ += charactersOf(message);
+        changes_.messages.push_back(message);
+    } else if (!std::exchange(boundsTold_, true)) {
+        emit failed(QCoreApplication::translate("History",
+                                                "Zbyt wiele wiadomości czeka na zapis w archiwum rozmów; następne nie "
+                                                "zostaną w nim zapisane."));
+    }
+    waiting_.push_back([this, message, tell = std::move(tell)] {
+        lastTold_ = std::max(lastTold_, message.number);
+        tell(message);
+    });
+    schedule();
+}
+
+qint64 History::addNow(Message message) {
+    retry_.stop();  // somebody waits for the answer
+    flush();
     if (!open()) return 0;
-    if (!insert_) {
-        insert_ = std::make_unique<QSqlQuery>(database_);
-        insert_->prepare(
-            QStringLiteral("INSERT INTO messages(account, contact, resource, direction, subject, body, kind, time,"
-                           " delayed, state, failed) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
-    }
-    int place = 0;
-    for (const QVariant& value :
-         {QVariant(message.account), QVariant(message.contact), QVariant(message.resource),
-          QVariant(message.direction == Direction::out ? 1 : 0), QVariant(message.subject), QVariant(message.body),
-          QVariant(message.kind == MessageKind::normal ? 1 : 0), milliseconds(message.time),
-          milliseconds(message.delayed), QVariant(static_cast<int>(message.state)), QVariant(message.failed ? 1 : 0)}) {
-        insert_->bindValue(place++, value);
-    }
-    if (!change(*insert_)) return 0;
-    const qint64 number = insert_->lastInsertId().toLongLong();
-    // A statement that is not ended would keep its place in the write-ahead log.
-    insert_->finish();
-    return number;
+    message.number = ++lastNumber_;
+    changes_.messages.push_back(message);
+    retry_.stop();
+    if (writeChanges()) return lastTold_ = message.number;
+    changes_.messages.pop_back();
+    return 0;
 }
 
 void History::setState(qint64 number, DeliveryState state, bool handed) {
-    if (!open()) return;
-    QSqlQuery query(database_);
-    query.prepare(QStringLiteral("UPDATE messages SET state=?, handed=? WHERE number=?"));
-    query.addBindValue(static_cast<int>(state));
-    query.addBindValue(handed ? 1 : 0);
-    query.addBindValue(number);
-    change(query);
+    changes_.states[number] = {state, handed};
+    schedule();
+}
+
+void History::whenWritten(std::function<void()> tell) {
+    if (changes_.empty() && waiting_.empty() && tellable_.empty()) {
+        tell();
+        return;
+    }
+    waiting_.push_back(std::move(tell));
+    schedule();
+}
+
+void History::schedule() {
+    if (!sinceFirst_.isValid()) sinceFirst_.start();
+    if (sinceFirst_.hasExpired(kLongestTurn)) {
+        flush();
+    } else if (!std::exchange(scheduled_, true)) {
+        QMetaObject::invokeMethod(this, &History::flush, Qt::QueuedConnection);
+    }
+}
+
+void History::flush() {
+    scheduled_ = false;
+    write();
+    tellWritten();
+}
+
+void History::write() {
+    sinceFirst_.invalidate();
+    writeChanges();
+    // What could not be written is to be seen all the same.
+    std::move(waiting_.begin(), waiting_.end(), std::back_inserter(tellable_));
+    waiting_.clear();
+}
+
+bool History::writeChanges() {
+    if (changes_.empty()) return true;
+    if (retry_.isActive()) return false;
+    bool written = open() && file_.write(changes_);
+    if (!written && file_.isOpen() && isDamaged()) written = beginAnew() && file_.write(changes_);
+    if (!written) {
+        fails(QCoreApplication::translate("History",
+                                          "Nie można zapisać w archiwum rozmów: %1. Wiadomości są pokazywane, a zapis "
+                                          "będzie ponawiany.")
+                  .arg(file_.reason()));
+        return false;
+    }
+    changes_ = {};
+    characters_ = 0;
+    boundsTold_ = false;
+    if (!sync_.isActive()) sync_.start();
+    if (std::exchange(failureTold_, false)) {
+        emit failed(QCoreApplication::translate("History", "Archiwum rozmów znów działa; zapisano to, co czekało."));
+    }
+    return true;
+}
+
+// Whoever is told may change something and have it written, so that this function runs within itself.
+void History::tellWritten() {
+    while (!tellable_.empty()) {
+        const auto tell = std::move(tellable_.front());
+        tellable_.pop_front();
+        tell();
+    }
+}
+
+bool History::isDamaged() const { return file_.fault() == HistoryFile::Fault::damaged; }
+
+bool History::beginAnew() {
+    const QString aside = file_.setAside();
+    if (aside.isEmpty() || !file_.open()) return false;
+    const qint64 saved = salvageHistory(aside, file_);
+    emit failed(
+        QCoreApplication::translate("History",
+                                    "Archiwum rozmów było uszkodzone i zostało zachowane jako %1. Zaczęto nowe; "
+                                    "odczytane wiadomości: %2.")
+            .arg(aside)
+            .arg(saved));
+    return true;
+}
+
+void History::fails(const QString& text) {
+    retry_.start();
+    if (!std::exchange(failureTold_, true)) emit failed(text);
+}
+
+// A checkpoint that fails leaves all in the log; the next one tries it again.
+void History::sync() {
+    if (file_.sync()) {
+        syncFailureTold_ = false;
+    } else if (!std::exchange(syncFailureTold_, true)) {
+        emit failed(
+            QCoreApplication::translate("History", "Dysk nie przyjmuje archiwum rozmów: %1").arg(file_.reason()));
+    }
+}
+
+Message History::upToDate(Message message) const {
+    const auto change = changes_.states.find(message.number);
+    if (change != changes_.states.end()) message.state = change->second.state;
+    return message;
+}
+
+QList<Message> History::read(const QString& condition, const QVariantList& values, const Wanted& wanted, int limit) {
+    QList<Message> messages;
+    const auto take = [&](const QSqlQuery& row) {
+        // Only what fits is read as a whole; a long history is searched in a moment then.
+        if (wanted(row)) messages.append(upToDate(HistoryFile::messageAt(row)));
+        return limit < 0 || messages.size() < limit;
+    };
+    if (limit == 0 || !open() || file_.read(condition, values, take)) return messages;
+    if (isDamaged() && beginAnew()) {
+        messages.clear();
+        if (file_.read(condition, values, take)) return messages;
+    }
+    fails(QCoreApplication::translate("History", "Nie można odczytać archiwum rozmów: %1").arg(file_.reason()));
+    return messages;
 }
 
 std::optional<Message> History::message(qint64 number) {
-    if (!open()) return std::nullopt;
-    QSqlQuery query(database_);
-    query.prepare(QStringLiteral("SELECT %1 FROM messages m WHERE number=?").arg(QLatin1String(kColumns)));
-    query.addBindValue(number);
-    return run(query) && query.next() ? std::optional(messageAt(query)) : std::nullopt;
+    const auto kept = std::find_if(changes_.messages.begin(), changes_.messages.end(),
+                                   [=](const Message& message) { return message.number == number; });
+    if (kept != changes_.messages.end()) return *kept;
+    const auto found = read(
+        QStringLiteral("number=?"), {number}, [](const QSqlQuery&) { return true; }, 1);
+    return found.isEmpty() ? std::nullopt : std::optional(found.first());
 }
 
 QList<Message> History::find(const QString& account, const QString& with, int limit, const QString& search) {
-    QList<Message> messages;
-    if (!open()) return messages;
-    QString text = QStringLiteral("SELECT %1 FROM messages m WHERE m.account=?").arg(QLatin1String(kColumns));
-    if (!with.isEmpty()) text += QStringLiteral(" AND m.contact=?");
-    text += QStringLiteral(" ORDER BY m.number DESC LIMIT ?");
+    open();  // which tells what the last number is
     const TextSearch wanted(search);
-    QSqlQuery query(database_);
-    query.setForwardOnly(true);
-    query.prepare(text);
-    query.addBindValue(account);
-    if (!with.isEmpty()) query.addBindValue(with);
-    query.addBindValue(wanted.empty() ? limit : kAll);
-    if (!run(query)) return messages;
-    while ((limit < 0 || messages.size() < limit) && query.next()) {
-        // Only what fits is read as a whole; a long history is searched in a moment then.
-        if (wanted.fits(query.value(kSubject).toString(), query.value(kBody).toString()))
-            messages.prepend(messageAt(query));
+    QList<Message> messages;
+    for (auto kept = changes_.messages.rbegin(); kept != changes_.messages.rend(); ++kept) {
+        const bool fits = kept->number <= lastTold_ && kept->account == account &&
+                          (with.isEmpty() || kept->contact == with) && wanted.fits(kept->subject, kept->body);
+        if (fits && (limit < 0 || messages.size() < limit)) messages.append(*kept);
     }
+    QString condition = QStringLiteral("account=? AND number<=?");
+    QVariantList values{account, lastTold_};
+    if (!with.isEmpty()) {
+        condition += QStringLiteral(" AND contact=?");
+        values.append(with);
+    }
+    const auto fits = [&](const QSqlQuery& row) {
+        return wanted.empty() ||
+               wanted.fits(row.value(HistoryFile::kSubject).toString(), row.value(HistoryFile::kBody).toString());
+    };
+    const int rest = limit < 0 ? kAll : limit - static_cast<int>(messages.size());
+    messages += read(condition + QStringLiteral(" ORDER BY number DESC"), values, fits, rest);
+    std::reverse(messages.begin(), messages.end());
     return messages;
 }
 
 QList<Message> History::outgoing(const QString& account, DeliveryState state) {
-    QList<Message> messages;
     // Nothing was ever written: nothing can wait, and a login need not open the database.
-    if (!opened_ && !QFile::exists(path_)) return messages;
-    if (!open()) return messages;
-    QSqlQuery query(database_);
-    query.prepare(
-        QStringLiteral("SELECT %1 FROM messages m WHERE direction=1 AND account=? AND state=? ORDER BY number")
-            .arg(QLatin1String(kColumns)));
-    query.addBindValue(account);
-    query.addBindValue(static_cast<int>(state));
-    if (!run(query)) return messages;
-    while (query.next()) messages.append(messageAt(query));
+    if (!file_.isOpen() && !file_.exists()) return {};
+    QStringList changed;
+    for (const auto& [number, change] : changes_.states) changed.append(QString::number(number));
+    const QString condition =
+        QStringLiteral("direction=1 AND account=? AND (state=? OR number IN (%1)) ORDER BY number")
+            .arg(changed.join(u','));
+    QList<Message> messages = read(
+        condition, {account, static_cast<int>(state)}, [](const QSqlQuery&) { return true; }, kAll);
+    messages.removeIf([=](const Message& message) { return message.state != state; });
     return messages;
 }
 

@@ -118,10 +118,11 @@ void Sessions::readMessage(ProtocolEvent& event) {
     message.kind = data->flags == OKU_MESSAGE_NORMAL ? MessageKind::normal : MessageKind::chat;
     message.time = QDateTime::currentDateTime();
     message.delayed = parts_.watch.takeDelay(event.account, message.contact, message.resource);
-    message.number = parts_.history.add(message);
     parts_.typing.set(message.account, message.contact, false);
-    parts_.contacts.list(event.account).addUnread(message.contact);
-    emit messageReceived(message.account, message);
+    parts_.history.add(message, [this, &account = event.account](const Message& told) {
+        parts_.contacts.list(account).addUnread(told.contact);
+        emit messageReceived(told.account, told);
+    });
 }
 
 void Sessions::streamError(AccountEntry& account, const QString& condition, const QString& text) {
@@ -158,6 +159,7 @@ void Sessions::update() {
 }
 
 void Sessions::changeState(AccountEntry& account, ConnectionState state) {
+    parts_.history.flush();  // what came before is told before
     account.connection = state;
     if (state == ConnectionState::connecting) {
         // A connection that was replaced ends without a word.

@@ -296,12 +296,40 @@ Trust this certificate on this account from now on?</translation>
         <translation>The history %1 cannot be opened: %2</translation>
     </message>
     <message>
-        <source>Nie można zapisać w archiwum rozmów: %1</source>
-        <translation>The history cannot be written: %1</translation>
-    </message>
-    <message>
         <source>napisana %1</source>
         <translation>written %1</translation>
+    </message>
+    <message>
+        <source>Nie zapisano w archiwum rozmów wiadomości: %1.</source>
+        <translation>Messages that were not written to the history: %1.</translation>
+    </message>
+    <message>
+        <source>Zbyt wiele wiadomości czeka na zapis w archiwum rozmów; następne nie zostaną w nim zapisane.</source>
+        <translation>Too many messages wait to be written to the history; further ones will not be written to it.</translation>
+    </message>
+    <message>
+        <source>Nie można zapisać w archiwum rozmów: %1. Wiadomości są pokazywane, a zapis będzie ponawiany.</source>
+        <translation>The history cannot be written: %1. Messages are shown, and writing will be tried again.</translation>
+    </message>
+    <message>
+        <source>Archiwum rozmów znów działa; zapisano to, co czekało.</source>
+        <translation>The history works again; what waited is written.</translation>
+    </message>
+    <message>
+        <source>Archiwum rozmów było uszkodzone i zostało zachowane jako %1. Zaczęto nowe; odczytane wiadomości: %2.</source>
+        <translation>The history was damaged and is kept as %1. A new one was begun; messages that could be read: %2.</translation>
+    </message>
+    <message>
+        <source>Dysk nie przyjmuje archiwum rozmów: %1</source>
+        <translation>The disk does not take the history: %1</translation>
+    </message>
+    <message>
+        <source>Nie można odczytać archiwum rozmów: %1</source>
+        <translation>The history cannot be read: %1</translation>
+    </message>
+    <message>
+        <source>pochodzi z nowszej wersji programu</source>
+        <translation>it comes from a newer version of the program</translation>
     </message>
 </context>
 <context>

@@ -1,9 +1,15 @@
 #include "messenger/core/history.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <csignal>
+#include <QDir>
+#include <QFile>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTemporaryDir>
+
+#include "tests/messenger/core/stage.h"
 
 namespace oku::test {
 namespace {
@@ -54,7 +60,7 @@ TEST(HistoryFile, OfTheFirstFormatIsKeptAndGoesOn) {
     make(path, {});
     for (int start = 1; start <= 2; ++start) {
         History history(path);
-        EXPECT_NE(history.add(written("dziś")), 0);
+        EXPECT_NE(history.addNow(written("dziś")), 0);
         EXPECT_EQ(history.find(kAlice, kBob, 20, QStringLiteral("temu")).size(), 1);
         EXPECT_EQ(history.find(kAlice, kBob, 20, {}).size(), 1 + start);
     }
@@ -67,8 +73,272 @@ TEST(HistoryFile, OfALaterFormatIsLeftAsItIs) {
     History history(path);
     QStringList told;
     QObject::connect(&history, &History::failed, &history, [&](const QString& reason) { told.append(reason); });
-    EXPECT_EQ(history.add(written("dziś")), 0);
+    EXPECT_EQ(history.addNow(written("dziś")), 0);
     EXPECT_EQ(told.size(), 1);
+}
+
+/// From here to its end no file of this process can grow, as on a full disk.
+class FullDisk {
+public:
+    FullDisk() : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit none{0, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &none);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+    ~FullDisk() { end(); }
+    void end() {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
+    }
+
+private:
+    void (*handler_)(int);
+    rlimit before_{};
+};
+
+class HistoryTest : public testing::Test {
+protected:
+    void start() {
+        history.reset();
+        told.clear();
+        notices.clear();
+        history = std::make_unique<History>(path);
+        QObject::connect(history.get(), &History::failed, history.get(),
+                         [this](const QString& text) { notices.append(text); });
+    }
+    void add(const char* body) { add(QString::fromUtf8(body)); }
+    void add(const QString& body) {
+        Message message = written("");
+        message.body = body;
+        history->add(message, [this](const Message& shown) {
+            told.append(shown.body);
+            numbers.append(shown.number);
+        });
+    }
+    bool waitForTold(qsizetype count) {
+        return waitFor([=, this] { return told.size() >= count; });
+    }
+    QStringList found(int limit = -1) {
+        QStringList bodies;
+        for (const Message& message : history->find(kAlice, kBob, limit, {})) bodies.append(message.body);
+        return bodies;
+    }
+    /// What stands in the file, as any other program would see it.
+    QStringList onDisk() const {
+        History other(path);
+        QStringList bodies;
+        for (const Message& message : other.find(kAlice, kBob, -1, {})) bodies.append(message.body);
+        return bodies;
+    }
+    QStringList aside() const {
+        return QDir(directory.path()).entryList({QStringLiteral("history.sqlite.damaged-*[0-9]")});
+    }
+    QByteArray content() const {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    void setContent(const QByteArray& bytes) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    /// A whole history of many messages, and nothing beside it.
+    void makeLong(int count) {
+        start();
+        for (int i = 0; i < count; ++i) add(QStringLiteral("message %1 ").arg(i) + QString(200, u'x'));
+        history->close();
+        history.reset();
+    }
+
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("history.sqlite"));
+    std::unique_ptr<History> history;
+    QStringList told;
+    QList<qint64> numbers;
+    QStringList notices;
+};
+
+TEST_F(HistoryTest, TellsNothingBeforeItIsWritten) {
+    start();
+    add("one");
+    add("two");
+    EXPECT_EQ(told, QStringList());
+    EXPECT_EQ(onDisk(), QStringList());
+    EXPECT_EQ(found(), QStringList()) << "what is not told yet is not there yet";
+    QStringList seen;
+    history->whenWritten([&] { seen = onDisk(); });
+    ASSERT_TRUE(waitForTold(2));
+    EXPECT_EQ(told, (QStringList{"one", "two"}));
+    EXPECT_EQ(seen, told) << "both were written together";
+    EXPECT_EQ(found(), told);
+    EXPECT_EQ(numbers, (QList<qint64>{1, 2}));
+}
+
+TEST_F(HistoryTest, TellsInTheOrderInWhichThingsCame) {
+    start();
+    add("one");
+    history->whenWritten([this] { told.append(QStringLiteral("sent")); });
+    add("two");
+    EXPECT_EQ(history->addNow(written("own")), 3);
+    EXPECT_EQ(told, (QStringList{"one", "sent", "two"})) << "what came before an own message is told before it";
+    history->whenWritten([this] { told.append(QStringLiteral("at once")); });
+    EXPECT_EQ(told.last(), QStringLiteral("at once")) << "nothing waits";
+    EXPECT_EQ(onDisk(), (QStringList{"one", "two", "own"}));
+}
+
+TEST_F(HistoryTest, ShowsWhoIsToldOfAMessageNoLaterOne) {
+    start();
+    QList<QStringList> seen;
+    history->add(written("one"), [&](const Message&) { seen.append(found()); });
+    history->add(written("two"), [&](const Message&) {
+        seen.append(found());
+        EXPECT_NE(history->addNow(written("own")), 0) << "within the telling";
+    });
+    history->add(written("three"), [&](const Message&) { seen.append(found()); });
+    history->flush();
+    EXPECT_EQ(seen, (QList<QStringList>{{"one"}, {"one", "two"}, {"one", "two", "three"}}));
+    EXPECT_EQ(found(), (QStringList{"one", "two", "three", "own"}));
+}
+
+TEST_F(HistoryTest, TellsWithinATurnThatTakesLong) {
+    start();
+    add("one");
+    QThread::msleep(150);
+    add("two");
+    EXPECT_EQ(told, (QStringList{"one", "two"}));
+}
+
+TEST_F(HistoryTest, KnowsAStateBeforeItIsWritten) {
+    start();
+    Message own = written("own");
+    own.direction = Direction::out;
+    own.state = DeliveryState::queued;
+    const qint64 number = history->addNow(own);
+    history->setState(number, DeliveryState::sent, true);
+    EXPECT_EQ(history->message(number)->state, DeliveryState::sent);
+    EXPECT_EQ(history->outgoing(kAlice, DeliveryState::queued).size(), 0);
+    EXPECT_EQ(history->outgoing(kAlice, DeliveryState::sent).size(), 1);
+    history->flush();
+    EXPECT_EQ(history->outgoing(kAlice, DeliveryState::sent).size(), 1);
+    start();
+    EXPECT_EQ(history->outgoing(kAlice, DeliveryState::unconfirmed).size(), 1) << "nobody said that it arrived";
+}
+
+TEST_F(HistoryTest, WritesAtItsEndButTellsNobody) {
+    start();
+    add("one");
+    history.reset();
+    EXPECT_EQ(told, QStringList());
+    EXPECT_EQ(onDisk(), QStringList(QStringLiteral("one")));
+}
+
+TEST_F(HistoryTest, SetsAsideWhatIsNoHistoryAndGoesOn) {
+    QByteArray noise(20000, 'x');
+    for (qsizetype i = 0; i < noise.size(); ++i) noise[i] = static_cast<char>(i * 7919 >> 3);
+    makeLong(300);
+    const QByteArray half = content().left(content().size() / 2);
+    for (const QByteArray& damage : {noise, half, QByteArray(20000, '\0'), QByteArray("short")}) {
+        setContent(damage);
+        start();
+        add("one");
+        ASSERT_TRUE(waitForTold(1));
+        EXPECT_EQ(notices.size(), 1);
+        ASSERT_EQ(aside().size(), 1) << "for " << damage.size() << " bytes";
+        const QString kept = directory.filePath(aside().first());
+        EXPECT_TRUE(notices.value(0).contains(kept)) << notices.join(u'|').toStdString();
+        QFile file(kept);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_EQ(file.readAll(), damage);
+        EXPECT_EQ(onDisk(), QStringList(QStringLiteral("one")));
+        EXPECT_FALSE(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther));
+        history.reset();
+        EXPECT_TRUE(file.remove());
+        for (const char* rest : {"", "-wal", "-shm"}) QFile::remove(path + QLatin1String(rest));
+    }
+}
+
+TEST_F(HistoryTest, SetsADatabaseWithOtherTablesAside) {
+    make(path, {"DROP TRIGGER indexed", "DROP TABLE messages", "PRAGMA user_version=2"});
+    start();
+    add("one");
+    ASSERT_TRUE(waitForTold(1));
+    EXPECT_EQ(aside().size(), 1);
+    EXPECT_EQ(onDisk(), QStringList(QStringLiteral("one")));
+}
+
+TEST_F(HistoryTest, KeepsWhatCanBeReadOfAFileWithADamagedPage) {
+    makeLong(3000);
+    QByteArray bytes = content();
+    const qsizetype page = 4096;
+    for (qsizetype at = bytes.size() / 2 / page * page; at < bytes.size() / 2 + 3 * page; ++at) bytes[at] = 'x';
+    setContent(bytes);
+    start();
+    add("one");
+    ASSERT_TRUE(waitForTold(1));
+    const QStringList all = found();
+    ASSERT_EQ(aside().size(), 1);
+    EXPECT_EQ(notices.size(), 1) << notices.join(u'|').toStdString();
+    EXPECT_GT(all.size(), 2000);
+    EXPECT_TRUE(all.first().startsWith(QStringLiteral("message 0 ")));
+    EXPECT_EQ(all.last(), QStringLiteral("one"));
+    EXPECT_TRUE(all[all.size() - 2].startsWith(QStringLiteral("message 2999 "))) << "also from behind the damage";
+    EXPECT_EQ(QSet<QString>(all.begin(), all.end()).size(), all.size()) << "none twice";
+    EXPECT_EQ(history->addNow(written("two")), 3002) << "numbers go on";
+    EXPECT_EQ(onDisk().size(), all.size() + 1);
+}
+
+TEST_F(HistoryTest, ShowsWhatAFullDiskDoesNotTakeAndWritesItWhenThereIsRoom) {
+    start();
+    EXPECT_NE(history->addNow(written("before")), 0);
+    FullDisk full;
+    add("one");
+    ASSERT_TRUE(waitForTold(1));
+    add("two");
+    ASSERT_TRUE(waitForTold(2));
+    EXPECT_EQ(notices.size(), 1) << "told once";
+    EXPECT_EQ(history->addNow(written("own")), 0) << "the user still has it, and can send it later";
+    EXPECT_EQ(found(), (QStringList{"before", "one", "two"}));
+    EXPECT_EQ(found(1), (QStringList{"two"}));
+    full.end();
+    EXPECT_TRUE(waitFor([this] { return notices.size() == 2; }, 10000)) << "by itself";
+    EXPECT_EQ(onDisk(), (QStringList{"before", "one", "two"}));
+    EXPECT_EQ(found(), (QStringList{"before", "one", "two"})) << "none twice";
+}
+
+TEST_F(HistoryTest, BeginsOnAFullDiskAndGoesOnWhenThereIsRoom) {
+    start();
+    FullDisk full;
+    add("one");
+    ASSERT_TRUE(waitForTold(1));
+    EXPECT_EQ(numbers, QList<qint64>{0}) << "nobody knows the last number yet";
+    EXPECT_EQ(found(), QStringList(QStringLiteral("one")));
+    full.end();
+    EXPECT_NE(history->addNow(written("own")), 0) << "tried at once, as somebody waits";
+    EXPECT_EQ(onDisk(), (QStringList{"one", "own"}));
+}
+
+TEST_F(HistoryTest, KeepsNoMoreThanItsBounds) {
+    start();
+    FullDisk full;
+    constexpr int bound = 10000;
+    for (int i = 0; i <= bound; ++i) add("x");
+    ASSERT_TRUE(waitForTold(bound + 1)) << "all are shown";
+    EXPECT_EQ(notices.size(), 2) << "that it fails, and that there are too many";
+    full.end();
+    history->close();
+    EXPECT_EQ(onDisk().size(), bound);
+}
+
+TEST_F(HistoryTest, TellsAtItsEndWhatIsLost) {
+    start();
+    FullDisk full;
+    add("one");
+    history->close();
+    EXPECT_EQ(told, QStringList(QStringLiteral("one")));
+    ASSERT_EQ(notices.size(), 2);
+    EXPECT_TRUE(notices[1].contains(u'1')) << notices[1].toStdString();
 }
 
 }  // namespace

@@ -36,6 +36,11 @@ protected:
         return core->delivery.send(entry(), message);
     }
 
+    /// What was told until the end of the event loop's turn.
+    QStringList& told() {
+        core->history.flush();
+        return trace;
+    }
     DeliveryState stateOf(qint64 number) { return core->history.message(number)->state; }
     void cut() {
         inPlugin([&] { account().flags = 0; });
@@ -140,11 +145,11 @@ TEST_F(SessionsOfAccounts, TellWhenALateMessageWasWritten) {
 TEST_F(SessionsOfAccounts, SendWhatWasWrittenOfflineAfterTheNextLogin) {
     const qint64 one = send("one");
     send("two");
-    EXPECT_EQ(trace, (QStringList{QStringLiteral("queued one queued"), QStringLiteral("queued two queued")}));
+    EXPECT_EQ(told(), (QStringList{QStringLiteral("queued one queued"), QStringLiteral("queued two queued")}));
     EXPECT_TRUE(plugin().log.empty());
-    trace.clear();
+    told().clear();
     logIn();
-    EXPECT_EQ(trace, (QStringList{QStringLiteral("sent one sent"), QStringLiteral("sent two sent")}));
+    EXPECT_EQ(told(), (QStringList{QStringLiteral("sent one sent"), QStringLiteral("sent two sent")}));
     EXPECT_EQ(plugin().log,
               (std::vector<std::string>{"message bob@example.org one 6", "message bob@example.org two 6"}));
     EXPECT_EQ(stateOf(one), DeliveryState::sent);
@@ -176,10 +181,10 @@ TEST_F(SessionsOfAccounts, MarkWhatWasHandedToAConnectionThatDied) {
     const qint64 first = send("first");
     ASSERT_TRUE(confirm());
     const qint64 second = send("second");
-    trace.clear();
+    told().clear();
     cut();
     inPlugin([&] { account().flags = OKU_FLAG_CONNECTING; });
-    EXPECT_EQ(trace, QStringList(QStringLiteral("changed second unconfirmed")));
+    EXPECT_EQ(told(), QStringList(QStringLiteral("changed second unconfirmed")));
     EXPECT_EQ(stateOf(first), DeliveryState::sent);
     EXPECT_EQ(stateOf(second), DeliveryState::unconfirmed);
     logIn();
@@ -202,7 +207,7 @@ TEST_F(SessionsOfAccounts, MarkAMessageThatCameBack) {
     const qint64 number = send("x");
     inPlugin([&] { offerIncoming("<message type='error' id='m-x' from='bob@example.org'><error/></message>"); });
     EXPECT_EQ(stateOf(number), DeliveryState::failed);
-    EXPECT_EQ(trace.last(), QStringLiteral("changed x failed"));
+    EXPECT_EQ(told().last(), QStringLiteral("changed x failed"));
 }
 
 TEST_F(SessionsOfAccounts, TakeBackAMessageOnlyFromWhereItWent) {

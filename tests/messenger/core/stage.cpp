@@ -147,6 +147,7 @@ void Stage::receiveMessage(const char16_t* from, const char16_t* body, std::uint
     if (!raise(OKU_HOOK_MESSAGE_IN, OKU_PHASE_BEFORE, wordOf(&record))) {
         raise(OKU_HOOK_MESSAGE_IN, OKU_PHASE_AFTER, wordOf(&record));
     }
+    core->history.flush();  // as at the end of the event loop's turn
 }
 
 bool Stage::logged(const std::string& line) const {

@@ -103,7 +103,7 @@ TEST(TextSearch, ReadsTheHistoryToTheNewestThatFit) {
     message.time = QDateTime::currentDateTime();
     for (const char* body : {"pierwsza 🦆", "druga", "trzecia 🦆", "czwarta 🦆", "piąta"}) {
         message.body = QString::fromUtf8(body);
-        ASSERT_NE(history.add(message), 0);
+        ASSERT_NE(history.addNow(message), 0);
     }
     const auto found = [&](const QString& search, int limit) {
         QStringList list;

@@ -55,8 +55,9 @@ public:
         message.body = text(number) + QString(static_cast<int>(number % 5000), u'ć');
         message.state = DeliveryState::queued;
         message.time = QDateTime::fromSecsSinceEpoch(number);
-        const qint64 written = history.add(message);
+        const qint64 written = history.addNow(message);
         history.setState(written, DeliveryState::sent, true);
+        history.flush();
         return written == number;
     }
 

@@ -1,0 +1,66 @@
+#include "messenger/core/history_salvage.h"
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QUuid>
+#include <utility>
+
+#include "messenger/core/history_file.h"
+
+namespace oku {
+namespace {
+
+constexpr std::size_t kAtATime = 1000;  // messages of one transaction
+
+/// Whether what was sent has arrived is asked of the connection, which the file does not know: what it was handed
+/// counts as unconfirmed.
+constexpr char kUpwards[] =
+    "SELECT number, account, contact, resource, direction, subject, body, kind, time, delayed,"
+    " CASE WHEN handed THEN 3 ELSE state END, failed FROM messages WHERE number > ? ORDER BY number";
+constexpr char kDownwards[] =
+    "SELECT number, account, contact, resource, direction, subject, body, kind, time, delayed,"
+    " CASE WHEN handed THEN 3 ELSE state END, failed FROM messages WHERE number > ? ORDER BY number DESC";
+
+/// Copies rows until one cannot be read or written; returns the last number that was.
+qint64 copy(const QSqlDatabase& from, HistoryFile& into, const char* text, qint64 above, qint64& count) {
+    QSqlQuery rows(from);
+    rows.setForwardOnly(true);
+    rows.prepare(QString::fromLatin1(text));
+    rows.addBindValue(above);
+    rows.exec();
+    qint64 last = above;
+    HistoryChanges batch;
+    const auto write = [&] {
+        const auto size = static_cast<qint64>(batch.messages.size());
+        const bool written = into.write(std::exchange(batch, {}));
+        if (written) count += size;
+        return written;
+    };
+    while (rows.next()) {
+        batch.messages.push_back(HistoryFile::messageAt(rows));
+        last = batch.messages.back().number;
+        if (batch.messages.size() == kAtATime && !write()) return last;
+    }
+    write();
+    return last;
+}
+
+}  // namespace
+
+qint64 salvageHistory(const QString& damaged, HistoryFile& into) {
+    qint64 count = 0;
+    const QString connection = QUuid::createUuid().toString();
+    {
+        auto from = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
+        from.setDatabaseName(damaged);
+        // From both ends, as what cannot be read may lie anywhere.
+        if (from.open()) {
+            const qint64 last = copy(from, into, kUpwards, 0, count);
+            copy(from, into, kDownwards, last, count);
+        }
+    }
+    QSqlDatabase::removeDatabase(connection);
+    return count;
+}
+
+}  // namespace oku
