@@ -1,10 +1,13 @@
 #include "messenger/core/net/certificate.h"
 
+#include <algorithm>
 #include <QCryptographicHash>
 #include <QDateTime>
+#include <QHostAddress>
 #include <QLocale>
 #include <QStringList>
 
+#include "messenger/core/net/system_resolver.h"
 #include "messenger/core/net/texts.h"
 
 namespace oku::net {
@@ -47,7 +50,34 @@ QString reasonFor(const QSslError& error, const QSslCertificate& certificate, co
     }
 }
 
+/** A `*` stands for one whole label, the first, of a name that has two more. */
+bool covers(const QString& pattern, const QString& name) {
+    if (!pattern.startsWith(QLatin1String("*.")) || pattern.count(u'.') < 2)
+        return pattern.compare(name, Qt::CaseInsensitive) == 0;
+    const qsizetype dot = name.indexOf(u'.');
+    return dot > 0 && QStringView(name).sliced(dot).compare(QStringView(pattern).sliced(1), Qt::CaseInsensitive) == 0;
+}
+
+bool coversAddress(const QStringList& addresses, const QHostAddress& wanted) {
+    return std::any_of(addresses.begin(), addresses.end(),
+                       [&](const QString& address) { return QHostAddress(address) == wanted; });
+}
+
 }  // namespace
+
+std::optional<QSslError> nameFault(const QSslCertificate& certificate, const QString& domain) {
+    const auto others = certificate.subjectAlternativeNames();
+    const QStringList names = others.values(QSsl::DnsEntry);
+    const QStringList addresses = others.values(QSsl::IpAddressEntry);
+    const QString wanted = asciiName(domain);
+    const QHostAddress address(wanted);
+    if (names.isEmpty() && (address.isNull() || addresses.isEmpty())) return std::nullopt;
+    const bool good = address.isNull() ? std::any_of(names.begin(), names.end(),
+                                                     [&](const QString& name) { return covers(name, wanted); })
+                                       : coversAddress(addresses, address);
+    if (good) return std::nullopt;
+    return QSslError(QSslError::HostNameMismatch, certificate);
+}
 
 BadCertificate describe(const QSslCertificate& certificate, const QList<QSslError>& errors, const QString& domain) {
     QStringList reasons;

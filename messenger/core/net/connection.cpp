@@ -99,13 +99,7 @@ void Connection::watchSocket() {
     QObject::connect(socket, &QSslSocket::errorOccurred, this, &Connection::lineError);
     QObject::connect(socket, &QSslSocket::disconnected, this, &Connection::lineDown, Qt::QueuedConnection);
     QObject::connect(socket, &QSslSocket::sslErrors, this, &Connection::checkCertificate);
-    QObject::connect(socket, &QSslSocket::encrypted, this, [this] { tlsUp_ = true; });
-    QObject::connect(
-        socket, &QSslSocket::encrypted, this,
-        [this] {
-            if (state_ == State::Open && !pendingEnd_) events_.tlsUp(id_);
-        },
-        Qt::QueuedConnection);
+    QObject::connect(socket, &QSslSocket::encrypted, this, &Connection::handshakeDone);
     if (socket->state() != QAbstractSocket::ConnectedState)
         QMetaObject::invokeMethod(this, &Connection::lineDown, Qt::QueuedConnection);
 }
@@ -180,7 +174,10 @@ void Connection::abandon() {
 qint32 Connection::send(QByteArrayView bytes) {
     const bool open =
         state_ == State::Open && !pendingEnd_ && !closingSent_ && socket_->state() == QAbstractSocket::ConnectedState;
-    if (!open || socket_->bytesToWrite() + socket_->encryptedBytesToWrite() + bytes.size() > settings_.sendBacklog)
+    // Until the handshake is done the socket keeps what it is given; behind it a certificate may still be in doubt.
+    const bool doubtful = tlsUp_ && asked_ != Asked::Nobody;
+    if (!open || doubtful ||
+        socket_->bytesToWrite() + socket_->encryptedBytesToWrite() + bytes.size() > settings_.sendBacklog)
         return -1;
     const qint64 taken = socket_->write(bytes.data(), bytes.size());
     if (bytes.trimmed().endsWith("</stream:stream>")) streamEnded();

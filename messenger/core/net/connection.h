@@ -38,6 +38,9 @@ public:
     QString domain() const;
     qsizetype pieceLimit() const;
 
+    /** TLS was asked for: what was read before that was read in clear. */
+    bool tlsStarted() const { return tlsStarted_; }
+
     /** Null unless open. */
     QHostAddress localAddress() const;
 
@@ -78,6 +81,9 @@ private:
     void note(const Piece& piece);
     void releaseHeld();
 
+    bool readable() const;
+
+    void handshakeDone();
     void checkCertificate(const QList<QSslError>& errors);
     void acceptCertificate();
     void refuseCertificate();
@@ -118,6 +124,8 @@ private:
     bool bound_ = false;
     bool tlsStarted_ = false;
     bool tlsUp_ = false;
+    bool tlsToReport_ = false;
+    bool certificateAccepted_ = false;  ///< though it did not pass
     bool compressed_ = false;
     bool closingSent_ = false;
     bool serverEnded_ = false;

@@ -19,10 +19,22 @@ void Connection::pump() {
     finish(pendingEnd_->cause, pendingEnd_->sentence);
 }
 
+/** Nothing is read behind the answer to STARTTLS, nor from where TLS was asked for until the certificate has passed and
+ * that is reported. */
+bool Connection::readable() const {
+    if (tlsStarted_) return tlsUp_ && !tlsToReport_ && asked_ == Asked::Nobody;
+    return !reader_.proceedSeen();
+}
+
 /** False when nothing is left. The event comes last, for the connection may be gone after it. */
 bool Connection::reportNext() {
-    while (ready_.empty() && socket_->bytesAvailable() > 0 && !reader_.proceedSeen()) readMore();
-    if (ready_.empty() && pendingEnd_ && reader_.held() > 0 && !reader_.proceedSeen())
+    if (tlsToReport_ && asked_ == Asked::Nobody && !pendingEnd_) {
+        tlsToReport_ = false;
+        events_.tlsUp(id_);
+        return true;
+    }
+    while (ready_.empty() && socket_->bytesAvailable() > 0 && readable()) readMore();
+    if (ready_.empty() && pendingEnd_ && reader_.held() > 0 && readable())
         ready_.push_back({reader_.release(), std::nullopt, false});
     if (ready_.empty()) return false;
     Piece piece = std::move(ready_.front());
@@ -58,7 +70,7 @@ void Connection::readMore() {
 }
 
 void Connection::releaseHeld() {
-    if (state_ != State::Open || reader_.proceedSeen()) return;
+    if (state_ != State::Open || !readable()) return;
     if (QByteArray held = reader_.release(); !held.isEmpty()) ready_.push_back({std::move(held), std::nullopt, false});
     pump();
 }

@@ -6,27 +6,38 @@
 
 namespace oku::net {
 
+/** Whatever comes of it: from here on no byte is reported that was read in clear. */
 bool Connection::initSsl() {
-    const bool possible =
-        state_ == State::Open && !tlsStarted_ && !pendingEnd_ && socket_->state() == QAbstractSocket::ConnectedState;
-    if (!possible) return false;
-    if (reader_.proceedSeen()) reader_.add(socket_->readAll());
-    if (reader_.held() > 0 || socket_->bytesAvailable() > 0) {
-        end(EndCause::ProtocolBroken, text(Text::ProtocolBroken));
-        return false;
-    }
+    if (state_ != State::Open || tlsStarted_) return false;
+    const bool clearTextLeft = !ready_.empty() || reader_.held() > 0 || socket_->bytesAvailable() > 0;
     tlsStarted_ = true;
+    ready_.clear();
     reader_ = StreamReader(settings_.holdBytes, false);
     hold_.cancel();
+    if (clearTextLeft) {
+        finish(EndCause::ProtocolBroken, text(Text::ProtocolBroken));
+        return false;
+    }
+    if (pendingEnd_ || socket_->state() != QAbstractSocket::ConnectedState) return false;
     socket_->startClientEncryption();
     return true;
 }
 
+void Connection::handshakeDone() {
+    tlsUp_ = tlsToReport_ = true;
+    // The toolkit takes the common name as well, whatever other names the certificate has.
+    if (const auto fault = nameFault(socket_->peerCertificate(), domain())) checkCertificate({*fault});
+    QMetaObject::invokeMethod(this, &Connection::pump, Qt::QueuedConnection);
+}
+
 void Connection::checkCertificate(const QList<QSslError>& errors) {
     // A write while the handshake waits for an answer has it complain a second time.
-    if (state_ != State::Open || asked_ != Asked::Nobody) return;
-    certificate_ = describe(socket_->peerCertificate(), errors, domain());
-    if (hooks_.isPinned(certificate_.fingerprint)) return socket_->ignoreSslErrors();
+    if (state_ != State::Open || asked_ != Asked::Nobody || certificateAccepted_) return;
+    const QSslCertificate certificate = socket_->peerCertificate();
+    QList<QSslError> faults = errors;
+    if (const auto fault = nameFault(certificate, domain())) faults.append(*fault);
+    certificate_ = describe(certificate, faults, domain());
+    if (hooks_.isPinned(certificate_.fingerprint)) return acceptCertificate();
     asked_ = Asked::Plugin;
     QMetaObject::invokeMethod(
         this,
@@ -62,7 +73,12 @@ void Connection::decideCertificate(CertificateDecision decision) {
 void Connection::acceptCertificate() {
     if (state_ != State::Open) return;
     asked_ = Asked::Nobody;
+    certificateAccepted_ = true;
     updateStall();
+    if (tlsUp_) {
+        QMetaObject::invokeMethod(this, &Connection::pump, Qt::QueuedConnection);
+        return;
+    }
     socket_->ignoreSslErrors();
     socket_->resume();
 }

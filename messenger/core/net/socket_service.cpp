@@ -106,6 +106,11 @@ qsizetype SocketService::pieceLimit(const QString& name) const {
 
 bool SocketService::isCurrent(const ConnectionId& id) const { return connectionOf(id) != nullptr; }
 
+bool SocketService::tlsStarted(const ConnectionId& id) const {
+    const Connection* connection = connectionOf(id);
+    return connection && connection->tlsStarted();
+}
+
 void SocketService::answerCertificate(const ConnectionId& id, bool overridden) {
     if (Connection* connection = connectionOf(id)) connection->answerCertificate(overridden);
 }

@@ -52,6 +52,10 @@ public:
     /** False for an event of a connection that was replaced or destroyed meanwhile. */
     bool isCurrent(const ConnectionId& id) const;
 
+    /** TLS was asked for on this connection. What it reported before that was read in clear, and must not reach the
+     * plugin any more. */
+    bool tlsStarted(const ConnectionId& id) const;
+
     /** The plugin's answer to event 10. True goes on, and the user is told; false asks the person. */
     void answerCertificate(const ConnectionId& id, bool overridden);
     void decideCertificate(const ConnectionId& id, CertificateDecision decision);

@@ -6,7 +6,14 @@ namespace oku::net {
 
 namespace {
 
-bool isTlsProceed(QByteArrayView element) { return element.toByteArray().contains("urn:ietf:params:xml:ns:xmpp-tls"); }
+/** Whether the element is called "proceed", under whatever prefix and in whatever namespace: the plugin looks at
+ * neither before it asks for TLS. */
+bool isProceed(QByteArrayView element) {
+    qsizetype end = 1;
+    while (end < element.size() && !QByteArrayView(" \t\r\n/>").contains(element[end])) ++end;
+    const QByteArrayView name = element.sliced(1, end - 1);
+    return name == "proceed" || name.endsWith(":proceed");
+}
 
 }  // namespace
 
@@ -68,7 +75,7 @@ bool StreamReader::onElement(Cut& cut, qsizetype end) {
     const QByteArrayView element = QByteArrayView(kept_).sliced(cut.elementStart, end - cut.elementStart);
     if (name == "stream:error" || name == "failure") {
         if (auto fault = readFault(element)) cut.fault = std::move(fault);
-    } else if (name == "proceed" && cutAtProceed_ && isTlsProceed(element)) {
+    } else if (cutAtProceed_ && isProceed(element)) {
         cut.pieceUpTo(kept_, end);
         proceedSeen_ = true;
         return false;

@@ -30,11 +30,15 @@ Authority::Authority() {
     certificate_ = QSslCertificate::fromPath(path("ca.crt")).value(0);
 }
 
-Identity Authority::issue(const QStringList& names, int days) {
+Identity Authority::issue(const QStringList& names, int days, const QString& commonName) {
     const QString stem = QString::number(++count_);
-    openssl(QStringList{"req"} + newKey +
-            QStringList{"-subj", "/CN=" + names.first(), "-addext", "subjectAltName=DNS:" + names.join(",DNS:"),
-                        "-keyout", path(stem + ".key"), "-out", path(stem + ".csr")});
+    QStringList request = QStringList{"req"} + newKey;
+    request << "-subj"
+            << "/CN=" + (commonName.isEmpty() ? names.first() : commonName);
+    if (!names.isEmpty())
+        request << "-addext"
+                << "subjectAltName=DNS:" + names.join(",DNS:");
+    openssl(request + QStringList{"-keyout", path(stem + ".key"), "-out", path(stem + ".csr")});
     openssl({"x509", "-req", "-in", path(stem + ".csr"), "-CA", path("ca.crt"), "-CAkey", path("ca.key"),
              "-CAcreateserial", "-days", QString::number(days), "-copy_extensions", "copy", "-out",
              path(stem + ".crt")});

@@ -23,8 +23,9 @@ public:
 
     QSslCertificate certificate() const { return certificate_; }
 
-    /** A certificate for these DNS names, good for so many days; -1 has expired. */
-    Identity issue(const QStringList& names, int days = 30);
+    /** A certificate for these DNS names, good for so many days; -1 has expired. The common name is the first of them,
+     * if none is given. */
+    Identity issue(const QStringList& names, int days = 30, const QString& commonName = {});
     Identity selfSigned(const QString& name);
 
 private:

@@ -68,6 +68,21 @@ TEST_P(ByProxy, ThePluginSeesNothingOfTheHandshake) {
     EXPECT_EQ(bench->events.log, QStringList{"connected 1"});
 }
 
+TEST_P(ByProxy, WhatComesBehindItsAnswerIsNotBelievedWhereTlsIsWanted) {
+    proxy.slipped = header + "<message>forged</message><half";
+    bool started = true;
+    bench->events.onEvent = [&](const QString& line) {
+        if (line == "connected 1") started = bench->service.initSsl("s");
+    };
+    dial(proxy.settings());
+    ASSERT_TRUE(bench->closed());
+    EXPECT_FALSE(started);
+    EXPECT_EQ(bench->events.log.size(), 2) << bench->events.log.join('\n').toStdString();
+    EXPECT_EQ(bench->events.bytes(), "");
+    EXPECT_EQ(bench->events.ends[0].cause, EndCause::ProtocolBroken);
+    EXPECT_FALSE(bench->events.ends[0].askedFor);
+}
+
 TEST_P(ByProxy, NamesAreResolvedByTheProxy) {
     dial(proxy.settings(), "_xmpp-client._tcp.example.test");
     ASSERT_TRUE(bench->opened());

@@ -104,7 +104,7 @@ void SmallProxy::relay(Client& client, const QString& target, const QByteArray& 
     near->disconnect(near);
     connect(near, &QTcpSocket::readyRead, far, [near, far] { far->write(near->readAll()); });
     connect(far, &QTcpSocket::readyRead, near, [near, far] { near->write(far->readAll()); });
-    connect(far, &QTcpSocket::connected, near, [near, yes] { near->write(yes); });
+    connect(far, &QTcpSocket::connected, near, [this, near, yes] { near->write(yes + slipped); });
     connect(near, &QTcpSocket::disconnected, far, [far] { far->disconnectFromHost(); });
     connect(far, &QTcpSocket::disconnected, near, [near] { near->disconnectFromHost(); });
     far->connectToHost(QHostAddress::LocalHost, found->second);

@@ -19,7 +19,8 @@ public:
     QString user;                        ///< empty: no login is asked for
     QString password;
     bool silent = false;
-    QStringList asked;  ///< "host:port" of each request
+    QByteArray slipped;  ///< goes to the client in one piece with the answer, as if the target had said it
+    QStringList asked;   ///< "host:port" of each request
 
     Proxy settings(const QString& withUser = {}, const QString& withPassword = {}) const;
 

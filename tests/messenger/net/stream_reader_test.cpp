@@ -25,6 +25,7 @@ QList<Piece> inSteps(StreamReader& reader, const QByteArray& text, qsizetype ste
 const QByteArray conflict =
     "<stream:error><conflict xmlns='urn:ietf:params:xml:ns:xmpp-streams'/>"
     "<text xmlns='urn:ietf:params:xml:ns:xmpp-streams'>Replaced by\n new &amp; better</text></stream:error>";
+const QByteArray header = "<?xml version='1.0'?><stream:stream id='1' version='1.0'>";
 const QByteArray proceed = "<proceed xmlns='urn:ietf:params:xml:ns:xmpp-tls'/>";
 
 TEST(StreamReader, HandsOutAllCompleteElementsAtOnceAndKeepsTheRest) {
@@ -107,9 +108,26 @@ TEST(StreamReader, HandsOutNothingBehindTheAnswerToStarttls) {
     }
 }
 
-TEST(StreamReader, CutsAtNoOtherProceedAndNotUnderTls) {
+TEST(StreamReader, CutsAtEachProceedWhateverItsNamespacePrefixAndAttributes) {
+    for (const QByteArray& one :
+         {QByteArray("<proceed/>"), QByteArray("<proceed></proceed>"), QByteArray("<proceed\n/>"),
+          QByteArray("<proceed xmlns='urn:ietf:params:xml:ns:xmpp-tl&#115;'/>"),
+          QByteArray("<proceed xmlns='urn:other' to='ala' a='/>'/>"), QByteArray("<proceed>a<b/>c</proceed >"),
+          QByteArray("<t:proceed xmlns:t='urn:ietf:params:xml:ns:xmpp-tls'/>"),
+          QByteArray("<" + QByteArray(100, 't') + ":proceed/>"), QByteArray("<!-- <a> --><proceed/>"),
+          QByteArray("<![CDATA[<a>]]><proceed/>"), QByteArray("<?a <b> ?><proceed/>")}) {
+        for (qsizetype step = 1; step <= one.size(); ++step) {
+            StreamReader reader(large, true);
+            EXPECT_EQ(bytesOf(inSteps(reader, header + one + "<message/> <m", step)).join(""), header + one) << step;
+            EXPECT_TRUE(reader.proceedSeen()) << one.constData();
+        }
+    }
+}
+
+TEST(StreamReader, CutsAtNothingElseAndNotUnderTls) {
     StreamReader clear(large, true);
-    clear.add("<proceed/><message><proceed xmlns='urn:ietf:params:xml:ns:xmpp-tls'/></message>");
+    clear.add(
+        "<Proceed/><proceeds/><a:b>proceed</a:b><message><proceed xmlns='urn:ietf:params:xml:ns:xmpp-tls'/></message>");
     EXPECT_FALSE(clear.proceedSeen());
     StreamReader tls(large, false);
     tls.add(proceed);

@@ -1,6 +1,7 @@
 // Contract 9: certificates are checked against the account's domain; plugin and person are asked about bad ones.
 #include <gtest/gtest.h>
 
+#include "messenger/core/net/certificate.h"
 #include "tests/messenger/net/recorder.h"
 #include "tests/messenger/net/server.h"
 #include "tests/messenger/net/wait.h"
@@ -107,6 +108,40 @@ TEST_F(Tls, ClearTextSlippedInBehindStarttlsIsNotBelieved) {
     EXPECT_FALSE(bench->events.ends[0].askedFor);
 }
 
+TEST_F(Tls, ClearTextThatWaitsWhenTlsIsAskedForIsNotBelieved) {
+    for (const QByteArray& text : {QByteArray("<message>forged</message>"), QByteArray("<message>half"),
+                                   QByteArray("<proceed/><message>forged</message>"), QByteArray(" ")}) {
+        bench = std::make_unique<Bench>(settings());
+        const int clients = server.clientCount();
+        bench->connect(server.serverPort());
+        ASSERT_TRUE(bench->opened());
+        ASSERT_TRUE(waitFor([&] { return server.clientCount() > clients; }));
+        bench->service.setPluginBusy(true);
+        server.send(text);
+        settle();
+        EXPECT_FALSE(bench->service.initSsl("s"));
+        bench->service.setPluginBusy(false);
+        ASSERT_TRUE(bench->closed());
+        EXPECT_EQ(bench->events.bytes(), "") << text.constData();
+        EXPECT_EQ(bench->events.ends[0].cause, EndCause::ProtocolBroken);
+    }
+}
+
+TEST_F(Tls, ClearTextOfAServerThatHasLeftIsNotBelieved) {
+    bench = std::make_unique<Bench>(settings());
+    bench->connect(server.serverPort());
+    ASSERT_TRUE(bench->opened());
+    ASSERT_TRUE(waitFor([&] { return server.clientCount() == 1; }));
+    bench->service.setPluginBusy(true);
+    server.send("<message>forged</message>");
+    server.client().disconnectFromHost();
+    settle();
+    EXPECT_FALSE(bench->service.initSsl("s"));
+    bench->service.setPluginBusy(false);
+    ASSERT_TRUE(bench->closed());
+    EXPECT_EQ(bench->events.bytes(), "");
+}
+
 TEST_F(Tls, TheServerHangsUpInTheHandshake) {
     bench = std::make_unique<Bench>(settings());
     server.onData = [](QSslSocket& client, const QByteArray&) { client.disconnectFromHost(); };
@@ -151,6 +186,70 @@ TEST_F(Tls, ACertificateForTheDialledHostOnlyIsBad) {
     EXPECT_EQ(bench->events.questions[0].domain, "example.test");
     const QString reason = bench->events.questions[0].reason;
     EXPECT_TRUE(reason.contains("localhost") && reason.contains("and not for example.test")) << reason.toStdString();
+}
+
+TEST_F(Tls, TheCommonNameDoesNotCountBesideDnsNames) {
+    direct(Authority::instance().issue({"other.test"}, 30, "example.test"));
+    ASSERT_TRUE(askPerson());
+    EXPECT_EQ(bench->events.questions[0].reason, "The certificate was issued for other.test and not for example.test.");
+    server.send("<forged/>");
+    settle();
+    EXPECT_EQ(bench->service.send("s", "<secret/>"), -1) << "the line is encrypted already, but with whom?";
+    EXPECT_FALSE(bench->events.has("tls"));
+    EXPECT_EQ(bench->events.bytes(), "");
+    bench->service.decideCertificate(id, CertificateDecision::Once);
+    ASSERT_TRUE(asked("tls"));
+    EXPECT_TRUE(waitFor([&] { return bench->events.bytes() == "<forged/>"; })) << "the person trusts it";
+    EXPECT_EQ(bench->events.log.filter("tls 1").size(), 1);
+    EXPECT_EQ(server.received(), "");
+}
+
+TEST_F(Tls, ACommonNameThatDoesNotCountIsRefusedAndPinnedAsAnyOther) {
+    const Identity identity = Authority::instance().issue({"other.test"}, 30, "example.test");
+    direct(identity);
+    ASSERT_TRUE(askPerson());
+    bench->service.decideCertificate(id, CertificateDecision::Refuse);
+    ASSERT_TRUE(bench->closed());
+    EXPECT_EQ(bench->events.ends[0].cause, EndCause::CertificateRefused);
+    EXPECT_FALSE(bench->events.has("tls"));
+    bench = std::make_unique<Bench>(settings());
+    bench->service.setPins("s", "example.test", {identity.fingerprint()});
+    direct(identity);
+    ASSERT_TRUE(asked("tls"));
+    EXPECT_FALSE(bench->events.has("check"));
+}
+
+TEST_F(Tls, ACommonNameThatDoesNotCountIsToldBesideOtherFaults) {
+    bench = std::make_unique<Bench>();
+    direct(Authority::instance().issue({"other.test"}, 30, "example.test"));
+    ASSERT_TRUE(askPerson());
+    const QString reason = bench->events.questions[0].reason;
+    EXPECT_TRUE(reason.contains("unknown authority") && reason.contains("not for example.test"))
+        << reason.toStdString();
+    bench->service.decideCertificate(id, CertificateDecision::Once);
+    ASSERT_TRUE(asked("tls")) << "one question is enough";
+    EXPECT_EQ(bench->events.count("check"), 1);
+}
+
+TEST_F(Tls, TheCommonNameCountsWithoutDnsNames) {
+    direct(Authority::instance().issue({}, 30, "example.test"));
+    ASSERT_TRUE(asked("tls"));
+    EXPECT_FALSE(bench->events.has("check"));
+}
+
+TEST(NameFault, GoesByTheDnsNames) {
+    const QSslCertificate plain = Authority::instance().issue({"a.test", "B.test"}, 30, "c.test").certificate;
+    EXPECT_FALSE(nameFault(plain, "a.test"));
+    EXPECT_FALSE(nameFault(plain, "b.TEST"));
+    for (const char* other : {"c.test", "x.a.test", "a.test.x", "test", "", "127.0.0.1"})
+        EXPECT_TRUE(nameFault(plain, other)) << other;
+    const QSslCertificate wild = Authority::instance().issue({"*.a.test", "*.test"}, 30, "a.test").certificate;
+    EXPECT_FALSE(nameFault(wild, "x.a.test"));
+    for (const char* other : {"a.test", "x.y.a.test", ".a.test", "b.test"})
+        EXPECT_TRUE(nameFault(wild, other)) << other;
+    EXPECT_FALSE(nameFault(Authority::instance().issue({}, 30, "a.test").certificate, "a.test"));
+    EXPECT_FALSE(nameFault(Authority::instance().issue({"xn--w-ooa.test"}).certificate, QStringLiteral("\u017cw.test")))
+        << "names outside ASCII stand there in their ASCII form";
 }
 
 TEST_F(Tls, AnUnknownAuthorityIsBad) {
