@@ -1,6 +1,7 @@
 #include "messenger/core/accounts.h"
 
 #include "messenger/core/jid_text.h"
+#include "messenger/core/messenger.h"
 #include "messenger/core/service_registry.h"
 #include "messenger/core/settings_service.h"
 #include "messenger/core/wide.h"
@@ -11,13 +12,17 @@ QString AccountEntry::jid() const { return bareJid(settings->text(QStringLiteral
 
 QString AccountEntry::domain() const { return domainOf(jid()); }
 
+bool AccountEntry::clearTextAllowed() const {
+    return settings->number(QString::fromUtf16(setting::allowClearText), 0) != 0;
+}
+
 std::u16string AccountEntry::service(const char16_t* shortName) const {
     return QStringLiteral("%1/%2/%3").arg(pfClass).arg(netId).arg(wideText(shortName)).toStdU16String();
 }
 
 ConnectionState AccountEntry::currentState() const {
     if (ready()) return ConnectionState::online;
-    if (has(OKU_FLAG_AUTHORIZED)) return ConnectionState::authorized;
+    if (loggedIn()) return ConnectionState::authorized;
     if (has(OKU_FLAG_ENCRYPTION_ACTIVATED)) return ConnectionState::encrypted;
     if (has(OKU_FLAG_CONNECTED)) return ConnectionState::connected;
     return has(OKU_FLAG_CONNECTING) ? ConnectionState::connecting : ConnectionState::offline;

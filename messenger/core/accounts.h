@@ -16,6 +16,15 @@ namespace oku {
 class ServiceRegistry;
 class SettingsService;
 
+/// What the host itself knows of the line that an account speaks on. The flags word tells what the plugin believes, and
+/// that is empty as soon as the plugin has ended its stream.
+struct LineState {
+    bool encrypted = false;
+    bool bound = false;    ///< the session is
+    bool told = false;     ///< that something was taken out of what came
+    bool refused = false;  ///< the connection cannot go on and is being ended: nothing more is exchanged on it
+};
+
 /// What the messenger keeps of one account. Its key is the path of its settings: numbers change when the plugin is
 /// loaded anew, the file does not.
 struct AccountEntry {
@@ -33,6 +42,7 @@ struct AccountEntry {
     QString socket;
 
     // The connection.
+    LineState line;
     ConnectionState connection = ConnectionState::offline;
     Status status = Status::offline;
     QString description;
@@ -61,6 +71,10 @@ struct AccountEntry {
     [[nodiscard]] bool ready() const { return loggedIn() && rosterComplete; }
     /// A connection is being made, or its login is not complete.
     [[nodiscard]] bool loggingIn() const { return (has(OKU_FLAG_CONNECTED) || has(OKU_FLAG_CONNECTING)) && !ready(); }
+    /// The user allowed this account to log in and to talk without TLS.
+    [[nodiscard]] bool clearTextAllowed() const;
+    /// Connected, and by TLS.
+    [[nodiscard]] bool encrypted() const { return has(OKU_FLAG_CONNECTED) && line.encrypted; }
     /// The full name of one of the account's own services.
     [[nodiscard]] std::u16string service(const char16_t* shortName) const;
     /// As the flags word tells it now.

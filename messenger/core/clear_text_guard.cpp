@@ -1,30 +1,43 @@
 #include "messenger/core/clear_text_guard.h"
 
-#include "messenger/core/messenger.h"
+#include <algorithm>
+#include <utility>
 
 namespace oku {
 namespace {
 
-bool holdsLoginData(const Stanza& stanza) {
-    if (stanza.tag.name == "auth" || stanza.tag.name == "response") {
-        return stanza.attribute("xmlns") == "urn:ietf:params:xml:ns:xmpp-sasl";
-    }
-    if (stanza.tag.name != "iq" || stanza.attribute("type") != "set") return false;
-    return stanza.child("query", "jabber:iq:register") || stanza.child("query", "jabber:iq:auth");
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n";
+    const std::size_t begin = text.find_first_not_of(blanks);
+    if (begin == std::string_view::npos) return {};
+    return text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
+}
+
+std::string_view withoutDeclaration(std::string_view text) {
+    if (!text.starts_with("<?xml ")) return text;
+    const std::size_t end = text.find("?>");
+    return end == std::string_view::npos ? text : trimmed(text.substr(end + 2));
+}
+
+/// One tag and nothing else, so that nothing can hide behind it.
+bool isNegotiation(std::string_view text) {
+    const std::string_view tag = withoutDeclaration(trimmed(text));
+    if (tag.empty()) return true;
+    if (std::count(tag.begin(), tag.end(), '<') != 1 || tag.find('>') != tag.size() - 1) return false;
+    return tag == "</stream:stream>" || tag.starts_with("<stream:stream ") ||
+           (tag.starts_with("<starttls ") && tag.ends_with("/>"));
 }
 
 }  // namespace
 
 bool ClearTextGuard::onProtocolEvent(ProtocolEvent& event) {
-    if (!event.is(OKU_HOOK_STREAM_OUT, OKU_PHASE_BEFORE) || event.account.has(OKU_FLAG_ENCRYPTION_ACTIVATED))
-        return false;
-    if (event.account.settings->number(QString::fromUtf16(setting::allowClearText), 0) != 0) return false;
-    for (const Stanza& stanza : event.stanzas().stanzas) {
-        if (!holdsLoginData(stanza)) continue;
-        emit refused(&event.account);
-        return true;
-    }
-    return false;
+    LineState& line = event.account.line;
+    if (event.is(OKU_HOOK_STREAM_IN, OKU_PHASE_BEFORE)) return line.refused;
+    if (!event.is(OKU_HOOK_STREAM_OUT, OKU_PHASE_BEFORE)) return false;
+    if (!line.refused && (line.encrypted || event.account.clearTextAllowed())) return false;
+    if (isNegotiation(event.data())) return false;
+    if (!std::exchange(line.refused, true)) emit refused(&event.account);
+    return true;
 }
 
 }  // namespace oku

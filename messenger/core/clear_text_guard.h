@@ -6,7 +6,9 @@
 
 namespace oku {
 
-/// Takes login data away before it leaves over a line that is not encrypted, unless the account's settings allow it.
+/// Lets nothing out over a line that is not encrypted but what leads to TLS or to the end: the stream's header, the
+/// request for TLS and the closing tag. Unless the account's settings allow clear text. Over a connection that cannot
+/// go on, for this reason or another one, nothing comes in any more and nothing else goes out.
 class ClearTextGuard : public QObject, public ProtocolListener {
     Q_OBJECT
 
@@ -15,7 +17,7 @@ public:
     bool onProtocolEvent(ProtocolEvent& event) override;
 
 signals:
-    /// Login data was taken away; the login cannot go on.
+    /// Something else was kept back, for the first time on this connection, which cannot go on.
     void refused(oku::AccountEntry* account);
 };
 

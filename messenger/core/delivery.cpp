@@ -21,7 +21,9 @@ constexpr std::size_t kMostIds = 1000;
 /// A message comes back from its recipient, from a server on the way, or without an address from the own one. Others
 /// can only guess its id.
 bool maySendBack(const AccountEntry& account, const QString& contact, const QString& from) {
-    return isOwnAddress(account, from) || bareJid(from) == contact || from.toLower() == domainOf(contact);
+    const std::string sender = from.toStdString();
+    return isOwnAddress(account, sender) || sameAddress(bareAddress(sender), contact.toStdString()) ||
+           sameAddress(sender, domainOf(contact).toStdString());
 }
 
 }  // namespace

@@ -40,10 +40,11 @@ HostCore::HostCore(MessengerOptions given, QObject* parent)
     profile.provide(services);
     sockets.setProxyFile(profile.directory() + QStringLiteral("oku.config"));
     hooks.add(console);
+    hooks.add(clearTextGuard);
     if (options.stanzaGuard) hooks.add(guard);
+    hooks.add(digestCheck);
     hooks.add(queries);
     hooks.add(watch);
-    hooks.add(clearTextGuard);
     hooks.add(delivery);
     hooks.add(sessions);
     connectParts();
@@ -71,12 +72,7 @@ void HostCore::connectParts() {
     connect(&queue, &PluginQueue::failed, this, [this](const QString& reason) {
         log.write(0, QStringLiteral("OKU"), QStringLiteral("Exception in the host: ") + reason);
     });
-    connect(&clearTextGuard, &ClearTextGuard::refused, this, [this](AccountEntry* account) {
-        account->reason = QCoreApplication::translate(
-            "HostCore", "Połączenie nie jest szyfrowane, więc dane logowania nie zostały wysłane.");
-        emit noticed(account->jid(), account->reason);
-        sessions.setStatus(*account, Status::offline, account->description);
-    });
+    connectGuards();
     connect(&patience_, &QTimer::timeout, this, &HostCore::finishShutdown);
     patience_.setSingleShot(true);
     connect(&sockets, &SocketBridge::ended, this, [this](AccountEntry* account, const net::End&, bool told) {
@@ -90,6 +86,40 @@ void HostCore::connectParts() {
         auto* account = accounts.byJid(jid);
         if (account && account->loggingIn()) account->reason = text;
     });
+}
+
+void HostCore::connectGuards() {
+    connect(&clearTextGuard, &ClearTextGuard::refused, this, [this](AccountEntry* account) {
+        endUntrusted(
+            *account,
+            QCoreApplication::translate(
+                "HostCore", "Połączenie nie jest szyfrowane, więc zostało zakończone, zanim cokolwiek wysłano."));
+    });
+    connect(&digestCheck, &DigestCheck::refused, this, [this](AccountEntry* account, bool sent) {
+        endUntrusted(*account,
+                     sent ? QCoreApplication::translate(
+                                "HostCore", "Serwer nie dowiódł, że zna hasło tego konta: jego odpowiedź jest błędna.")
+                          : QCoreApplication::translate("HostCore",
+                                                        "Serwer nie dowiódł, że zna hasło tego konta, "
+                                                        "a połączenie nie jest szyfrowane."));
+    });
+    connect(&guard, &StanzaGuard::distrusted, this, [this](AccountEntry* account) {
+        emit noticed(
+            account->jid(),
+            account->line.encrypted
+                ? QCoreApplication::translate("HostCore",
+                                              "Zanim logowanie się skończyło, przyszły dane, o które nikt nie prosił. "
+                                              "Zostały odrzucone.")
+                : QCoreApplication::translate("HostCore",
+                                              "Zanim połączenie było szyfrowane, przyszły dane, którym nie można ufać. "
+                                              "Zostały odrzucone."));
+    });
+}
+
+void HostCore::endUntrusted(AccountEntry& account, const QString& reason) {
+    account.reason = reason;
+    emit noticed(account.jid(), reason);
+    sessions.setStatus(account, Status::offline, account.description);
 }
 
 QString HostCore::start() {

@@ -9,6 +9,7 @@
 #include "messenger/core/console.h"
 #include "messenger/core/contact_service.h"
 #include "messenger/core/delivery.h"
+#include "messenger/core/digest_check.h"
 #include "messenger/core/event_registry.h"
 #include "messenger/core/history.h"
 #include "messenger/core/hook_chain.h"
@@ -77,6 +78,7 @@ public:
     Console console;
     StanzaGuard guard;
     ClearTextGuard clearTextGuard;
+    DigestCheck digestCheck;
     IqQueries queries{services};
     StreamWatch watch;
     History history;
@@ -94,6 +96,9 @@ signals:
 
 private:
     void connectParts();
+    void connectGuards();
+    /// Ends a connection that cannot be trusted, and tells why. It is not dialled again.
+    void endUntrusted(AccountEntry& account, const QString& reason);
     void load();
     void unload();
     void dropPlugin();

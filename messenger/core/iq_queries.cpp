@@ -63,7 +63,7 @@ bool IqQueries::onProtocolEvent(ProtocolEvent& event) {
         const auto pending = pending_.find(stanza.attribute("id"));
         if (pending == pending_.end() || (type != "result" && type != "error")) continue;
         if (pending->second.account != &event.account) continue;
-        if (!mayAnswer(event.account, pending->second.to, QString::fromStdString(stanza.attribute("from")))) continue;
+        if (!mayAnswer(event.account, pending->second.to.toStdString(), stanza.attribute("from"))) continue;
         const auto whole = event.data().substr(stanza.whole.begin, stanza.whole.end - stanza.whole.begin);
         found.push_back({pending->first, QByteArray(whole.data(), static_cast<qsizetype>(whole.size())), stanza.whole});
     }

@@ -15,7 +15,14 @@ bool isClean(const QString& bare) {
            });
 }
 
+char folded(char letter) { return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter; }
+
 }  // namespace
+
+bool sameAddress(std::string_view one, std::string_view other) {
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
+                      [](char left, char right) { return folded(left) == folded(right); });
+}
 
 bool looksLikeJid(const QString& jid) {
     const QString bare = bareJid(jid);

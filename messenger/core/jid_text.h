@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <string_view>
 
 /// The parts of an address as they stand; nothing is checked.
 namespace oku {
@@ -21,4 +22,9 @@ bool looksLikeJid(const QString& jid);
 /// Why nothing can be sent to this address; empty when it looks like a person's, a server's or a service's.
 QString addressFault(const QString& jid);
 
+/// Without the resource, as it stands.
+inline std::string_view bareAddress(std::string_view jid) { return jid.substr(0, jid.find('/')); }
+/// Whether two addresses are one where something is trusted for it: byte by byte, ASCII letters in either case. Wider
+/// folding would take letters of other alphabets for those of ASCII, and somebody else's address for a known one.
+bool sameAddress(std::string_view one, std::string_view other);
 }  // namespace oku

@@ -105,7 +105,8 @@ QList<Account> Messenger::accounts() const {
     QList<Account> list;
     for (const auto& entry : d->accounts.all()) {
         if (!entry->registered || entry->jid().isEmpty()) continue;
-        list.append({entry->jid(), entry->key, entry->connection, entry->status, entry->description});
+        list.append(
+            {entry->jid(), entry->key, entry->connection, entry->status, entry->description, entry->encrypted()});
     }
     return list;
 }

@@ -20,7 +20,7 @@ struct MessengerOptions {
     QString modulePath;       ///< the plugin's file
     bool verbose = false;     ///< logged() tells trace lines too; without it only levels below 2
     QString caFile;           ///< PEM file of authorities to trust beside the system's; for tests and private servers
-    bool stanzaGuard = true;  ///< contract 13's guard; off only in tests
+    bool stanzaGuard = true;  ///< whether StanzaGuard looks at what comes; off only in tests
     int loginSeconds = 60;    ///< a login that takes longer is aborted
     int typingSeconds = 30;   ///< a typing notice that is shown goes away after this time
     std::shared_ptr<net::Resolver> resolver;  ///< null: the system's
@@ -29,10 +29,10 @@ struct MessengerOptions {
 
 /// Keys of the messenger's own settings of an account, beside the plugin's `XMPP/...`.
 namespace setting {
-inline constexpr char16_t allowClearText[] = u"OKU/AllowClearText";  ///< 1: login data may go over a clear line
-inline constexpr char16_t sendTyping[] = u"OKU/SendTyping";          ///< 0: send no typing notices; default 1
-inline constexpr char16_t passwordInFile[] = u"OKU/PasswordInFile";  ///< 1: may lie in the file, 0: may not
-inline constexpr char16_t passwordInRing[] = u"OKU/PasswordInRing";  ///< 1: lies in the key ring
+inline constexpr char16_t allowClearText[] = u"OKU/AllowClearText";            ///< 1: the session may run in clear
+inline constexpr char16_t sendTyping[] = u"OKU/SendTyping";                    ///< 0: send no typing notices; default 1
+inline constexpr char16_t passwordInFile[] = u"OKU/PasswordInFile";            ///< 1: may lie in the file, 0: may not
+inline constexpr char16_t passwordInRing[] = u"OKU/PasswordInRing";            ///< 1: lies in the key ring
 inline constexpr char16_t proxyPasswordInRing[] = u"OKU/ProxyPasswordInRing";  ///< the same for that of the proxy
 inline constexpr char16_t pinnedCertificate[] = u"OKU/PinnedCertificate";      ///< SHA-256 fingerprints, accepted
 }  // namespace setting

@@ -84,7 +84,10 @@ void Sessions::giveStatus(AccountEntry& account, Status status, const QString& d
 
 bool Sessions::onProtocolEvent(ProtocolEvent& event) {
     AccountEntry& account = event.account;
-    if (event.kind == OKU_HOOK_SESSION_BOUND) parts_.sockets.sockets().sessionBound(account.socket);
+    if (event.kind == OKU_HOOK_SESSION_BOUND) {
+        account.line.bound = true;
+        parts_.sockets.sockets().sessionBound(account.socket);
+    }
     if (event.kind == OKU_HOOK_CONNECTION_ENDED) parts_.sockets.sockets().streamEnded(account.socket);
     if (event.kind == OKU_HOOK_ROSTER_COMPLETE) completed_.insert(account.key);
     if (event.is(OKU_HOOK_OWN_STATUS, OKU_PHASE_AFTER)) readOwnStatus(event);

@@ -92,8 +92,11 @@ OKU_WORD SocketBridge::connectService(OKU_WORD param) {
     const auto* record = recordAt<NL_CONNECT_RECORD>(param);
     if (!record) return 0;
     const QString name = wideText(record->socket);
-    const auto* account = accounts_.bySocket(name);
-    if (account) setPins(*account, name);
+    auto* account = accounts_.bySocket(name);
+    if (account) {
+        account->line = {};
+        setPins(*account, name);
+    }
     return sockets_->connect(name, requestFrom(*record, account ? account->domain() : QString())).number ? 1 : 0;
 }
 
@@ -134,13 +137,13 @@ OKU_WORD SocketBridge::callBack(const QString& name, std::uint32_t kind, OKU_WOR
     return socket.callback(wordOf(&event), data, socket.context);
 }
 
-void SocketBridge::deliver(const net::ConnectionId& id, std::uint32_t kind, OKU_WORD data) {
-    queue_.post(ownerOf(id.name), [this, id, kind, data] {
-        if (sockets_->isCurrent(id)) callBack(id.name, kind, data);
+void SocketBridge::connected(const net::ConnectionId& id) {
+    queue_.post(ownerOf(id.name), [this, id] {
+        if (!sockets_->isCurrent(id)) return;
+        if (auto* account = accounts_.bySocket(id.name)) account->line = {};
+        callBack(id.name, NL_EVENT_CONNECTED, 0);
     });
 }
-
-void SocketBridge::connected(const net::ConnectionId& id) { deliver(id, NL_EVENT_CONNECTED, 0); }
 
 void SocketBridge::closed(const net::ConnectionId& id, const net::End& end) {
     queue_.post(ownerOf(id.name), [this, id, end] {
@@ -148,13 +151,16 @@ void SocketBridge::closed(const net::ConnectionId& id, const net::End& end) {
         auto* account = accounts_.bySocket(id.name);
         if (account) emit ended(account, end, false);
         callBack(id.name, NL_EVENT_CLOSED, end.askedFor ? 0 : 1);
-        if (account) emit ended(account, end, true);
+        if (!account) return;
+        account->line = {};
+        emit ended(account, end, true);
     });
 }
 
 void SocketBridge::received(const net::ConnectionId& id, QByteArray bytes) {
-    queue_.post(ownerOf(id.name), [this, id, bytes = std::move(bytes)]() mutable {
-        if (!sockets_->isCurrent(id)) return;
+    queue_.post(ownerOf(id.name), [this, id, bytes = std::move(bytes), secret = sockets_->tlsStarted(id)]() mutable {
+        // What was read in clear is worth nothing once TLS was asked for: anybody may have said it.
+        if (!sockets_->isCurrent(id) || secret != sockets_->tlsStarted(id)) return;
         auto record = makeRecord<NL_RECEIVED>();
         record.length = static_cast<std::int32_t>(bytes.size());
         record.data = bytes.data();
@@ -165,6 +171,7 @@ void SocketBridge::received(const net::ConnectionId& id, QByteArray bytes) {
 void SocketBridge::tlsUp(const net::ConnectionId& id) {
     queue_.post(ownerOf(id.name), [this, id] {
         if (!sockets_->isCurrent(id)) return;
+        if (auto* account = accounts_.bySocket(id.name)) account->line.encrypted = true;
         auto record = makeRecord<NL_TLS_STATE>();
         record.state = 1;
         callBack(id.name, NL_EVENT_TLS, wordOf(&record));

@@ -59,8 +59,6 @@ private:
     void setPins(const AccountEntry& account, const QString& socket);
     QString ownerOf(const QString& name) const;
     static void keepPin(AccountEntry* account, const QByteArray& fingerprint);
-    /// Posts a call of the socket's callback; it is dropped when the connection was replaced meanwhile.
-    void deliver(const net::ConnectionId& id, std::uint32_t kind, OKU_WORD data);
     OKU_WORD callBack(const QString& name, std::uint32_t kind, OKU_WORD data);
 
     Accounts& accounts_;

@@ -1,8 +1,8 @@
 #include "messenger/core/stanza_guard.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
-#include <vector>
 
 #include "messenger/core/jid_text.h"
 
@@ -12,8 +12,9 @@ namespace {
 constexpr std::size_t kMostRequests = 50000;
 /// The plugin hands an answer over once more under this id; it never stands on the wire by right.
 constexpr std::string_view kInnerId = "dummy-reg-result";
-
-QString text(const std::string& bytes) { return QString::fromStdString(bytes); }
+/// What may come before TLS, the stream's header beside it.
+constexpr std::array<std::string_view, 5> kBeforeTls = {"stream:stream", "stream:features", "proceed", "failure",
+                                                        "stream:error"};
 
 /// What only the account or its server may send, from whomever it comes.
 bool isPrivileged(const Stanza& stanza) {
@@ -23,36 +24,137 @@ bool isPrivileged(const Stanza& stanza) {
 
 bool isConfirm(const Stanza& stanza) { return stanza.child("confirm", "http://jabber.org/protocol/http-auth"); }
 
-enum class Verdict { pass, takeOut, takeIdOut };
-
-Verdict judgeAnswer(const AccountEntry& account, const Stanza& stanza, const QString& from,
-                    const std::map<std::string, std::string>& requests, const std::string& id) {
-    const auto request = requests.find(id);
-    const bool isIq = stanza.tag.name == "iq";
-    if (request == requests.end()) return id == kInnerId ? Verdict::takeIdOut : Verdict::pass;
-    const std::string type = stanza.attribute("type");
-    const bool isAnswer = isIq && (type == "result" || type == "error");
-    // A message that happens to carry the id is somebody's message all the same; only its id must not be seen.
-    if (!isIq) return Verdict::takeIdOut;
-    return isAnswer && mayAnswer(account, text(request->second), from) ? Verdict::pass : Verdict::takeOut;
+/// RFC 6120, section 11.1, forbids comments and instructions, and none of these elements has a use for CDATA: what
+/// holds them was made to be read in two ways.
+bool isPlain(std::string_view element) {
+    return element.find("<!") == std::string_view::npos && element.find("<?") == std::string_view::npos;
 }
+
+bool isProceed(std::string_view name) { return name == "proceed" || name.ends_with(":proceed"); }
 
 }  // namespace
 
-bool isOwnAddress(const AccountEntry& account, const QString& from) {
-    return from.isEmpty() || bareJid(from) == account.jid() || from.toLower() == account.domain();
+bool isOwnAddress(const AccountEntry& account, std::string_view from) {
+    return from.empty() || sameAddress(bareAddress(from), account.jid().toStdString()) ||
+           sameAddress(from, account.domain().toStdString());
 }
 
-bool mayAnswer(const AccountEntry& account, const QString& to, const QString& from) {
-    if (to.isEmpty() || bareJid(to) == account.jid()) return isOwnAddress(account, from);
-    if (to.toLower() == account.domain()) return from.isEmpty() || from.toLower() == account.domain();
-    return bareJid(to) == bareJid(from) && resourceOf(to) == resourceOf(from);
+bool mayAnswer(const AccountEntry& account, std::string_view to, std::string_view from) {
+    if (to.empty() || sameAddress(bareAddress(to), account.jid().toStdString())) return isOwnAddress(account, from);
+    const std::string_view resource = to.substr(bareAddress(to).size());
+    if (sameAddress(to, account.domain().toStdString()) && from.empty()) return true;
+    return sameAddress(bareAddress(to), bareAddress(from)) && resource == from.substr(bareAddress(from).size());
 }
+
+/// One look at a piece of received text: what is to be taken out of it.
+class StanzaGuard::Check {
+public:
+    Check(const ProtocolEvent& event, Requests& requests) : event_(event), requests_(requests) {}
+
+    /// What a third party must not send, and before the session is bound what nobody asked for.
+    void stanzas() {
+        bool bound = event_.account.line.bound || event_.account.clearTextAllowed();
+        out = event_.stanzas().strayEnds;
+        for (const Stanza& stanza : event_.stanzas().stanzas) {
+            const std::string_view name = stanza.tag.name;
+            const bool isIq = name == "iq";
+            const std::string id = stanza.attribute("id");
+            const auto request = requests_.find(id);
+            if (isIq ? isForged(stanza, request) : isForgedConfirm(stanza)) {
+                out.push_back(stanza.whole);
+                continue;
+            }
+            if (!bound && (name == "message" || name == "presence" || (isIq && request == requests_.end()))) {
+                distrust(stanza.whole);
+                continue;
+            }
+            if (!isIq || request == requests_.end()) {
+                hideId(stanza, id, request);
+                continue;
+            }
+            bound = bound || (request->second.session && stanza.attribute("type") == "result");
+            requests_.erase(request);
+        }
+    }
+
+    /// All but what may come in clear, and all behind the answer to STARTTLS.
+    void clearText() {
+        const std::string_view text = event_.data();
+        std::size_t kept = 0;
+        for (const Stanza& stanza : event_.stanzas().stanzas) {
+            const std::string_view whole = text.substr(stanza.whole.begin, stanza.whole.end - stanza.whole.begin);
+            const bool known = std::find(kBeforeTls.begin(), kBeforeTls.end(), stanza.tag.name) != kBeforeTls.end();
+            if (known && isPlain(whole)) {
+                takeUpTo(text, kept, stanza.whole.begin);
+                const std::string id = stanza.attribute("id");
+                hideId(stanza, id, requests_.find(id));
+                kept = stanza.whole.end;
+            }
+            if (isProceed(stanza.tag.name)) break;
+        }
+        takeUpTo(text, kept, text.size());
+    }
+
+    std::vector<Span> out;
+    bool distrusted = false;
+
+private:
+    using Found = Requests::const_iterator;
+
+    /// An iq that a stranger must not send, or that answers what was asked of somebody else.
+    bool isForged(const Stanza& stanza, Found request) const {
+        const std::string from = stanza.attribute("from");
+        if (isPrivileged(stanza) && !isOwnAddress(event_.account, from)) return true;
+        if (isForgedConfirm(stanza)) return true;
+        if (request == requests_.end()) return false;
+        const std::string type = stanza.attribute("type");
+        const bool isAnswer = type == "result" || type == "error";
+        return !isAnswer || !mayAnswer(event_.account, request->second.to, from);
+    }
+
+    /// A login at a web site is confirmed for the site, which speaks as a service and never as a person.
+    bool isForgedConfirm(const Stanza& stanza) const {
+        if (!isConfirm(stanza)) return false;
+        const std::string from = stanza.attribute("from");
+        return from.find('@') != std::string::npos && !isOwnAddress(event_.account, from);
+    }
+
+    /// What happens to carry the id of a request is somebody's message all the same; only its id must not be seen.
+    void hideId(const Stanza& stanza, const std::string& id, Found request) {
+        if (request == requests_.end() && id != kInnerId) return;
+        if (const auto span = attributeSpan(stanza.tag, "id")) out.push_back(*span);
+    }
+
+    void distrust(Span span) {
+        out.push_back(span);
+        distrusted = true;
+    }
+
+    /// White space and what the plugin leaves of a declaration are no loss that anybody need hear of.
+    void takeUpTo(std::string_view text, std::size_t from, std::size_t to) {
+        if (from == to) return;
+        out.push_back({from, to});
+        distrusted = distrusted || text.substr(from, to - from).find('<') != std::string_view::npos;
+    }
+
+    const ProtocolEvent& event_;
+    Requests& requests_;
+};
 
 bool StanzaGuard::onProtocolEvent(ProtocolEvent& event) {
+    AccountEntry& account = event.account;
     if (event.is(OKU_HOOK_STREAM_OUT, OKU_PHASE_BEFORE)) noteRequests(event);
-    if (event.is(OKU_HOOK_STREAM_IN, OKU_PHASE_BEFORE)) check(event);
-    if (event.kind == OKU_HOOK_OWN_STATUS && !event.account.has(OKU_FLAG_CONNECTED)) requests_.erase(&event.account);
+    if (event.is(OKU_HOOK_STREAM_IN, OKU_PHASE_BEFORE)) {
+        Check check(event, requests_[&account]);
+        if (account.line.encrypted || account.clearTextAllowed()) {
+            check.stanzas();
+        } else {
+            check.clearText();
+        }
+        for (const Span span : check.out) event.blank(span);
+        if (check.distrusted) tell(account);
+    }
+    if (event.kind == OKU_HOOK_OWN_STATUS && !account.has(OKU_FLAG_CONNECTED)) requests_.erase(&account);
     return false;
 }
 
@@ -64,36 +166,13 @@ void StanzaGuard::noteRequests(const ProtocolEvent& event) {
         const std::string id = stanza.attribute("id");
         if ((type != "get" && type != "set") || id.empty()) continue;
         if (requests.size() >= kMostRequests) requests.erase(requests.begin());
-        requests[id] = stanza.attribute("to");
+        const bool session = stanza.child("session", "urn:ietf:params:xml:ns:xmpp-session") != nullptr;
+        requests[id] = {stanza.attribute("to"), session};
     }
 }
 
-void StanzaGuard::check(ProtocolEvent& event) {
-    Requests& requests = requests_[&event.account];
-    std::vector<Span> spans = event.stanzas().strayEnds;
-    for (const Stanza& stanza : event.stanzas().stanzas) {
-        const std::string_view name = stanza.tag.name;
-        const bool isIq = name == "iq";
-        if (!isIq && name != "message" && name != "presence") continue;
-        const QString from = text(stanza.attribute("from"));
-        if (isIq && isPrivileged(stanza) && !isOwnAddress(event.account, from)) {
-            spans.push_back(stanza.whole);
-            continue;
-        }
-        // A login at a web site is confirmed for the site, which speaks as a service and never as a person.
-        if (isConfirm(stanza) && from.contains(u'@') && !isOwnAddress(event.account, from)) {
-            spans.push_back(stanza.whole);
-            continue;
-        }
-        const std::string id = stanza.attribute("id");
-        const Verdict verdict = judgeAnswer(event.account, stanza, from, requests, id);
-        if (verdict == Verdict::takeOut) spans.push_back(stanza.whole);
-        if (verdict == Verdict::takeIdOut) {
-            if (const auto span = attributeSpan(stanza.tag, "id")) spans.push_back(*span);
-        }
-        if (verdict == Verdict::pass && isIq) requests.erase(id);
-    }
-    for (const Span span : spans) event.blank(span);
+void StanzaGuard::tell(AccountEntry& account) {
+    if (!std::exchange(account.line.told, true)) emit distrusted(&account);
 }
 
 }  // namespace oku

@@ -61,7 +61,7 @@ void StreamWatch::readMessage(AccountEntry& account, const Stanza& stanza) {
 
 void StreamWatch::readRoster(AccountEntry& account, const Stanza& stanza, std::string_view whole) {
     const XmlChild* query = stanza.child("query", "jabber:iq:roster");
-    if (!query || !isOwnAddress(account, text(stanza.attribute("from")))) return;
+    if (!query || !isOwnAddress(account, stanza.attribute("from"))) return;
     const std::string_view content = contentOf(*query, whole);
     for (const Stanza& item : splitStanzas(content).stanzas) {
         const QString jid = bareJid(text(item.attribute("jid")));

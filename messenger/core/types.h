@@ -37,6 +37,7 @@ struct Account {
     ConnectionState connection = ConnectionState::offline;
     Status status = Status::offline;
     QString description;
+    bool encrypted = false;  ///< the connection is, by TLS
 };
 
 /// One online resource of a contact.

@@ -1,7 +1,8 @@
-"""A server that does as the test says: it speaks as much XMPP as a login needs, in clear, and then misbehaves."""
+"""A server that does as the test says: it speaks as much XMPP as a login needs, in clear or by TLS, and misbehaves."""
 
 import re
 import socket
+import ssl
 import threading
 
 from oku.events import TIMEOUT, EventLog
@@ -10,6 +11,8 @@ HEADER = ("<?xml version='1.0'?><stream:stream xmlns='jabber:client' xmlns:strea
           "id='scripted' from='localhost' version='1.0'>")
 MECHANISMS = ("<stream:features><mechanisms xmlns='urn:ietf:params:xml:ns:xmpp-sasl'><mechanism>PLAIN</mechanism>"
               "</mechanisms></stream:features>")
+STARTTLS = "<stream:features><starttls xmlns='urn:ietf:params:xml:ns:xmpp-tls'/></stream:features>"
+PROCEED = "<proceed xmlns='urn:ietf:params:xml:ns:xmpp-tls'/>"
 BIND = ("<stream:features><bind xmlns='urn:ietf:params:xml:ns:xmpp-bind'/>"
         "<session xmlns='urn:ietf:params:xml:ns:xmpp-session'/></stream:features>")
 SUCCESS = "<success xmlns='urn:ietf:params:xml:ns:xmpp-sasl'/>"
@@ -71,12 +74,36 @@ class Connection:
         number = re.search(r"\bid=['\"]([^'\"]*)['\"]", found.group(0)).group(1)
         return self.send(f"<iq type='result' id='{number}'>{content}</iq>")
 
+    def start_tls(self, identity):
+        """Answers the other side's handshake with a certificate and its key; False when there is none."""
+        context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+        context.load_cert_chain(*identity)
+        self.socket.settimeout(TIMEOUT)
+        try:
+            self.socket = context.wrap_socket(self.socket, server_side=True)
+        except OSError:
+            return False
+        self.received = ""
+        return True
+
+    def offer_tls(self):
+        """Goes on until the other side asks for TLS."""
+        return bool(self.expect(r"<stream:stream[^>]*>") and self.send(HEADER + STARTTLS)
+                    and self.expect(r"<starttls[^>]*>"))
+
+    def log_in_by_tls(self, identity, items=""):
+        return self.offer_tls() and self.send(PROCEED) and self.start_tls(identity) and self.log_in(items)
+
     def log_in(self, items=""):
         """Goes through a whole login; `items` are the roster's. False when the other side left."""
         return bool(
             self.expect(r"<stream:stream[^>]*>") and self.send(HEADER + MECHANISMS)
-            and self.expect(r"<auth\b[^>]*>[^<]*</auth>") and self.send(SUCCESS)
-            and self.expect(r"<stream:stream[^>]*>") and self.send(HEADER + BIND)
+            and self.expect(r"<auth\b[^>]*>[^<]*</auth>") and self.finish_login(items))
+
+    def finish_login(self, items=""):
+        """Goes from the success of a login to its end."""
+        return bool(
+            self.send(SUCCESS) and self.expect(r"<stream:stream[^>]*>") and self.send(HEADER + BIND)
             and self.answer_iq("xmpp-bind", "<bind xmlns='urn:ietf:params:xml:ns:xmpp-bind'>"
                                "<jid>ala@localhost/x</jid></bind>")
             and self.answer_iq("xmpp-session")

@@ -1,6 +1,7 @@
 #include "tests/messenger/core/stage.h"
 
 #include "host/oku/log.h"
+#include "messenger/core/jid_text.h"
 #include "messenger/core/secrets.h"
 #include "messenger/core/wide.h"
 
@@ -149,30 +150,31 @@ TEST_F(Guard, BearsTextThatIsNoXml) {
     left(deep);
 }
 
-TEST_F(Guard, LetsNoLoginDataOutInClear) {
+TEST_F(Guard, FoldsNoLettersButThoseOfAscii) {
     begin();
-    account().flags = OKU_FLAG_CONNECTED | OKU_FLAG_CONNECTING;
-    const std::string sasl = " xmlns='urn:ietf:params:xml:ns:xmpp-sasl'";
-    for (const std::string& text :
-         {"<auth" + sasl + " mechanism='PLAIN'>AGEAYg==</auth>", "<response" + sasl + ">x</response>",
-          std::string("<iq type='set'><query xmlns='jabber:iq:register'><password>x</password></query></iq>"),
-          std::string("<iq type='set'><query xmlns='jabber:iq:auth'><password>x</password></query></iq>")}) {
-        notices.clear();
-        EXPECT_TRUE(offerOutgoing(text)) << text;
-        EXPECT_EQ(notices.size(), 1);
+    for (const char* own : {"kasia@kraj.example", "KASIA@Kraj.example/\u212a", "KRAJ.example"}) {
+        entry().settings->set(QStringLiteral("XMPP/User"), QStringLiteral("kasia@kraj.example/dom"));
+        expectLeft(std::string("<iq type='set' from='") + own + "'>" + kRosterPush + "</iq>");
     }
-    EXPECT_FALSE(offerOutgoing("<starttls xmlns='urn:ietf:params:xml:ns:xmpp-tls'/>"));
-    EXPECT_TRUE(logged("status 7 ")) << "a login that cannot go on must not stand open";
-    account().flags |= OKU_FLAG_ENCRYPTION_ACTIVATED;
-    EXPECT_FALSE(offerOutgoing("<auth" + sasl + ">x</auth>"));
+    for (const char* other : {"\u212aasia@kraj.example", "kasia@\u212araj.example", "\u212araj.example",
+                              "kasia@kraj.example\xc4", "&#x212a;raj.example"}) {
+        expectTakenOut(std::string("<iq type='set' from='") + other + "'>" + kRosterPush + "</iq>");
+    }
+    offerOutgoing("<iq type='get' id='q1' to='kuba@example.net/dom'/>");
+    expectTakenOut("<iq type='result' id='q1' from='\u212auba@example.net/dom'/>");
+    expectTakenOut("<iq type='result' id='q1' from='kuba@example.net/Dom'/>");
+    expectLeft("<iq type='result' id='q1' from='KUBA@example.net/dom'/>");
 }
 
-TEST_F(Guard, LetsLoginDataOutWhereTheUserAllowedIt) {
-    begin();
-    entry().settings->set(QString::fromUtf16(setting::allowClearText), 1);
-    account().flags = OKU_FLAG_CONNECTED;
-    EXPECT_FALSE(offerOutgoing("<auth xmlns='urn:ietf:params:xml:ns:xmpp-sasl'>x</auth>"));
-    EXPECT_TRUE(notices.isEmpty());
+TEST(Addresses, AreOneByTheirBytesAndTheCaseOfAscii) {
+    EXPECT_TRUE(sameAddress("Ala@X.Z", "aLA@x.z"));
+    EXPECT_TRUE(sameAddress("\u017bółw", "\u017bółw"));
+    EXPECT_FALSE(sameAddress("\u017bółw", "żółw"));
+    EXPECT_FALSE(sameAddress("k", "\u212a"));
+    EXPECT_FALSE(sameAddress("a", "ab"));
+    EXPECT_FALSE(sameAddress("[", "{"));
+    EXPECT_EQ(bareAddress("a@b/c/d"), "a@b");
+    EXPECT_EQ(bareAddress("a@b"), "a@b");
 }
 
 TEST_F(Guard, ShowsNoSecretInTheConsole) {

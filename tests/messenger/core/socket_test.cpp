@@ -134,6 +134,20 @@ TEST_F(Sockets, CountNothingAsArrivedWhenTheLineDiesBehindTheEnd) {
     EXPECT_EQ(core->history.message(number)->state, DeliveryState::unconfirmed);
 }
 
+TEST_F(Sockets, DropWhatWasReadInClearOnceTlsIsAskedFor) {
+    dial(server.serverPort());
+    QTcpSocket* peer = accept();
+    ASSERT_TRUE(saw("2 0"));
+    core->queue.post({}, [&] {
+        peer->write("<forged/>");
+        peer->flush();
+        pass(50);  // the bytes are read, and wait
+        EXPECT_EQ(call(u"NetLib/InitSSL", wordOf(account().socket.c_str())), 1);
+    });
+    pass(50);
+    EXPECT_EQ(events, QStringList{QStringLiteral("2 0")});
+}
+
 TEST_F(Sockets, DropTheEventsOfAConnectionThatWasReplaced) {
     dial(server.serverPort());
     QTcpSocket* first = accept();

@@ -107,6 +107,7 @@ void Stage::logIn(const std::vector<std::u16string>& contacts) {
     inPlugin([&] { account().flags = OKU_FLAG_CONNECTING; });
     inPlugin([&] {
         account().flags = OKU_FLAG_CONNECTED | OKU_FLAG_ENCRYPTION_ACTIVATED | OKU_FLAG_AUTHORIZED;
+        entry().line.encrypted = true;
         raise(OKU_HOOK_SESSION_BOUND, OKU_PHASE_NOTICE);
     });
     inPlugin([&] { answerRoster(contacts); });

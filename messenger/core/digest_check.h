@@ -1,0 +1,43 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <QObject>
+
+#include "messenger/core/hook_chain.h"
+
+namespace oku {
+
+/// Has the server prove in DIGEST-MD5 that it knows the password, which the plugin does not ask for. A wrong proof is
+/// kept from the plugin and ends the login; so does one that is missing, where the line is not encrypted and nothing
+/// else tells who the server is.
+class DigestCheck : public QObject, public ProtocolListener {
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+    bool onProtocolEvent(ProtocolEvent& event) override;
+
+signals:
+    /// The proof is wrong, or missing (`sent` false); the login cannot go on.
+    void refused(oku::AccountEntry* account, bool sent);
+
+private:
+    /// A login by DIGEST-MD5 that is under way.
+    struct Login {
+        std::optional<QByteArray> expected;  ///< nothing before the response, and for one with an unknown password
+        bool proven = false;
+    };
+    enum class Verdict { good, wrong, missing };
+
+    void noteOutgoing(const ProtocolEvent& event);
+    Verdict judge(const ProtocolEvent& event);
+    /// Looks for the proof in the content of an element; false when it is there and wrong.
+    static bool readProof(Login& login, const QByteArray& content);
+
+    std::map<const AccountEntry*, Login> logins_;
+    /// By account: the password that this connection registers it with, which is not in its settings yet.
+    std::map<const AccountEntry*, QByteArray> registered_;
+};
+
+}  // namespace oku
