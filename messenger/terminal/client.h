@@ -2,6 +2,7 @@
 // one in its place. Meanings, reasons and lifetimes are those of messenger/core/messenger.h.
 #pragma once
 
+#include <algorithm>
 #include <optional>
 #include <QList>
 #include <QString>
@@ -53,6 +54,12 @@ public:
     virtual QString profileDir() const = 0;
 
     virtual QList<Account> accounts() const = 0;
+    // Whether the account's connection is encrypted; false also while there is none.
+    bool encrypted(const QString& account) const {
+        const QList<Account> all = accounts();
+        return std::any_of(all.begin(), all.end(),
+                           [&](const Account& one) { return one.jid == account && one.encrypted; });
+    }
     virtual QString addAccount(const QString& jid, const QString& password, const QVariantMap& settings) = 0;
     virtual QString setStatus(const QString& account, Status status, const QString& description) = 0;
     virtual QVariant settingValue(const QString& account, const QString& key) const = 0;

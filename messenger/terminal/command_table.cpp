@@ -34,7 +34,7 @@ constexpr std::array kSettings = std::to_array<SettingRow>({
     {"OKU/SendTyping", true, QT_TRANSLATE_NOOP("SettingKeys", "0: nie wysyłaj powiadomień o pisaniu")},
     {"OKU/PasswordInFile", true,
      QT_TRANSLATE_NOOP("SettingKeys", "hasło w pliku konta, gdy nie ma pęku kluczy: 1 tak, 0 nie")},
-    {"OKU/AllowClearText", true, QT_TRANSLATE_NOOP("SettingKeys", "1: logowanie bez szyfrowania dozwolone")},
+    {"OKU/AllowClearText", true, QT_TRANSLATE_NOOP("SettingKeys", "1: połączenie bez szyfrowania dozwolone")},
 });
 
 }  // namespace

@@ -55,7 +55,7 @@ void Commands::listAccounts() {
                           .arg(mark)
                           .arg(++number)
                           .arg(statusMark(one.status))
-                          .arg(oneLine(one.jid), statusText(one.status), connectionText(one.connection)),
+                          .arg(oneLine(one.jid), statusText(one.status), connectionText(one.connection, one.encrypted)),
                       statusStyle(one.status));
     }
 }

@@ -64,9 +64,10 @@ QJsonObject jsonAccount(const QString& account) {
     return object;
 }
 
-QJsonObject jsonConnection(const QString& account, ConnectionState state, const QString& reason) {
+QJsonObject jsonConnection(const QString& account, ConnectionState state, bool encrypted, const QString& reason) {
     QJsonObject object = event("connection", account);
     object.insert(key("state"), connectionStateWord(state));
+    object.insert(key("encrypted"), encrypted);
     object.insert(key("reason"), reason);
     return object;
 }

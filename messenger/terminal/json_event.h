@@ -11,7 +11,7 @@ namespace oku::terminal {
 
 QJsonObject jsonReady(const QList<Account>& accounts, const QString& profile);
 QJsonObject jsonAccount(const QString& account);
-QJsonObject jsonConnection(const QString& account, ConnectionState state, const QString& reason);
+QJsonObject jsonConnection(const QString& account, ConnectionState state, bool encrypted, const QString& reason);
 QJsonObject jsonStatus(const QString& account, Status status, const QString& description);
 QJsonObject jsonRoster(const QString& account, const QList<Contact>& contacts);
 QJsonObject jsonContact(const QString& account, const Contact& contact);

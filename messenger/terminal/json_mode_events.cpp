@@ -9,7 +9,7 @@ namespace oku::terminal {
 void JsonMode::accountChanged(const QString& account) { emitEvent(jsonAccount(account)); }
 
 void JsonMode::connectionChanged(const QString& account, ConnectionState state, const QString& reason) {
-    emitEvent(jsonConnection(account, state, reason));
+    emitEvent(jsonConnection(account, state, client_.encrypted(account), reason));
 }
 
 void JsonMode::ownStatusChanged(const QString& account, Status status, const QString& description) {

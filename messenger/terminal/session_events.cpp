@@ -48,7 +48,7 @@ void Session::connectionChanged(const QString& account, ConnectionState state, c
         windows_.forgetTyping(account);
         if (typingTo_.account == account) typingTo_ = {};
     }
-    QString text = connectionText(state);
+    QString text = connectionText(state, client_.encrypted(account));
     const bool told = notices_.take(account) == reason;  // the plugin's own notice said it already
     if (!reason.isEmpty() && !told) text += QStringLiteral(": ") + oneLine(reason);
     const bool settled = state == ConnectionState::online || state == ConnectionState::offline;

@@ -27,16 +27,22 @@ QString described(const QString& description) {
     return description.isEmpty() ? QString() : QStringLiteral(" — ") + oneLine(description);
 }
 
+// A login in clear is told wherever its state is.
+QString warning(const Account& mine) {
+    const bool clear = mine.connection == ConnectionState::online && !mine.encrypted;
+    return clear ? QStringLiteral(" (%1)").arg(say(Text::NotEncrypted)) : QString();
+}
+
 QString fullState(const Account& mine) {
     const bool between = mine.connection != ConnectionState::online && mine.connection != ConnectionState::offline;
-    const QString state =
-        between ? connectionText(mine.connection) + u'…' : statusText(mine.status) + described(mine.description);
+    const QString state = between ? connectionText(mine.connection, mine.encrypted) + u'…'
+                                  : statusText(mine.status) + warning(mine) + described(mine.description);
     return QStringLiteral(" %1 %2 %3").arg(oneLine(mine.jid)).arg(statusMark(mine.status)).arg(state);
 }
 
 QString briefState(const Account& mine, bool wholeAddress) {
     const QString address = oneLine(wholeAddress ? mine.jid : mine.jid.section(u'@', 0, 0));
-    return QStringLiteral(" %1 %2").arg(address).arg(statusMark(mine.status));
+    return QStringLiteral(" %1 %2").arg(address).arg(statusMark(mine.status)) + warning(mine);
 }
 
 QString atMost(const QString& text, int columns) {

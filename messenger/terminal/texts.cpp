@@ -62,6 +62,7 @@ constexpr std::array kTexts = std::to_array<TextRow>({
     {Text::ConnectionEncrypted, QT_TRANSLATE_NOOP("Terminal", "połączenie jest szyfrowane")},
     {Text::ConnectionAuthorized, QT_TRANSLATE_NOOP("Terminal", "zalogowany")},
     {Text::ConnectionOnline, QT_TRANSLATE_NOOP("Terminal", "gotowy, lista kontaktów pobrana")},
+    {Text::NotEncrypted, QT_TRANSLATE_NOOP("Terminal", "bez szyfrowania")},
     {Text::NotJid, QT_TRANSLATE_NOOP("Terminal", "\"%1\" nie jest adresem (kto@serwer)")},
     {Text::TextCut, QT_TRANSLATE_N_NOOP("Terminal", "… (całość: %n znaków, zobacz /export)")},
     {Text::ScrolledBack, QT_TRANSLATE_N_NOOP("Terminal", "↑ %n wierszy wyżej, End wraca")},

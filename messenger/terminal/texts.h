@@ -59,6 +59,7 @@ enum class Text {
     ConnectionEncrypted,
     ConnectionAuthorized,
     ConnectionOnline,
+    NotEncrypted,
     NotJid,
     // Interactive mode
     TextCut,

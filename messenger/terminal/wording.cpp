@@ -76,6 +76,12 @@ QString connectionText(ConnectionState state) {
     return {};
 }
 
+QString connectionText(ConnectionState state, bool encrypted) {
+    const bool loggedIn = state == ConnectionState::authorized || state == ConnectionState::online;
+    if (!loggedIn || encrypted) return connectionText(state);
+    return QStringLiteral("%1 (%2)").arg(connectionText(state), say(Text::NotEncrypted));
+}
+
 QString deliveryText(const Message& message, const QString& to) {
     const auto tell = [&](Text text) { return say(text, message.number, to); };
     switch (message.state) {

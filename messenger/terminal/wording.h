@@ -23,6 +23,8 @@ QChar statusMark(Status status);
 Style statusStyle(Status status);
 
 QString connectionText(ConnectionState state);
+// Of a session that has come to its login, and says so where it is not encrypted.
+QString connectionText(ConnectionState state, bool encrypted);
 
 // What became of a message that was written earlier; `to` names its receiver.
 QString deliveryText(const Message& message, const QString& to);

@@ -335,10 +335,6 @@ Trust this certificate on this account from now on?</translation>
 <context>
     <name>HostCore</name>
     <message>
-        <source>Połączenie nie jest szyfrowane, więc dane logowania nie zostały wysłane.</source>
-        <translation>The connection is not encrypted, so the login data was not sent.</translation>
-    </message>
-    <message>
         <source>Nie można wejść do katalogu %1</source>
         <translation>The directory %1 cannot be entered</translation>
     </message>
@@ -361,6 +357,26 @@ Trust this certificate on this account from now on?</translation>
     <message>
         <source>Nie ma elementu do wysłania.</source>
         <translation>There is no element to send.</translation>
+    </message>
+    <message>
+        <source>Połączenie nie jest szyfrowane, więc zostało zakończone, zanim cokolwiek wysłano.</source>
+        <translation>The connection is not encrypted, so it was ended before anything was sent.</translation>
+    </message>
+    <message>
+        <source>Serwer nie dowiódł, że zna hasło tego konta: jego odpowiedź jest błędna.</source>
+        <translation>The server did not prove that it knows this account&apos;s password: its answer is wrong.</translation>
+    </message>
+    <message>
+        <source>Serwer nie dowiódł, że zna hasło tego konta, a połączenie nie jest szyfrowane.</source>
+        <translation>The server did not prove that it knows this account&apos;s password, and the connection is not encrypted.</translation>
+    </message>
+    <message>
+        <source>Zanim logowanie się skończyło, przyszły dane, o które nikt nie prosił. Zostały odrzucone.</source>
+        <translation>Before the login was complete, data came that nobody had asked for. It was rejected.</translation>
+    </message>
+    <message>
+        <source>Zanim połączenie było szyfrowane, przyszły dane, którym nie można ufać. Zostały odrzucone.</source>
+        <translation>Before the connection was encrypted, data came that cannot be trusted. It was rejected.</translation>
     </message>
 </context>
 <context>
@@ -952,8 +968,8 @@ Commands inside the program: /help. All of it: man oku-terminal
         <translation>the password in the account&apos;s file, when there is no key ring: 1 yes, 0 no</translation>
     </message>
     <message>
-        <source>1: logowanie bez szyfrowania dozwolone</source>
-        <translation>1: login without encryption is allowed</translation>
+        <source>1: połączenie bez szyfrowania dozwolone</source>
+        <translation>1: connection without encryption allowed</translation>
     </message>
 </context>
 <context>
@@ -1519,6 +1535,10 @@ Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
     <message>
         <source>nieznajomi · odpowiedź: /chat-with ADRES</source>
         <translation>strangers · answer: /chat-with ADDRESS</translation>
+    </message>
+    <message>
+        <source>bez szyfrowania</source>
+        <translation>not encrypted</translation>
     </message>
 </context>
 </TS>

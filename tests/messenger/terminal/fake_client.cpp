@@ -85,6 +85,7 @@ QString FakeClient::answerBox(int number, BoxButton button) {
 Account account(const char* jid) {
     Account result;
     result.jid = QString::fromUtf8(jid);
+    result.encrypted = true;
     return result;
 }
 

@@ -317,10 +317,16 @@ TEST_F(JsonModeTest, TellsEachEvent) {
     };
     mode.accountChanged(me);
     EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"account","jid":"ala@localhost"})");
+    mode.connectionChanged(me, ConnectionState::online, {});
+    EXPECT_EQ(told(),
+              R"({"account":"ala@localhost","encrypted":true,"event":"connection","reason":"","state":"online"})");
+    client.accountList[0].encrypted = false;
+    mode.connectionChanged(me, ConnectionState::online, {});
+    EXPECT_EQ(told(),
+              R"({"account":"ala@localhost","encrypted":false,"event":"connection","reason":"","state":"online"})");
     mode.connectionChanged(me, ConnectionState::offline, "refused");
-    EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"connection","reason":"refused","state":"offline"})");
-    mode.connectionChanged(me, ConnectionState::encrypted, {});
-    EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"connection","reason":"","state":"encrypted"})");
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","encrypted":false,"event":"connection","reason":"refused",)"
+                      R"("state":"offline"})");
     mode.ownStatusChanged(me, Status::away, "ż");
     EXPECT_EQ(told(), R"({"account":"ala@localhost","description":"ż","event":"status","status":"away"})");
     mode.rosterComplete(me);

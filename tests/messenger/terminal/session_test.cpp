@@ -16,6 +16,30 @@ TEST_F(SessionTest, TellsEachStepOfAConnection) {
               "! offline: the server refused the password");
 }
 
+TEST_F(SessionTest, TellsOfALoginThatIsNotEncrypted) {
+    client.accountList[0].encrypted = false;
+    session->connectionChanged(kMe, ConnectionState::connected, {});
+    session->connectionChanged(kMe, ConnectionState::authorized, {});
+    session->connectionChanged(kMe, ConnectionState::online, {});
+    EXPECT_EQ(heard(),
+              "- connected to the server\n- logged in (not encrypted)\n"
+              "- ready, the contact list is here (not encrypted)");
+    client.accountList[0].connection = ConnectionState::online;
+    client.accountList[0].status = Status::online;
+    session->submit("/account");
+    EXPECT_TRUE(QString::fromStdString(heard()).contains("ready, the contact list is here (not encrypted)"));
+    for (const int width : {80, 30, 10}) {
+        display.width = width;
+        QString bar;
+        for (const Span& span : session->status()) bar += span.text;
+        EXPECT_TRUE(bar.contains("(not encrypted)")) << bar.toStdString();
+    }
+    client.accountList[0].encrypted = true;
+    QString bar;
+    for (const Span& span : session->status()) bar += span.text;
+    EXPECT_FALSE(bar.contains("encrypted")) << bar.toStdString();
+}
+
 TEST_F(SessionTest, TellsNoReasonTwice) {
     session->noticed(kMe, "wrong password");
     session->connectionChanged(kMe, ConnectionState::offline, "wrong password");
