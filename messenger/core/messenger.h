@@ -34,7 +34,9 @@ inline constexpr char16_t sendTyping[] = u"OKU/SendTyping";                    /
 inline constexpr char16_t passwordInFile[] = u"OKU/PasswordInFile";            ///< 1: may lie in the file, 0: may not
 inline constexpr char16_t passwordInRing[] = u"OKU/PasswordInRing";            ///< 1: lies in the key ring
 inline constexpr char16_t proxyPasswordInRing[] = u"OKU/ProxyPasswordInRing";  ///< the same for that of the proxy
-inline constexpr char16_t pinnedCertificate[] = u"OKU/PinnedCertificate";      ///< SHA-256 fingerprints, accepted
+inline constexpr char16_t contactList[] = u"OKU/ContactList";              ///< 1: the terminal's list is shown, 0: not
+inline constexpr char16_t reachableOnly[] = u"OKU/ReachableOnly";          ///< 1: that list shows who can be reached
+inline constexpr char16_t pinnedCertificate[] = u"OKU/PinnedCertificate";  ///< SHA-256 fingerprints, accepted
 }  // namespace setting
 
 /// The whole messenger without a display: the plugin, its host's services, the models. User interfaces stand on this

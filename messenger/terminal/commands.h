@@ -16,7 +16,7 @@ class Session;
 class Commands;
 
 // What a command's argument names; decides what Tab offers.
-enum class ArgumentKind { None, Contact, Request, Account, Setting, Command, Switch, Button, Group };
+enum class ArgumentKind { None, Contact, Request, Account, Setting, Command, Switch, Button, Group, View };
 
 struct CommandRow {
     using Handler = QString (Commands::*)(Arguments& arguments);
@@ -64,6 +64,7 @@ private:
     QString invisible(Arguments& arguments);
     QString offline(Arguments& arguments);
     QString roster(Arguments& arguments);
+    QString contacts(Arguments& arguments);
     QString add(Arguments& arguments);
     QString rename(Arguments& arguments);
     QString group(Arguments& arguments);

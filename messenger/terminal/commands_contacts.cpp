@@ -52,6 +52,20 @@ QString Commands::roster(Arguments& arguments) {
     return {};
 }
 
+QString Commands::contacts(Arguments& arguments) {
+    if (session_.oneWindow()) return say(Text::PaneNeedsScreen);
+    const QString word = arguments.word();
+    const bool shown = word == QLatin1String("on") || word == QLatin1String("off");
+    if (!shown && word != QLatin1String("online") && word != QLatin1String("all")) return say(Text::Usage);
+    ContactView view = session_.contactView();
+    if (shown)
+        view.shown = word == QLatin1String("on");
+    else
+        view.reachableOnly = word == QLatin1String("online");
+    session_.setContactView(view);
+    return {};
+}
+
 void Commands::listContact(const Contact& contact) {
     const int columns = std::clamp(session_.columns() / 4, 10, 28);
     QString line = QStringLiteral("  %1 ").arg(statusMark(contact.status)) + fitToWidth(oneLine(contact.name), columns);

@@ -108,6 +108,9 @@ QStringList Commands::candidates(ArgumentKind kind, const QString& typed) const 
         case ArgumentKind::Switch:
             found << QStringLiteral("on") << QStringLiteral("off");
             break;
+        case ArgumentKind::View:
+            found << QStringLiteral("on") << QStringLiteral("off") << QStringLiteral("online") << QStringLiteral("all");
+            break;
         case ArgumentKind::Button:
             found << QStringLiteral("ok") << QStringLiteral("yes") << QStringLiteral("no");
             break;

@@ -46,14 +46,47 @@ struct SequenceKey {
 };
 
 constexpr std::array kSequences = std::to_array<SequenceKey>({
-    {u"A", KeyCode::Up},           {u"B", KeyCode::Down},         {u"C", KeyCode::Right},
-    {u"D", KeyCode::Left},         {u"H", KeyCode::Home},         {u"F", KeyCode::End},
-    {u"Z", KeyCode::BackTab},      {u"M", KeyCode::Enter},        {u"1~", KeyCode::Home},
-    {u"7~", KeyCode::Home},        {u"4~", KeyCode::End},         {u"8~", KeyCode::End},
-    {u"3~", KeyCode::Delete},      {u"5~", KeyCode::PageUp},      {u"6~", KeyCode::PageDown},
-    {u"3;5~", KeyCode::KillWord},  {u"1;5C", KeyCode::WordRight}, {u"1;5D", KeyCode::WordLeft},
-    {u"1;3C", KeyCode::WordRight}, {u"1;3D", KeyCode::WordLeft},  {u"5C", KeyCode::WordRight},
-    {u"5D", KeyCode::WordLeft},    {u"5;2~", KeyCode::PageUp},    {u"6;2~", KeyCode::PageDown},
+    {u"A", KeyCode::Up},
+    {u"B", KeyCode::Down},
+    {u"C", KeyCode::Right},
+    {u"D", KeyCode::Left},
+    {u"H", KeyCode::Home},
+    {u"F", KeyCode::End},
+    {u"Z", KeyCode::BackTab},
+    {u"M", KeyCode::Enter},
+    {u"1~", KeyCode::Home},
+    {u"7~", KeyCode::Home},
+    {u"4~", KeyCode::End},
+    {u"8~", KeyCode::End},
+    {u"3~", KeyCode::Delete},
+    {u"5~", KeyCode::PageUp},
+    {u"6~", KeyCode::PageDown},
+    {u"3;5~", KeyCode::KillWord},
+    {u"1;5C", KeyCode::WordRight},
+    {u"1;5D", KeyCode::WordLeft},
+    {u"1;3C", KeyCode::WordRight},
+    {u"1;3D", KeyCode::WordLeft},
+    {u"5C", KeyCode::WordRight},
+    {u"5D", KeyCode::WordLeft},
+    {u"5;2~", KeyCode::PageUp},
+    {u"6;2~", KeyCode::PageDown},
+    {u"1;3A", KeyCode::PreviousWindow},
+    {u"1;3B", KeyCode::NextWindow},
+    {u"5;3~", KeyCode::PanePageUp},
+    {u"6;3~", KeyCode::PanePageDown},
+    // The function keys of terminals of today, of older ones, and of the console of Linux.
+    {u"Q", KeyCode::PaneToggle},
+    {u"12~", KeyCode::PaneToggle},
+    {u"[B", KeyCode::PaneToggle},
+    {u"R", KeyCode::PaneFocus},
+    {u"13~", KeyCode::PaneFocus},
+    {u"[C", KeyCode::PaneFocus},
+    {u"S", KeyCode::PaneReachable},
+    {u"14~", KeyCode::PaneReachable},
+    {u"[D", KeyCode::PaneReachable},
+    {u"15~", KeyCode::PreviousWindow},
+    {u"[E", KeyCode::PreviousWindow},
+    {u"17~", KeyCode::NextWindow},
 });
 
 std::optional<KeyCode> controlKey(QChar c) {
@@ -134,6 +167,7 @@ void KeyDecoder::afterEscape(QChar c, std::vector<Key>& keys) {
 
 void KeyDecoder::inSequence(QChar c, std::vector<Key>& keys) {
     sequence_ += c;
+    if (sequence_ == QStringView(u"[") && state_ == State::Sequence) return;  // the console's function keys go on
     const bool ends = c.unicode() >= 0x40 && c.unicode() <= 0x7E;
     if (!ends && sequence_.size() < kLongestSequence && c.unicode() >= 0x20 && c.unicode() < 0x40) return;
     state_ = State::Ground;

@@ -39,6 +39,13 @@ enum class KeyCode {
     Escape,
     EndOfInput,
     Redraw,
+    PaneToggle,
+    PaneFocus,
+    PaneReachable,
+    PanePageUp,
+    PanePageDown,
+    PreviousWindow,
+    NextWindow,
 };
 
 struct Key {

@@ -51,6 +51,17 @@ Line padded(const Line& line, int columns, Style style) {
     return result;
 }
 
+// A row of the log with that of the list in front of it.
+Line besidePane(const ScreenContent& content, std::size_t row, Line log, int columns) {
+    if (content.paneColumns == 0) return log;
+    Line line = row < content.pane.size() ? content.pane[row] : Line{};
+    if (content.paneColumns >= columns) return cutLine(line, columns);
+    line = padded(line, content.paneColumns, Style::Plain);
+    line.push_back({QStringLiteral("│"), Style::Faint});
+    std::move(log.begin(), log.end(), std::back_inserter(line));
+    return line;
+}
+
 // Begins with the first candidate that leaves room for the chosen one.
 Line candidateLine(const LineEditor& editor, int columns) {
     QStringList names;
@@ -89,6 +100,10 @@ Line promptLine(const ScreenContent& content, LineEditor& editor, int columns, F
 
 }  // namespace
 
+int logColumns(const ScreenSize& size, int paneColumns) {
+    return paneColumns == 0 ? size.columns : std::max(1, size.columns - paneColumns - 1);
+}
+
 int logRows(const ScreenSize& size) {
     return std::max(0, size.rows - 1 - (size.rows >= kRowsForStatus ? 1 : 0) - (size.rows >= kRowsForTitle ? 1 : 0));
 }
@@ -96,13 +111,14 @@ int logRows(const ScreenSize& size) {
 Frame composeFrame(const ScreenContent& content, LineEditor& editor, const ScreenSize& size) {
     Frame frame;
     LogLayout layout = content.layout;
-    layout.columns = size.columns;
+    layout.columns = logColumns(size, content.paneColumns);
     frame.scroll = content.scroll;
     if (size.rows >= kRowsForTitle) frame.rows.push_back(padded(content.title, size.columns, Style::Bar));
     const int count = logRows(size);
     auto log = LogTail(content, layout).take(count, frame.scroll);
-    for (Line& line : log) frame.rows.push_back(cutLine(line, size.columns));
-    for (auto missing = static_cast<std::size_t>(count) - log.size(); missing > 0; --missing) frame.rows.push_back({});
+    log.resize(static_cast<std::size_t>(count));
+    for (std::size_t row = 0; row < log.size(); ++row)
+        frame.rows.push_back(besidePane(content, row, cutLine(log[row], layout.columns), size.columns));
     if (size.rows >= kRowsForStatus) {
         const Line status = editor.candidates().size() > 1 ? candidateLine(editor, size.columns)
                                                            : scrolledLine(content.status, frame.scroll, size.columns);

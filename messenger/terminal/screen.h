@@ -25,6 +25,8 @@ struct ScreenContent {
     int scroll = 0;    // lines up from the newest
     Line status;
     QString prompt;
+    int paneColumns = 0;     // of the list beside the log; all of them: in its place
+    std::vector<Line> pane;  // its rows from the top
 };
 
 struct Frame {
@@ -33,6 +35,9 @@ struct Frame {
     int cursorColumn = 0;
     int scroll = 0;  // the content's, at most what there is to scroll
 };
+
+// Columns that are left for the log.
+int logColumns(const ScreenSize& size, int paneColumns);
 
 // Rows of the log on a screen of this size.
 int logRows(const ScreenSize& size);

@@ -20,6 +20,7 @@ ScreenDisplay::ScreenDisplay(Client& client, SessionOptions options, Colours col
       onEnded_(std::move(onEnded)),
       painter_(colours),
       session_(client, *this, std::move(options)),
+      pane_(session_),
       editor_([this](const QString& text, qsizetype cursor) { return session_.complete(text, cursor); }) {
     drawSoon_.setSingleShot(true);
     drawSoon_.setInterval(kDrawDelay);
@@ -53,9 +54,57 @@ void ScreenDisplay::feed(const QByteArray& bytes) {
 }
 
 void ScreenDisplay::handle(const Key& key) {
-    if (!handleWindowKey(key)) edited(editor_.handle(key));
+    if (!handlePaneKey(key) && !handleWindowKey(key)) edited(editor_.handle(key));
     changed();
 }
+
+bool ScreenDisplay::handlePaneKey(const Key& key) {
+    switch (key.code) {
+        case KeyCode::PaneToggle:
+            togglePane();
+            return true;
+        case KeyCode::PaneFocus:
+            pane_.focused() ? pane_.leave() : pane_.focus();
+            return true;
+        case KeyCode::PaneReachable: {
+            ContactView view = session_.contactView();
+            view.reachableOnly = !view.reachableOnly;
+            session_.setContactView(view);
+            return true;
+        }
+        case KeyCode::PanePageUp:
+        case KeyCode::PanePageDown:
+            pane_.focus();
+            break;
+        default:
+            if (!pane_.focused()) return false;
+    }
+    const ContactPane::Outcome outcome = pane_.handle(key);
+    if (outcome.opened) {
+        scroll_ = 0;
+        session_.openConversation(*outcome.opened);
+    }
+    return outcome.taken;
+}
+
+// Where there is no room beside the log, the list stands in its place for as long as one moves in it.
+void ScreenDisplay::togglePane() {
+    const int columns = pane_.columnsOf(size_.columns);
+    ContactView view = session_.contactView();
+    view.shown = columns == 0;
+    session_.setContactView(view);
+    if (columns > 0)
+        pane_.leave();
+    else if (pane_.columnsOf(size_.columns) == 0)
+        pane_.focus();
+}
+
+void ScreenDisplay::showNeighbour(int step) {
+    const int count = static_cast<int>(session_.windows().conversations().size()) + 1;
+    if (session_.showWindow((session_.windows().currentNumber() + step + count) % count)) scroll_ = 0;
+}
+
+int ScreenDisplay::logColumns() const { return terminal::logColumns(size_, pane_.columnsOf(size_.columns)); }
 
 bool ScreenDisplay::handleWindowKey(const Key& key) {
     switch (key.code) {
@@ -64,6 +113,10 @@ bool ScreenDisplay::handleWindowKey(const Key& key) {
             return true;
         case KeyCode::PageDown:
             scrollBy(-std::max(1, logRows(size_) - 1));
+            return true;
+        case KeyCode::PreviousWindow:
+        case KeyCode::NextWindow:
+            showNeighbour(key.code == KeyCode::NextWindow ? 1 : -1);
             return true;
         case KeyCode::Redraw:
             painter_.forget();
@@ -117,7 +170,7 @@ void ScreenDisplay::appended(const LogEntry& entry) {
     if (scroll_ == 0) return;
     // Who reads above keeps the place.
     LogLayout layout = session_.layout();
-    layout.columns = size_.columns;
+    layout.columns = logColumns();
     scroll_ += static_cast<int>(layOut(entry, layout).size());
 }
 
@@ -138,7 +191,9 @@ void ScreenDisplay::draw() {
     content.entries = session_.entries();
     content.layout = session_.layout();
     content.scroll = scroll_;
-    content.status = session_.status();
+    content.status = pane_.focused() ? Line{{u' ' + say(Text::PaneHint), Style::Bar}} : session_.status();
+    content.paneColumns = pane_.columnsOf(size_.columns);
+    if (content.paneColumns > 0) content.pane = pane_.lines(content.paneColumns, logRows(size_));
     content.prompt = session_.prompt();
     const Frame frame = composeFrame(content, editor_, size_);
     scroll_ = frame.scroll;

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QTimer>
 
+#include "messenger/terminal/contact_pane.h"
 #include "messenger/terminal/key.h"
 #include "messenger/terminal/line_editor.h"
 #include "messenger/terminal/screen.h"
@@ -31,12 +32,19 @@ public:
     void appended(const LogEntry& entry) override;
     void changed() override;
     int columns() const override { return size_.columns; }
+    int logColumns() const override;
+    void contactTouched(const Peer& peer) override { pane_.touch(peer); }
+    void contactsReset() override { pane_.reset(); }
     void ended() override;
 
 private:
     void handle(const Key& key);
     // True for a key that is not the editor's.
     bool handleWindowKey(const Key& key);
+    // True for a key that moved in the list of contacts, or is about it.
+    bool handlePaneKey(const Key& key);
+    void togglePane();
+    void showNeighbour(int step);
     void scrollBy(int lines);
     void cancel();
     void edited(EditResult result);
@@ -52,6 +60,7 @@ private:
     QTimer drawSoon_;
     QTimer escapeAlone_;
     Session session_;
+    ContactPane pane_;
     LineEditor editor_;
 };
 

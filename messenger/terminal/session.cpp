@@ -52,6 +52,7 @@ QString Session::start() {
     }
     const QString wanted = std::exchange(options_.account, bareJid(options_.account));
     const QString password = std::exchange(options_.password, {});
+    readContactView();
     const QList<Account> accounts = client_.accounts();
     const auto isWanted = [this](const Account& one) { return one.jid == options_.account; };
     bool stored = true;
@@ -216,6 +217,7 @@ bool Session::showWindow(int number) {
         divideFromNew(peer, windows_.unread(peer));
         windows_.setUnread(peer, 0);
         client_.markRead(peer.account, peer.jid);
+        display_.contactTouched(peer);
     }
     display_.changed();
     return true;
@@ -223,7 +225,9 @@ bool Session::showWindow(int number) {
 
 void Session::closeConversation() {
     stopTyping();
+    const Peer closed = windows_.current();
     windows_.closeCurrent();
+    display_.contactTouched(closed);
     display_.changed();
 }
 

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "messenger/terminal/client.h"
+#include "messenger/terminal/contact_tree.h"
 #include "messenger/terminal/line_editor.h"
 #include "messenger/terminal/log_entry.h"
 #include "messenger/terminal/windows.h"
@@ -33,8 +34,19 @@ public:
     // Something else may look different now: status, title, prompt, window.
     virtual void changed() = 0;
     virtual int columns() const = 0;
+    // Of the log; less where something stands beside it.
+    virtual int logColumns() const { return columns(); }
+    // What a list shows of this one, or of all, may be different now.
+    virtual void contactTouched(const Peer&) {}
+    virtual void contactsReset() {}
     // The messenger is unloaded: the program ends.
     virtual void ended() = 0;
+};
+
+// How the list of contacts beside the log is seen.
+struct ContactView {
+    std::optional<bool> shown;  // nothing: where the screen is wide
+    bool reachableOnly = false;
 };
 
 struct SessionOptions {
@@ -78,7 +90,8 @@ public:
     const Windows& windows() const { return windows_; }
     QString account() const;
     void chooseAccount(const QString& jid) { options_.account = jid; }
-    int columns() const { return display_.columns(); }
+    int columns() const { return display_.logColumns(); }
+    bool oneWindow() const { return options_.oneWindow; }
     const QString& startDirectory() const { return options_.startDirectory; }
     // The chosen account's contact with this name, beginning of a name or address. Gives a reason when nobody fits, or
     // more than one.
@@ -101,6 +114,14 @@ public:
     // Sends a message. Gives the reason of a refusal.
     QString send(const Peer& peer, const QString& text);
     void clearWindow();
+    // The list of contacts: how it is seen, which the account remembers, and what it shows: the contacts of all
+    // accounts and whom one talks to beside them.
+    const ContactView& contactView() const { return contactView_; }
+    void setContactView(const ContactView& view);
+    QStringList accountNames() const;
+    void eachListed(const std::function<void(const ListedContact&)>& take) const;
+    std::optional<ListedContact> listed(const Peer& peer) const;
+    bool isTyping(const Peer& peer) const;
     // The fingerprint that was refused last; empty when none was.
     QString refusedCertificate(const QString& account) const { return refusedCertificates_.value(account); }
     // Sets the chosen account's status. To log in it needs a password, and asks for it where none is known. Gives the
@@ -160,6 +181,8 @@ private:
     // False when the messenger refused it, which is told.
     bool storeAccount(const QString& jid, const QString& password, const QVariantMap& settings);
     void connectAtStart();
+    void readContactView();
+    ListedContact listedOf(const QString& account, const Contact& contact) const;
     void loadHistory(const Peer& peer);
     void divideFromNew(const Peer& peer, int unread);
     void tellContact(const QString& account, const Contact& before, const Contact& now);
@@ -178,6 +201,7 @@ private:
     QObject context_;  // of calls that come later: gone with the session
     std::deque<LogEntry> log_;
     Windows windows_;
+    ContactView contactView_;
     std::unique_ptr<SecretRequest> secret_;
     QSet<Peer> historyLoaded_;
     QStringList toldAccounts_;

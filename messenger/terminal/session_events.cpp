@@ -37,6 +37,7 @@ void Session::accountChanged(const QString& account) {
     display_.changed();
     if (toldAccounts_.contains(account)) return;
     toldAccounts_.append(account);
+    display_.contactsReset();
     tellOf({account, {}}, say(Text::AccountIsThere, account), Style::Plain, kDash);
 }
 
@@ -80,6 +81,7 @@ void Session::rosterComplete(const QString& account) {
         windows_.setUnread(peer, contact.unread);
     }
     for (const Contact& gone : std::as_const(before)) tellRemoved(account, gone);
+    display_.contactsReset();
     display_.changed();
 }
 
@@ -94,6 +96,7 @@ void Session::contactChanged(const QString& account, const Contact& contact) {
                say(Text::ContactAdded, oneLine(contact.name), contact.jid, oneLine(contact.group)), Style::Plain,
                QStringLiteral("+"));
     known.insert(contact.jid, contact);
+    display_.contactTouched({account, contact.jid});
     display_.changed();
 }
 
@@ -110,6 +113,7 @@ void Session::tellContact(const QString& account, const Contact& before, const C
 void Session::contactRemoved(const QString& account, const QString& jid) {
     Contact contact = known_[account].take(jid);
     contact.jid = jid;
+    display_.contactTouched({account, jid});
     tellRemoved(account, contact);
 }
 
@@ -188,6 +192,7 @@ void Session::messageReceived(const QString& account, const Message& message) {
         client_.markRead(account, message.contact);
     else
         windows_.setUnread(window, windows_.unread(window) + 1);
+    display_.contactTouched(peer);
     LogEntry entry = messageEntry(message);
     if (!(window == peer)) {
         entry.alsoIn = window;

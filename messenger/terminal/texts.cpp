@@ -120,7 +120,8 @@ constexpr std::array kTexts = std::to_array<TextRow>({
      QT_TRANSLATE_NOOP(
          "Terminal",
          "Tab uzupełnia; ↑ ↓ wcześniejsze wiersze, Ctrl-R szuka w nich\nAlt-Enter nowy wiersz; // na początku: tekst z "
-         "ukośnikiem\nPgUp PgDn przewija; Alt-0…9 okna, Alt-A następne nieprzeczytane\nCtrl-L rysuje od nowa; Ctrl-C "
+         "ukośnikiem\nPgUp PgDn przewija; Alt-0…9 okna, Alt-↑ Alt-↓ sąsiednie, Alt-A następne nieprzeczytane\n"
+         "F2 lista kontaktów, F3 wchodzi do niej (strzałki, Enter), F4 tylko dostępni\nCtrl-L rysuje od nowa; Ctrl-C "
          "przerywa; Ctrl-D kończy")},
     {Text::ConsoleOn, QT_TRANSLATE_NOOP("Terminal", "konsola XML włączona (okno główne); hasła są zakryte")},
     {Text::ConsoleOff, QT_TRANSLATE_NOOP("Terminal", "konsola XML wyłączona")},
@@ -145,6 +146,10 @@ constexpr std::array kTexts = std::to_array<TextRow>({
     {Text::AuthorizedAndAsked,
      QT_TRANSLATE_NOOP("Terminal", "%1 będzie widzieć Twoją obecność; wysłano prośbę o wzajemność")},
     {Text::Denied, QT_TRANSLATE_NOOP("Terminal", "odmówiono: %1")},
+    {Text::PaneHint,
+     QT_TRANSLATE_NOOP("Terminal", "Enter otwiera, Spacja zwija grupę, F4 tylko dostępni, Esc wraca, F2 chowa listę")},
+    {Text::PaneNeedsScreen,
+     QT_TRANSLATE_NOOP("Terminal", "lista obok rozmów jest tylko na ekranie; tutaj wypisuje ją /roster")},
     {Text::NothingUnread, QT_TRANSLATE_NOOP("Terminal", "nie ma nieprzeczytanych wiadomości")},
     {Text::NewMessages, QT_TRANSLATE_NOOP("Terminal", "nowe wiadomości")},
     {Text::NoSuchWindow, QT_TRANSLATE_NOOP("Terminal", "nie ma okna \"%1\"")},

@@ -136,6 +136,8 @@ enum class Text {
     Authorized,
     AuthorizedAndAsked,
     Denied,
+    PaneHint,
+    PaneNeedsScreen,
     NothingUnread,
     NewMessages,
     NoSuchWindow,

@@ -258,6 +258,10 @@ Trust this certificate on this account from now on?</translation>
         <source>zmienione ustawienia konta, te z częścią nazwy, wszystkie</source>
         <translation>the account&apos;s changed settings, those with the part, all of them</translation>
     </message>
+    <message>
+        <source>lista kontaktów obok rozmów: jest czy nie, tylko dostępni czy wszyscy</source>
+        <translation>the contact list beside the log: there or not, those who can be reached or all</translation>
+    </message>
 </context>
 <context>
     <name>ContactList</name>
@@ -1388,16 +1392,6 @@ Commands inside the program: /help. All of it: man oku-terminal
         <translation>usage:</translation>
     </message>
     <message>
-        <source>Tab uzupełnia; ↑ ↓ wcześniejsze wiersze, Ctrl-R szuka w nich
-Alt-Enter nowy wiersz; // na początku: tekst z ukośnikiem
-PgUp PgDn przewija; Alt-0…9 okna, Alt-A następne nieprzeczytane
-Ctrl-L rysuje od nowa; Ctrl-C przerywa; Ctrl-D kończy</source>
-        <translation>Tab completes; ↑ ↓ earlier lines, Ctrl-R searches them
-Alt-Enter new line; // in front: a text with a slash
-PgUp PgDn scroll; Alt-0…9 windows, Alt-A next unread
-Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
-    </message>
-    <message>
         <source>konsola XML wyłączona</source>
         <translation>the XML console is off</translation>
     </message>
@@ -1539,6 +1533,26 @@ Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
     <message>
         <source>bez szyfrowania</source>
         <translation>not encrypted</translation>
+    </message>
+    <message>
+        <source>Tab uzupełnia; ↑ ↓ wcześniejsze wiersze, Ctrl-R szuka w nich
+Alt-Enter nowy wiersz; // na początku: tekst z ukośnikiem
+PgUp PgDn przewija; Alt-0…9 okna, Alt-↑ Alt-↓ sąsiednie, Alt-A następne nieprzeczytane
+F2 lista kontaktów, F3 wchodzi do niej (strzałki, Enter), F4 tylko dostępni
+Ctrl-L rysuje od nowa; Ctrl-C przerywa; Ctrl-D kończy</source>
+        <translation>Tab completes; ↑ ↓ earlier lines, Ctrl-R searches them
+Alt-Enter new line; // in front: a text with a slash
+PgUp PgDn scroll; Alt-0…9 windows, Alt-↑ Alt-↓ those beside, Alt-A next unread
+F2 the contact list, F3 goes into it (arrows, Enter), F4 only who can be reached
+Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
+    </message>
+    <message>
+        <source>Enter otwiera, Spacja zwija grupę, F4 tylko dostępni, Esc wraca, F2 chowa listę</source>
+        <translation>Enter opens, Space folds the group, F4 who can be reached, Esc returns, F2 hides the list</translation>
+    </message>
+    <message>
+        <source>lista obok rozmów jest tylko na ekranie; tutaj wypisuje ją /roster</source>
+        <translation>the list beside the log needs a screen; here /roster writes it</translation>
     </message>
 </context>
 </TS>

@@ -187,6 +187,31 @@ class InATerminal(unittest.TestCase):
         terminal.resize(90, 24)
         terminal.wait(lambda: max(terminal.rows) == 24 and "Olek (dom)" in terminal.text())
 
+    def test_contacts_stand_beside_the_log_and_open_by_keys(self):
+        terminal = self.start("--status", "online", columns=120, rows=20)
+        terminal.wait("▾ Praca (1/2)")
+        terminal.wait(" ● 李梅 🦆 ")
+        terminal.type("\x1bOR\x1b[F")  # F3, End
+        terminal.wait("Enter opens")
+        terminal.type("\r")
+        terminal.wait("Olek>")
+        terminal.wait(">◐ Olek")
+        self.assertNotIn("Enter opens", terminal.text())
+        terminal.type("\x1bOQ")  # F2
+        terminal.wait(lambda: "▾" not in terminal.text())
+        terminal.type("\x1bOQ")
+        terminal.wait("▾ Praca (1/2)")
+        terminal.type("\x1b[1;3A")  # Alt-Up
+        terminal.wait("all events")
+        terminal.resize(50, 12)
+        terminal.wait(lambda: max(terminal.rows) == 12 and "▾" not in terminal.text())
+        terminal.type("\x1bORcze")  # other keys go back to the line
+        terminal.wait("ala> cze")
+        terminal.type("\x1bOR")
+        terminal.wait(lambda: "▾ Praca (1/2)" in terminal.text() and "│" not in terminal.text())
+        terminal.type("\x1b")
+        terminal.wait("●")
+
     def test_several_pasted_lines_are_one_message(self):
         terminal = self.start("--status", "online")
         terminal.type("/chat-with Olek\r")
