@@ -15,7 +15,7 @@ constexpr int kColumnsForBoth = 64;   // narrower screens show the list or the l
 constexpr int kColumnsUnasked = 100;  // narrower screens show it beside the log to who asked for it
 constexpr int kNarrowest = 18;
 constexpr int kWidest = 32;
-constexpr int kMostTouched = 1000;  // more of them are rather read anew, all at once
+constexpr std::size_t kMostTouched = 20'000;  // more of them are read anew, all at once
 
 // What stands at the right end of a row.
 QString unreadSign(int unread) { return unread > 0 ? QStringLiteral("(%1)").arg(unread) : QString(); }
@@ -217,8 +217,8 @@ std::vector<Line> ContactPane::lines(int columns, int rows) {
     std::vector<Line> result;
     const auto chosen = cursor();
     if (chosen == tree_.end()) {
-        for (const QString& text : wrapText(say(Text::RosterEmpty), columns, columns))
-            result.push_back({{text, Style::Faint}});
+        const QString why = say(tree_.empty() ? Text::RosterEmpty : Text::RosterNoneFits);
+        for (const QString& text : wrapText(why, columns, columns)) result.push_back({{text, Style::Faint}});
         return result;
     }
     auto place = topFor(chosen, rows);

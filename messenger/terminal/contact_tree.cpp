@@ -46,6 +46,7 @@ void ContactTree::reset(const QStringList& accounts) {
     rows_.clear();
     contacts_.clear();
     accounts_.clear();
+    groupOrders_.clear();
     for (int place = 0; place < accounts.size(); ++place) {
         accounts_.emplace(accounts.at(place), place);
         if (accounts.size() < 2) continue;
@@ -58,11 +59,13 @@ void ContactTree::reset(const QStringList& accounts) {
     }
 }
 
-ContactTree::Key ContactTree::groupKey(int account, const ListedContact& contact) const {
+ContactTree::Key ContactTree::groupKey(int account, const ListedContact& contact) {
     Key key;
     key.account = account;
     key.section = contact.stranger ? kStrangers : kGroups;
-    key.groupOrder = collationKey(contact.group);
+    QByteArray& order = groupOrders_[contact.group];
+    if (order.isEmpty()) order = collationKey(contact.group);
+    key.groupOrder = order;
     key.group = contact.group;
     return key;
 }

@@ -67,6 +67,8 @@ public:
     void fold(const Key& group, bool folded);
     void showReachableOnly(bool only) { reachableOnly_ = only; }
 
+    bool empty() const { return rows_.empty(); }
+
     // Rows that are shown, by order. `end` where there is none.
     Place end() const { return rows_.end(); }
     Place first() const { return shownFrom(rows_.begin()); }
@@ -82,14 +84,15 @@ public:
 private:
     using Group = std::pair<QString, QString>;  // account and name
 
-    Key groupKey(int account, const ListedContact& contact) const;
+    Key groupKey(int account, const ListedContact& contact);
     bool isShown(Place place) const;
     Place shownFrom(Place place) const;
     void count(const Key& key, const ListedContact& contact, int change);
 
     Rows rows_;
     std::map<QString, int> accounts_;
-    std::map<Group, Rows::iterator> contacts_;  // by account and JID
+    std::map<Group, Rows::iterator> contacts_;   // by account and JID
+    std::map<QString, QByteArray> groupOrders_;  // made once a name, and shared by its contacts
     std::set<Group> folded_;
     bool reachableOnly_ = false;
 };

@@ -90,6 +90,7 @@ public:
     const Windows& windows() const { return windows_; }
     QString account() const;
     void chooseAccount(const QString& jid) { options_.account = jid; }
+    // Columns of the log, where answers stand.
     int columns() const { return display_.logColumns(); }
     bool oneWindow() const { return options_.oneWindow; }
     const QString& startDirectory() const { return options_.startDirectory; }

@@ -66,7 +66,7 @@ Line Session::title() const {
     const auto contact = client_.contact(peer.account, peer.jid);
     if (!contact) return {bar(QStringLiteral(" %1 · %2").arg(oneLine(peer.jid), say(Text::NotOnRoster)))};
     // A long name leaves room for the address and the status.
-    const QString name = atMost(nameOf(peer), std::max(kShortestName, columns() / 3));
+    const QString name = atMost(nameOf(peer), std::max(kShortestName, display_.columns() / 3));
     return {bar(QStringLiteral(" %1 <%2> ").arg(name, oneLine(peer.jid))),
             bar(statusMark(contact->status) + QStringLiteral(" ") + statusText(contact->status) +
                 resourceNames(*contact) + described(contact->description))};
@@ -83,7 +83,7 @@ Line Session::status() const {
     Line line;
     for (const StatusLineKind& kind : kinds) {
         line = statusLine(kind);
-        if (lineWidth(line) <= columns()) break;
+        if (lineWidth(line) <= display_.columns()) break;
     }
     return line;
 }

@@ -185,6 +185,9 @@ TEST_F(ContactPaneTest, TakesItsPlaceByTheScreenAndTheWish) {
     EXPECT_EQ(columns(), "40 18 24 25 32") << "in place of the log where there is no room for both";
     EXPECT_EQ(type("/contacts online"), "setSetting|ala@localhost|OKU/ReachableOnly|int|1");
     EXPECT_EQ(shown(), "*▾ Znajomi (1/1)\n ◐ Olek");
+    client.contactLists[kMe][0].status = Status::offline;
+    session->contactChanged(kMe, client.contactLists[kMe][0]);
+    EXPECT_EQ(shown(), "no contact fits");
     begin();
     EXPECT_EQ(columns(), "0 0 0 0 0") << "as it was left";
     EXPECT_TRUE(session->contactView().reachableOnly);

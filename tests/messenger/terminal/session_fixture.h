@@ -19,6 +19,7 @@ protected:
         QStringList lines;
         bool over = false;
         int width = 80;
+        int beside = 0;
 
         void appended(const LogEntry& entry) override {
             const QString who = entry.who.isEmpty() ? entry.mark : entry.who;
@@ -26,6 +27,7 @@ protected:
         }
         void changed() override {}
         int columns() const override { return width; }
+        int logColumns() const override { return width - beside; }
         void ended() override { over = true; }
     };
 

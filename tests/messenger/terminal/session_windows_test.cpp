@@ -73,6 +73,9 @@ TEST_F(SessionTest, LeavesOutOfANarrowStatusLineWhatMattersLeast) {
     EXPECT_EQ(status(), " ala@localhost ◐ │ 0:main 1:Olek 2:Ola(1) [3:Ewa Żółć]");
     display.width = 40;
     EXPECT_EQ(status(), " ala@localhost ◐ │ 2:Ola(1) [3:Ewa Żółć]");
+    display.beside = 18;
+    EXPECT_EQ(status(), " ala@localhost ◐ │ 2:Ola(1) [3:Ewa Żółć]")
+        << "what stands beside the log takes nothing from it";
     display.width = 39;
     EXPECT_EQ(status(), " ala@localhost ◐ │ 2:Ola(1) [3:Ewa Ż…]");
     display.width = 30;
