@@ -37,10 +37,10 @@ public:
           capabilities_(capabilities),
           own_(own) {}
 
-    /// A contact's presence.
-    void onPresence(const Stanza& presence);
+    /// A contact's presence. 1 when a listener of the host stopped it, else 0.
+    int onPresence(const Stanza& presence);
     /// A presence that tells an error: its description becomes the error's.
-    void onErrorPresence(const Stanza& presence);
+    int onErrorPresence(const Stanza& presence);
 
     /// Sends the own status in every way that the server needs. 0 when nothing was sent, else the send's result.
     std::int32_t sendPresence(Status status, const std::u16string& description);

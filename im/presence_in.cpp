@@ -29,7 +29,7 @@ void showErrorAsStatus(xmlElement& presence) {
 
 }  // namespace
 
-void Presence::onPresence(const Stanza& presence) {
+int Presence::onPresence(const Stanza& presence) {
     const JID sender = parseJID(presence.from);
     std::u16string description = lutXMLRestorW(childText(presence.element, u"status"));
     const std::int32_t priority = parseInt32(childText(presence.element, u"priority"));
@@ -37,10 +37,11 @@ void Presence::onPresence(const Stanza& presence) {
     const Status status = statusFromName(word);
     if (status == Status::Error) stanzaErrorText(description, presence.element.GetChildPtr(u"error"), false);
 
-    if (!tellHost(sender, status, description, priority) || !sender.hasResource) return;
-    if (trackResource(sender, word, status, description) != ResourceFate::New) return;
+    if (!tellHost(sender, status, description, priority)) return 1;
+    if (!sender.hasResource) return 0;
+    if (trackResource(sender, word, status, description) != ResourceFate::New) return 0;
     ContactEntry& contact = contacts_.entry(sender.bare);
-    if (contact.jid != sender.bare) return;  // not on the roster
+    if (contact.jid != sender.bare) return 0;  // not on the roster
     ResourceEntry resource;
     resource.resource = sender.resource;
     resource.status = status;
@@ -48,11 +49,12 @@ void Presence::onPresence(const Stanza& presence) {
     resource.description = std::move(description);
     ResourceEntry& added = contact.resources.append(std::move(resource));
     capabilities_.requestResourceCaps(presence.element, presence.from, added);
+    return 0;
 }
 
-void Presence::onErrorPresence(const Stanza& presence) {
+int Presence::onErrorPresence(const Stanza& presence) {
     showErrorAsStatus(presence.element);
-    onPresence(presence);
+    return onPresence(presence);
 }
 
 bool Presence::tellHost(const JID& sender, Status status, const std::u16string& description, std::int32_t priority) {

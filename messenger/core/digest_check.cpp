@@ -1,6 +1,7 @@
 #include "messenger/core/digest_check.h"
 
 #include "messenger/core/digest_proof.h"
+#include "messenger/core/xml_data.h"
 
 namespace oku {
 namespace {
@@ -13,7 +14,7 @@ QByteArray bytesOf(const std::string& text) { return QByteArray::fromStdString(t
 std::string contentOf(const Stanza& stanza, std::string_view whole) {
     if (stanza.tag.kind == XmlTag::Kind::empty) return {};
     const std::string_view inner = textOf({stanza.tag.end, stanza.whole.end}, whole);
-    return expandedText(inner.substr(0, inner.rfind('<')));
+    return readText(inner.substr(0, inner.rfind('<')));
 }
 
 /// The text of a SASL element; "=" stands for an empty one.

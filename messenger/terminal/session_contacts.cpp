@@ -62,9 +62,6 @@ std::optional<ListedContact> Session::listed(const Peer& peer) const {
     return stranger;
 }
 
-bool Session::isTyping(const Peer& peer) const {
-    const auto& typing = windows_.typing();
-    return std::find(typing.begin(), typing.end(), peer) != typing.end();
-}
+bool Session::isTyping(const Peer& peer) const { return windows_.isTyping(peer); }
 
 }  // namespace oku::terminal

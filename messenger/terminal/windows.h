@@ -51,6 +51,7 @@ public:
     void setTyping(const Peer& peer, bool composing);
     // Those who are typing, by the order in which they began.
     const std::map<quint64, Peer>& typing() const { return typing_; }
+    bool isTyping(const Peer& peer) const { return typingPlaces_.contains(peer); }
     void forgetTyping(const QString& account);
 
 private:

@@ -34,11 +34,11 @@ protected:
         contacts.entry(u"bob@example.org").jid = u"bob@example.org";
     }
 
-    void receive(std::u16string_view type, const std::u16string& show, const std::u16string& status) {
+    int receive(std::u16string_view type, const std::u16string& show, const std::u16string& status) {
         xmlElement element(u"presence");
         if (!show.empty()) element.SetChild(xmlElement(u"show", show));
         if (!status.empty()) element.SetChild(xmlElement(u"status", status));
-        presence.onPresence({element, u"bob@example.org/desk", type, u""});
+        return presence.onPresence({element, u"bob@example.org/desk", type, u""});
     }
     const ResourceEntry* desk() { return contacts.findResource(u"bob@example.org", u"desk"); }
 
@@ -56,7 +56,7 @@ protected:
 };
 
 TEST_F(PresenceCalls, KeepAResourceWithItsFirstPresence) {
-    receive(u"", u"dnd", u"praca");
+    EXPECT_EQ(receive(u"", u"dnd", u"praca"), 0);
     ASSERT_NE(desk(), nullptr);
     EXPECT_EQ(desk()->status, Status::Dnd);
     EXPECT_EQ(desk()->description, u"praca");
@@ -95,14 +95,14 @@ TEST_F(PresenceCalls, KeepWhatTheClientCanDo) {
 TEST_F(PresenceCalls, ChangeNothingWhenAListenerStopsThem) {
     receive(u"", u"dnd", u"praca");
     host.answersOnce["OKU/CallProtolHooks"] = {1};
-    receive(u"unavailable", u"", u"");
+    EXPECT_EQ(receive(u"unavailable", u"", u""), 1);
     ASSERT_NE(desk(), nullptr);
     EXPECT_EQ(desk()->status, Status::Dnd);
 }
 
 TEST_F(PresenceCalls, ForgetAResourceThatLeaves) {
     receive(u"", u"", u"");
-    receive(u"unavailable", u"", u"");
+    EXPECT_EQ(receive(u"unavailable", u"", u""), 0);
     EXPECT_EQ(desk(), nullptr);
 }
 

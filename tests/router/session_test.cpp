@@ -51,7 +51,8 @@ protected:
     StreamOutput output{client, zip};
     CProtoEventDispatcher dispatcher;
     Connection connection{client, zip, output, quiet, ignore};
-    Negotiation negotiation{client, zip, output, connection, dispatcher, answers};
+    Requests requests{dispatcher, output};
+    Negotiation negotiation{client, zip, output, connection, requests, answers};
 };
 
 TEST_F(Session, EachAnswerMayComeWhileItsRequestGoesOut) {
@@ -62,7 +63,8 @@ TEST_F(Session, EachAnswerMayComeWhileItsRequestGoesOut) {
         reply.SetAttribute(u"type", u"result");
         EXPECT_TRUE(dispatcher.dispatch(reply)) << event.data;
     };
-    negotiation.requestSession();
+    xmlElement bound(u"iq");
+    EXPECT_EQ(negotiation.onBind(Stanza::of(bound)), Routing::Done);
     EXPECT_EQ(answers.features, 1);
     EXPECT_EQ(answers.rosters, 1);
 }
