@@ -42,6 +42,11 @@ TEST_F(Identifiers, OneMillisecondGivesDifferentIdsThroughTheRandomValues) {
 
 TEST_F(Identifiers, SameRandomValuesInOneMillisecondGiveTheSameId) { EXPECT_EQ(idOf(11, 12), idOf(11, 12)); }
 
+TEST_F(Identifiers, UuidIsMadeOfFourRandomValues) {
+    harness::world().randoms = {0x33221100, 0x77665544, 0xBBAA9988, 0xFFEEDDCC};
+    EXPECT_EQ(lutGenerateUUID(), u"00112233-4455-4677-8899-aabbccddeeff");
+}
+
 TEST_F(Identifiers, UuidIsARandomOne) {
     const auto uuid = lutGenerateUUID();
     ASSERT_EQ(uuid.size(), 36u);

@@ -106,6 +106,32 @@ TEST_F(ConnectionTest, BytesThatWereNotInflatedGoWithTheirConnection) {
     host.complaints.clear();
 }
 
+TEST_F(ConnectionTest, PieceWithoutBytesIsNoInput) {
+    raise(NL_EVENT_CONNECTED);
+    NL_RECEIVED piece{sizeof(NL_RECEIVED), 5, nullptr};
+    raise(NL_EVENT_RECEIVED, reinterpret_cast<OKU_WORD>(&piece));
+    char bytes[] = "<a/>";
+    piece = {sizeof(NL_RECEIVED), -1, bytes};
+    raise(NL_EVENT_RECEIVED, reinterpret_cast<OKU_WORD>(&piece));
+    EXPECT_TRUE(elements.seen.empty());
+    EXPECT_EQ(connection.input().lastValidRecv(), 0);
+    host.complaints.clear();  // the settings store is none in this connection
+}
+
+TEST_F(ConnectionTest, CallsTellWhatBecameOfThem) {
+    EXPECT_EQ(connection.disconnect(true), 0);
+    client.flags = FLAG_CONNECTED;
+    EXPECT_EQ(connection.disconnect(false), 1);
+    client.flags = FLAG_CONNECTED;
+    host.answersOnce["NetLib/Close"] = {7, 9};
+    EXPECT_EQ(connection.disconnect(true), 7);
+    client.flags = FLAG_CONNECTING;
+    EXPECT_EQ(connection.disconnect(false), 9);
+    EXPECT_EQ(connection.setStatus(Status::Offline, u"", 0), 1);
+    host.answersOnce["NetLib/Send"] = {5};
+    EXPECT_EQ(connection.sendStreamHeader(), 5);
+}
+
 TEST(Seeding, IsByTheTimeAtEachConnectionAndByTheTicksAtEachChallenge) {
     constexpr harness::PluginExports kExports{queryPlugInfo, pluginLoad, pluginUnload};
     const auto login = harness::FoldBook(PROTOLINK_FOLDS).readText("login", "log in as a@example.org/x by digest\n");
