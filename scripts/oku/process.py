@@ -7,6 +7,7 @@ import signal
 import socket
 import subprocess
 import threading
+import weakref
 
 from .events import TIMEOUT
 
@@ -23,8 +24,8 @@ def _die_with_parent():
 
 
 class Port:
-    """A TCP port of the loopback that nobody listens on, reserved among all processes that draw theirs here: until
-    release() or their end, also while the server that was made for it is down."""
+    """A TCP port of the loopback that nobody listens on, reserved among all processes that draw theirs here: as long as
+    this object lives, also while the server that was made for it is down."""
 
     def __init__(self):
         for number in random.SystemRandom().sample(PORTS, len(PORTS)):
@@ -43,11 +44,8 @@ class Port:
         except OSError:
             mark.close()
             return False
-        self._mark = mark
+        self.release = weakref.finalize(self, os.close, mark.detach())
         return True
-
-    def release(self):
-        self._mark.close()
 
 
 def open_private(path):

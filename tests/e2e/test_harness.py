@@ -2,11 +2,13 @@
 
 import shutil
 import unittest
+from unittest import mock
 
 from oku.process import Port
 from oku.prosody import Prosody, ServerFailed
 from support import clock
 from support.case import Case
+from support.fast_time import Watch
 
 
 class Harness(Case):
@@ -79,6 +81,27 @@ class Parts(unittest.TestCase):
         folder = messengers[0].profile.parent
         self.assertTrue(folder.exists(), "for whoever wants to know why it failed")
         shutil.rmtree(folder)
+
+    def test_a_fast_clock_excuses_a_failure_only_while_the_machine_stood_still(self):
+        class Fast(Case):
+            plays = 0
+
+            def runTest(self):
+                self.in_good_time(self.play)
+
+            def play(self):
+                self.plays += 1
+                self.assertEqual(self.plays, 3)
+
+        for stood_still, plays in ((True, 3), (False, 1)):
+            test = Fast()
+            with mock.patch.object(Watch, "stood_still", stood_still):
+                result = test.run()
+            Fast.doClassCleanups()
+            del Fast._authority
+            self.assertEqual((test.plays, result.wasSuccessful()), (plays, stood_still))
+            if not stood_still:
+                shutil.rmtree(test.folder)
 
     def test_a_port_stays_with_the_one_who_drew_it(self):
         port = Port()

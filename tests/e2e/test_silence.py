@@ -56,10 +56,22 @@ class Silence(Case):
         self.recovers(first)
 
     def test_a_server_that_falls_silent_after_the_login(self):
-        terminal, server = self.meets(lambda connection: connection.log_in())
-        terminal.wait("connection", state="online")
-        server.log.wait("accepted", number=2)
-        terminal.wait("connection", state="online")
+        def play():
+            terminal, server = self.meets(lambda connection: connection.log_in())
+            terminal.wait("connection", state="online")
+            server.log.wait("accepted", number=2)
+            terminal.wait("connection", state="online")
+
+        self.in_good_time(play)
+
+    def keeps(self, first, body):
+        """What the server says at last comes through the connection that it was said in."""
+        def play():
+            terminal, server = self.meets(first)
+            terminal.wait("message", body=body)
+            self.assertEqual(len(server.log.seen("accepted")), 1)
+
+        self.in_good_time(play)
 
     def test_a_server_that_sends_a_byte_a_second_during_the_login(self):
         def first(connection):
@@ -78,9 +90,7 @@ class Silence(Case):
                 connection.send(bytes([byte]))
                 time.sleep(1 / SPEED)
 
-        terminal, server = self.meets(first)
-        terminal.wait("message", body="powoli ąę")
-        self.assertEqual(len(server.log.seen("accepted")), 1)
+        self.keeps(first, "powoli ąę")
 
     def test_a_quiet_server_that_answers_pings_is_kept(self):
         def first(connection):
@@ -89,9 +99,7 @@ class Silence(Case):
                 connection.answer_iq("urn:xmpp:ping")
             connection.send("<message from='olek@localhost/x' type='chat'><body>nadal tu jestem</body></message>")
 
-        terminal, server = self.meets(first)
-        terminal.wait("message", body="nadal tu jestem")
-        self.assertEqual(len(server.log.seen("accepted")), 1)
+        self.keeps(first, "nadal tu jestem")
 
 
 if __name__ == "__main__":

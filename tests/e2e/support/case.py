@@ -14,6 +14,7 @@ from oku.prosody import Prosody
 from oku.terminal import OkuTerminal
 
 from .ejabberd import Ejabberd
+from .fast_time import Watch
 from .peer import Peer
 from .scripted import ScriptedServer
 
@@ -50,21 +51,33 @@ class Case(unittest.TestCase):
             _remove(self._whole_folder)
 
     @contextlib.contextmanager
-    def subTest(self, *arguments, **named):
+    def part(self):
         """What a part of a test has made ends with that part, also when it failed: the next part meets nothing of it."""
         server = self.__class__.__dict__.get("_shared")
         sessions = server.sessions if server else 0
         outer, self._cleanups = self._cleanups, []
         try:
-            with super().subTest(*arguments, **named):
-                try:
-                    yield
-                finally:
-                    self.doCleanups()
-                    if server:
-                        _leave(server, sessions)
+            yield
         finally:
+            self.doCleanups()
             self._cleanups = outer
+            if server:
+                _leave(server, sessions)
+
+    @contextlib.contextmanager
+    def subTest(self, *arguments, **named):
+        with super().subTest(*arguments, **named), self.part():
+            yield
+
+    def in_good_time(self, play):
+        """Plays what lives by a faster clock, and plays it anew where it failed while the machine stood still."""
+        for left in range(4, -1, -1):
+            with Watch() as watch, self.part():
+                try:
+                    return play()
+                except AssertionError:
+                    if not left or not watch.stood_still:
+                        raise
 
     def prosody(self, accounts=PASSWORDS, certificate=None, **options):
         server = Prosody(self.folder / "prosody", certificate or self._localhost, accounts, **options)
