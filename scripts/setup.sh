@@ -9,32 +9,39 @@ fail() {
     exit 1
 }
 
-# missing_packages run|test : the packages of that command which are not installed, one a line.
+# missing_packages run|test... : the packages of these commands which are not installed, one a line.
 missing_packages() {
-    wanted=$(awk -v command="$1" '!/^#/ { for (i = 2; i <= NF; i++) if ($i == command) print $1 }' scripts/packages.txt)
+    wanted=$(awk -v commands=" $* " \
+        '!/^#/ { for (i = 2; i <= NF; i++) if (index(commands, " " $i " ")) print $1 }' scripts/packages.txt)
     for package in $wanted; do
         state=$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null) || state=none
         [ "$state" = installed ] || printf '%s\n' "$package"
     done
 }
 
+# install_packages PACKAGE... : as root, or with the rights of root.
+install_packages() {
+    if [ "$(id -u)" = 0 ]; then
+        sh scripts/install-packages.sh "$@"
+    elif ! command -v sudo >/dev/null; then
+        printf 'Neither root nor sudo.\n' >&2
+        return 1
+    elif [ -t 0 ]; then
+        sudo sh scripts/install-packages.sh "$@"
+    else
+        sudo -n sh scripts/install-packages.sh "$@"
+    fi
+}
+
 # install_missing run|test : installs what that command needs and the system lacks; asks for sudo only then.
 install_missing() {
     command -v dpkg-query >/dev/null || fail "This needs Debian 12: dpkg is not here."
-    missing=$(missing_packages "$1" | tr '\n' ' ')
+    missing=$(missing_packages "$1" "$1?" | tr '\n' ' ')
     [ -n "$missing" ] || return 0
     say "Installing: $missing"
-    if [ "$(id -u)" = 0 ]; then
-        sh scripts/install-packages.sh $missing
-    elif ! command -v sudo >/dev/null; then
-        fail "Neither root nor sudo. Run as root: sh scripts/install-packages.sh $missing"
-    elif [ -t 0 ]; then
-        sudo sh scripts/install-packages.sh $missing
-    else
-        sudo -n sh scripts/install-packages.sh $missing
-    fi || fail "The installation failed. Run as root: sh scripts/install-packages.sh $missing"
+    install_packages $missing || printf 'The installation failed.\n' >&2
     still=$(missing_packages "$1" | tr '\n' ' ')
-    [ -z "$still" ] || fail "Still missing after the installation: $still"
+    [ -z "$still" ] || fail "Missing: ${still% }. Run as root: sh scripts/install-packages.sh $missing"
 }
 
 # build_tree PRESET FOLDER [OPTION...] [-- TARGET...] : configures once, then builds. Ninja shows the progress.
