@@ -64,9 +64,9 @@ class Parts(unittest.TestCase):
                 server = self.shared(Prosody, lambda server: None)
                 for number in (1, 2):
                     with self.subTest(number):
+                        sessions.append(server.sessions)
                         messengers.append(self.online("ala", server))
                         self.peer("olek", server)
-                        sessions.append(server.sessions)
                         self.fail("as it should")
 
         result = unittest.TestResult()
@@ -76,7 +76,7 @@ class Parts(unittest.TestCase):
             Failing.doClassCleanups()
         self.assertEqual(result.errors, [])
         self.assertEqual([reason.splitlines()[-1] for _, reason in result.failures], ["AssertionError: as it should"] * 2)
-        self.assertEqual(sessions, [2, 2])
+        self.assertEqual(sessions, [0, 0])
         self.assertEqual([terminal.child.running for terminal in messengers], [False, False])
         folder = messengers[0].profile.parent
         self.assertTrue(folder.exists(), "for whoever wants to know why it failed")

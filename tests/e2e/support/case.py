@@ -29,6 +29,7 @@ class Case(unittest.TestCase):
         self.folder = self._whole_folder = _new_folder(self._testMethodName)
         self.authority = self.class_authority()
         self.addCleanup(self._tidy)
+        self._clients = 0  # made so far, in or around this part
 
     @classmethod
     def class_authority(cls):
@@ -53,16 +54,15 @@ class Case(unittest.TestCase):
     @contextlib.contextmanager
     def part(self):
         """What a part of a test has made ends with that part, also when it failed: the next part meets nothing of it."""
-        server = self.__class__.__dict__.get("_shared")
-        sessions = server.sessions if server else 0
         outer, self._cleanups = self._cleanups, []
+        clients = self._clients
         try:
             yield
         finally:
             self.doCleanups()
-            self._cleanups = outer
-            if server:
-                _leave(server, sessions)
+            self._cleanups, self._clients = outer, clients
+            if "_shared" in self.__class__.__dict__ and not clients:
+                _wait_until_left(self._shared)
 
     @contextlib.contextmanager
     def subTest(self, *arguments, **named):
@@ -99,7 +99,7 @@ class Case(unittest.TestCase):
             cls.addClassCleanup(lambda: server.stop(kill=True))
             prepare(server.start())
             cls._shared = server
-        _leave(cls._shared, 0)
+        _wait_until_left(cls._shared)
         return cls._shared
 
     def scripted(self, script):
@@ -108,6 +108,7 @@ class Case(unittest.TestCase):
         return server
 
     def peer(self, user, server, resource="peer", priority=0, start=True):
+        self._clients += 1
         peer = Peer(user, PASSWORDS[user], server, self.authority.certificate, resource)
         self.addCleanup(peer.stop)
         return peer.start(priority) if start else peer
@@ -115,6 +116,7 @@ class Case(unittest.TestCase):
     def messenger(self, profile="profile", start=True, powerless=False, **options):
         """A terminal messenger that ends well: a crash or a sanitizer's report fails the test. Nothing is unreadable
         for root; a `powerless` one has given that power up."""
+        self._clients += 1
         terminal = OkuTerminal(f"{self._testMethodName}/{profile}", BUILD, self.folder / profile,
                                options.pop("authority", self.authority.certificate), **options)
         if powerless and os.geteuid() == 0:
@@ -173,7 +175,7 @@ def _remove(folder):
             time.sleep(0.05)
 
 
-def _leave(server, sessions):
-    """Waits until a server that goes on has noticed who has left: the next test, or part of one, is not to see them."""
-    if not server.wait_for_sessions(sessions):
-        raise Unexpected(f"{server.domain} still has {server.sessions} sessions, not {sessions}")
+def _wait_until_left(server):
+    """Waits until a server that goes on has noticed that all have left: the next test, or part of one, is not to see them."""
+    if not server.wait_until_left():
+        raise Unexpected(f"{server.domain} still has {server.sessions} sessions")

@@ -135,10 +135,10 @@ class Ejabberd:
         """The number of clients that are logged in, as the server knows it: some time after one has left, fewer."""
         return self._sessions
 
-    def wait_for_sessions(self, number):
-        """Waits until no more clients than that are logged in; gives whether it came to that."""
+    def wait_until_left(self):
+        """Waits until no client is logged in any more; gives whether it came to that."""
         with self._answer:
-            return self._answer.wait_for(lambda: self._sessions <= number, TIMEOUT)
+            return self._answer.wait_for(lambda: self._sessions <= 0, TIMEOUT)
 
     def stop(self, kill=False):
         """Stops it; with `kill` as a crash would. Its data and its port stay for the next start."""
