@@ -27,19 +27,19 @@ void AccountParts::setStatus(Status status, const std::u16string& description, O
     connection.setStatus(status, description, flagsWord);
 }
 
-void AccountParts::forgetRetries() { connection.retryCount = 0; }
+void AccountParts::forgetRetries() { reconnection.forgetRetries(); }
 void AccountParts::resetState() { connection.resetState(); }
 void AccountParts::disconnect(bool closeSocket) { connection.disconnect(closeSocket); }
-void AccountParts::dropReconnection() { connection.dropReconnection(); }
+void AccountParts::dropReconnection() { reconnection.drop(); }
 void AccountParts::freeZInput() { connection.input().freeZInput(); }
 void AccountParts::rosterLoad() { roster.rosterLoad(client.files.rosterPath); }
 void AccountParts::rosterSave() { roster.rosterSave(client.files.rosterPath); }
 
-void AccountParts::forgetSession() { negotiation.forgetSession(); }
+void AccountParts::forgetSession() { login.sessionStep = 0; }
 
 void AccountParts::onStateReset() {
     roster.rosterDownloaded = 0;
-    negotiation.forgetAuthentication();
+    login.authStep = 0;
     presence.resetSharedStatus();
 }
 

@@ -22,10 +22,14 @@
 #include "plugin/client_class.h"
 #include "plugin/status_menu.h"
 #include "router/event_dispatcher.h"
+#include "router/login_failure.h"
 #include "router/negotiation.h"
 #include "router/requests.h"
 #include "router/stanza_router.h"
 #include "stream/connection.h"
+#include "stream/keepalive.h"
+#include "stream/reconnection.h"
+#include "stream/socket_events.h"
 #include "stream/stream_output.h"
 #include "stream/zip_stream.h"
 
@@ -46,12 +50,23 @@ public:
 
     CZipStream zip;
     StreamOutput output{client, zip};
-    Connection connection{client, zip, output, *this, reconnectTick};
+    Reconnection reconnection{client, reconnectTick};
+    Connection connection{client, zip, output, reconnection, *this};
+    SocketEvents socketEvents{client, connection, reconnection, *this};
+    Keepalive keepalive{client, output, connection};
 
     CProtoEventDispatcher dispatcher;
     Requests requests{dispatcher, output};
-    Negotiation negotiation{client, zip, output, connection, requests, *this};
     StanzaRouter<AccountParts> router{*this, accountRoutes()};
+
+    LoginProgress login;
+    Encryption encryption{client, output, login};
+    Registration registration{client, connection, reconnection, requests};
+    Authentication authentication{client, output, connection, login};
+    StreamCompression compression{client, zip, output, connection};
+    Binding binding{client, output, connection, requests, login, *this};
+    LoginFailure loginFailure{client, connection, reconnection};
+    Negotiation negotiation{connection, login, {encryption, registration, authentication, compression, binding}};
 
     StatusMenu statusMenu{client};
     Contacts contacts;
@@ -59,7 +74,7 @@ public:
     Roster roster{client, output, contacts};
     PrivacyLists privacy{output};
     ContactCapabilities contactCapabilities{client, output, contacts, shared->clientDb};
-    Presence presence{client, output, connection, contacts, features, privacy, contactCapabilities, shared->own};
+    Presence presence{client, output, reconnection, contacts, features, privacy, contactCapabilities, shared->own};
     Messages messages{client, output, contacts};
     Subscriptions subscriptions{client, contacts, roster, presence};
 

@@ -70,8 +70,8 @@ const AccountEntries& accountEntries() {
         .statusResult = entry<&A::statusMenu, &StatusMenu::onStatusResult>,
         .optionsPage = notServed,
         .propertiesPage = notServed,
-        .socketEvent = entry<&A::connection, &Connection::onSocketEvent>,
-        .keepaliveTick = entry<&A::connection, &Connection::onKeepaliveTimer>,
+        .socketEvent = entry<&A::socketEvents, &SocketEvents::onSocketEvent>,
+        .keepaliveTick = entry<&A::keepalive, &Keepalive::onTimer>,
     };
     return entries;
 }

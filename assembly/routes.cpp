@@ -45,14 +45,14 @@ constexpr Route<A> kRoutes[] = {
     {"avatar request", kIq, asks(ns::kAvatar).ofType(u"get"), drop},
     {"mailbox", kIq, hasChild(u"mailbox"), drop},
     {"new mail", kIq, hasChild(u"new-mail"), to<&A::mailNotifications, &MailNotifications::onNewMail>},
-    {"bind", kIq, hasChild(u"bind"), to<&A::negotiation, &Negotiation::onBind>},
+    {"bind", kIq, hasChild(u"bind"), to<&A::binding, &Binding::onBind>},
 
-    {"compressed", u"compressed", always, to<&A::negotiation, &Negotiation::onCompressed>},
+    {"compressed", u"compressed", always, to<&A::compression, &StreamCompression::onCompressed>},
     {"features", u"stream:features", always, to<&A::negotiation, &Negotiation::onFeatures>},
-    {"proceed", u"proceed", always, to<&A::negotiation, &Negotiation::onProceed>},
-    {"success", u"success", always, to<&A::negotiation, &Negotiation::onSuccess>},
-    {"failure", u"failure", always, to<&A::negotiation, &Negotiation::onFailure>},
-    {"challenge", u"challenge", always, to<&A::negotiation, &Negotiation::onChallenge>},
+    {"proceed", u"proceed", always, to<&A::encryption, &Encryption::onProceed>},
+    {"success", u"success", always, to<&A::authentication, &Authentication::onSuccess>},
+    {"failure", u"failure", always, to<&A::loginFailure, &LoginFailure::onFailure>},
+    {"challenge", u"challenge", always, to<&A::authentication, &Authentication::onChallenge>},
 };
 // clang-format on
 

@@ -13,7 +13,7 @@
 #include "plugin/client_class.h"
 #include "plugin/own_presentation.h"
 #include "router/stanza.h"
-#include "stream/connection.h"
+#include "stream/reconnection.h"
 #include "stream/stream_output.h"
 
 /// Who finds out what a new resource can do.
@@ -26,11 +26,11 @@ public:
 
 class Presence {
 public:
-    Presence(CClientClass& client, StreamOutput& output, Connection& connection, Contacts& contacts,
+    Presence(CClientClass& client, StreamOutput& output, Reconnection& reconnection, Contacts& contacts,
              ServerFeatures& features, PrivacyLists& privacy, CapabilityAsker& capabilities, const OwnPresentation& own)
         : client_(client),
           output_(output),
-          connection_(connection),
+          reconnection_(reconnection),
           contacts_(contacts),
           features_(features),
           privacy_(privacy),
@@ -66,7 +66,7 @@ private:
 
     CClientClass& client_;
     StreamOutput& output_;
-    Connection& connection_;
+    Reconnection& reconnection_;
     Contacts& contacts_;
     ServerFeatures& features_;
     PrivacyLists& privacy_;

@@ -41,7 +41,7 @@ bool canBeInvisible(const ServerFeatures& features) {
 }  // namespace
 
 std::int32_t Presence::sendPresence(Status status, const std::u16string& wanted) {
-    connection_.forbidReconnection();
+    reconnection_.forbid();
     const std::u16string description = wanted.substr(0, kDescriptionLimit);
     const std::u16string avatar = ownAvatar(status);
     prepareInvisibility(status);

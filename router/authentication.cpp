@@ -1,4 +1,5 @@
-// Choice of the SASL mechanism, and the exchange that follows.
+#include "router/authentication.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -8,7 +9,6 @@
 #include "host/util/xml_compose.h"
 #include "platform/platform.h"
 #include "router/namespaces.h"
-#include "router/negotiation.h"
 #include "router/sasl.h"
 
 namespace {
@@ -27,7 +27,7 @@ std::string makeCnonce() {
 
 }  // namespace
 
-void Negotiation::authenticate(const xmlElement& features) {
+void Authentication::begin(const xmlElement& features) {
     const xmlElement mechanisms = features.GetChild(u"mechanisms", ns::kSasl);
     const auto offers = [&mechanisms](std::u16string_view name) {
         return std::any_of(mechanisms.children.begin(), mechanisms.children.end(),
@@ -46,12 +46,12 @@ void Negotiation::authenticate(const xmlElement& features) {
     }
 }
 
-void Negotiation::sendPlainAuth() {
+void Authentication::sendPlainAuth() {
     const std::string payload = lutBase64Encode(plainPayload(wtou(client_.jid.node), wtou(client_.password)));
     output_.sendText(lutCPW(u"auth", ascii(payload), {{u"xmlns", ns::kSasl}, {u"mechanism", u"PLAIN"}}));
 }
 
-void Negotiation::giveUpLogin() {
+void Authentication::giveUpLogin() {
     log(LogLevel::Negotiation, u"Sorry, no supported login mechanisms found (no DIGEST-MD5, nor PLAIN).");
     client_.host.logUser(
         u"Wtyczka XMPP nie może się zalogować do serwera, nie da się określić ani jednej obsługiwanej metody "
@@ -60,19 +60,26 @@ void Negotiation::giveUpLogin() {
     connection_.disconnect(false);
 }
 
-Routing Negotiation::onChallenge(const xmlElement& challenge) {
-    if (authStep_ == 2) {
+void Authentication::onChallenge(const Stanza& challenge) {
+    if (progress_.authStep == 2) {
         log(LogLevel::Debug, u"Authorization final challenge");
         // What the server proves of itself here is not looked at.
         output_.sendText(lutCPW(u"response", {}, {{u"xmlns", ns::kSasl}}));
-        ++authStep_;
-    } else if (++authStep_ == 1) {
-        answerFirstChallenge(challenge);
+        ++progress_.authStep;
+    } else if (++progress_.authStep == 1) {
+        answerFirstChallenge(challenge.element);
     }
-    return Routing::Done;
 }
 
-void Negotiation::answerFirstChallenge(const xmlElement& challenge) {
+void Authentication::onSuccess(const Stanza&) {
+    log(LogLevel::Error, u"Authorization OK (" + client_.jid.bare + u")");
+    ++progress_.authStep;
+    client_.flags &= ~static_cast<std::uint32_t>(FLAG_CONNECTING);
+    client_.flags |= FLAG_AUTHORIZED;
+    connection_.sendStreamHeader();
+}
+
+void Authentication::answerFirstChallenge(const xmlElement& challenge) {
     const std::string text = lutBase64Decode(wtou(challenge.text));
     const std::string cnonce = makeCnonce();
     log(LogLevel::Debug, u"Authorization challenge");
@@ -92,5 +99,5 @@ void Negotiation::answerFirstChallenge(const xmlElement& challenge) {
                                cnonce + "\",nc=00000001,digest-uri=\"" + digestUri +
                                "\",qop=auth,response=" + response + ",charset=utf-8";
     output_.sendText(lutCPW(u"response", ascii(lutBase64Encode(answer)), {{u"xmlns", ns::kSasl}}));
-    ++authStep_;
+    ++progress_.authStep;
 }

@@ -1,78 +1,38 @@
-// From a connected socket to a bound session: encryption, registration, authentication, compression, binding.
+// From a connected socket to a bound session: which step of the login comes next.
 //
-// The path of a login with everything in it, each line one step of this class:
-//   features -> starttls        proceed -> TLS, header
-//   features -> auth            challenge -> response (twice)      success -> header
-//   features -> compress        compressed -> header
-//   features -> bind            bind's result -> session           session's result -> disco, roster
+// The path of a login with everything in it, and the class of each step:
+//   features -> starttls        proceed -> TLS, header                                              Encryption
+//   features -> auth            challenge -> response (twice)      success -> header                Authentication
+//   features -> compress        compressed -> header                                                StreamCompression
+//   features -> bind            bind's result -> session           session's result -> disco, roster Binding
+// A connection that registers a new account does so before it authenticates.                        Registration
 #pragma once
 
-#include <cstdint>
-#include <string>
-#include <string_view>
+#include "router/authentication.h"
+#include "router/binding.h"
+#include "router/encryption.h"
+#include "router/login_progress.h"
+#include "router/registration.h"
+#include "router/stream_compression.h"
 
-#include "host/util/xml_element.h"
-#include "plugin/client_class.h"
-#include "router/requests.h"
-#include "stream/connection.h"
-
-/// What negotiation asks of the layers above it once the session is bound.
-class SessionListener {
-public:
-    virtual ~SessionListener() = default;
-    /// The server's answer to the question for its features.
-    virtual void onServerDiscoInfo(xmlElement& iq) = 0;
-    /// The server's answer to the roster request.
-    virtual void rosterResult(xmlElement& iq) = 0;
+/// The steps that the offers of a server lead to.
+struct LoginSteps {
+    Encryption& encryption;
+    Registration& registration;
+    Authentication& authentication;
+    StreamCompression& compression;
+    Binding& binding;
 };
 
 class Negotiation {
 public:
-    Negotiation(CClientClass& client, CZipStream& zip, StreamOutput& output, Connection& connection, Requests& requests,
-                SessionListener& listener)
-        : client_(client),
-          zip_(zip),
-          output_(output),
-          connection_(connection),
-          requests_(requests),
-          listener_(listener) {}
+    Negotiation(const Connection& connection, LoginProgress& progress, LoginSteps steps)
+        : connection_(connection), progress_(progress), steps_(steps) {}
 
-    // Stream-level elements.
-    Routing onFeatures(const xmlElement& features);
-    Routing onProceed(const xmlElement& proceed);
-    Routing onSuccess(const xmlElement& success);
-    Routing onFailure(const xmlElement& failure);
-    Routing onChallenge(const xmlElement& challenge);
-    Routing onCompressed(const xmlElement& compressed);
-
-    /// An iq with a `bind` child: while no session has been asked for, it is asked for, whatever the reply says.
-    Routing onBind(const Stanza& iq);
-
-    void forgetSession() { sessionStep_ = 0; }
-    void forgetAuthentication() { authStep_ = 0; }
+    Routing onFeatures(const Stanza& features);
 
 private:
-    bool tryCompression(const xmlElement& features);
-    void bindResource();
-    bool tryTls(const xmlElement& features);
-    Routing registerAccount(const xmlElement& features);
-    void registerResult(xmlElement& iq);
-    void authenticate(const xmlElement& features);
-    void sendPlainAuth();
-    void giveUpLogin();
-    void answerFirstChallenge(const xmlElement& challenge);
-    void requestSession();
-    void sessionResult(xmlElement& iq);
-    void endForGood();
-    void log(LogLevel level, const std::u16string& text) const { client_.log(level, tag::kGeneral, text); }
-
-    CClientClass& client_;
-    CZipStream& zip_;
-    StreamOutput& output_;
-    Connection& connection_;
-    Requests& requests_;
-    SessionListener& listener_;
-    std::uint32_t authStep_ = 0;     // non-zero once authentication is over; DIGEST-MD5 counts its challenges in it
-    std::uint32_t sessionStep_ = 0;  // 0 none, 2 the session was asked for, 3 bound
-    std::u16string streamId_;
+    const Connection& connection_;
+    LoginProgress& progress_;
+    LoginSteps steps_;
 };

@@ -1,8 +1,8 @@
-// In-band registration of a new account (XEP-0077) on the stream that will then log in with it.
+#include "router/registration.h"
+
 #include "host/services/message_boxes.h"
 #include "host/util/xml_compose.h"
 #include "router/namespaces.h"
-#include "router/negotiation.h"
 
 namespace {
 
@@ -11,13 +11,11 @@ constexpr char16_t kDialogId[] = u"dummy-reg-result";
 
 }  // namespace
 
-Routing Negotiation::registerAccount(const xmlElement& features) {
-    log(LogLevel::Debug, u"New account registration");
+Routing Registration::begin(const xmlElement& features) {
+    client_.log(LogLevel::Debug, tag::kGeneral, u"New account registration");
     if (!features.GetChildPtr(u"register", ns::kRegisterFeature)) {
         MessageBoxes(client_.host).show(u"Ten serwer nie obsługuje rejestracji inline.", u"Błąd", BoxStyle::Error);
-        connection_.forbidReconnection();
-        connection_.registerMode = 0;
-        connection_.disconnect(false);
+        giveUp();
         return Routing::Abandon;
     }
     const std::u16string content = lutCPW(u"username", lutXMLEscapeW(client_.jid.node), {}) +
@@ -25,19 +23,23 @@ Routing Negotiation::registerAccount(const xmlElement& features) {
     const auto request = [&content](const std::u16string& id) {
         return lutCPW(u"iq", lutCPW(u"query", content, {{u"xmlns", ns::kRegister}}), {{u"id", id}, {u"type", u"set"}});
     };
-    requests_.ask(request, [this](xmlElement& iq) { registerResult(iq); });
+    requests_.ask(request, [this](xmlElement& iq) { onResult(iq); });
     return Routing::Done;
 }
 
-void Negotiation::registerResult(xmlElement& iq) {
+void Registration::onResult(xmlElement& iq) {
     iq.SetAttribute(u"id", kDialogId);
     requests_.onStanza(Stanza::of(iq));
     if (iq.GetAttribute(u"type") != u"result") {
-        connection_.forbidReconnection();
-        connection_.registerMode = 0;
-        connection_.disconnect(false);
+        giveUp();
         return;
     }
     connection_.sendStreamHeader();
     connection_.registerMode = 0;
+}
+
+void Registration::giveUp() {
+    reconnection_.forbid();
+    connection_.registerMode = 0;
+    connection_.disconnect(false);
 }

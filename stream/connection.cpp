@@ -7,13 +7,13 @@
 #include "platform/platform.h"
 #include "stream/endpoint.h"
 
-Connection::Connection(CClientClass& client, CZipStream& zip, StreamOutput& output, StreamListener& listener,
-                       OKU_HANDLER reconnectTick)
+Connection::Connection(CClientClass& client, CZipStream& zip, StreamOutput& output, Reconnection& reconnection,
+                       StreamListener& listener)
     : client_(client),
       zip_(zip),
       output_(output),
+      reconnection_(reconnection),
       listener_(listener),
-      reconnectTick_(reconnectTick),
       input_(client, zip, *this, listener) {
     input_.startInvalidTime(platform::now());
 }
@@ -21,17 +21,17 @@ Connection::Connection(CClientClass& client, CZipStream& zip, StreamOutput& outp
 OKU_WORD Connection::setStatus(Status status, const std::u16string& description, OKU_WORD) {
     // The description may be the account's own text, which the layers called below may change.
     const std::u16string wanted = description;
-    forbidReconnection();
+    reconnection_.forbid();
     if (client_.loggedIn()) {
         listener_.publishStatus(status, wanted);
         if (status == Status::Offline) {
             disconnect(false);
-            cancelReconnectTimer();
+            reconnection_.cancel();
         }
     } else if ((client_.flags & FLAG_CONNECTED) || status == Status::Offline) {
         // A connection that is still negotiating is dropped by any change, and no new attempt follows from it.
         disconnect(false);
-        if (status == Status::Offline) cancelReconnectTimer();
+        if (status == Status::Offline) reconnection_.cancel();
     } else {
         connect();
     }
@@ -41,26 +41,29 @@ OKU_WORD Connection::setStatus(Status status, const std::u16string& description,
 }
 
 void Connection::connect() {
-    expectReconnection();
-    const bool own = !registerMode;
-    if (own) {
-        // Both are read, also when the first one settles it.
-        const bool hasUser = !client_.settings.get(setting::kUser).empty();
-        const bool hasPassword = !client_.settings.get(setting::kPassword).empty();
-        if (!hasUser || !hasPassword) {
-            client_.host.logUser(u"Nie ustawiłeś nazwy użykownika lub hasła w protokole XMPP!");
-            return;
-        }
+    reconnection_.expect();
+    if (!registerMode && !hasCredentials()) {
+        client_.host.logUser(u"Nie ustawiłeś nazwy użykownika lub hasła w protokole XMPP!");
+        return;
     }
     listener_.forgetSession();
-    if (own) {
+    if (!registerMode) {
         client_.jid = parseJID(client_.settings.get(setting::kUser));
         client_.password = client_.settings.get(setting::kPassword);
     }
     const ConnectSwitches switches = readConnectSwitches(client_.settings);
     avatarEnabled = switches.avatars;
-    const Endpoint endpoint = readEndpoint(client_, switches);
+    dial(readEndpoint(client_, switches));
+}
 
+bool Connection::hasCredentials() const {
+    // Both are read, also when the first one settles it.
+    const bool hasUser = !client_.settings.get(setting::kUser).empty();
+    const bool hasPassword = !client_.settings.get(setting::kPassword).empty();
+    return hasUser && hasPassword;
+}
+
+void Connection::dial(const Endpoint& endpoint) {
     auto record = makeRecord<NL_CONNECT_RECORD>();
     record.host = endpoint.host.c_str();
     record.port = endpoint.port;
@@ -81,7 +84,7 @@ void Connection::connect() {
 }
 
 OKU_WORD Connection::disconnect(bool closeSocket) {
-    cancelReconnectTimer();
+    reconnection_.cancel();
     input_.freeZInput();
     if (client_.flags & FLAG_CONNECTED) {
         output_.sendText(u"</stream:stream>");
@@ -114,18 +117,7 @@ void Connection::resetState() {
     zip_.zEnd();
 }
 
-std::u16string Connection::reconnectTimerName() const { return lutCID(u"XMPP/%d/Reconn", client_.netId); }
-
-void Connection::startReconnectTimer(std::uint32_t milliseconds) {
-    reconnectPending_ = true;
-    Timers(client_.host).create(reconnectTimerName(), milliseconds, {reconnectTick_, client_.context}, true);
-}
-
-void Connection::cancelReconnectTimer() {
-    reconnectPending_ = false;
-    Timers(client_.host).destroyByReference(reconnectTimerName());
-}
-
-void Connection::dropReconnection() {
-    if (reconnectPending_) cancelReconnectTimer();
+OKU_WORD Connection::onReconnectTimer(OKU_WORD timerEvent) {
+    if (Timers::isTick(timerEvent)) setStatus(reconnection_.fired(), client_.statusDescription, 0);
+    return 1;
 }

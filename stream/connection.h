@@ -1,12 +1,13 @@
-// One account's socket from the first connect to the last close.
+// One account's connection: begun by a status, ended by one, and everything that holds for its length.
 #pragma once
 
 #include <cstdint>
 #include <string>
 
-#include "host/oku/netlib.h"
 #include "plugin/client_class.h"
 #include "stream/connection_control.h"
+#include "stream/endpoint.h"
+#include "stream/reconnection.h"
 #include "stream/stream_input.h"
 #include "stream/stream_listener.h"
 #include "stream/stream_output.h"
@@ -14,8 +15,8 @@
 
 class Connection final : public ConnectionControl {
 public:
-    Connection(CClientClass& client, CZipStream& zip, StreamOutput& output, StreamListener& listener,
-               OKU_HANDLER reconnectTick);
+    Connection(CClientClass& client, CZipStream& zip, StreamOutput& output, Reconnection& reconnection,
+               StreamListener& listener);
 
     StreamInput& input() { return input_; }
 
@@ -23,48 +24,26 @@ public:
     OKU_WORD setStatus(Status status, const std::u16string& description, OKU_WORD flagsWord);
     void connect();
     OKU_WORD disconnect(bool closeSocket) override;
-    /// Cancels the reconnection timer if it runs.
-    void dropReconnection();
-    void expectReconnection() override { noReconnect = 0; }
-    /// The next close is final: no reconnection in 3 seconds follows it.
-    void forbidReconnection() { noReconnect = 1; }
+    void expectReconnection() override { reconnection_.expect(); }
     /// Sends the opening of the stream, again at each restart. Returns the send's result.
     std::int32_t sendStreamHeader();
     /// Returns the account to its unconnected form.
     void resetState();
 
-    // The host's events. `data` is the word that came with a socket's event.
-    OKU_WORD onSocketEvent(OKU_WORD eventRecord, OKU_WORD data);
-    OKU_WORD onKeepaliveTimer(OKU_WORD timerEvent);
+    /// The host's callback for the reconnection timer. Always 1.
     OKU_WORD onReconnectTimer(OKU_WORD timerEvent);
-    void onKeepaliveTick();
-    void onReconnectTick();
 
-    std::uint32_t noReconnect = 0;
-    std::uint32_t retryCount = 0;    // attempts in a row
     std::uint32_t registerMode = 0;  // this connection exists to register a new account
     std::uint32_t avatarEnabled = 0;
 
 private:
-    void onDestroyed();
-    void onConnected();
-    void onClosed(OKU_WORD data);
-    OKU_WORD onReceived(OKU_WORD data);
-    void onTlsState(OKU_WORD data);
-    OKU_WORD onCertificateCheck();
-    void decideOnReconnection(OKU_WORD data);
-    void startReconnectTimer(std::uint32_t milliseconds);
-    void cancelReconnectTimer();
-    std::u16string reconnectTimerName() const;
-    void sendPing();
-    void resetDeadConnection();
+    bool hasCredentials() const;
+    void dial(const Endpoint& endpoint);
 
     CClientClass& client_;
     CZipStream& zip_;
     StreamOutput& output_;
+    Reconnection& reconnection_;
     StreamListener& listener_;
-    OKU_HANDLER reconnectTick_;
     StreamInput input_;
-    Status prevStatus_{};  // what the reconnection restores
-    bool reconnectPending_ = false;
 };

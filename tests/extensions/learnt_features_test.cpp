@@ -19,15 +19,6 @@ public:
     void add(const xmlElement&, std::u16string_view) override {}
 };
 
-struct Quiet : StreamListener {
-    void forgetSession() override {}
-    void onStateReset() override {}
-    void onSocketConnected() override {}
-    void onSocketClosed() override {}
-    void routeElements(XmlSequence&) override {}
-    void publishStatus(Status, const std::u16string&) override {}
-};
-
 OKU_WORD OKU_CALL ignore(OKU_WORD, OKU_WORD, OKU_WORD) { return 0; }
 
 class LearntFeatures : public testing::Test {
@@ -96,10 +87,9 @@ protected:
     PrivacyLists privacy{output};
     EmptyCache cache;
     ContactCapabilities capabilities{client, output, contacts, cache};
-    Quiet quiet;
-    Connection connection{client, zip, output, quiet, ignore};
+    Reconnection reconnection{client, ignore};
     OwnPresentation own;
-    Presence presence{client, output, connection, contacts, serverFeatures, privacy, capabilities, own};
+    Presence presence{client, output, reconnection, contacts, serverFeatures, privacy, capabilities, own};
     Requests requests{dispatcher, output};
     ServerDiscovery server{client, requests, serverFeatures, privacy, presence};
 };

@@ -11,13 +11,7 @@
 
 namespace {
 
-struct Quiet : StreamListener, CapabilityAsker {
-    void forgetSession() override {}
-    void onStateReset() override {}
-    void onSocketConnected() override {}
-    void onSocketClosed() override {}
-    void routeElements(XmlSequence&) override {}
-    void publishStatus(Status, const std::u16string&) override {}
+struct Quiet : CapabilityAsker {
     void requestResourceCaps(const xmlElement&, std::u16string_view, ResourceEntry&) override {}
 };
 
@@ -47,12 +41,12 @@ protected:
     Quiet quiet;
     CZipStream zip;
     StreamOutput output{client, zip};
-    Connection connection{client, zip, output, quiet, ignore};
+    Reconnection reconnection{client, ignore};
     Contacts contacts;
     ServerFeatures features;
     PrivacyLists privacy{output};
     OwnPresentation own;
-    Presence presence{client, output, connection, contacts, features, privacy, quiet, own};
+    Presence presence{client, output, reconnection, contacts, features, privacy, quiet, own};
 };
 
 TEST_F(PresenceCalls, KeepAResourceWithItsFirstPresence) {

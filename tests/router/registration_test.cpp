@@ -3,6 +3,7 @@
 
 #include "router/namespaces.h"
 #include "router/negotiation.h"
+#include "stream/socket_events.h"
 #include "tests/support/fake_platform.h"
 #include "tests/support/recording_host.h"
 
@@ -28,9 +29,9 @@ struct Dialog : CXMLTarget {
 
 OKU_WORD OKU_CALL ignore(OKU_WORD, OKU_WORD, OKU_WORD) { return 0; }
 
-class Registration : public testing::Test {
+class RegistrationTest : public testing::Test {
 protected:
-    Registration() : client({u"r", u"c", u"XMPP"}, Host(host.table(), host.module)) {
+    RegistrationTest() : client({u"r", u"c", u"XMPP"}, Host(host.table(), host.module)) {
         harness::world() = harness::FakeWorld();
         host.sockets["XMPP/Socket/1"] = {};
         host.onEvent = [this](const harness::Event& event) {
@@ -51,11 +52,11 @@ protected:
     }
 
     /// The features that the server offers, with in-band registration among them or not.
-    Routing offer(bool registration, bool starttls = false) {
+    Routing offer(bool withRegistration, bool starttls = false) {
         xmlElement features(u"stream:features");
         if (starttls) features.SetChild(child(u"starttls", ns::kTls));
-        if (registration) features.SetChild(child(u"register", u"http://jabber.org/features/iq-register"));
-        return negotiation.onFeatures(features);
+        if (withRegistration) features.SetChild(child(u"register", u"http://jabber.org/features/iq-register"));
+        return negotiation.onFeatures(Stanza::of(features));
     }
     static xmlElement child(std::u16string_view name, std::u16string_view xmlns) {
         xmlElement element{std::u16string(name)};
@@ -82,12 +83,20 @@ protected:
     CZipStream zip;
     StreamOutput output{client, zip};
     CProtoEventDispatcher dispatcher;
-    Connection connection{client, zip, output, quiet, ignore};
+    Reconnection reconnection{client, ignore};
+    Connection connection{client, zip, output, reconnection, quiet};
+    SocketEvents socketEvents{client, connection, reconnection, quiet};
     Requests requests{dispatcher, output};
-    Negotiation negotiation{client, zip, output, connection, requests, quiet};
+    LoginProgress login;
+    Encryption encryption{client, output, login};
+    Registration registration{client, connection, reconnection, requests};
+    Authentication authentication{client, output, connection, login};
+    StreamCompression compression{client, zip, output, connection};
+    Binding binding{client, output, connection, requests, login, quiet};
+    Negotiation negotiation{connection, login, {encryption, registration, authentication, compression, binding}};
 };
 
-TEST_F(Registration, AsksForTheAccount) {
+TEST_F(RegistrationTest, AsksForTheAccount) {
     EXPECT_EQ(offer(true), Routing::Done);
     ASSERT_EQ(events.size(), 2u);
     EXPECT_EQ(events[0], "log 5 XMPP \"New account registration\"");
@@ -98,19 +107,19 @@ TEST_F(Registration, AsksForTheAccount) {
         << events[1];
 }
 
-TEST_F(Registration, EncryptionComesFirst) {
+TEST_F(RegistrationTest, EncryptionComesFirst) {
     offer(true, true);
     ASSERT_EQ(events.size(), 2u);
     EXPECT_EQ(events[0], "log 5 XMPP \"Starting TLS connection\"");
     EXPECT_EQ(connection.registerMode, 1u);
 }
 
-TEST_F(Registration, RunsOnTheStreamThatIsEncryptedThen) {
+TEST_F(RegistrationTest, RunsOnTheStreamThatIsEncryptedThen) {
     offer(true, true);
     events.clear();
     NL_EVENT event{sizeof(NL_EVENT), NL_EVENT_TLS};
     NL_TLS_STATE up{sizeof(NL_TLS_STATE), 1};
-    connection.onSocketEvent(reinterpret_cast<OKU_WORD>(&event), reinterpret_cast<OKU_WORD>(&up));
+    socketEvents.onSocketEvent(reinterpret_cast<OKU_WORD>(&event), reinterpret_cast<OKU_WORD>(&up));
     ASSERT_EQ(events.size(), 2u);
     EXPECT_EQ(events[0], "log 5 XMSC \"Socket SSL INIT\"");
     EXPECT_TRUE(events[1].starts_with("C: <?xml version=\"1.0\"?><stream:stream ")) << events[1];
@@ -121,7 +130,7 @@ TEST_F(Registration, RunsOnTheStreamThatIsEncryptedThen) {
     EXPECT_TRUE(events[1].starts_with("C: <iq id=\"")) << events[1];
 }
 
-TEST_F(Registration, ServerWithoutItIsToldInABoxAndLeft) {
+TEST_F(RegistrationTest, ServerWithoutItIsToldInABoxAndLeft) {
     EXPECT_EQ(offer(false), Routing::Abandon);
     const std::vector<std::string> expected = {
         "log 5 XMPP \"New account registration\"",
@@ -130,23 +139,23 @@ TEST_F(Registration, ServerWithoutItIsToldInABoxAndLeft) {
     std::erase_if(events, [](const std::string& event) { return event.starts_with("call OKU/Timer/Destroy"); });
     EXPECT_EQ(events, expected);
     EXPECT_EQ(connection.registerMode, 0u);
-    EXPECT_EQ(connection.noReconnect, 1u);
+    EXPECT_EQ(reconnection.noReconnect, 1u);
 }
 
-TEST_F(Registration, ServerWithoutItIsLeftOnlyOnceTheBoxIsClosed) {
+TEST_F(RegistrationTest, ServerWithoutItIsLeftOnlyOnceTheBoxIsClosed) {
     std::vector<std::string> seen;
     host.onEvent = [&](const harness::Event& event) {
         const auto line = render(event);
         const bool box = line.starts_with("call UI/MessageBox");
         if (!box && line != "C: </stream:stream>") return;
-        seen.push_back(std::string(box ? "box" : "end") + (connection.noReconnect ? " final" : "") +
+        seen.push_back(std::string(box ? "box" : "end") + (reconnection.noReconnect ? " final" : "") +
                        (connection.registerMode ? " registering" : ""));
     };
     offer(false);
     EXPECT_EQ(seen, std::vector<std::string>({"box registering", "end final"}));
 }
 
-TEST_F(Registration, AnswerThatComesWhileItIsAskedForIsTaken) {
+TEST_F(RegistrationTest, AnswerThatComesWhileItIsAskedForIsTaken) {
     host.onEvent = [this](const harness::Event& event) {
         events.push_back(render(event));
         if (events.back().starts_with("C: <iq id=")) answer(u"result");
@@ -155,17 +164,17 @@ TEST_F(Registration, AnswerThatComesWhileItIsAskedForIsTaken) {
     EXPECT_EQ(dialog.type, u"result");
 }
 
-TEST_F(Registration, SuccessReachesTheDialogAndOpensTheStreamAgain) {
+TEST_F(RegistrationTest, SuccessReachesTheDialogAndOpensTheStreamAgain) {
     offer(true);
     answer(u"result");
     EXPECT_EQ(dialog.type, u"result");
     EXPECT_EQ(connection.registerMode, 0u);
-    EXPECT_EQ(connection.noReconnect, 0u);
+    EXPECT_EQ(reconnection.noReconnect, 0u);
     ASSERT_EQ(events.size(), 1u);
     EXPECT_TRUE(events[0].starts_with("C: <?xml version=\"1.0\"?><stream:stream ")) << events[0];
 }
 
-TEST_F(Registration, IsOverOnceTheStreamHasOpenedAgain) {
+TEST_F(RegistrationTest, IsOverOnceTheStreamHasOpenedAgain) {
     offer(true);
     std::uint32_t modeAtTheHeader = 0;
     const auto noting = host.onEvent;
@@ -178,12 +187,12 @@ TEST_F(Registration, IsOverOnceTheStreamHasOpenedAgain) {
     EXPECT_EQ(connection.registerMode, 0u);
 }
 
-TEST_F(Registration, RefusalReachesTheDialogAndEndsTheStream) {
+TEST_F(RegistrationTest, RefusalReachesTheDialogAndEndsTheStream) {
     offer(true);
     std::uint32_t finalAtTheEnd = 0;
     const auto noting = host.onEvent;
     host.onEvent = [&](const harness::Event& event) {
-        if (event.category == harness::Event::Category::Sent) finalAtTheEnd = connection.noReconnect;
+        if (event.category == harness::Event::Category::Sent) finalAtTheEnd = reconnection.noReconnect;
         noting(event);
     };
     answer(u"error");
@@ -194,18 +203,18 @@ TEST_F(Registration, RefusalReachesTheDialogAndEndsTheStream) {
     EXPECT_EQ(events, expected);
     EXPECT_EQ(finalAtTheEnd, 1u);
     EXPECT_EQ(connection.registerMode, 0u);
-    EXPECT_EQ(connection.noReconnect, 1u);
+    EXPECT_EQ(reconnection.noReconnect, 1u);
     EXPECT_FALSE(client.flags & FLAG_CONNECTED);
 }
 
-TEST_F(Registration, AnyCertificateWillDo) {
+TEST_F(RegistrationTest, AnyCertificateWillDo) {
     NL_EVENT event{sizeof(NL_EVENT), NL_EVENT_CERTIFICATE};
-    EXPECT_EQ(connection.onSocketEvent(reinterpret_cast<OKU_WORD>(&event), 0), 1);
+    EXPECT_EQ(socketEvents.onSocketEvent(reinterpret_cast<OKU_WORD>(&event), 0), 1);
     ASSERT_EQ(events.size(), 1u);
     EXPECT_EQ(events[0], "log 5 XMSC \"Overriding SSL Cert Verification\"");
 }
 
-TEST_F(Registration, ConnectingLeavesAddressAndPasswordAsTheWizardSetThem) {
+TEST_F(RegistrationTest, ConnectingLeavesAddressAndPasswordAsTheWizardSetThem) {
     client.flags = 0;
     connection.connect();
     EXPECT_EQ(client.jid.bare, u"new@example.org");

@@ -1,7 +1,7 @@
 // A host that delivers the server's answer from within the send: whoever waits for it has to wait by then.
 #include <gtest/gtest.h>
 
-#include "router/negotiation.h"
+#include "router/binding.h"
 #include "tests/support/fake_platform.h"
 #include "tests/support/recording_host.h"
 
@@ -50,9 +50,11 @@ protected:
     CZipStream zip;
     StreamOutput output{client, zip};
     CProtoEventDispatcher dispatcher;
-    Connection connection{client, zip, output, quiet, ignore};
+    Reconnection reconnection{client, ignore};
+    Connection connection{client, zip, output, reconnection, quiet};
     Requests requests{dispatcher, output};
-    Negotiation negotiation{client, zip, output, connection, requests, answers};
+    LoginProgress login;
+    Binding binding{client, output, connection, requests, login, answers};
 };
 
 TEST_F(Session, EachAnswerMayComeWhileItsRequestGoesOut) {
@@ -64,7 +66,7 @@ TEST_F(Session, EachAnswerMayComeWhileItsRequestGoesOut) {
         EXPECT_TRUE(dispatcher.dispatch(reply)) << event.data;
     };
     xmlElement bound(u"iq");
-    EXPECT_EQ(negotiation.onBind(Stanza::of(bound)), Routing::Done);
+    EXPECT_EQ(binding.onBind(Stanza::of(bound)), Routing::Done);
     EXPECT_EQ(answers.features, 1);
     EXPECT_EQ(answers.rosters, 1);
 }

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "plugin/module.h"
+#include "stream/keepalive.h"
+#include "stream/socket_events.h"
 #include "tests/support/compression.h"
 #include "tests/support/fake_platform.h"
 #include "tests/support/player.h"
@@ -48,7 +50,7 @@ protected:
 
     void raise(std::uint32_t kind, OKU_WORD data = 0) {
         NL_EVENT event{sizeof(NL_EVENT), kind};
-        connection.onSocketEvent(reinterpret_cast<OKU_WORD>(&event), data);
+        socketEvents.onSocketEvent(reinterpret_cast<OKU_WORD>(&event), data);
     }
     void receive(std::string bytes) {
         NL_RECEIVED piece{sizeof(NL_RECEIVED), static_cast<std::int32_t>(bytes.size()), bytes.data()};
@@ -65,28 +67,31 @@ protected:
     CClientClass client;
     CZipStream zip;
     StreamOutput output{client, zip};
-    Connection connection{client, zip, output, elements, ignore};
+    Reconnection reconnection{client, ignore};
+    Connection connection{client, zip, output, reconnection, elements};
+    SocketEvents socketEvents{client, connection, reconnection, elements};
+    Keepalive keepalive{client, output, connection};
 };
 
 TEST_F(ConnectionTest, PingsOnlyWhileConnectedAndAuthorized) {
     for (const std::uint32_t flags : {0u, std::uint32_t{FLAG_CONNECTED}, std::uint32_t{FLAG_AUTHORIZED}}) {
         client.flags = flags;
         client.status = Status::Offline;
-        connection.onKeepaliveTick();
+        keepalive.onTick();
         EXPECT_TRUE(sent.empty()) << flags;
     }
     client.flags = FLAG_CONNECTED | FLAG_AUTHORIZED;
-    connection.onKeepaliveTick();
+    keepalive.onTick();
     EXPECT_EQ(sent.size(), 1u);
 }
 
 TEST_F(ConnectionTest, SilenceIsNoDeathForWhoWantsToBeOffline) {
     client.flags = FLAG_CONNECTED | FLAG_AUTHORIZED;
     client.status = Status::Offline;
-    connection.onKeepaliveTick();
+    keepalive.onTick();
     EXPECT_TRUE(client.flags & FLAG_CONNECTED);
     client.status = Status::Away;
-    connection.onKeepaliveTick();
+    keepalive.onTick();
     EXPECT_FALSE(client.flags & FLAG_CONNECTED);
     host.complaints.clear();  // the settings store is none in this connection
 }

@@ -1,0 +1,18 @@
+#include "router/encryption.h"
+
+#include "host/services/sockets.h"
+#include "host/util/xml_compose.h"
+#include "router/namespaces.h"
+
+bool Encryption::begin(const xmlElement& features) {
+    if (!features.GetChildPtr(u"starttls") || !client_.settings.get(setting::kTls)) return false;
+    client_.log(LogLevel::Debug, tag::kGeneral, u"Starting TLS connection");
+    output_.sendText(lutCPW(u"starttls", {}, {{u"xmlns", ns::kTls}}));
+    progress_.streamId = features.GetAttribute(u"id");
+    return true;
+}
+
+void Encryption::onProceed(const Stanza&) {
+    if (!(client_.flags & FLAG_ENCRYPTION_ACTIVATED) && client_.settings.get(setting::kTls))
+        Sockets(client_.host).startTls(client_.socketName);
+}

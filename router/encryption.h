@@ -1,0 +1,24 @@
+// The login's step to TLS (RFC 6120, 5).
+#pragma once
+
+#include "plugin/client_class.h"
+#include "router/login_progress.h"
+#include "router/routing.h"
+#include "router/stanza.h"
+#include "stream/stream_output.h"
+
+class Encryption {
+public:
+    Encryption(CClientClass& client, StreamOutput& output, LoginProgress& progress)
+        : client_(client), output_(output), progress_(progress) {}
+
+    /// Asks for TLS when the server offers it and the account wants it. False when the login goes on without.
+    bool begin(const xmlElement& features);
+    /// The server is ready for TLS.
+    void onProceed(const Stanza& proceed);
+
+private:
+    CClientClass& client_;
+    StreamOutput& output_;
+    LoginProgress& progress_;
+};

@@ -1,0 +1,33 @@
+#include "router/stream_compression.h"
+
+#include <algorithm>
+
+#include "host/util/format.h"
+#include "host/util/xml_compose.h"
+#include "router/namespaces.h"
+
+bool StreamCompression::begin(const xmlElement& features) {
+    const xmlElement* compression = features.GetChildPtr(u"compression");
+    if (!compression || !client_.settings.get(setting::kCompression)) return false;
+    const bool hasZlib = std::any_of(compression->children.begin(), compression->children.end(),
+                                     [](const xmlElement& method) { return method.text == u"zlib"; });
+    if (!hasZlib) {
+        client_.log(LogLevel::Negotiation, tag::kCompression,
+                    formatText(u"Compression is available, but no supported mech found @ %s", client_.jid.bare));
+        return false;
+    }
+    client_.log(LogLevel::Debug, tag::kCompression,
+                formatText(u"Initializing stream compression (%s) @ %s", u"zlib", client_.jid.bare));
+    output_.sendText(lutCPW(u"compress", lutCPW(u"method", u"zlib", {}), {{u"xmlns", ns::kCompress}}));
+    return true;
+}
+
+Routing StreamCompression::onCompressed(const Stanza&) {
+    // Flag and compressor together: a stanza that the host sends while it logs is compressed already.
+    client_.flags |= FLAG_COMPRESSED;
+    zip_.zStart();
+    client_.log(LogLevel::Debug, tag::kCompression, formatText(u"Compression enabled @ %s", client_.jid.bare));
+    connection_.sendStreamHeader();
+    // What follows in the batch would be compressed data of the new stream.
+    return Routing::Abandon;
+}
