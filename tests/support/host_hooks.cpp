@@ -1,4 +1,4 @@
-// What the plugin tells the host's listeners, and the settings that it reads and stores.
+// What the plugin tells the host's listeners.
 #include <algorithm>
 #include <cstring>
 
@@ -7,6 +7,8 @@
 
 namespace harness {
 namespace {
+
+using K = ServiceArgument::Kind;
 
 const char* phaseWord(std::uint32_t phase) {
     return phase == 1 ? "before" : phase == 2 ? "after" : phase == 0 ? "notice" : "in no known phase";
@@ -22,9 +24,7 @@ void blank(char* data, std::size_t length, const std::vector<std::string>& texts
     }
 }
 
-}  // namespace
-
-void HostServices::showHookExtra(RecordingHost& host, Line& line, std::uint32_t kind, OKU_WORD extra) {
+void showHookExtra(RecordingHost& host, Line& line, std::uint32_t kind, OKU_WORD extra) {
     const RecordLayout* layout = kind == 3   ? &layouts::kContactState
                                  : kind == 4 ? &layouts::kStatusData
                                  : kind == 5 ? &layouts::kMessage
@@ -45,8 +45,7 @@ void HostServices::showHookExtra(RecordingHost& host, Line& line, std::uint32_t 
     }
 }
 
-void HostServices::tellStreamHook(RecordingHost& host, Line line, std::uint32_t kind, std::uint32_t phase,
-                                  OKU_WORD extra) {
+void tellStreamHook(RecordingHost& host, Line line, std::uint32_t kind, std::uint32_t phase, OKU_WORD extra) {
     const auto* record = reinterpret_cast<const void*>(extra);
     auto fields = readRecord(layouts::kHookData, record, host.context());
     auto* data = peek<char*>(record, 8);
@@ -54,7 +53,7 @@ void HostServices::tellStreamHook(RecordingHost& host, Line line, std::uint32_t 
     if (std::strlen(data) != length) host.complain("OKU_HOOK_DATA tells another length than its text has");
     const std::string text(data, std::strlen(data));
     if (kind == 1 && phase == 1) blank(data, text.size(), host.blanks);
-    if (kind == 2 && (phase == 1 || phase == 2)) host.lastOut_[phase - 1] = text;
+    if (kind == 2 && (phase == 1 || phase == 2)) host.lastOut[phase - 1] = text;
     for (auto& field : fields) {
         if (field.name == "flags" && field.value.text != "1") line.fields.push_back(std::move(field));
     }
@@ -63,7 +62,7 @@ void HostServices::tellStreamHook(RecordingHost& host, Line line, std::uint32_t 
     if (phase == 2) std::memset(data, ' ', length);
 }
 
-OKU_WORD HostServices::hook(RecordingHost& host, OKU_WORD param, OKU_WORD extra) {
+OKU_WORD hook(RecordingHost& host, OKU_WORD param, OKU_WORD extra) {
     const auto* record = reinterpret_cast<const void*>(param);
     const auto fields = readRecord(layouts::kHook, record, host.context());
     const auto kind = peek<std::uint32_t>(record, 20);
@@ -98,63 +97,14 @@ OKU_WORD HostServices::hook(RecordingHost& host, OKU_WORD param, OKU_WORD extra)
     return answer.value_or(0);
 }
 
-RecordingHost::Store* HostServices::store(RecordingHost& host, OKU_WORD handle, const char* service) {
-    const auto found = host.stores_.find(handle);
-    if (found != host.stores_.end()) return &found->second;
-    host.complainDead(std::string(service) + " on a dead settings store");
-    return nullptr;
-}
+// clang-format off
+constexpr ServiceRow kRows[] = {
+    {.name = "OKU/CallProtolHooks", .tellAndAct = hook},
+};
+// clang-format on
 
-OKU_WORD HostServices::getSetting(RecordingHost& host, OKU_WORD param) {
-    auto* record = reinterpret_cast<void*>(param);
-    readRecord(layouts::kSettings, record, host.context());
-    const auto key = copyText(peek<const void*>(record, 8));
-    const bool isText = peek<std::uint32_t>(record, 16) == 3;
-    const auto length = peek<std::uint32_t>(record, 32);
-    if (length != (isText ? 4096u : 0u)) host.complain("OKU/Settings/Get of " + key + " with another capacity");
-    auto* from = store(host, peek<OKU_WORD>(record, 40), "OKU/Settings/Get");
-    Line line{std::string("reads ") + (isText ? "text " : "number ") + key, {}, {}, "none"};
-    if (peek<OKU_WORD>(record, 40) != 1) line.field("store", peek<OKU_WORD>(record, 40));
-    if (from && !from->read) host.complainDead("OKU/Settings/Get of " + key + " before Read");
-    const auto value = from ? from->values.find(key) : SettingsFile::iterator();
-    const bool found =
-        !host.scripted("OKU/Settings/Get") && from && value != from->values.end() && value->second.isText == isText;
-    if (found && isText) {
-        const auto text = toUtf16(value->second.text).substr(0, length - 1);
-        std::memcpy(peek<void*>(record, 24), text.c_str(), (text.size() + 1) * sizeof(char16_t));
-        line.result = quoted(value->second.text);
-    } else if (found) {
-        poke(record, 24, static_cast<OKU_WORD>(value->second.number));
-        line.result = std::to_string(value->second.number);
-    }
-    host.record({Event::Category::SettingsRead, std::move(line), {}});
-    return found ? 1 : 0;
-}
+}  // namespace
 
-OKU_WORD HostServices::setSetting(RecordingHost& host, OKU_WORD param) {
-    const auto* record = reinterpret_cast<const void*>(param);
-    readRecord(layouts::kSettings, record, host.context());
-    const auto key = copyText(peek<const void*>(record, 8));
-    const bool isText = peek<std::uint32_t>(record, 16) == 3;
-    const auto handle = peek<OKU_WORD>(record, 40);
-    Line line{"stores " + key, {}, {}, {}};
-    Setting setting{isText, 0, {}};
-    if (isText) {
-        setting.text = copyText(peek<const void*>(record, 24));
-        if (toUtf16(setting.text).size() != peek<std::uint32_t>(record, 32)) {
-            host.complain("OKU/Settings/Set of " + key + " tells another length than its text has");
-        }
-        line.text(setting.text);
-    } else {
-        setting.number = peek<std::int32_t>(record, 24);
-        if (peek<std::uint32_t>(record, 32) != 0) host.complain("OKU/Settings/Set of a number with a length");
-        line.number(setting.number);
-    }
-    if (handle != 1) line.field("store", handle);
-    const auto answer = host.scripted("OKU/Settings/Set");
-    if (auto* to = store(host, handle, "OKU/Settings/Set"); to && !answer) to->values[key] = setting;
-    host.plain(std::move(line));
-    return answer.value_or(1);
-}
+std::span<const ServiceRow> hookServices() { return kRows; }
 
 }  // namespace harness

@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "tests/support/fake_platform.h"
+#include "tests/support/phrases.h"
 #include "tests/support/same_xml.h"
 #include "tests/support/text.h"
 
@@ -25,10 +26,6 @@ std::vector<std::size_t> cutAnywhere(const std::string& piece) {
     return positions;
 }
 
-struct Failure : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
-
 }  // namespace
 
 std::vector<std::size_t> cutPositions(const std::string& piece) {
@@ -43,8 +40,9 @@ std::vector<std::size_t> cutPositions(const std::string& piece) {
     return positions;
 }
 
-Player::Player(const PluginExports& exports, const PlayMode& mode) : mode_(mode), stage_(exports) {
-    auto& host = stage_.host;
+Player::Player(const PluginExports& exports, const PlayMode& mode) : scene_{mode, Stage(exports)} {
+    scene_.perform = [this](const Step& next) { perform(next); };
+    auto& host = scene_.stage.host;
     host.failingCall = mode.failingCall;
     host.onEvent = [this](Event event) { onEvent(std::move(event)); };
     world() = FakeWorld();
@@ -64,8 +62,8 @@ Player::Player(const PluginExports& exports, const PlayMode& mode) : mode_(mode)
         host.cacheDirectory = mode.realDirectory + "/cache/";
         host.now = [] { return static_cast<std::int64_t>(std::time(nullptr)); };
     }
-    variables_["profile"] = host.profileDirectory;
-    variables_["cache"] = host.cacheDirectory;
+    scene_.variables["profile"] = host.profileDirectory;
+    scene_.variables["cache"] = host.cacheDirectory;
 }
 
 /// The stage unloads a plugin that is still loaded: from here on nobody listens to its files and icons.
@@ -74,19 +72,17 @@ Player::~Player() {
     world().onIconDestroyed = nullptr;
 }
 
-void Player::fail(const std::string& why) const { throw Failure(why); }
-
 bool Player::isShown(const Event& event) const {
-    if (event.category == Event::Category::SettingsRead) return showSettings_;
-    if (event.category == Event::Category::StreamHook) return showStreamHooks_;
-    return mode_.pieces == PlayMode::Pieces::AsGiven || event.line.head != kWaitingHead ||
+    if (event.category == Event::Category::SettingsRead) return scene_.showSettings;
+    if (event.category == Event::Category::StreamHook) return scene_.showStreamHooks;
+    return scene_.mode.pieces == PlayMode::Pieces::AsGiven || event.line.head != kWaitingHead ||
            !startsWith(event.line.texts.front().text, kWaitingText);
 }
 
 void Player::onEvent(Event event) {
     if (!isShown(event)) return;
     journal_.push_back({false, render(event)});
-    events_.push_back(std::move(event));
+    scene_.events.push_back(std::move(event));
 }
 
 Outcome Player::run(const Transcript& transcript) {
@@ -94,11 +90,11 @@ Outcome Player::run(const Transcript& transcript) {
     const Step* at = nullptr;
     try {
         for (const auto& next : transcript.steps) step(*(at = &next));
-        checkQuiet("the transcript ends, but more happened");
-        if (stage_.loaded()) {
+        scene_.checkQuiet("the transcript ends, but more happened");
+        if (scene_.stage.loaded()) {
             at = nullptr;
             note("unload");
-            stage_.unload();
+            scene_.stage.unload();
             checkComplaints();
         }
     } catch (const std::exception& error) {
@@ -111,7 +107,7 @@ Outcome Player::run(const Transcript& transcript) {
         if (at) outcome.report += at->where + ": " + at->text + "\n";
         outcome.report += error.what();
     }
-    outcome.calls = stage_.host.calls;
+    outcome.calls = scene_.stage.host.calls;
     outcome.cuts = cuts_;
     outcome.journal = std::move(journal_);
     return outcome;
@@ -122,30 +118,30 @@ void Player::step(const Step& next) {
         perform(next);
     } catch (const NotThere&) {
         // Where calls of the host fail, what they should have registered is not there to be used.
-        if (!mode_.onlyDrive) throw;
+        if (!scene_.mode.onlyDrive) throw;
     }
     checkComplaints();
 }
 
 void Player::perform(const Step& next) {
     const auto& text = next.text;
-    const std::string received = stage_.account == 1 ? "S:" : "S@" + std::to_string(stage_.account) + ":";
+    const std::string received = scene_.stage.account == 1 ? "S:" : "S@" + std::to_string(scene_.stage.account) + ":";
     if (startsWith(text, "S@")) {
         const auto colon = text.find(':');
-        if (colon == std::string::npos) fail("S@ wants its colon");
-        const auto before = stage_.account;
-        stage_.account = static_cast<std::uint32_t>(std::stoul(text.substr(2, colon - 2)));
+        if (colon == std::string::npos) scene_.fail("S@ wants its colon");
+        const auto before = scene_.stage.account;
+        scene_.stage.account = static_cast<std::uint32_t>(std::stoul(text.substr(2, colon - 2)));
         receive(text.substr(colon + 1));
-        stage_.account = before;
+        scene_.stage.account = before;
     } else if (startsWith(text, received)) {
         receive(text.substr(received.size()));
-    } else if (const auto* row = find(text)) {
+    } else if (const auto* phrase = findPhrase(text)) {
         const auto line = startsWith(text, "when ") ? Line() : parseLine(text);
-        const auto rest = std::string(trim(std::string_view(text).substr(std::string_view(row->phrase).size())));
-        if (row->role == Role::Drive) checkQuiet("this is not expected before it");
-        if (row->role != Role::Player || row->action == &Player::onAccount) note(text);
-        (this->*row->action)(line, rest);
-    } else if (mode_.onlyDrive) {
+        const auto rest = std::string(trim(std::string_view(text).substr(std::string_view(phrase->text).size())));
+        if (phrase->role == Role::Drive) scene_.checkQuiet("this is not expected before it");
+        if (phrase->role != Role::Player || startsWith(text, "on account ")) note(text);
+        phrase->act(scene_, line, rest);
+    } else if (scene_.mode.onlyDrive) {
         expectLoosely(text);
     } else {
         expect(text);
@@ -155,39 +151,35 @@ void Player::perform(const Step& next) {
 /// A line of the journal, in which captured values stand filled in.
 void Player::note(const std::string& text) {
     auto filled = text;
-    for (const auto& [name, value] : variables_) filled = replaceAll(filled, "{" + name + "}", escape(value));
+    for (const auto& [name, value] : scene_.variables) filled = replaceAll(filled, "{" + name + "}", escape(value));
     journal_.push_back({true, filled});
 }
 
 void Player::receive(const std::string& raw) {
-    checkQuiet("this is not expected before it");
-    const auto piece = fill(std::string(trim(raw)));
-    journal_.push_back(
-        {true, (stage_.account == 1 ? "S: " : "S@" + std::to_string(stage_.account) + ": ") + escape(piece)});
-    const bool clear = (stage_.flags() & 16) == 0;
-    const auto sent = stage_.compressed(piece);
+    scene_.checkQuiet("this is not expected before it");
+    const auto piece = scene_.fill(std::string(trim(raw)));
+    journal_.push_back({true, (scene_.stage.account == 1 ? "S: " : "S@" + std::to_string(scene_.stage.account) + ": ") +
+                                  escape(piece)});
+    const bool clear = (scene_.stage.flags() & 16) == 0;
+    const auto sent = scene_.stage.compressed(piece);
     const auto positions = clear ? cutPositions(sent) : cutAnywhere(sent);
     cuts_ = std::max(cuts_, positions.size());
     std::vector<std::string> parts = {sent};
-    if (mode_.pieces == PlayMode::Pieces::Bytes) {
+    if (scene_.mode.pieces == PlayMode::Pieces::Bytes) {
         parts.clear();
         for (const char c : sent) parts.emplace_back(1, c);
-    } else if (mode_.pieces == PlayMode::Pieces::Cut && !positions.empty()) {
-        const auto cut = positions[mode_.cut % positions.size()];
+    } else if (scene_.mode.pieces == PlayMode::Pieces::Cut && !positions.empty()) {
+        const auto cut = positions[scene_.mode.cut % positions.size()];
         parts = {sent.substr(0, cut), sent.substr(cut)};
     }
     for (const auto& part : parts) {
-        if (stage_.receive(part) != 0) fail("a received piece gives another result than 0");
+        if (scene_.stage.receive(part) != 0) scene_.fail("a received piece gives another result than 0");
     }
 }
 
-void Player::checkQuiet(const std::string& why) {
-    if (events_.empty() || mode_.onlyDrive) return;
-    fail(why + ": " + render(events_.front()));
-}
-
 void Player::checkComplaints() {
-    if (!stage_.host.complaints.empty()) fail("The host complains: " + stage_.host.complaints.front());
+    if (!scene_.stage.host.complaints.empty())
+        scene_.fail("The host complains: " + scene_.stage.host.complaints.front());
 }
 
 bool Player::isSendExpectation(const std::string& text) {
@@ -200,26 +192,26 @@ bool Player::sentMatches(const Event& event, const std::string& text, std::strin
     const auto head = asXml ? "C:" : text.substr(0, colon + 1);
     const auto expected = trim(std::string_view(text).substr(colon + 1));
     if (event.category != Event::Category::Sent || event.line.head != head) return false;
-    if (asXml) return sameXml(unescape(expected), event.data, variables_, why);
-    return Pattern::parse(expected).match(event.data, variables_);
+    if (asXml) return sameXml(unescape(expected), event.data, scene_.variables, why);
+    return Pattern::parse(expected).match(event.data, scene_.variables);
 }
 
 void Player::expect(const std::string& text) {
     const auto waiting = std::string(kWaitingHead) + " \"" + std::string(kWaitingText);
-    if (mode_.pieces != PlayMode::Pieces::AsGiven && startsWith(text, waiting)) return;
-    if (!mode_.realDirectory.empty() && (startsWith(text, "makes ") || startsWith(text, "writes "))) {
+    if (scene_.mode.pieces != PlayMode::Pieces::AsGiven && startsWith(text, waiting)) return;
+    if (!scene_.mode.realDirectory.empty() && (startsWith(text, "makes ") || startsWith(text, "writes "))) {
         return expectRealFile(parseLine(text));
     }
-    if (events_.empty()) fail("nothing more happened");
-    const auto& event = events_.front();
+    if (scene_.events.empty()) scene_.fail("nothing more happened");
+    const auto& event = scene_.events.front();
     std::string why;
     if (isSendExpectation(text)) {
         if (!sentMatches(event, text, why))
-            fail("another thing happened: " + journal_[journal_.size() - events_.size()].text +
-                 (why.empty() ? "" : "\n" + why));
+            scene_.fail("another thing happened: " + journal_[journal_.size() - scene_.events.size()].text +
+                        (why.empty() ? "" : "\n" + why));
     } else {
         const auto line = parseLine(text);
-        const bool isTime = !mode_.realDirectory.empty() && line.find("time");
+        const bool isTime = !scene_.mode.realDirectory.empty() && line.find("time");
         auto actual = event.line;
         if (isTime) {
             for (auto& field : actual.fields) {
@@ -228,29 +220,29 @@ void Player::expect(const std::string& text) {
                 if (near) field.value.text = "now";
             }
         }
-        if (event.category == Event::Category::Sent || !matches(line, actual, variables_)) {
-            fail("another thing happened: " + journal_[journal_.size() - events_.size()].text);
+        if (event.category == Event::Category::Sent || !matches(line, actual, scene_.variables)) {
+            scene_.fail("another thing happened: " + journal_[journal_.size() - scene_.events.size()].text);
         }
     }
-    events_.pop_front();
+    scene_.events.pop_front();
 }
 
 /// On the real platform nobody tells of files: what stands on the disk is what counts.
 void Player::expectRealFile(const Line& line) {
-    std::ifstream in(textOf(line), std::ios::binary);
-    if (!in) fail("there is no such file");
+    std::ifstream in(scene_.textOf(line), std::ios::binary);
+    if (!in) scene_.fail("there is no such file");
     std::ostringstream content;
     content << in.rdbuf();
     const auto expected = line.texts.size() > 1 ? line.texts[1].text : std::string();
-    if (!Pattern::parse(expected).match(content.str(), variables_)) fail("it holds " + content.str());
+    if (!Pattern::parse(expected).match(content.str(), scene_.variables)) scene_.fail("it holds " + content.str());
 }
 
 void Player::expectLoosely(const std::string& text) {
     std::string why;
-    const auto found = std::find_if(events_.begin(), events_.end(), [&](const Event& event) {
+    const auto found = std::find_if(scene_.events.begin(), scene_.events.end(), [&](const Event& event) {
         return isSendExpectation(text) ? sentMatches(event, text, why) : false;
     });
-    if (found != events_.end()) events_.erase(found);
+    if (found != scene_.events.end()) scene_.events.erase(found);
 }
 
 Outcome play(const PluginExports& exports, const Transcript& transcript, const PlayMode& mode) {

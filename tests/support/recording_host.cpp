@@ -91,8 +91,8 @@ OKU_WORD RecordingHost::create(const char16_t* name, OKU_HANDLER handler, OKU_WO
     if (services.count(text)) complain("service " + text + " is registered twice");
     plain(Line{"registers " + text, {}, {}, {}});
     services[text] = {handler, context};
-    serviceHandles_[++nextHandle_] = text;
-    return nextHandle_;
+    serviceHandles_[++nextHandle] = text;
+    return nextHandle;
 }
 
 OKU_WORD RecordingHost::destroy(OKU_WORD handle) {
@@ -111,8 +111,8 @@ OKU_WORD RecordingHost::addHook(const char16_t* name, OKU_HANDLER handler, OKU_W
     if (!handler) complain("hook on " + text + " has no handler");
     plain(Line{"attaches " + text, {}, {}, {}});
     hooks.push_back({text, {handler, context}});
-    hookHandles_[++nextHandle_] = text;
-    return nextHandle_;
+    hookHandles_[++nextHandle] = text;
+    return nextHandle;
 }
 
 OKU_WORD RecordingHost::removeHook(OKU_WORD handle) {
@@ -129,8 +129,8 @@ OKU_WORD RecordingHost::removeHook(OKU_WORD handle) {
 OKU_WORD RecordingHost::createEvent(const char16_t* name) {
     if (fails()) return 0;
     plain(Line{"creates event " + copyText(name), {}, {}, {}});
-    events_[++nextHandle_] = copyText(name);
-    return nextHandle_;
+    events_[++nextHandle] = copyText(name);
+    return nextHandle;
 }
 
 OKU_WORD RecordingHost::destroyEvent(OKU_WORD event) {
@@ -152,7 +152,7 @@ OKU_WORD RecordingHost::notify(OKU_WORD event, OKU_WORD, OKU_WORD) {
 
 OKU_WORD RecordingHost::call(const char16_t* name, OKU_WORD param, OKU_WORD extra) {
     if (fails()) return 0;
-    return HostServices::call(*this, copyText(name), param, extra);
+    return callService(*this, copyText(name), param, extra);
 }
 
 std::optional<OKU_WORD> RecordingHost::scripted(const std::string& service) {
@@ -175,7 +175,7 @@ void RecordingHost::change(const std::string& path, const std::string& key, cons
         }
     };
     apply(settingsFiles[path]);
-    for (auto& [handle, store] : stores_) {
+    for (auto& [handle, store] : stores) {
         if (store.path == path) apply(store.values);
     }
 }
@@ -184,7 +184,7 @@ void RecordingHost::checkUnloaded() {
     for (const auto& [handle, name] : serviceHandles_) complain("still registered after unloading: service " + name);
     for (const auto& [handle, name] : hookHandles_) complain("still attached after unloading: " + name);
     for (const auto& [handle, name] : events_) complain("still there after unloading: event " + name);
-    for (const auto& [handle, store] : stores_) complain("still open after unloading: settings " + store.path);
+    for (const auto& [handle, store] : stores) complain("still open after unloading: settings " + store.path);
     for (const auto& [name, timer] : timers) complain("still running after unloading: timer " + name);
     for (const auto& [name, socket] : sockets) complain("still there after unloading: socket " + name);
     for (const auto& [net, protocol] : protocols)
@@ -194,8 +194,8 @@ void RecordingHost::checkUnloaded() {
 void RecordingHost::forgetPlugin() {
     menuItems.clear();
     statusWindows.clear();
-    nextNet_ = 1;
-    nextStore_ = 1;
+    nextNet = 1;
+    nextStore = 1;
 }
 
 }  // namespace harness

@@ -35,6 +35,13 @@ struct Setting {
 };
 using SettingsFile = std::map<std::string, Setting>;
 
+/// A settings file that the plugin has open.
+struct OpenSettings {
+    std::string path;
+    SettingsFile values;
+    bool read = false;
+};
+
 /// A callback that the plugin gave, with its context word.
 struct Callback {
     OKU_HANDLER handler = nullptr;
@@ -110,15 +117,27 @@ public:
     /// Forgets menus and windows, which a host drops with the plugin.
     void forgetPlugin();
 
+    // For the families of its services: telling what happens, and the state that answers stand on.
+    void complain(const std::string& what) { complaints.push_back(what); }
+    /// Complains about something dead. A host that refuses to make things hears of them again, so it keeps quiet.
+    void complainDead(const std::string& what) {
+        if (!failingCall) complain(what);
+    }
+    ReadContext context();
+    void record(Event event);
+    void plain(Line line) { record({Event::Category::Plain, std::move(line), {}}); }
+    /// The result that the test scripted for a service.
+    std::optional<OKU_WORD> scripted(const std::string& service);
+
+    std::map<OKU_WORD, OpenSettings> stores;
+    std::map<OKU_WORD, std::string> contacts;  // "net jid"
+    std::string lastOut[2];                    // what the stream hooks of phase 1 and 2 were last told is sent
+    OKU_WORD nextHandle = 100;
+    std::uint32_t nextNet = 1;
+    OKU_WORD nextStore = 1;
+
 private:
     friend struct HostTable;
-    friend struct HostServices;
-
-    struct Store {
-        std::string path;
-        SettingsFile values;
-        bool read = false;
-    };
 
     OKU_WORD create(const char16_t* name, OKU_HANDLER handler, OKU_WORD context);
     OKU_WORD destroy(OKU_WORD handle);
@@ -131,26 +150,10 @@ private:
 
     /// Whether this call of the table is the one that the test makes fail.
     bool fails() { return failingCall && calls++ == *failingCall; }
-    void complain(const std::string& what) { complaints.push_back(what); }
-    /// Complains about something dead. A host that refuses to make things hears of them again, so it keeps quiet.
-    void complainDead(const std::string& what) {
-        if (!failingCall) complain(what);
-    }
-    ReadContext context();
-    void record(Event event);
-    void plain(Line line) { record({Event::Category::Plain, std::move(line), {}}); }
-    /// The result that the test scripted for a service.
-    std::optional<OKU_WORD> scripted(const std::string& service);
 
     std::map<OKU_WORD, std::string> serviceHandles_;
     std::map<OKU_WORD, std::string> hookHandles_;
     std::map<OKU_WORD, std::string> events_;
-    std::map<OKU_WORD, Store> stores_;
-    std::map<OKU_WORD, std::string> contacts_;  // "net jid"
-    std::string lastOut_[2];                    // what the stream hooks of phase 1 and 2 were last told is sent
-    OKU_WORD nextHandle_ = 100;
-    std::uint32_t nextNet_ = 1;
-    OKU_WORD nextStore_ = 1;
 };
 
 /// The words of hook kinds and phases in transcripts.

@@ -1,0 +1,59 @@
+// What a user does to contacts, and calls of any service.
+#include "tests/support/phrases.h"
+#include "tests/support/text.h"
+
+namespace harness {
+namespace {
+
+/// send chat to JID "text"; send message to JID "text" subject="s"; send to JID "text" flags=4; send null
+void sendMessage(Scene& scene, const Line& line, const std::string& rest) {
+    if (startsWith(rest, "null"))
+        return scene.result(line, scene.stage.service("PFMessageSend", 0, scene.number(line, "flags")));
+    const auto flags = startsWith(rest, "chat ") ? 6 : startsWith(rest, "message ") ? 2 : scene.number(line, "flags");
+    scene.result(line, scene.stage.sendMessage(scene.fill(line.lastWord()), scene.textOf(line),
+                                               scene.field(line, "subject"), static_cast<std::uint32_t>(flags)));
+}
+
+void typing(Scene& scene, const Line& line, const std::string& rest) {
+    if (startsWith(rest, "null")) return scene.result(line, scene.stage.service("PFTNSend", 0, 1));
+    scene.result(line, scene.stage.sendTyping(scene.fill(line.lastWord()), std::stoll(scene.textOf(line))));
+}
+
+void raw(Scene& scene, const Line& line, const std::string& rest) {
+    if (startsWith(rest, "null")) return scene.result(line, scene.stage.service("PFRawSend", 0, 0));
+    scene.result(line, scene.stage.sendRaw(scene.textOf(line)));
+}
+
+void deleteContact(Scene& scene, const Line& line, const std::string&) {
+    scene.result(line, scene.stage.deleteContact(scene.fill(line.lastWord())));
+}
+
+void authorize(Scene& scene, const Line& line, const std::string&) {
+    scene.result(line, scene.stage.authorize(scene.fill(line.lastWord()), std::stoll(scene.textOf(line))));
+}
+
+void service(Scene& scene, const Line& line, const std::string&) {
+    scene.result(line, scene.stage.service(line.lastWord(), scene.number(line, "param"), scene.number(line, "extra")));
+}
+
+void raise(Scene& scene, const Line& line, const std::string&) {
+    scene.result(line, scene.stage.raise(line.lastWord(), scene.number(line, "param"), scene.number(line, "extra")));
+}
+
+// clang-format off
+constexpr Phrase kPhrases[] = {
+    {"send ", sendMessage},
+    {"typing ", typing},
+    {"raw ", raw},
+    {"delete contact ", deleteContact},
+    {"authorize ", authorize},
+    {"service ", service},
+    {"raise ", raise},
+};
+// clang-format on
+
+}  // namespace
+
+std::span<const Phrase> contactPhrases() { return kPhrases; }
+
+}  // namespace harness
