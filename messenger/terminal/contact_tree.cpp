@@ -11,14 +11,16 @@ namespace {
 enum Section { kAccountHeading, kGroups, kStrangers };
 enum Level { kHeading, kInFront, kOthers, kBehindAll };
 
-// A key by whose bytes texts are in the order of a dictionary, whatever their language.
+// A key by whose bytes texts are in the order of a dictionary, whatever their language, and numbers in theirs.
 QByteArray collationKey(const QString& text) {
     struct Close {
         void operator()(UCollator* collator) const { ucol_close(collator); }
     };
     static const std::unique_ptr<UCollator, Close> collator = [] {
         UErrorCode error = U_ZERO_ERROR;
-        return std::unique_ptr<UCollator, Close>(ucol_open("root", &error));
+        std::unique_ptr<UCollator, Close> root(ucol_open("root", &error));
+        ucol_setAttribute(root.get(), UCOL_NUMERIC_COLLATION, UCOL_ON, &error);
+        return root;
     }();
     std::array<uint8_t, 256> bytes;
     const int32_t length =

@@ -1,6 +1,7 @@
 #include "messenger/terminal/printable.h"
 
 #include <unicode/uchar.h>
+#include <QList>
 
 namespace oku::terminal {
 namespace {

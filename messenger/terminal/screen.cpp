@@ -57,7 +57,8 @@ Line besidePane(const ScreenContent& content, std::size_t row, Line log, int col
     Line line = row < content.pane.size() ? content.pane[row] : Line{};
     if (content.paneColumns >= columns) return cutLine(line, columns);
     line = padded(line, content.paneColumns, Style::Plain);
-    line.push_back({QStringLiteral("│"), Style::Faint});
+    // Terminals differ in how wide some emoji are.
+    line.push_back({QStringLiteral("│"), Style::Faint, content.paneColumns + 1});
     std::move(log.begin(), log.end(), std::back_inserter(line));
     return line;
 }

@@ -78,6 +78,7 @@ QByteArray paint(const Line& line, Colours colours) {
     for (const Span& span : line) {
         const Look& look = kLooks[static_cast<std::size_t>(span.style)];
         const QByteArray sgr = colours == Colours::Full ? look.full : colours == Colours::None ? "" : look.monochrome;
+        if (span.column > 0) bytes += "\x1B[" + QByteArray::number(span.column) + 'G';
         if (!sgr.isEmpty()) bytes += "\x1B[" + sgr + 'm';
         bytes += span.text.toUtf8();
         if (!sgr.isEmpty()) bytes += "\x1B[0m";

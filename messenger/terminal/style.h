@@ -28,6 +28,7 @@ enum class Style {
 struct Span {
     QString text;
     Style style = Style::Plain;
+    int column = 0;  // where it is to stand, from 1, wherever the terminal thinks that it is; 0: behind the one before
 
     bool operator==(const Span&) const = default;
 };

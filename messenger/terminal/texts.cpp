@@ -147,7 +147,7 @@ constexpr std::array kTexts = std::to_array<TextRow>({
      QT_TRANSLATE_NOOP("Terminal", "%1 będzie widzieć Twoją obecność; wysłano prośbę o wzajemność")},
     {Text::Denied, QT_TRANSLATE_NOOP("Terminal", "odmówiono: %1")},
     {Text::PaneHint,
-     QT_TRANSLATE_NOOP("Terminal", "Enter otwiera, Spacja zwija grupę, F4 tylko dostępni, Esc wraca, F2 chowa listę")},
+     QT_TRANSLATE_NOOP("Terminal", "Enter otwiera, Esc wraca, Spacja zwija grupę, F4 tylko dostępni, F2 chowa listę")},
     {Text::PaneNeedsScreen,
      QT_TRANSLATE_NOOP("Terminal", "lista obok rozmów jest tylko na ekranie; tutaj wypisuje ją /roster")},
     {Text::NothingUnread, QT_TRANSLATE_NOOP("Terminal", "nie ma nieprzeczytanych wiadomości")},

@@ -1547,8 +1547,8 @@ F2 the contact list, F3 goes into it (arrows, Enter), F4 only who can be reached
 Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
     </message>
     <message>
-        <source>Enter otwiera, Spacja zwija grupę, F4 tylko dostępni, Esc wraca, F2 chowa listę</source>
-        <translation>Enter opens, Space folds the group, F4 who can be reached, Esc returns, F2 hides the list</translation>
+        <source>Enter otwiera, Esc wraca, Spacja zwija grupę, F4 tylko dostępni, F2 chowa listę</source>
+        <translation>Enter opens, Esc returns, Space folds the group, F4 who can be reached, F2 hides the list</translation>
     </message>
     <message>
         <source>lista obok rozmów jest tylko na ekranie; tutaj wypisuje ją /roster</source>

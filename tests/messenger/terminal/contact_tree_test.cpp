@@ -43,11 +43,11 @@ protected:
 };
 
 TEST_F(ContactTreeTest, OrdersByGroupsAndReachAndNames) {
-    for (const auto& contact :
-         {listed("zenon", "Praca"), listed("Żaneta", "Praca", Status::away), listed("Ola", "praca"),
-          listed("Łukasz", "Praca"), listed("Ewa", "Dom"), listed("Adam", "Praca", Status::dnd)})
+    for (const auto& contact : {listed("zenon", "Praca"), listed("Żaneta", "Praca", Status::away),
+                                listed("Ola", "praca"), listed("Łukasz", "Praca"), listed("Ewa 10", "Dom"),
+                                listed("Ewa 9", "Dom"), listed("Adam", "Praca", Status::dnd)})
         tree.put(contact);
-    EXPECT_EQ(rows(), "[Dom 0/1] Ewa [praca 0/1] Ola [Praca 2/4] Adam Żaneta Łukasz zenon");
+    EXPECT_EQ(rows(), "[Dom 0/2] Ewa 9 Ewa 10 [praca 0/1] Ola [Praca 2/4] Adam Żaneta Łukasz zenon");
 }
 
 TEST_F(ContactTreeTest, FollowsWhatChanges) {

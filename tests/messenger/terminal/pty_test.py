@@ -76,7 +76,7 @@ class Terminal:
             if "\x1b[2J" in frame:
                 self.rows = {}
             for row, text in re.findall(r"\x1b\[(\d+);1H\x1b\[2K(.*?)(?=\x1b\[\d+;\d+H|$)", frame, re.S):
-                self.rows[int(row)] = re.sub(r"\x1b\[[\d;]*m", "", text)
+                self.rows[int(row)] = re.sub(r"\x1b\[[\d;]*[mG]", "", text)
 
     def text(self):
         return "\n".join(self.rows.get(row, "").rstrip() for row in range(1, max(self.rows, default=0) + 1))

@@ -172,6 +172,23 @@ TEST_F(ScreenTest, ScrollsUpToTheFirstLineAndSaysSo) {
     setLanguage(Language::Polish);
 }
 
+TEST_F(ScreenTest, PutsTheListBesideTheLog) {
+    content.paneColumns = 12;
+    content.pane = {{{"▾ Praca", Style::Heading}}, {{" ● ❤️", Style::Online}}};
+    const Frame frame = compose(60, 6);
+    EXPECT_EQ(text(frame),
+              " Olek                                                       \n"
+              "▾ Praca     │09:05 Olek: wiersz 10\n"
+              " ● ❤️        │09:05 Olek: wiersz 11\n"
+              "            │09:05 Olek: wiersz 12\n"
+              " ala@localhost                                              \n"
+              "Olek> ");
+    EXPECT_TRUE(paint(frame.rows[2], Colours::Monochrome).contains("\x1B[13G\x1B[2m│"))
+        << "whatever the width of an emoji";
+    content.paneColumns = 60;
+    EXPECT_EQ(lineText(compose(60, 6).rows[1]), "▾ Praca");
+}
+
 TEST_F(ScreenTest, KeepsItsPartsOnAnySize) {
     editor.setText("Zażółć gęślą 李梅 jaźń 🦆");
     for (int width = 1; width < 100; width += 3) {
