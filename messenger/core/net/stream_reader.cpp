@@ -32,7 +32,7 @@ struct StreamReader::Cut {
 
 QList<Piece> StreamReader::add(const QByteArray& bytes) {
     if (bytes.isEmpty()) return {};
-    if (ended_) return {{bytes, std::nullopt, false}};
+    if (ended_) return inClear_ ? QList<Piece>() : QList<Piece>{{bytes, std::nullopt, false}};
     qsizetype position = kept_.size();
     kept_ += bytes;
     if (proceedSeen_) return {};
@@ -55,7 +55,7 @@ QList<Piece> StreamReader::add(const QByteArray& bytes) {
                 more = onElement(cut, position);
                 break;
             case ElementScanner::Mark::End:
-                onEnd(cut);
+                onEnd(cut, position);
                 more = false;
                 break;
         }
@@ -75,7 +75,7 @@ bool StreamReader::onElement(Cut& cut, qsizetype end) {
     const QByteArrayView element = QByteArrayView(kept_).sliced(cut.elementStart, end - cut.elementStart);
     if (name == "stream:error" || name == "failure") {
         if (auto fault = readFault(element)) cut.fault = std::move(fault);
-    } else if (cutAtProceed_ && isProceed(element)) {
+    } else if (inClear_ && isProceed(element)) {
         cut.pieceUpTo(kept_, end);
         proceedSeen_ = true;
         return false;
@@ -83,8 +83,9 @@ bool StreamReader::onElement(Cut& cut, qsizetype end) {
     return true;
 }
 
-void StreamReader::onEnd(Cut& cut) {
+void StreamReader::onEnd(Cut& cut, qsizetype end) {
     cut.pieceUpTo(kept_, cut.elementStart);
+    if (inClear_) kept_.truncate(end);
     cut.pieceUpTo(kept_, kept_.size(), true);
     ended_ = true;
 }

@@ -19,11 +19,12 @@ struct Piece {
  * a large stanza that reached it in parts would be read over and over.
  *
  * - The stream's closing tag gets a piece of its own, for the plugin cannot read a piece that holds one.
- * - While cutAtProceed is on, nothing behind the answer to STARTTLS is handed out: it was sent in clear by who knows
- *   whom, and must not be taken for what the server says under TLS. */
+ * - In clear nothing behind the answer to STARTTLS is handed out: it was sent by who knows whom, and must not be taken
+ *   for what the server says under TLS. Nor is what stands behind the stream's closing tag, where no such answer would
+ * be looked for. */
 class StreamReader {
 public:
-    StreamReader(qsizetype holdLimit, bool cutAtProceed) : limit_(holdLimit), cutAtProceed_(cutAtProceed) {}
+    StreamReader(qsizetype holdLimit, bool inClear) : limit_(holdLimit), inClear_(inClear) {}
 
     /** Takes bytes, gives what is complete. */
     QList<Piece> add(const QByteArray& bytes);
@@ -42,12 +43,12 @@ private:
     struct Cut;
 
     bool onElement(Cut& cut, qsizetype end);
-    void onEnd(Cut& cut);
+    void onEnd(Cut& cut, qsizetype end);
 
     ElementScanner scanner_;
     QByteArray kept_;
     qsizetype limit_;
-    bool cutAtProceed_;
+    bool inClear_;
     bool passing_ = false;  ///< within an element whose first bytes were released
     bool ended_ = false;
     bool proceedSeen_ = false;

@@ -54,8 +54,17 @@ TEST(StreamReader, NeverCutsAnElementWhereverTheLineCutsIt) {
     }
 }
 
+TEST(StreamReader, HandsOutNothingBehindTheStreamsEndInClear) {
+    const QByteArray text = "<a/></mrn>" + proceed + "<message/></stream:stream><message/>";
+    for (qsizetype step = 1; step <= text.size(); ++step) {
+        StreamReader reader(large, true);
+        EXPECT_EQ(bytesOf(inSteps(reader, text, step)).join(""), "<a/></mrn>") << step;
+        EXPECT_EQ(reader.held(), 0);
+    }
+}
+
 TEST(StreamReader, GivesTheStreamsEndAPieceOfItsOwn) {
-    StreamReader reader(large, true);
+    StreamReader reader(large, false);
     const QList<Piece> pieces = reader.add("<a/></stream:stream>");
     EXPECT_EQ(bytesOf(pieces), (QStringList{"<a/>", "</stream:stream>"}));
     EXPECT_FALSE(pieces[0].ends);
