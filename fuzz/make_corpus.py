@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
-"""Makes the seeds of the fuzzers from the transcripts, and a few by hand: fuzz/make_corpus.py, in the checkout.
+"""Makes the seeds of the fuzzers from the transcripts, and a few by hand: make_corpus.py FOLDER.
 
-What a search has found worth keeping stands beside the seeds; this script touches only files named seed-*.
+The build does so. What a search has found worth keeping stands in corpus/.
 """
 import base64
 import pathlib
 import re
+import sys
 import zlib
 
 ROOT = pathlib.Path(__file__).resolve().parent
@@ -52,7 +53,7 @@ def transcripts():
 
 
 def write(target, seeds):
-    folder = ROOT / "corpus" / target
+    folder = pathlib.Path(sys.argv[1]) / target
     folder.mkdir(parents=True, exist_ok=True)
     for old in folder.glob("seed-*"):
         old.unlink()
@@ -89,11 +90,50 @@ def negotiation_seeds():
     }
 
 
+def secrets():
+    return {
+        "register": b"<iq><r:query xmlns:r='jabber:iq:regis&#116;er'><r:password>x</r:password></r:query></iq>",
+        "sasl": b"<s:auth xmlns:s='urn:ietf:params:xml:ns:xmpp-sasl'>x</s:auth><digest>y</digest>",
+        "inherited": b"<a xmlns='jabber:iq:auth'><b xmlns='c'><query password='d'/></b></a>",
+    }
+
+
+def growth():
+    """Reader, size of the pieces, what stands before, three parts that are repeated one after the other, the rest."""
+    rows = {
+        "declaration": ["<?xml ", "a", "", ""],
+        "waiting-declarations": ["<![CDATA[", "<?a<?>", "", ""],
+        "split-declarations": ["?><![CDATA[", "<?", "", ""],
+        "nested-declarations": ["?><![CDATA[", "<", "?", "a"],
+        "ampersands": ["<a b='", "&", "", ""],
+        "numbers": ["<a>", "&#1", "", ""],
+        "long-name": ["<a", "a", "<?", ""],
+        "attributes": ["<a", " b='c'", "", ""],
+        "deep": ["", "<a>", "</a>", ""],
+        "ends": ["<a ", "\\n\\r", "]]>", ""],
+        "prefixes": ["", "<a xmlns:b='c'>", "</a>", ""],
+    }
+    seeds = {}
+    for name, parts in rows.items():
+        texts = b"".join(short(part.encode()) for part in parts)
+        for reader in range(8):
+            seeds[f"{name}-{reader}"] = bytes([reader, 0]) + texts
+    return seeds
+
+
 def main():
     texts = transcripts()
     write("probe", {name: in_pieces(text) for name, text in texts.items()})
     write("received", {name: b"\x01" + short(b"\x10\x03\x20\x07") + text for name, text in texts.items()})
     write("element", texts)
+    write("readers", texts | {"type": b"<!DOCTYPE a [<!ENTITY b '>'>]><iq a = 'b&#10;\t&gt;'><![CDATA[&]]><c/>\r\n</iq>",
+                              "stray": b"</mrn><a/><!-- </a> --><b c='>'/>"})
+    write("element_scanner", {name: b"\x06" + text for name, text in texts.items()})
+    write("stream_reader", {name: b"\x01" + short(b"\x10\x03\x20\x07") + text for name, text in texts.items()})
+    write("secrets", {name: short(b"\x10\x03\x20\x07") + text for name, text in (texts | secrets()).items()})
+    write("settings", numbered([short(b"a b") + short(b"x\\\"\n\t") + b'# c\na = 5\nb = "\\n\\0\\""\nd = e\n',
+                                short(b"#") + short(b"") + b"= 1\na\n\"b\" = \"c\nd = -0x7\n"]))
+    write("growth", growth())
     write("stanzas", stanza_seeds(texts))
     write("negotiation", negotiation_seeds())
     compressor = zlib.compressobj()

@@ -98,7 +98,8 @@ bool readLine(const QByteArray& bytes, QMap<QString, QVariant>& values) {
     if (trimmed.isEmpty() || trimmed.startsWith(u'#')) return true;
     const qsizetype equals = trimmed.indexOf(u'=');
     const QStringView key = equals < 0 ? QStringView() : trimmed.left(equals).trimmed();
-    const auto value = key.isEmpty() ? std::nullopt : parseValue(trimmed.mid(equals + 1).trimmed());
+    if (key.isEmpty() || key.contains(u'\r')) return false;
+    const auto value = parseValue(trimmed.mid(equals + 1).trimmed());
     if (value) values.insert(key.toString(), *value);
     return value.has_value();
 }
@@ -119,7 +120,6 @@ QMap<QString, QVariant> settingsFromBytes(const QByteArray& bytes, bool& ok) {
 }
 
 bool canBeSettingKey(const QString& key) {
-    if (key.contains(u'\r')) return false;
     bool ok = false;
     const auto values = settingsFromBytes(lineOf(key, 0).toUtf8(), ok);
     return ok && values.size() == 1 && values.firstKey() == key;

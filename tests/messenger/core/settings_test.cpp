@@ -132,6 +132,12 @@ TEST_F(Settings, RefuseAKeyThatWouldNotBeReadBack) {
     EXPECT_TRUE(ok);
 }
 
+TEST_F(Settings, HaveNoKeyThatCouldNotBeWritten) {
+    bool ok = true;
+    EXPECT_EQ(settingsFromBytes("a = 1\nb\rc = 2\nd = 3\n", ok).keys(), (QStringList{"a", "d"}));
+    EXPECT_FALSE(ok);
+}
+
 TEST_F(Settings, AreNotWrittenOverAFileThatCannotBeRead) {
     ASSERT_TRUE(QDir().mkdir(path()));  // a folder in its place cannot be opened, not even by root
     SettingsFile file(path());
