@@ -116,7 +116,7 @@ def growth():
     seeds = {}
     for name, parts in rows.items():
         texts = b"".join(short(part.encode()) for part in parts)
-        for reader in range(8):
+        for reader in range(7):
             seeds[f"{name}-{reader}"] = bytes([reader, 0]) + texts
     return seeds
 
