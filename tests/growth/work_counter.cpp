@@ -12,9 +12,9 @@ std::uint64_t workDone() { return steps; }
 
 extern "C" {
 
-void __sanitizer_cov_trace_pc() { ++steps; }
+// The linker puts these in the place of the libraries' own.
+void __wrap___sanitizer_cov_trace_pc() { ++steps; }
 
-// The linker puts these in the place of the library's own.
 void* __real_memchr(const void* bytes, int wanted, std::size_t size);
 int __real_memcmp(const void* one, const void* other, std::size_t size);
 void* __real_memmove(void* to, const void* from, std::size_t size);
