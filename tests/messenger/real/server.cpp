@@ -1,7 +1,5 @@
 #include "tests/messenger/real/server.h"
 
-#include "messenger/core/tag_scanner.h"
-
 namespace oku::test {
 namespace {
 
@@ -17,8 +15,9 @@ const QByteArray kRoster =
     "<group>Znajomi</group></item><item jid='eve@example.org' name='Eve' subscription='both'/></query>";
 
 QByteArray attributeOf(const QByteArray& element, const char* name) {
-    const auto list = splitStanzas(std::string_view(element.constData(), static_cast<std::size_t>(element.size())));
-    return list.stanzas.empty() ? QByteArray() : QByteArray::fromStdString(list.stanzas[0].attribute(name));
+    QXmlStreamReader reader(element);
+    reader.readNextStartElement();
+    return reader.attributes().value(QLatin1String(name)).toUtf8();
 }
 
 }  // namespace
@@ -45,33 +44,40 @@ void Server::hangUp() {
 void Server::accept() {
     peer_ = listener_.nextPendingConnection();
     ++connections_;
-    pending_.clear();
+    beginStream();
     authorized_ = false;
     connect(peer_, &QTcpSocket::readyRead, this, &Server::read);
     connect(peer_, &QTcpSocket::disconnected, peer_, &QObject::deleteLater);
 }
 
+void Server::beginStream() {
+    stream_.clear();
+    decoder_.resetState();
+    text_.clear();
+    begin_ = 0;
+    depth_ = 0;
+}
+
 void Server::read() {
-    pending_ += peer_->readAll();
-    // A header never ends, so it is taken out before the elements are parted.
-    if (const qsizetype header = pending_.indexOf("<stream:stream"); header >= 0) {
-        const qsizetype end = pending_.indexOf('>', header);
-        if (end < 0) return;
-        pending_.remove(0, end + 1);
-        const QByteArray offer = authorized_ ? kBind : kMechanisms;
-        say(kHeader + "<stream:features>" + offer + "</stream:features>");
+    const QString text = decoder_.decode(peer_->readAll());
+    text_ += text;
+    stream_.addData(text);
+    while (peer_ && !stream_.atEnd()) take(stream_.readNext());
+}
+
+void Server::take(QXmlStreamReader::TokenType token) {
+    if (token == QXmlStreamReader::StartElement && depth_++ == 0) {
+        say(kHeader + "<stream:features>" + (authorized_ ? kBind : kMechanisms) + "</stream:features>");
+    } else if (token == QXmlStreamReader::EndElement && --depth_ == 0) {
+        say("</stream:stream>");
+        peer_->disconnectFromHost();
+    } else if (token == QXmlStreamReader::EndElement && depth_ == 1) {
+        const bool wasAuthorized = authorized_;
+        answer(text_.mid(begin_, stream_.characterOffset() - begin_).toUtf8());
+        // The client begins anew after its login.
+        if (authorized_ != wasAuthorized) return beginStream();
     }
-    const QByteArray text = pending_;
-    const auto list = splitStanzas(std::string_view(text.constData(), static_cast<std::size_t>(text.size())));
-    qsizetype read = 0;
-    for (const Stanza& stanza : list.stanzas) {
-        read = static_cast<qsizetype>(stanza.whole.end);
-        answer(text.mid(static_cast<qsizetype>(stanza.whole.begin), read - static_cast<qsizetype>(stanza.whole.begin)));
-    }
-    pending_ = text.mid(read);
-    if (!pending_.contains("</stream:stream>")) return;
-    say("</stream:stream>");
-    peer_->disconnectFromHost();
+    if (depth_ <= 1) begin_ = stream_.characterOffset();
 }
 
 void Server::answer(const QByteArray& element) {

@@ -3,9 +3,11 @@
 #include <QByteArray>
 #include <QObject>
 #include <QPointer>
+#include <QStringDecoder>
 #include <QStringList>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QXmlStreamReader>
 
 namespace oku::test {
 
@@ -31,13 +33,19 @@ public:
 
 private:
     void accept();
+    void beginStream();
     void read();
+    void take(QXmlStreamReader::TokenType token);
     void answer(const QByteArray& element);
     void answerIq(const QByteArray& iq);
 
     QTcpServer listener_;
     QPointer<QTcpSocket> peer_;
-    QByteArray pending_;
+    QXmlStreamReader stream_;
+    QStringDecoder decoder_{QStringDecoder::Utf8};
+    QString text_;      ///< of the stream, as far as it came
+    qint64 begin_ = 0;  ///< where the element begins that is being read
+    qsizetype depth_ = 0;
     QList<QByteArray> heard_;
     bool authorized_ = false;
     int connections_ = 0;
