@@ -9,8 +9,15 @@
 namespace oku {
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n";
 constexpr auto kNowhere = std::string_view::npos;
+
+bool isBlank(char letter) { return letter == ' ' || letter == '\t' || letter == '\r' || letter == '\n'; }
+
+/// The first place from `at` on where a blank stands, or one where none does; the text's size if there is none.
+std::size_t findBlank(std::string_view text, std::size_t at, bool blank = true) {
+    while (at < text.size() && isBlank(text[at]) != blank) ++at;
+    return at;
+}
 
 /// Behind the next `mark` from `at` on.
 std::size_t behind(std::string_view text, std::string_view mark, std::size_t at) {
@@ -89,7 +96,7 @@ std::optional<XmlTag> TagScanner::nextMarkup() {
         tag.kind = XmlTag::Kind::empty;
         inner.remove_suffix(1);
     }
-    const std::size_t nameEnd = std::min(inner.find_first_of(kBlanks), inner.size());
+    const std::size_t nameEnd = findBlank(inner, 0);
     tag.name = inner.substr(0, nameEnd);
     tag.attributes = inner.substr(nameEnd);
     return tag;
@@ -102,13 +109,14 @@ std::optional<XmlTag> TagScanner::next() {
 }
 
 std::optional<XmlAttribute> AttributeScanner::next() {
-    const std::size_t begin = text_.find_first_not_of(kBlanks);
-    const std::size_t equals = begin == kNowhere ? begin : text_.find('=', begin);
-    const std::size_t open = equals == kNowhere ? equals : text_.find_first_of("'\"", equals);
-    const std::size_t close = open == kNowhere ? open : text_.find(text_[open], open + 1);
+    const std::size_t begin = findBlank(text_, 0, false);
+    const std::size_t equals = text_.find('=', begin);
+    std::size_t open = equals == kNowhere ? text_.size() : equals + 1;
+    while (open < text_.size() && text_[open] != '"' && text_[open] != '\'') ++open;
+    const std::size_t close = open == text_.size() ? kNowhere : text_.find(text_[open], open + 1);
     if (close == kNowhere) return std::nullopt;
     std::string_view name = text_.substr(begin, equals - begin);
-    name = name.substr(0, name.find_last_not_of(kBlanks) + 1);
+    while (!name.empty() && isBlank(name.back())) name.remove_suffix(1);
     const XmlAttribute found{name, text_.substr(open + 1, close - open - 1)};
     text_.remove_prefix(close + 1);
     return found;
@@ -128,7 +136,8 @@ std::optional<Span> attributeSpan(const XmlTag& tag, std::string_view name) {
     const auto place = [&](const char* letter) { return tag.begin + static_cast<std::size_t>(letter - start); };
     AttributeScanner attributes(tag);
     while (const auto found = attributes.next()) {
-        if (found->name == name) return Span{place(found->name.data()), place(found->value.data() + found->value.size()) + 1};
+        if (found->name == name)
+            return Span{place(found->name.data()), place(found->value.data() + found->value.size()) + 1};
     }
     return std::nullopt;
 }

@@ -1,6 +1,5 @@
 #include "messenger/core/xml_data.h"
 
-#include <algorithm>
 #include <array>
 #include <QString>
 #include <utility>
@@ -64,9 +63,12 @@ void append(std::string& out, char32_t letter) {
 }
 
 void appendData(std::string& out, std::string_view raw, Place place) {
-    constexpr std::string_view special = "&\t\r\n";
+    const auto isSpecial = [](char letter) {
+        return letter == '&' || letter == '\t' || letter == '\r' || letter == '\n';
+    };
     while (!raw.empty()) {
-        const std::size_t plain = std::min(raw.find_first_of(special), raw.size());
+        std::size_t plain = 0;
+        while (plain < raw.size() && !isSpecial(raw[plain])) ++plain;
         out += raw.substr(0, plain);
         raw.remove_prefix(plain);
         if (raw.empty()) return;

@@ -1,5 +1,7 @@
 #include "messenger/core/net/element_scanner.h"
 
+#include <array>
+#include <cstdint>
 #include <cstring>
 
 namespace oku::net {
@@ -7,8 +9,6 @@ namespace oku::net {
 namespace {
 
 constexpr qsizetype longestName = 64;
-
-bool isBlank(char byte) { return byte == ' ' || byte == '\t' || byte == '\r' || byte == '\n'; }
 
 bool startsName(char byte) {
     const auto code = static_cast<unsigned char>(byte);
@@ -21,31 +21,60 @@ qsizetype findByte(QByteArrayView bytes, qsizetype from, char wanted) {
     return found ? static_cast<const char*>(found) - bytes.data() : bytes.size();
 }
 
+/** Where each stretch of bytes ends that means nothing by itself. */
+enum Stop : std::uint8_t { nameEnd = 1, tagPart = 2, endTagEnd = 4, singleQuote = 8, doubleQuote = 16 };
+
+constexpr auto stops = [] {
+    std::array<std::uint8_t, 256> table{};
+    const auto mark = [&table](const char* bytes, Stop stop) {
+        for (; *bytes; ++bytes) table[static_cast<unsigned char>(*bytes)] |= stop;
+    };
+    mark(" \t\r\n/><", nameEnd);
+    mark("\"'/><", tagPart);
+    mark("><", endTagEnd);
+    mark("'<", singleQuote);
+    mark("\"<", doubleQuote);
+    return table;
+}();
+
+/** Position of the next byte at which `stop` ends, or the bytes' end. */
+qsizetype findStop(QByteArrayView bytes, qsizetype from, Stop stop) {
+    while (from < bytes.size() && !(stops[static_cast<unsigned char>(bytes[from])] & stop)) ++from;
+    return from;
+}
+
 }  // namespace
 
 ElementScanner::Mark ElementScanner::next(QByteArrayView bytes, qsizetype& position) {
-    while (position < bytes.size()) {
-        if (broken_) {
-            position = bytes.size();
-            break;
-        }
-        if (state_ == State::Text) {
-            position = findByte(bytes, position, '<');
-            if (position == bytes.size()) break;
-        } else if (state_ == State::Quoted) {
-            const qsizetype end = findByte(bytes, position, quote_);
-            if (findByte(bytes.first(end), position, '<') != end) {
-                position = end;
-                fail();
-                continue;
-            }
-            position = end;
-            if (end == bytes.size()) break;
-        }
+    while (position < bytes.size() && !broken_) {
+        position = skipStretch(bytes, position);
+        if (position == bytes.size()) break;
         const Mark mark = step(bytes[position++]);
         if (mark != Mark::None) return mark;
     }
+    if (broken_) position = bytes.size();
     return Mark::None;
+}
+
+/** Behind the bytes that leave the state as it is. */
+qsizetype ElementScanner::skipStretch(QByteArrayView bytes, qsizetype from) {
+    switch (state_) {
+        case State::Text:
+            return findByte(bytes, from, '<');
+        case State::Name: {
+            const qsizetype end = findStop(bytes, from, nameEnd);
+            if (depth_ == 0) name_.append(bytes.sliced(from, qMin(end - from, longestName - name_.size())));
+            return end;
+        }
+        case State::Tag:
+            return findStop(bytes, from, tagPart);
+        case State::Quoted:
+            return findStop(bytes, from, quote_ == '"' ? doubleQuote : singleQuote);
+        case State::EndTag:
+            return findStop(bytes, from, endTagEnd);
+        default:
+            return from;
+    }
 }
 
 ElementScanner::Mark ElementScanner::step(char byte) {
@@ -56,15 +85,12 @@ ElementScanner::Mark ElementScanner::step(char byte) {
         case State::Opened:
             return opened(byte);
         case State::Name:
-            if (!isBlank(byte) && byte != '/' && byte != '>') {
-                if (depth_ == 0 && name_.size() < longestName) name_.append(byte);
-                return byte == '<' ? fail() : Mark::None;
-            }
             state_ = State::Tag;
             return inTag(byte);
         case State::Tag:
             return inTag(byte);
         case State::Quoted:
+            if (byte == '<') return fail();
             state_ = State::Tag;
             return Mark::None;
         case State::Slash:

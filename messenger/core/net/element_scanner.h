@@ -32,6 +32,7 @@ public:
 private:
     enum class State { Text, Opened, Name, Tag, Quoted, Slash, EndTag, Bang, Comment, CData, Instruction };
 
+    qsizetype skipStretch(QByteArrayView bytes, qsizetype from);
     Mark step(char byte);
     Mark opened(char byte);
     Mark inTag(char byte);
