@@ -27,16 +27,12 @@ std::size_t behind(std::string_view text, std::string_view mark, std::size_t at)
 
 /// Where the tag that begins at `at` ends: behind the first `>` outside quotes.
 std::size_t tagEnd(std::string_view text, std::size_t at) {
-    char quote = 0;
     for (; at < text.size(); ++at) {
         const char letter = text[at];
-        if (quote) {
-            if (letter == quote) quote = 0;
-        } else if (letter == '"' || letter == '\'') {
-            quote = letter;
-        } else if (letter == '>') {
-            return at + 1;
-        }
+        if (letter == '>') return at + 1;
+        if (letter != '"' && letter != '\'') continue;
+        at = text.find(letter, at + 1);
+        if (at == kNowhere) return kNowhere;
     }
     return kNowhere;
 }
@@ -153,7 +149,10 @@ const XmlChild* Stanza::child(std::string_view name, std::string_view xmlns) con
 }
 
 StanzaList splitStanzas(std::string_view text) {
+    constexpr std::size_t usualStanza = 256;
+    constexpr std::size_t mostAtOnce = 256;
     StanzaList list;
+    list.stanzas.reserve(std::min(text.size() / usualStanza, mostAtOnce) + 1);
     TagScanner scanner(text);
     std::size_t depth = 0;
     while (const auto tag = scanner.next()) {

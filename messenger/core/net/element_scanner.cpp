@@ -124,7 +124,10 @@ ElementScanner::Mark ElementScanner::opened(char byte) {
     } else if (byte == '?') {
         state_ = State::Instruction;
     } else if (startsName(byte)) {
-        if (depth_ == 0) name_ = QByteArray(1, byte);
+        if (depth_ == 0) {
+            name_.resize(0);
+            name_.append(byte);
+        }
         state_ = State::Name;
     } else {
         return fail();
