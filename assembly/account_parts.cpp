@@ -4,6 +4,8 @@
 
 #include "plugin/boundary.h"
 
+namespace protolink {
+
 namespace {
 
 /// Outlives the plugin's state, which is made later: accounts take themselves out when they go.
@@ -71,3 +73,5 @@ std::shared_ptr<CClientClass> assembleAccount(const AccountFiles& files, const H
     account->layers = std::make_unique<AccountParts>(*account, std::move(shared));
     return account;
 }
+
+}  // namespace protolink

@@ -33,6 +33,8 @@
 #include "stream/stream_output.h"
 #include "stream/zip_stream.h"
 
+namespace protolink {
+
 /// Made from the wire upwards: a part stands behind those that it uses. A lower part tells a higher one through the
 /// interfaces that this class implements.
 class AccountParts final : public AccountLayers, public StreamListener, public SessionListener {
@@ -112,3 +114,5 @@ private:
 /// Makes a new account with all of its parts, known to the host's callbacks by its context word; `init` has to follow.
 std::shared_ptr<CClientClass> assembleAccount(const AccountFiles& files, const Host& host,
                                               std::shared_ptr<SharedParts> shared);
+
+}  // namespace protolink

@@ -4,6 +4,8 @@
 #include "assembly/account_parts.h"
 #include "plugin/boundary.h"
 
+namespace protolink {
+
 namespace {
 
 template <auto Part, auto Member>
@@ -79,3 +81,5 @@ const AccountEntries& accountEntries() {
 OKU_WORD OKU_CALL reconnectTick(OKU_WORD param, OKU_WORD extra, OKU_WORD context) noexcept {
     return entry<&AccountParts::connection, &Connection::onReconnectTimer>(param, extra, context);
 }
+
+}  // namespace protolink

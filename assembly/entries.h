@@ -6,6 +6,8 @@
 #include "plugin/client_class.h"
 #include "router/route.h"
 
+namespace protolink {
+
 class AccountParts;
 
 /// What every account registers with the host.
@@ -16,3 +18,5 @@ OKU_WORD OKU_CALL reconnectTick(OKU_WORD param, OKU_WORD extra, OKU_WORD context
 
 /// Where received elements go. The order decides: the first row that takes an element has it.
 std::span<const Route<AccountParts>> accountRoutes();
+
+}  // namespace protolink

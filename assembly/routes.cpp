@@ -2,6 +2,8 @@
 #include "assembly/account_parts.h"
 #include "router/namespaces.h"
 
+namespace protolink {
+
 namespace {
 
 using A = AccountParts;
@@ -59,3 +61,5 @@ constexpr Route<A> kRoutes[] = {
 }  // namespace
 
 std::span<const Route<AccountParts>> accountRoutes() { return kRoutes; }
+
+}  // namespace protolink

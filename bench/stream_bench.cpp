@@ -6,6 +6,8 @@
 #include "stream/received_text.h"
 #include "tests/support/plain_probe.h"
 
+using namespace protolink;
+
 namespace {
 
 constexpr std::size_t kReadPiece = 4096;

@@ -5,6 +5,8 @@
 
 #include "host/util/xml_element.h"
 
+namespace protolink {
+
 class CapsCache {
 public:
     virtual ~CapsCache() = default;
@@ -15,3 +17,5 @@ public:
     /// Stores a copy of `query`. The first answer for a hash is kept, a later one is not.
     virtual void add(const xmlElement& query, std::u16string_view hash) = 0;
 };
+
+}  // namespace protolink

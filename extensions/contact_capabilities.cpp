@@ -8,6 +8,8 @@
 #include "plugin/identifiers.h"
 #include "router/namespaces.h"
 
+namespace protolink {
+
 namespace {
 
 /// The id of a reply that was made up from the cache, and is not to be stored again.
@@ -80,3 +82,5 @@ void ContactCapabilities::takeResult(std::u16string_view from, std::u16string_vi
         log(std::u16string(row.logText));
     }
 }
+
+}  // namespace protolink

@@ -10,6 +10,8 @@
 #include "router/stanza.h"
 #include "stream/stream_output.h"
 
+namespace protolink {
+
 class ContactCapabilities final : public CapabilityAsker {
 public:
     ContactCapabilities(CClientClass& client, StreamOutput& output, Contacts& contacts, CapsCache& cache)
@@ -31,3 +33,5 @@ private:
     Contacts& contacts_;
     CapsCache& cache_;
 };
+
+}  // namespace protolink

@@ -5,6 +5,10 @@
 
 #include "host/util/xml_element.h"
 
+namespace protolink {
+
 inline bool hasFeature(const xmlElement& query, std::u16string_view feature) {
     return query.GetChildPtr(u"feature", u"var", feature) != nullptr;
 }
+
+}  // namespace protolink

@@ -6,6 +6,8 @@
 #include "plugin/deployment.h"
 #include "router/namespaces.h"
 
+namespace protolink {
+
 void DiscoReplies::onDiscoInfo(const Stanza& iq) const {
     client_.log(LogLevel::Debug, tag::kGeneral, u"Disco#info request form: " + std::u16string(iq.from));
     std::u16string content = lutCPW(u"identity", {},
@@ -17,3 +19,5 @@ void DiscoReplies::onDiscoInfo(const Stanza& iq) const {
     const std::u16string query = lutCPW(u"query", content, {{u"xmlns", ns::kDiscoInfo}, {u"node", node}});
     output_.sendText(lutCPW(u"iq", query, {{u"to", iq.from}, {u"id", iq.id}, {u"type", u"result"}}));
 }
+
+}  // namespace protolink

@@ -6,6 +6,8 @@
 #include "router/stanza.h"
 #include "stream/stream_output.h"
 
+namespace protolink {
+
 class DiscoReplies {
 public:
     DiscoReplies(CClientClass& client, StreamOutput& output, const OwnPresentation& own)
@@ -19,3 +21,5 @@ private:
     StreamOutput& output_;
     const OwnPresentation& own_;
 };
+
+}  // namespace protolink

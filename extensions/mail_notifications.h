@@ -5,6 +5,8 @@
 #include "router/stanza.h"
 #include "stream/stream_output.h"
 
+namespace protolink {
+
 class MailNotifications {
 public:
     MailNotifications(CClientClass& client, StreamOutput& output) : client_(client), output_(output) {}
@@ -16,3 +18,5 @@ private:
     CClientClass& client_;
     StreamOutput& output_;
 };
+
+}  // namespace protolink

@@ -7,6 +7,8 @@
 #include "host/util/utf.h"
 #include "router/namespaces.h"
 
+namespace protolink {
+
 namespace ownCaps {
 
 namespace {
@@ -59,3 +61,5 @@ std::u16string buildOwnCaps() {
 }
 
 }  // namespace ownCaps
+
+}  // namespace protolink

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+namespace protolink {
+
 namespace ownCaps {
 
 inline constexpr std::u16string_view kIdentityCategory = u"client";
@@ -19,3 +21,5 @@ extern const std::array<std::u16string_view, 29> kFeatures;
 std::u16string buildOwnCaps();
 
 }  // namespace ownCaps
+
+}  // namespace protolink

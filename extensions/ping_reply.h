@@ -4,6 +4,8 @@
 #include "router/stanza.h"
 #include "stream/stream_output.h"
 
+namespace protolink {
+
 class PingReply {
 public:
     explicit PingReply(StreamOutput& output) : output_(output) {}
@@ -14,3 +16,5 @@ public:
 private:
     StreamOutput& output_;
 };
+
+}  // namespace protolink

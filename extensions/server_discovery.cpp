@@ -6,6 +6,8 @@
 #include "plugin/deployment.h"
 #include "router/namespaces.h"
 
+namespace protolink {
+
 void ServerDiscovery::onServerDiscoInfo(const xmlElement& iq) {
     const xmlElement* query = iq.GetChildPtr(u"query");
     if (!query) return;
@@ -53,3 +55,5 @@ bool ServerDiscovery::detect(const xmlElement& query, std::u16string_view featur
     log(std::u16string(text));
     return true;
 }
+
+}  // namespace protolink

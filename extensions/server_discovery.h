@@ -10,6 +10,8 @@
 #include "plugin/client_class.h"
 #include "router/requests.h"
 
+namespace protolink {
+
 class ServerDiscovery {
 public:
     ServerDiscovery(CClientClass& client, Requests& requests, ServerFeatures& features, PrivacyLists& privacy,
@@ -32,3 +34,5 @@ private:
     PrivacyLists& privacy_;
     Presence& presence_;
 };
+
+}  // namespace protolink

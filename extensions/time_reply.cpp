@@ -8,6 +8,8 @@
 #include "platform/platform.h"
 #include "router/namespaces.h"
 
+namespace protolink {
+
 std::u16string timeZoneOffset(std::int32_t biasMinutes) {
     return formatText(u"%02d:%02d", biasMinutes / 60, std::abs(biasMinutes % 60));
 }
@@ -31,3 +33,5 @@ void TimeReply::onTimeIq(const Stanza& iq) const {
     output_.sendText(lutCPW(u"iq", lutCPW(u"time", content, {{u"xmlns", ns::kTime}}),
                             {{u"type", u"result"}, {u"to", iq.from}, {u"id", iq.id}}));
 }
+
+}  // namespace protolink

@@ -8,6 +8,8 @@
 #include "router/stanza.h"
 #include "stream/stream_output.h"
 
+namespace protolink {
+
 class TimeReply {
 public:
     TimeReply(CClientClass& client, StreamOutput& output) : client_(client), output_(output) {}
@@ -26,3 +28,5 @@ std::u16string timeZoneOffset(std::int32_t biasMinutes);
 
 /// Seconds since the epoch as XEP-0082 writes them, in UTC without fractions.
 std::u16string utcTime(std::int64_t secondsSinceEpoch);
+
+}  // namespace protolink

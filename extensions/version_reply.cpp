@@ -4,6 +4,8 @@
 #include "platform/platform.h"
 #include "router/namespaces.h"
 
+namespace protolink {
+
 void VersionReply::onVersionIq(const Stanza& iq) const {
     if (iq.type != u"get") return;
     client_.log(LogLevel::Debug, tag::kGeneral, u"Version info request form: " + std::u16string(iq.from));
@@ -13,3 +15,5 @@ void VersionReply::onVersionIq(const Stanza& iq) const {
     output_.sendText(lutCPW(u"iq", lutCPW(u"query", content, {{u"xmlns", ns::kVersion}}),
                             {{u"type", u"result"}, {u"to", iq.from}, {u"id", iq.id}}));
 }
+
+}  // namespace protolink

@@ -6,6 +6,8 @@
 #include "profile/client_database.h"
 #include "tests/support/fake_platform.h"
 
+using namespace protolink;
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     constexpr char kFile[] = "/d/XMPPClientDB.xml";
     fuzz::Input input(data, size);

@@ -6,6 +6,8 @@
 #include "fuzz/input.h"
 #include "stream/zip_stream.h"
 
+using namespace protolink;
+
 namespace {
 
 /// Inflates piece after piece into as much room as it takes; tells the code of the first fault.

@@ -6,6 +6,8 @@
 #include "host/util/utf.h"
 #include "plugin/jid.h"
 
+using namespace protolink;
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::u16string text = utow({reinterpret_cast<const char*>(data), size});
     const JID jid = parseJID(text);

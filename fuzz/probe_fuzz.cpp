@@ -8,6 +8,8 @@
 #include "stream/received_text.h"
 #include "tests/support/plain_probe.h"
 
+using namespace protolink;
+
 namespace {
 
 /// By the letter: the whole text is rewritten again with each piece, and a fresh parser judges all of it.

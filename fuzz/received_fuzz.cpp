@@ -11,6 +11,8 @@
 #include "stream/xml_probe.h"
 #include "tests/torture/client.h"
 
+using namespace protolink;
+
 namespace {
 
 constexpr std::uint32_t kNet = 1;

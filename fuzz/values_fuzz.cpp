@@ -10,6 +10,8 @@
 #include "host/util/xml_parse.h"
 #include "im/legacy_stamp.h"
 
+using namespace protolink;
+
 namespace {
 
 /// Wider than any number that is read, so that the limits can be passed before they are applied.

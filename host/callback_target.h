@@ -3,8 +3,12 @@
 
 #include "host/oku/base.h"
 
+namespace protolink {
+
 /// A callback with the context word that it gets; a null callback for none.
 struct CallbackTarget {
     OKU_HANDLER callback = nullptr;
     OKU_WORD context = 0;
 };
+
+}  // namespace protolink

@@ -4,6 +4,8 @@
 #include "host/record.h"
 #include "host/util/format.h"
 
+namespace protolink {
+
 OKU_WORD Host::call(const char16_t* service, OKU_WORD param, OKU_WORD extra) const {
     return table_ && table_->fnCall ? table_->fnCall(service, param, extra) : 0;
 }
@@ -47,3 +49,5 @@ void Host::logUser(const std::u16string& text) const { log(static_cast<LogLevel>
 std::u16string accountServiceName(std::uint32_t netId, const char16_t* shortName) {
     return formatText(u"%s/%d/%s", kProtocolClass, netId, shortName);
 }
+
+}  // namespace protolink

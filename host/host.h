@@ -7,6 +7,8 @@
 
 #include "host/oku/table.h"
 
+namespace protolink {
+
 /// The protocol class that all accounts share, as the host knows it.
 inline constexpr char16_t kProtocolClass[] = u"XMPP";
 
@@ -62,3 +64,5 @@ private:
 
 /// The name of one of an account's own services.
 std::u16string accountServiceName(std::uint32_t netId, const char16_t* shortName);
+
+}  // namespace protolink

@@ -6,6 +6,8 @@
 
 #include "host/oku/base.h"
 
+namespace protolink {
+
 /// A record of the boundary, zeroed as a whole (gaps included) and with its size set.
 template <typename Record>
 Record makeRecord() {
@@ -30,3 +32,5 @@ const Record* readRecord(OKU_WORD word) {
 
 /// A text that the host gave; a null pointer reads as an empty text.
 inline std::u16string readText(const char16_t* text) { return text ? std::u16string(text) : std::u16string(); }
+
+}  // namespace protolink

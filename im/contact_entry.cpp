@@ -2,6 +2,8 @@
 
 #include <utility>
 
+namespace protolink {
+
 ResourceEntry* ResourceList::find(std::u16string_view name) {
     const auto place = places_.find(name);
     return place == places_.end() ? nullptr : &*place->second;
@@ -37,3 +39,5 @@ std::vector<const ContactEntry*> Contacts::inOrder() const {
     for (const auto& [jid, entry] : entries_) ordered.push_back(&entry);
     return ordered;
 }
+
+}  // namespace protolink

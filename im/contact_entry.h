@@ -11,6 +11,8 @@
 
 #include "plugin/status.h"
 
+namespace protolink {
+
 /// One online resource of a roster contact.
 struct ResourceEntry {
     std::u16string resource;
@@ -71,3 +73,5 @@ private:
     // In order, as strangers choose the keys: chosen ones could all meet in one bucket of a hash table.
     std::map<std::u16string, ContactEntry, std::less<>> entries_;
 };
+
+}  // namespace protolink

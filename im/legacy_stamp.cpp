@@ -4,6 +4,8 @@
 
 #include "host/util/numbers.h"
 
+namespace protolink {
+
 namespace {
 
 constexpr std::size_t kStampLength = 17;
@@ -25,3 +27,5 @@ std::int64_t legacyStampTime(std::u16string_view stamp) {
                (day + hours{field(9, 2)} + minutes{field(12, 2)} + seconds{field(15, 2)}).time_since_epoch())
         .count();
 }
+
+}  // namespace protolink

@@ -9,6 +9,8 @@
 #include "router/stanza.h"
 #include "stream/stream_output.h"
 
+namespace protolink {
+
 class Messages {
 public:
     Messages(CClientClass& client, StreamOutput& output, Contacts& contacts)
@@ -35,3 +37,5 @@ private:
     StreamOutput& output_;
     Contacts& contacts_;
 };
+
+}  // namespace protolink

@@ -11,6 +11,8 @@
 #include "plugin/contact_record.h"
 #include "router/namespaces.h"
 
+namespace protolink {
+
 namespace {
 
 std::u16string_view delayStamp(const xmlElement& message) {
@@ -87,3 +89,5 @@ void Messages::noticeTyping(const xmlElement& message, const JID& sender) {
     client_.contactList.setTyping(contact, *composing);
     client_.hooks.after(HookKind::TypingIn, *composing ? 1 : 0, &contact);
 }
+
+}  // namespace protolink

@@ -7,6 +7,8 @@
 #include "plugin/identifiers.h"
 #include "router/namespaces.h"
 
+namespace protolink {
+
 OKU_WORD Messages::onSendMessage(OKU_WORD messageRecord, OKU_WORD flags) {
     const auto* message = readRecord<OKU_MESSAGE_SEND>(messageRecord);
     if (!message) return 1;
@@ -54,3 +56,5 @@ OKU_WORD Messages::onSendTyping(OKU_WORD contactRecord, OKU_WORD composing) {
     output_.sendText(lutCPW(u"message", state, {{u"to", jid}, {u"id", generateId()}, {u"type", u"chat"}}));
     return 0;
 }
+
+}  // namespace protolink

@@ -16,6 +16,8 @@
 #include "stream/reconnection.h"
 #include "stream/stream_output.h"
 
+namespace protolink {
+
 /// Who finds out what a new resource can do.
 class CapabilityAsker {
 public:
@@ -74,3 +76,5 @@ private:
     const OwnPresentation& own_;
     SharedStatus sharedStatus_;
 };
+
+}  // namespace protolink

@@ -9,6 +9,8 @@
 #include "platform/platform.h"
 #include "plugin/contact_record.h"
 
+namespace protolink {
+
 namespace {
 
 /// The word that names the status: a `show` of two or more letters beats the type, except in an error.
@@ -92,3 +94,5 @@ Presence::ResourceFate Presence::trackResource(const JID& sender, std::u16string
     known->description = description;
     return ResourceFate::Known;
 }
+
+}  // namespace protolink

@@ -6,6 +6,8 @@
 #include "plugin/own_status.h"
 #include "router/namespaces.h"
 
+namespace protolink {
+
 namespace {
 
 constexpr std::size_t kDescriptionLimit = 1024;
@@ -121,3 +123,5 @@ void Presence::onSharedStatus(const Stanza& iq) {
     client_.status = status;
     client_.statusDescription = push.description;
 }
+
+}  // namespace protolink

@@ -9,6 +9,8 @@
 #include "plugin/identifiers.h"
 #include "router/namespaces.h"
 
+namespace protolink {
+
 namespace {
 
 constexpr std::size_t kShortestRequestId = 4;
@@ -108,3 +110,5 @@ PrivacyEntry* PrivacyLists::privacyEntry(std::u16string_view jid, bool create) {
     blockList_.push_back({std::u16string(jid)});
     return &blockList_.back();
 }
+
+}  // namespace protolink

@@ -10,6 +10,8 @@
 #include "router/stanza.h"
 #include "stream/stream_output.h"
 
+namespace protolink {
+
 /// What is denied to one contact.
 struct PrivacyEntry {
     std::u16string jid;
@@ -47,3 +49,5 @@ private:
     std::vector<PrivacyEntry> blockList_;
     std::u16string privacyRequestId_;
 };
+
+}  // namespace protolink

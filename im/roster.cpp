@@ -6,6 +6,8 @@
 #include "plugin/identifiers.h"
 #include "router/namespaces.h"
 
+namespace protolink {
+
 namespace {
 
 constexpr char16_t kDefaultGroup[] = u"Kontakty";
@@ -91,3 +93,5 @@ OKU_WORD Roster::onContactDelete(OKU_WORD contact) {
     if (record) rosterRemove(readText(record->id));
     return 0;
 }
+
+}  // namespace protolink

@@ -11,6 +11,8 @@
 #include "router/stanza.h"
 #include "stream/stream_output.h"
 
+namespace protolink {
+
 class Roster {
 public:
     Roster(CClientClass& client, StreamOutput& output, Contacts& contacts)
@@ -47,3 +49,5 @@ private:
     StreamOutput& output_;
     Contacts& contacts_;
 };
+
+}  // namespace protolink

@@ -5,6 +5,8 @@
 #include "im/roster.h"
 #include "platform/platform.h"
 
+namespace protolink {
+
 void Roster::rosterSave(const std::u16string& path) const {
     std::u16string elements;
     for (const ContactEntry* entry : contacts_.inOrder()) {
@@ -37,3 +39,5 @@ void Roster::rosterLoad(const std::u16string& path) {
         client_.contactList.add(record);
     }
 }
+
+}  // namespace protolink

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+namespace protolink {
+
 struct ServerFeatures {
     std::uint32_t serverHasPrivacyLists = 0;
     std::uint32_t serverHasInvisibility = 0;
@@ -13,3 +15,5 @@ struct ServerFeatures {
     std::uint32_t serverHasMailNotify = 0;
     std::uint32_t serverHasSharedStatus = 0;
 };
+
+}  // namespace protolink

@@ -2,6 +2,8 @@
 
 #include "router/namespaces.h"
 
+namespace protolink {
+
 namespace {
 
 /// The child of that name; one is made at the end, or at the front, when it is missing.
@@ -38,3 +40,5 @@ SharedStatus::Push SharedStatus::read(const xmlElement& query, Status current,
     return {show ? statusFromName(show->text) : current, status ? status->text : currentDescription,
             invisible.GetAttribute(u"value") == u"true"};
 }
+
+}  // namespace protolink

@@ -6,6 +6,8 @@
 #include "host/util/xml_element.h"
 #include "plugin/status.h"
 
+namespace protolink {
+
 class SharedStatus {
 public:
     /// What a push of the server says; what it does not say stays as it was.
@@ -28,3 +30,5 @@ public:
 private:
     xmlElement sharedStatusElement_;
 };
+
+}  // namespace protolink

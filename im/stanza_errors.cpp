@@ -9,6 +9,8 @@
 #include "host/util/xml_compose.h"
 #include "router/namespaces.h"
 
+namespace protolink {
+
 namespace {
 
 struct Condition {
@@ -110,3 +112,5 @@ std::u16string_view httpStatusText(std::u16string_view code) {
         if (status == number) return text;
     return u"Unknown";
 }
+
+}  // namespace protolink

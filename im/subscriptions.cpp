@@ -3,6 +3,8 @@
 #include "host/record.h"
 #include "plugin/contact_record.h"
 
+namespace protolink {
+
 namespace {
 
 /// The values of the setting "XMPP/AuthType". With any other a request stays unanswered.
@@ -42,3 +44,5 @@ OKU_WORD Subscriptions::onContactAuth(OKU_WORD record, OKU_WORD answer) {
     }
     return 0;
 }
+
+}  // namespace protolink

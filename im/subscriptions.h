@@ -7,6 +7,8 @@
 #include "plugin/client_class.h"
 #include "router/stanza.h"
 
+namespace protolink {
+
 class Subscriptions {
 public:
     Subscriptions(CClientClass& client, Contacts& contacts, Roster& roster, Presence& presence)
@@ -24,3 +26,5 @@ private:
     Roster& roster_;
     Presence& presence_;
 };
+
+}  // namespace protolink

@@ -3,6 +3,8 @@
 #include "host/util/format.h"
 #include "platform/platform.h"
 
+namespace protolink {
+
 namespace {
 
 constexpr char16_t kDefaultDisplayName[] = u"XMPP";
@@ -50,3 +52,5 @@ std::vector<AccountFiles> furtherAccounts(const std::u16string& profileDir, cons
     }
     return accounts;
 }
+
+}  // namespace protolink

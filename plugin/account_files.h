@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+namespace protolink {
+
 /// One account as its files name it.
 struct AccountFiles {
     std::u16string rosterPath;
@@ -23,3 +25,5 @@ AccountFiles defaultAccount(const std::u16string& profileDir, const std::u16stri
 
 /// One account for each further settings file in the profile directory, in the file system's order.
 std::vector<AccountFiles> furtherAccounts(const std::u16string& profileDir, const std::u16string& base);
+
+}  // namespace protolink

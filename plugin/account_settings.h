@@ -7,6 +7,8 @@
 #include "host/services/settings_store.h"
 #include "plugin/deployment.h"
 
+namespace protolink {
+
 struct NumberSetting {
     const char16_t* key;
     std::int32_t fallback;
@@ -77,3 +79,5 @@ public:
 private:
     SettingsStore store_;
 };
+
+}  // namespace protolink

@@ -6,6 +6,8 @@
 #include "host/util/utf.h"
 #include "plugin/plugin_state.h"
 
+namespace protolink {
+
 namespace {
 
 int g_callDepth = 0;
@@ -33,3 +35,5 @@ void reportException(const char* what) noexcept {
         return;
     }
 }
+
+}  // namespace protolink

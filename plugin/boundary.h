@@ -8,6 +8,8 @@
 
 #include "host/oku/base.h"
 
+namespace protolink {
+
 /// One call of the host into the plugin. Calls may nest; what was handed to `releaseAfterCall` goes when the outermost
 /// one returns.
 class PluginCall {
@@ -64,3 +66,5 @@ private:
     std::unordered_map<OKU_WORD, Object*> objects_;
     OKU_WORD last_ = 0;
 };
+
+}  // namespace protolink

@@ -17,6 +17,8 @@
 #include "plugin/own_presentation.h"
 #include "plugin/status_menu.h"
 
+namespace protolink {
+
 namespace {
 
 constexpr std::uint32_t kKeepaliveMilliseconds = 60000;
@@ -106,3 +108,5 @@ void CClientClass::showStatusIcon(Status shown) const {
     item.icon = formatText(u"XMPP/Icon/%s", statusToName(shown));
     Menus(host).modify(item);
 }
+
+}  // namespace protolink

@@ -15,6 +15,8 @@
 #include "plugin/jid.h"
 #include "plugin/status.h"
 
+namespace protolink {
+
 struct OwnPresentation;
 
 /// The bits of an account's connection, in `CClientClass::flags`. The host reads the same word.
@@ -110,3 +112,5 @@ private:
     std::vector<OKU_WORD> services_;
     std::vector<OKU_WORD> hooks_;
 };
+
+}  // namespace protolink

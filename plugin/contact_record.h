@@ -7,6 +7,8 @@
 #include "host/record.h"
 #include "plugin/client_class.h"
 
+namespace protolink {
+
 /// The record of one of the account's contacts; it holds the address of `bareJid`, which has to live as long.
 inline OKU_CONTACT_RECORD contactRecord(const CClientClass& client, const std::u16string& bareJid) {
     auto contact = makeRecord<OKU_CONTACT_RECORD>();
@@ -15,3 +17,5 @@ inline OKU_CONTACT_RECORD contactRecord(const CClientClass& client, const std::u
     contact.netId = client.netId;
     return contact;
 }
+
+}  // namespace protolink

@@ -10,6 +10,8 @@
 #include "host/util/uuid.h"
 #include "platform/platform.h"
 
+namespace protolink {
+
 std::u16string generateId() {
     const std::uint64_t first = platform::nextRandom();
     const std::uint64_t a = platform::tickCount() % (first + 1);
@@ -34,3 +36,5 @@ std::u16string lutGenerateUUID() {
     }
     return uuidFromBytes(bytes);
 }
+
+}  // namespace protolink

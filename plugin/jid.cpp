@@ -4,6 +4,8 @@
 
 #include "host/util/letter_case.h"
 
+namespace protolink {
+
 JID parseJID(std::u16string_view text) {
     constexpr auto kNone = std::u16string_view::npos;
     const std::size_t at = text.find(u'@');
@@ -28,3 +30,5 @@ JID parseJID(std::u16string_view text) {
     for (std::u16string* part : {&jid.domain, &jid.node, &jid.bare}) makeLowerCase(*part);
     return jid;
 }
+
+}  // namespace protolink

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+namespace protolink {
+
 /// An address split at its first "@" and its first "/". Any input parses; nothing is checked.
 struct JID {
     std::u16string node;      // before "@", lower case
@@ -17,3 +19,5 @@ struct JID {
 };
 
 JID parseJID(std::u16string_view text);
+
+}  // namespace protolink

@@ -16,6 +16,7 @@
 #include "plugin/deployment.h"
 #include "plugin/plugin_state.h"
 
+namespace protolink {
 namespace {
 
 constexpr OKU_PLUGIN_INFO kDescription{
@@ -109,6 +110,9 @@ void unload() {
 }
 
 }  // namespace
+}  // namespace protolink
+
+using namespace protolink;
 
 const OKU_PLUGIN_INFO* OKU_CALL queryPlugInfo() { return &kDescription; }
 

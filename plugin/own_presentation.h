@@ -3,8 +3,12 @@
 
 #include <string>
 
+namespace protolink {
+
 /// One for all accounts.
 struct OwnPresentation {
     std::u16string ownCapsVer;     // the verification string of the own capabilities; empty until it is computed
     std::u16string ownAvatarHash;  // as the account that began last has it in its settings
 };
+
+}  // namespace protolink

@@ -3,6 +3,8 @@
 #include "host/record.h"
 #include "platform/platform.h"
 
+namespace protolink {
+
 namespace {
 
 /// It holds the description's address.
@@ -26,3 +28,5 @@ void tellOwnStatus(const CClientClass& client, Status status, const std::u16stri
     client.hooks.before(HookKind::OwnStatus, toWord(&data));
     client.hooks.after(HookKind::OwnStatus, toWord(&data));
 }
+
+}  // namespace protolink

@@ -5,8 +5,12 @@
 
 #include "plugin/client_class.h"
 
+namespace protolink {
+
 /// Tells the status before and after it counts. False when a listener stopped it, and the second telling left out.
 bool announceOwnStatus(const CClientClass& client, Status status, const std::u16string& description);
 
 /// Tells a status that the connection's end brought: nobody can stop it.
 void tellOwnStatus(const CClientClass& client, Status status, const std::u16string& description);
+
+}  // namespace protolink

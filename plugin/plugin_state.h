@@ -7,6 +7,8 @@
 
 #include "host/host.h"
 
+namespace protolink {
+
 class CClientClass;
 struct SharedParts;
 
@@ -26,3 +28,5 @@ std::shared_ptr<PluginState>& pluginState();
 
 /// The host of the loaded plugin; one that answers 0 to everything while it is not loaded.
 Host pluginHost();
+
+}  // namespace protolink

@@ -5,6 +5,8 @@
 
 #include "host/util/letter_case.h"
 
+namespace protolink {
+
 namespace {
 
 using StatusWord = std::pair<std::u16string_view, Status>;
@@ -36,3 +38,5 @@ Status statusFromName(std::u16string_view word) {
         if (name == lower) return code;
     return Status::Online;
 }
+
+}  // namespace protolink

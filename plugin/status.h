@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
+namespace protolink {
+
 /// A status as the host numbers it. The host may hand over other numbers; they behave as `Online` does.
 enum class Status : std::uint32_t {
     Online = 1,
@@ -21,3 +23,5 @@ const char16_t* statusToName(Status status);
 
 /// The status of a word, whatever its case. An unknown or empty word is `Online`.
 Status statusFromName(std::u16string_view word);
+
+}  // namespace protolink

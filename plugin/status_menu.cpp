@@ -9,6 +9,8 @@
 #include "host/services/status_window.h"
 #include "host/util/format.h"
 
+namespace protolink {
+
 namespace {
 
 struct StatusItem {
@@ -103,3 +105,5 @@ OKU_WORD StatusMenu::onStatusSet(OKU_WORD param) {
     client_.layers->setStatus(static_cast<Status>(wanted->status), description, wanted->flagsWord);
     return 1;
 }
+
+}  // namespace protolink

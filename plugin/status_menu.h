@@ -4,6 +4,8 @@
 
 #include "plugin/client_class.h"
 
+namespace protolink {
+
 class StatusMenu {
 public:
     explicit StatusMenu(CClientClass& client) : client_(client) {}
@@ -20,3 +22,5 @@ public:
 private:
     CClientClass& client_;
 };
+
+}  // namespace protolink

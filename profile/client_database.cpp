@@ -4,6 +4,8 @@
 #include "host/util/xml_parse.h"
 #include "platform/platform.h"
 
+namespace protolink {
+
 namespace {
 
 constexpr char16_t kFileName[] = u"XMPPClientDB.xml";
@@ -42,3 +44,5 @@ void CClientDatabase::add(const xmlElement& query, std::u16string_view hash) {
     entries.push_back(std::move(entry));
     index_.emplace(hash, entries.size() - 1);
 }
+
+}  // namespace protolink

@@ -9,6 +9,8 @@
 #include "extensions/caps_cache.h"
 #include "host/util/xml_element.h"
 
+namespace protolink {
+
 /// The file is XML without a declaration: a root of `entry` elements, each with its `hash` and one `query` as a peer
 /// sent it. Whatever the first root is named, it serves. Entries are never changed or removed.
 class CClientDatabase final : public CapsCache {
@@ -31,3 +33,5 @@ private:
     // of a hash table.
     std::map<std::u16string, std::size_t, std::less<>> index_;
 };
+
+}  // namespace protolink

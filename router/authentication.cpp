@@ -11,6 +11,8 @@
 #include "router/namespaces.h"
 #include "router/sasl.h"
 
+namespace protolink {
+
 namespace {
 
 std::u16string ascii(std::string_view text) { return std::u16string(text.begin(), text.end()); }
@@ -101,3 +103,5 @@ void Authentication::answerFirstChallenge(const xmlElement& challenge) {
     output_.sendText(lutCPW(u"response", ascii(lutBase64Encode(answer)), {{u"xmlns", ns::kSasl}}));
     ++progress_.authStep;
 }
+
+}  // namespace protolink

@@ -8,6 +8,8 @@
 #include "stream/connection.h"
 #include "stream/stream_output.h"
 
+namespace protolink {
+
 class Authentication {
 public:
     Authentication(CClientClass& client, StreamOutput& output, Connection& connection, LoginProgress& progress)
@@ -29,3 +31,5 @@ private:
     Connection& connection_;
     LoginProgress& progress_;
 };
+
+}  // namespace protolink

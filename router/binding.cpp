@@ -5,6 +5,8 @@
 #include "plugin/identifiers.h"
 #include "router/namespaces.h"
 
+namespace protolink {
+
 void Binding::begin() {
     log(LogLevel::Debug, u"Binding resource");
     if (!client_.jid.hasResource) {
@@ -59,3 +61,5 @@ void Binding::requestServerFeatures() {
     };
     requests_.ask(disco, [this](xmlElement& reply) { listener_.onServerDiscoInfo(reply); });
 }
+
+}  // namespace protolink

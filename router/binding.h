@@ -9,6 +9,8 @@
 #include "stream/connection.h"
 #include "stream/stream_output.h"
 
+namespace protolink {
+
 /// What the login asks of the layers above it once the session is bound.
 class SessionListener {
 public:
@@ -47,3 +49,5 @@ private:
     LoginProgress& progress_;
     SessionListener& listener_;
 };
+
+}  // namespace protolink

@@ -4,6 +4,8 @@
 #include "host/util/xml_compose.h"
 #include "router/namespaces.h"
 
+namespace protolink {
+
 bool Encryption::begin(const xmlElement& features) {
     if (!features.GetChildPtr(u"starttls") || !client_.settings.get(setting::kTls)) return false;
     client_.log(LogLevel::Debug, tag::kGeneral, u"Starting TLS connection");
@@ -16,3 +18,5 @@ void Encryption::onProceed(const Stanza&) {
     if (!(client_.flags & FLAG_ENCRYPTION_ACTIVATED) && client_.settings.get(setting::kTls))
         Sockets(client_.host).startTls(client_.socketName);
 }
+
+}  // namespace protolink

@@ -7,6 +7,8 @@
 #include "router/stanza.h"
 #include "stream/stream_output.h"
 
+namespace protolink {
+
 class Encryption {
 public:
     Encryption(CClientClass& client, StreamOutput& output, LoginProgress& progress)
@@ -22,3 +24,5 @@ private:
     StreamOutput& output_;
     LoginProgress& progress_;
 };
+
+}  // namespace protolink

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+namespace protolink {
+
 namespace {
 
 constexpr std::size_t kShortestId = 2;
@@ -36,3 +38,5 @@ void CProtoEventDispatcher::removeByUser(const void* user) {
 void CProtoEventDispatcher::removeByTarget(const CXMLTarget& target) {
     std::erase_if(entries_, [&target](const auto& row) { return row.second.target == &target; });
 }
+
+}  // namespace protolink

@@ -8,6 +8,8 @@
 
 #include "host/util/xml_element.h"
 
+namespace protolink {
+
 /// An object that waits for answers. One that is registered takes itself out with `removeByTarget` before it goes.
 class CXMLTarget {
 public:
@@ -45,3 +47,5 @@ private:
     // By id; entries of one id stand in the order of their age.
     std::multimap<std::u16string, Entry, std::less<>> entries_;
 };
+
+}  // namespace protolink

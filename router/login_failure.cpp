@@ -6,6 +6,8 @@
 #include "host/util/format.h"
 #include "router/namespaces.h"
 
+namespace protolink {
+
 namespace {
 
 /// What is logged and told when the server refuses a step of the login; "%s" is the account's bare JID.
@@ -41,3 +43,5 @@ void LoginFailure::onFailure(const Stanza& failure) {
     reconnection_.forbid();
     connection_.disconnect(false);
 }
+
+}  // namespace protolink

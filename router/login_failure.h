@@ -6,6 +6,8 @@
 #include "stream/connection.h"
 #include "stream/reconnection.h"
 
+namespace protolink {
+
 class LoginFailure {
 public:
     LoginFailure(CClientClass& client, Connection& connection, Reconnection& reconnection)
@@ -19,3 +21,5 @@ private:
     Connection& connection_;
     Reconnection& reconnection_;
 };
+
+}  // namespace protolink

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <bit>
 
+namespace protolink {
+
 namespace {
 
 constexpr std::array<std::uint32_t, 64> kSines{
@@ -92,3 +94,5 @@ MD5Digest MD5Final(MD5Context& context) {
         digest[i] = static_cast<std::uint8_t>(context.state[i / 4] >> (8 * (i % 4)));
     return digest;
 }
+
+}  // namespace protolink

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string_view>
 
+namespace protolink {
+
 struct MD5Context {
     std::array<std::uint32_t, 4> state{};
     std::uint64_t bitCount = 0;
@@ -17,3 +19,5 @@ using MD5Digest = std::array<std::uint8_t, 16>;
 void MD5Init(MD5Context& context);
 void MD5Update(MD5Context& context, std::string_view data);
 MD5Digest MD5Final(MD5Context& context);
+
+}  // namespace protolink

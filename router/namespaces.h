@@ -3,6 +3,8 @@
 
 #include <string_view>
 
+namespace protolink {
+
 namespace ns {
 
 inline constexpr std::u16string_view kBind = u"urn:ietf:params:xml:ns:xmpp-bind";
@@ -37,3 +39,5 @@ inline constexpr std::u16string_view kSharedStatus = u"google:shared-status";
 inline constexpr std::u16string_view kMailNotify = u"google:mail:notify";
 
 }  // namespace ns
+
+}  // namespace protolink

@@ -1,5 +1,7 @@
 #include "router/negotiation.h"
 
+namespace protolink {
+
 Routing Negotiation::onFeatures(const Stanza& stanza) {
     const xmlElement& features = stanza.element;
     if (progress_.authStep != 0) {
@@ -13,3 +15,5 @@ Routing Negotiation::onFeatures(const Stanza& stanza) {
     progress_.streamId = features.GetAttribute(u"id");
     return Routing::Done;
 }
+
+}  // namespace protolink

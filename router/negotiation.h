@@ -15,6 +15,8 @@
 #include "router/registration.h"
 #include "router/stream_compression.h"
 
+namespace protolink {
+
 /// The steps that the offers of a server lead to.
 struct LoginSteps {
     Encryption& encryption;
@@ -36,3 +38,5 @@ private:
     LoginProgress& progress_;
     LoginSteps steps_;
 };
+
+}  // namespace protolink

@@ -4,6 +4,8 @@
 #include "host/util/xml_compose.h"
 #include "router/namespaces.h"
 
+namespace protolink {
+
 namespace {
 
 /// The dialog that asked for the account waits for the reply under this id.
@@ -43,3 +45,5 @@ void Registration::giveUp() {
     connection_.registerMode = 0;
     connection_.disconnect(false);
 }
+
+}  // namespace protolink

@@ -7,6 +7,8 @@
 #include "stream/connection.h"
 #include "stream/reconnection.h"
 
+namespace protolink {
+
 class Registration {
 public:
     Registration(CClientClass& client, Connection& connection, Reconnection& reconnection, Requests& requests)
@@ -24,3 +26,5 @@ private:
     Reconnection& reconnection_;
     Requests& requests_;
 };
+
+}  // namespace protolink

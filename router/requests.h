@@ -10,6 +10,8 @@
 #include "router/stanza.h"
 #include "stream/stream_output.h"
 
+namespace protolink {
+
 /// An answer is known by its id alone and comes once, or never: what is not answered goes with the connection.
 class Requests {
 public:
@@ -39,3 +41,5 @@ private:
     CProtoEventDispatcher& dispatcher_;
     StreamOutput& output_;
 };
+
+}  // namespace protolink

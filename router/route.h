@@ -7,6 +7,8 @@
 #include "router/routing.h"
 #include "router/stanza.h"
 
+namespace protolink {
+
 /// What a row wants of an element. All that is named has to hold.
 struct Question {
     enum class About { Nothing, Child, FirstChild, Query } about = About::Nothing;
@@ -86,3 +88,5 @@ template <typename Parts>
 Routing drop(Parts&, const Stanza&) {
     return Routing::Done;
 }
+
+}  // namespace protolink

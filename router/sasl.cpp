@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <initializer_list>
 
+namespace protolink {
+
 namespace {
 
 /// MD5 over the parts, joined by colons.
@@ -54,3 +56,5 @@ std::string digestResponse(std::string_view user, std::string_view realm, std::s
     const std::string a2 = hexDigest(md5Joined({"AUTHENTICATE", digestUri}));
     return hexDigest(md5Joined({a1, nonce, "00000001", cnonce, "auth", a2}));
 }
+
+}  // namespace protolink

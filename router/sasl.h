@@ -6,6 +6,8 @@
 
 #include "router/md5.h"
 
+namespace protolink {
+
 /// The payload of PLAIN, not yet in Base64: the authorization identity is empty.
 std::string plainPayload(std::string_view user, std::string_view password);
 
@@ -19,3 +21,5 @@ std::string digestResponse(std::string_view user, std::string_view realm, std::s
 
 /// 32 lower-case hexadecimal digits.
 std::string hexDigest(const MD5Digest& digest);
+
+}  // namespace protolink

@@ -5,6 +5,8 @@
 
 #include "host/util/xml_element.h"
 
+namespace protolink {
+
 /// The views point into the element.
 struct Stanza {
     xmlElement& element;
@@ -33,3 +35,5 @@ struct Stanza {
         return !element.children.empty() && element.children.front().GetAttribute(u"xmlns") == xmlns;
     }
 };
+
+}  // namespace protolink

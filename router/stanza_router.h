@@ -6,6 +6,8 @@
 #include "host/util/xml_parse.h"
 #include "router/route.h"
 
+namespace protolink {
+
 /// The walk over the rows that it is given.
 template <typename Parts>
 class StanzaRouter {
@@ -33,3 +35,5 @@ private:
     Parts& parts_;
     std::span<const Route<Parts>> routes_;
 };
+
+}  // namespace protolink

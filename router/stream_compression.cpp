@@ -6,6 +6,8 @@
 #include "host/util/xml_compose.h"
 #include "router/namespaces.h"
 
+namespace protolink {
+
 bool StreamCompression::begin(const xmlElement& features) {
     const xmlElement* compression = features.GetChildPtr(u"compression");
     if (!compression || !client_.settings.get(setting::kCompression)) return false;
@@ -31,3 +33,5 @@ Routing StreamCompression::onCompressed(const Stanza&) {
     // What follows in the batch would be compressed data of the new stream.
     return Routing::Abandon;
 }
+
+}  // namespace protolink

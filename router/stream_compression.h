@@ -8,6 +8,8 @@
 #include "stream/stream_output.h"
 #include "stream/zip_stream.h"
 
+namespace protolink {
+
 class StreamCompression {
 public:
     StreamCompression(CClientClass& client, CZipStream& zip, StreamOutput& output, Connection& connection)
@@ -24,3 +26,5 @@ private:
     StreamOutput& output_;
     Connection& connection_;
 };
+
+}  // namespace protolink

@@ -6,6 +6,8 @@
 
 #include "stream/xml_characters.h"
 
+namespace protolink {
+
 bool BalanceScanner::scan(std::string_view text) {
     if (fate_ != Fate::Open) return fate_ == Fate::WrapperClosed;
     text_ = text;
@@ -227,3 +229,5 @@ bool BalanceScanner::isBalanced() {
             return stopAtEnd(XML_ERROR_INVALID_TOKEN, 0);
     }
 }
+
+}  // namespace protolink

@@ -9,6 +9,8 @@
 #include "stream/open_elements.h"
 #include "stream/text_position.h"
 
+namespace protolink {
+
 /// What the scanner remembers of names, apart from the scanner itself: a copy of the scanner is small whatever it read.
 struct ScannedNames {
     OpenElements open;
@@ -110,3 +112,5 @@ private:
     Stop tokenStart_;          // the same place; valid once `counted_` lies behind it
     Stop stop_;
 };
+
+}  // namespace protolink

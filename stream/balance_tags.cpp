@@ -6,6 +6,8 @@
 #include "stream/balance_scanner.h"
 #include "stream/xml_characters.h"
 
+namespace protolink {
+
 namespace {
 
 constexpr std::string_view kCommentStart = "<!--";
@@ -182,3 +184,5 @@ BalanceScanner::Step BalanceScanner::scanInstruction() {
     ++pos_;
     return Step::GoOn;
 }
+
+}  // namespace protolink

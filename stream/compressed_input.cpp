@@ -1,6 +1,8 @@
 // Received bytes while the stream is compressed.
 #include "stream/stream_input.h"
 
+namespace protolink {
+
 namespace {
 
 /// What one piece may inflate to. A piece that gives more does not come through whole, and the bytes are given to the
@@ -33,3 +35,5 @@ bool StreamInput::inflatePiece(std::string_view piece, std::string& text) {
     connection_.disconnect(true);
     return false;
 }
+
+}  // namespace protolink

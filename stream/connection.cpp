@@ -7,6 +7,8 @@
 #include "platform/platform.h"
 #include "stream/endpoint.h"
 
+namespace protolink {
+
 Connection::Connection(CClientClass& client, CZipStream& zip, StreamOutput& output, Reconnection& reconnection,
                        StreamListener& listener)
     : client_(client),
@@ -121,3 +123,5 @@ OKU_WORD Connection::onReconnectTimer(OKU_WORD timerEvent) {
     if (Timers::isTick(timerEvent)) setStatus(reconnection_.fired(), client_.statusDescription, 0);
     return 1;
 }
+
+}  // namespace protolink

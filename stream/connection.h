@@ -13,6 +13,8 @@
 #include "stream/stream_output.h"
 #include "stream/zip_stream.h"
 
+namespace protolink {
+
 class Connection final : public ConnectionControl {
 public:
     Connection(CClientClass& client, CZipStream& zip, StreamOutput& output, Reconnection& reconnection,
@@ -47,3 +49,5 @@ private:
     StreamListener& listener_;
     StreamInput input_;
 };
+
+}  // namespace protolink

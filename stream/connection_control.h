@@ -3,6 +3,8 @@
 
 #include "host/oku/base.h"
 
+namespace protolink {
+
 class ConnectionControl {
 public:
     virtual ~ConnectionControl() = default;
@@ -14,3 +16,5 @@ public:
     /// The next close is not expected: reconnection follows it.
     virtual void expectReconnection() = 0;
 };
+
+}  // namespace protolink

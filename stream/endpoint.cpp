@@ -4,6 +4,8 @@
 #include "host/util/format.h"
 #include "host/util/numbers.h"
 
+namespace protolink {
+
 namespace {
 
 /// The host's own proxy counts as soon as the account says so, also when the host has none.
@@ -66,3 +68,5 @@ Endpoint readEndpoint(const CClientClass& client, const ConnectSwitches& switche
     }
     return endpoint;
 }
+
+}  // namespace protolink

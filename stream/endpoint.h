@@ -6,6 +6,8 @@
 
 #include "plugin/client_class.h"
 
+namespace protolink {
+
 /// Endpoint and proxy of one connection attempt, out of the account's settings and the host's.
 struct Endpoint {
     std::u16string host;
@@ -31,3 +33,5 @@ struct ConnectSwitches {
 
 ConnectSwitches readConnectSwitches(const AccountSettings& settings);
 Endpoint readEndpoint(const CClientClass& client, const ConnectSwitches& switches);
+
+}  // namespace protolink

@@ -5,6 +5,8 @@
 #include "platform/platform.h"
 #include "plugin/identifiers.h"
 
+namespace protolink {
+
 namespace {
 
 constexpr std::int64_t kDeadSeconds = 180;
@@ -41,3 +43,5 @@ void Keepalive::resetDeadConnection() {
     connection_.disconnect(true);
     connection_.setStatus(wanted, client_.statusDescription, kResetFlagsWord);
 }
+
+}  // namespace protolink

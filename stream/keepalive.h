@@ -5,6 +5,8 @@
 #include "stream/connection.h"
 #include "stream/stream_output.h"
 
+namespace protolink {
+
 class Keepalive {
 public:
     Keepalive(CClientClass& client, StreamOutput& output, Connection& connection)
@@ -22,3 +24,5 @@ private:
     StreamOutput& output_;
     Connection& connection_;
 };
+
+}  // namespace protolink

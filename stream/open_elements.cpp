@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace protolink {
+
 namespace {
 
 /// As many attributes are compared with each other; more are looked up.
@@ -56,3 +58,5 @@ void AttributeNames::clear() {
     names_.clear();
     many_.clear();
 }
+
+}  // namespace protolink

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+namespace protolink {
+
 /// A name in a text: its place and its length.
 struct NamePlace {
     std::size_t start = 0;
@@ -55,3 +57,5 @@ private:
     std::vector<NamePlace> names_;
     std::set<std::string, std::less<>> many_;  // the same names, when they are many; no order of names makes it slow
 };
+
+}  // namespace protolink

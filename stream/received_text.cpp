@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace protolink {
+
 namespace {
 
 constexpr std::string_view kOpenTag = "<stream:stream ";
@@ -103,3 +105,5 @@ std::size_t ReceivedText::removeDeclarations() {
     declarationEndFrom_ = std::min(declarationEndFrom_, declarationStartFrom_);
     return start;
 }
+
+}  // namespace protolink

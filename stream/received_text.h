@@ -6,6 +6,8 @@
 
 #include "host/util/growing_text.h"
 
+namespace protolink {
+
 /// Collects received text. The stream's open tag, which never closes, becomes an empty element, and the two
 /// characters that begin a declaration are taken out wherever they stand; the rest of a declaration stays behind as
 /// character data. What was looked at once is not looked at again when more text is added, unless it stands behind a
@@ -39,3 +41,5 @@ private:
     std::size_t lessThanStart_ = 0;         // each character from here on is a "<" ...
     std::size_t lessThanEnd_ = 0;           // ... up to here, where a declaration begins or the text ends
 };
+
+}  // namespace protolink

@@ -3,6 +3,8 @@
 #include "host/services/timers.h"
 #include "host/util/format.h"
 
+namespace protolink {
+
 namespace {
 
 constexpr std::uint32_t kQuickRetries = 10;
@@ -42,3 +44,5 @@ void Reconnection::cancel() {
 void Reconnection::drop() {
     if (pending_) cancel();
 }
+
+}  // namespace protolink

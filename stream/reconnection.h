@@ -6,6 +6,8 @@
 
 #include "plugin/client_class.h"
 
+namespace protolink {
+
 /// Whether the next close is a loss, how often the account was lost in a row, and the timer that dials anew.
 class Reconnection {
 public:
@@ -44,3 +46,5 @@ private:
     Status prevStatus_{};
     bool pending_ = false;
 };
+
+}  // namespace protolink

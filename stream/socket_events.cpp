@@ -8,6 +8,8 @@
 #include "platform/platform.h"
 #include "plugin/own_status.h"
 
+namespace protolink {
+
 OKU_WORD SocketEvents::onSocketEvent(OKU_WORD eventRecord, OKU_WORD data) {
     const auto* event = readRecord<NL_EVENT>(eventRecord);
     if (!event) return -1;
@@ -95,3 +97,5 @@ OKU_WORD SocketEvents::onCertificateCheck() {
     if (connection_.registerMode) client_.log(LogLevel::Debug, tag::kStream, u"Overriding SSL Cert Verification");
     return static_cast<OKU_WORD>(connection_.registerMode);
 }
+
+}  // namespace protolink

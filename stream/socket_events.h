@@ -6,6 +6,8 @@
 #include "stream/reconnection.h"
 #include "stream/stream_listener.h"
 
+namespace protolink {
+
 class SocketEvents {
 public:
     SocketEvents(CClientClass& client, Connection& connection, Reconnection& reconnection, StreamListener& listener)
@@ -28,3 +30,5 @@ private:
     Reconnection& reconnection_;
     StreamListener& listener_;
 };
+
+}  // namespace protolink

@@ -9,6 +9,8 @@
 #include "platform/platform.h"
 #include "stream/xml_probe.h"
 
+namespace protolink {
+
 namespace {
 
 constexpr std::int64_t kFuseSeconds = 30;
@@ -74,3 +76,5 @@ void StreamInput::onInvalid(const ProbeResult& probe) {
                            probe.column));
     if (firstInvalidTime_ == 0) firstInvalidTime_ = now;
 }
+
+}  // namespace protolink

@@ -13,6 +13,8 @@
 #include "stream/xml_probe.h"
 #include "stream/zip_stream.h"
 
+namespace protolink {
+
 class StreamInput {
 public:
     StreamInput(CClientClass& client, CZipStream& zip, ConnectionControl& connection, StreamListener& listener)
@@ -50,3 +52,5 @@ private:
     std::int64_t lastValidRecv_ = 0;
     std::string zInput_;
 };
+
+}  // namespace protolink

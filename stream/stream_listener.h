@@ -6,6 +6,8 @@
 #include "host/util/xml_parse.h"
 #include "plugin/status.h"
 
+namespace protolink {
+
 class StreamListener {
 public:
     virtual ~StreamListener() = default;
@@ -23,3 +25,5 @@ public:
     /// The status that the user chose while logged in has to go out.
     virtual void publishStatus(Status status, const std::u16string& description) = 0;
 };
+
+}  // namespace protolink

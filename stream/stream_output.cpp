@@ -5,6 +5,8 @@
 #include "host/services/sockets.h"
 #include "host/util/utf.h"
 
+namespace protolink {
+
 std::int32_t StreamOutput::sendText(std::u16string_view text) {
     const std::string bytes = wtou(text);
     return sendBytes(std::string_view(bytes).substr(0, bytes.find('\0')), false);
@@ -47,3 +49,5 @@ OKU_WORD StreamOutput::onRawSend(OKU_WORD rawRecord) {
     if (!record || !record->data || !(client_.flags & FLAG_AUTHORIZED)) return 0;
     return sendBytes({record->data, record->length}, true);
 }
+
+}  // namespace protolink

@@ -9,6 +9,8 @@
 #include "stream/connection_control.h"
 #include "stream/zip_stream.h"
 
+namespace protolink {
+
 class StreamOutput {
 public:
     StreamOutput(CClientClass& client, CZipStream& zip) : client_(client), zip_(zip) {}
@@ -33,3 +35,5 @@ private:
     ConnectionControl* connection_ = nullptr;
     bool endingAfterFault_ = false;
 };
+
+}  // namespace protolink

@@ -4,6 +4,8 @@
 
 #include "host/util/byte_block.h"
 
+namespace protolink {
+
 namespace {
 
 bool endsLine(char byte) { return byte == '\n' || byte == '\r'; }
@@ -50,3 +52,5 @@ void TextPosition::advance(std::string_view text) {
         text.remove_prefix(lineEnd + 1);
     }
 }
+
+}  // namespace protolink

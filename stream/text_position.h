@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
+namespace protolink {
+
 /// Lines count from 1 and end with LF, CR or CR LF; columns count characters of UTF-8 from 0.
 class TextPosition {
 public:
@@ -18,3 +20,5 @@ private:
     std::uint32_t column_;
     bool afterCarriageReturn_ = false;
 };
+
+}  // namespace protolink

@@ -10,6 +10,8 @@
 
 #include "host/util/utf.h"
 
+namespace protolink {
+
 namespace xml {
 
 namespace {
@@ -120,3 +122,5 @@ bool isReservedTarget(std::string_view name) {
 }
 
 }  // namespace xml
+
+}  // namespace protolink

@@ -9,6 +9,8 @@
 
 #include "host/util/byte_block.h"
 
+namespace protolink {
+
 namespace xml {
 
 /// Sets of bytes: what can be passed over without a look at what it is, one set for each place in a text; and what
@@ -118,3 +120,5 @@ bool isPredefinedEntity(std::string_view name);
 bool isReservedTarget(std::string_view name);
 
 }  // namespace xml
+
+}  // namespace protolink

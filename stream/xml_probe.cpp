@@ -1,5 +1,7 @@
 #include "stream/xml_probe.h"
 
+namespace protolink {
+
 namespace {
 
 constexpr std::string_view kWrapperName = "mrn";
@@ -42,3 +44,5 @@ void XmlProbe::reset() {
     then_.reset();
     scanner_ = BalanceScanner(kWrapperStart, kWrapperName, names_);
 }
+
+}  // namespace protolink

@@ -8,6 +8,8 @@
 
 #include "stream/balance_scanner.h"
 
+namespace protolink {
+
 /// What a check found: where expat stops in the text put into its wrapper, and with which error code.
 struct ProbeResult {
     bool balanced = false;
@@ -42,3 +44,5 @@ private:
     BalanceScanner scanner_;
     std::optional<BalanceScanner> then_;  // as it was when it had seen what is settled, if it has seen more since
 };
+
+}  // namespace protolink

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+namespace protolink {
+
 namespace {
 
 constexpr char kZlibVersion[] = "1.2.3";
@@ -63,3 +65,5 @@ int CZipStream::zEnd() {
     std::memset(&deflateStream_, 0, sizeof deflateStream_);
     return 1;
 }
+
+}  // namespace protolink

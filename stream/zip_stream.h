@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+namespace protolink {
+
 /// One zlib stream for each direction, from `zStart` to `zEnd`.
 class CZipStream {
 public:
@@ -32,3 +34,5 @@ private:
     z_stream inflateStream_;
     z_stream deflateStream_;
 };
+
+}  // namespace protolink

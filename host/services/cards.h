@@ -3,6 +3,8 @@
 
 #include "host/host.h"
 
+namespace protolink {
+
 class Cards {
 public:
     explicit Cards(const Host& host) : host_(host) {}
@@ -13,3 +15,5 @@ public:
 private:
     const Host& host_;
 };
+
+}  // namespace protolink

@@ -2,6 +2,8 @@
 
 #include "host/record.h"
 
+namespace protolink {
+
 void ContactList::deleteAll(std::uint32_t netId) const {
     host_.call(u"OKU/CTL/DeleteAll", toWord(kProtocolClass), static_cast<OKU_WORD>(netId));
 }
@@ -52,3 +54,5 @@ DrawingPause::~DrawingPause() {
     --list_.pauses_;
     list_.draw(true);
 }
+
+}  // namespace protolink

@@ -4,6 +4,8 @@
 #include "host/host.h"
 #include "host/oku/contact.h"
 
+namespace protolink {
+
 /// One for each account, as it knows whether the account keeps the list from being drawn.
 class ContactList {
 public:
@@ -42,3 +44,5 @@ public:
 private:
     ContactList& list_;
 };
+
+}  // namespace protolink

@@ -6,6 +6,8 @@
 #include "host/oku/windows.h"
 #include "host/record.h"
 
+namespace protolink {
+
 namespace {
 
 constexpr std::size_t kDirectoryCapacity = 261;
@@ -28,3 +30,5 @@ Directories askDirectories(const Host& host) {
     directories.profile = ask(u"OKU/Info/GetProfileDir");
     return directories;
 }
+
+}  // namespace protolink

@@ -5,6 +5,8 @@
 
 #include "host/host.h"
 
+namespace protolink {
+
 /// Each with its trailing separator as the host wrote it.
 struct Directories {
     std::u16string cache;
@@ -12,3 +14,5 @@ struct Directories {
 };
 
 Directories askDirectories(const Host& host);
+
+}  // namespace protolink

@@ -3,6 +3,8 @@
 #include "host/oku/graphics.h"
 #include "host/record.h"
 
+namespace protolink {
+
 void Icons::createClass(const std::u16string& name, const char16_t* fallbackImage) const {
     auto record = makeRecord<OKU_ICON_CLASS>();
     record.name = name.c_str();
@@ -32,3 +34,5 @@ void Icons::load(const std::u16string& name, int resource) const {
     record.module = host_.module();
     host_.call(u"OKU/Graph/Load", toWord(&record));
 }
+
+}  // namespace protolink

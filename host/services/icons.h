@@ -7,6 +7,8 @@
 
 #include "host/host.h"
 
+namespace protolink {
+
 class Icons {
 public:
     explicit Icons(const Host& host) : host_(host) {}
@@ -20,3 +22,5 @@ public:
 private:
     const Host& host_;
 };
+
+}  // namespace protolink

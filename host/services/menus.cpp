@@ -3,6 +3,8 @@
 #include "host/oku/menu.h"
 #include "host/record.h"
 
+namespace protolink {
+
 namespace {
 
 /// An item without a text of its own has a null pointer there, not an empty text.
@@ -33,3 +35,5 @@ void Menus::modify(const MenuItem& item) const {
     auto record = menuRecord(item);
     host_.call(u"OKU/Menu/Modify", toWord(&record));
 }
+
+}  // namespace protolink

@@ -6,6 +6,8 @@
 
 #include "host/host.h"
 
+namespace protolink {
+
 /// A menu item, as far as the plugin uses one.
 struct MenuItem {
     std::u16string id;
@@ -28,3 +30,5 @@ public:
 private:
     const Host& host_;
 };
+
+}  // namespace protolink

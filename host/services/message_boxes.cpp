@@ -3,6 +3,8 @@
 #include "host/oku/windows.h"
 #include "host/record.h"
 
+namespace protolink {
+
 void MessageBoxes::show(const std::u16string& text, const std::u16string& title, BoxStyle style, OKU_WORD owner) const {
     auto record = makeRecord<OKU_MESSAGE_BOX>();
     record.text = text.c_str();
@@ -11,3 +13,5 @@ void MessageBoxes::show(const std::u16string& text, const std::u16string& title,
     record.owner = owner;
     host_.call(u"UI/MessageBox", toWord(&record));
 }
+
+}  // namespace protolink

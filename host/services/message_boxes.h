@@ -6,6 +6,8 @@
 
 #include "host/host.h"
 
+namespace protolink {
+
 enum class BoxStyle : std::uint32_t { Error = 0x10, Warning = 0x30, Information = 0x40, Question = 36 };
 
 class MessageBoxes {
@@ -18,3 +20,5 @@ public:
 private:
     const Host& host_;
 };
+
+}  // namespace protolink

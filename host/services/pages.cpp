@@ -3,6 +3,8 @@
 #include "host/oku/windows.h"
 #include "host/record.h"
 
+namespace protolink {
+
 OKU_WORD Pages::addOptionsPage(const std::u16string& id, const std::u16string& caption, CallbackTarget target) const {
     auto record = makeRecord<OKU_OPTIONS_PAGE>();
     record.id = id.c_str();
@@ -27,3 +29,5 @@ void Pages::addPropertiesPage(const std::u16string& id, std::uint32_t netId, Cal
     record.netId = netId;
     host_.call(u"OKU/PropertiesStaticPageAdd", toWord(&record));
 }
+
+}  // namespace protolink

@@ -7,6 +7,8 @@
 #include "host/callback_target.h"
 #include "host/host.h"
 
+namespace protolink {
+
 class Pages {
 public:
     explicit Pages(const Host& host) : host_(host) {}
@@ -18,3 +20,5 @@ public:
 private:
     const Host& host_;
 };
+
+}  // namespace protolink

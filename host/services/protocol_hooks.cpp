@@ -1,5 +1,7 @@
 #include "host/services/protocol_hooks.h"
 
+namespace protolink {
+
 OKU_WORD ProtocolHooks::call(HookKind kind, std::uint32_t phase, OKU_WORD extra, const void* subject) const {
     auto record = makeRecord<OKU_PROTOCOL_HOOK>();
     record.pfClass = kProtocolClass;
@@ -25,3 +27,5 @@ bool ProtocolHooks::raise(HookKind kind, OKU_WORD extra, const void* subject) co
     after(kind, extra, subject);
     return true;
 }
+
+}  // namespace protolink

@@ -7,6 +7,8 @@
 #include "host/oku/protocol.h"
 #include "host/record.h"
 
+namespace protolink {
+
 enum class HookKind : std::uint32_t {
     StreamIn = OKU_HOOK_STREAM_IN,
     StreamOut = OKU_HOOK_STREAM_OUT,
@@ -41,3 +43,5 @@ private:
     const Host& host_;
     const std::uint32_t& netId_;
 };
+
+}  // namespace protolink

@@ -3,6 +3,8 @@
 #include "host/oku/protocol.h"
 #include "host/record.h"
 
+namespace protolink {
+
 void Protocols::add(const ProtocolRegistration& registration, std::uint32_t& netId) const {
     auto record = makeRecord<OKU_PROTOCOL_RECORD>();
     record.pfClass = kProtocolClass;
@@ -30,3 +32,5 @@ void Protocols::setProtocolInfo(std::uint32_t netId, std::u16string bareJid, std
     record.netId = netId;
     host_.call(u"OKU/PFSetInfo", toWord(&record));
 }
+
+}  // namespace protolink

@@ -6,6 +6,8 @@
 
 #include "host/host.h"
 
+namespace protolink {
+
 /// What an account tells of itself when it registers.
 struct ProtocolRegistration {
     std::u16string uuid;
@@ -28,3 +30,5 @@ public:
 private:
     const Host& host_;
 };
+
+}  // namespace protolink

@@ -6,6 +6,8 @@
 #include "host/oku/settings.h"
 #include "host/record.h"
 
+namespace protolink {
+
 namespace {
 
 OKU_SETTINGS_RECORD settingsRecord(OKU_WORD store, const char16_t* key, std::uint32_t type) {
@@ -54,3 +56,5 @@ void SettingsStore::setString(const char16_t* key, const std::u16string& value) 
     record.length = static_cast<std::uint32_t>(value.size());
     host_.call(u"OKU/Settings/Set", toWord(&record));
 }
+
+}  // namespace protolink

@@ -6,6 +6,8 @@
 
 #include "host/host.h"
 
+namespace protolink {
+
 /// Read from `open` to `close`. Until it is opened, and with a host that has no settings, reads give the fallbacks.
 class SettingsStore {
 public:
@@ -27,3 +29,5 @@ private:
     const Host& host_;
     OKU_WORD storeHandle_ = 0;
 };
+
+}  // namespace protolink

@@ -2,6 +2,8 @@
 
 #include "host/record.h"
 
+namespace protolink {
+
 void Sockets::create(const std::u16string& name, CallbackTarget target) const {
     auto record = makeRecord<NL_CREATE_RECORD>();
     record.kind = 2;
@@ -34,3 +36,5 @@ NL_PROXY_DEFAULTS Sockets::proxyDefaults() const {
     record.host[255] = record.user[255] = record.password[255] = u'\0';
     return record;
 }
+
+}  // namespace protolink

@@ -8,6 +8,8 @@
 #include "host/host.h"
 #include "host/oku/netlib.h"
 
+namespace protolink {
+
 class Sockets {
 public:
     explicit Sockets(const Host& host) : host_(host) {}
@@ -25,3 +27,5 @@ public:
 private:
     const Host& host_;
 };
+
+}  // namespace protolink

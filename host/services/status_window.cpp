@@ -3,6 +3,8 @@
 #include "host/oku/windows.h"
 #include "host/record.h"
 
+namespace protolink {
+
 void StatusWindow::prepare(std::span<const std::uint32_t> statuses, std::uint32_t netId, CallbackTarget target) const {
     auto record = makeRecord<OKU_STATUS_WINDOW_PREPARE>();
     record.title = u"XMPP / ustaw status...";
@@ -37,3 +39,5 @@ void StatusWindow::setTexts(const std::u16string& title, const std::u16string& h
     record.window = window;
     host_.call(u"OKU/StatusWND/SetTexts", toWord(&record));
 }
+
+}  // namespace protolink

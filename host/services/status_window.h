@@ -8,6 +8,8 @@
 #include "host/callback_target.h"
 #include "host/host.h"
 
+namespace protolink {
+
 class StatusWindow {
 public:
     explicit StatusWindow(const Host& host) : host_(host) {}
@@ -23,3 +25,5 @@ public:
 private:
     const Host& host_;
 };
+
+}  // namespace protolink

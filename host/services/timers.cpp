@@ -3,6 +3,8 @@
 #include "host/oku/timer.h"
 #include "host/record.h"
 
+namespace protolink {
+
 void Timers::create(const std::u16string& id, std::uint32_t milliseconds, CallbackTarget target, bool oneShot) const {
     auto record = makeRecord<OKU_TIMER_RECORD>();
     record.id = id.c_str();
@@ -25,3 +27,5 @@ bool Timers::isTick(OKU_WORD eventRecord) {
     const auto* event = readRecord<OKU_TIMER_EVENT>(eventRecord);
     return event && event->kind == OKU_TIMER_TICK;
 }
+
+}  // namespace protolink

@@ -7,6 +7,8 @@
 #include "host/callback_target.h"
 #include "host/host.h"
 
+namespace protolink {
+
 class Timers {
 public:
     explicit Timers(const Host& host) : host_(host) {}
@@ -24,3 +26,5 @@ public:
 private:
     const Host& host_;
 };
+
+}  // namespace protolink

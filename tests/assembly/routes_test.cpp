@@ -8,6 +8,8 @@
 #include "assembly/entries.h"
 #include "host/util/xml_parse.h"
 
+using namespace protolink;
+
 namespace {
 
 /// The row that an element comes to when nobody waits for it and each row that may decline it does.

@@ -13,6 +13,8 @@
 #include "host/util/utf.h"
 #include "host/util/xml_parse.h"
 
+using namespace protolink;
+
 namespace {
 
 namespace fs = std::filesystem;

@@ -11,6 +11,8 @@
 #include "tests/support/fake_platform.h"
 #include "tests/support/recording_host.h"
 
+using namespace protolink;
+
 namespace {
 
 class EmptyCache : public CapsCache {

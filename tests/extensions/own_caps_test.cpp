@@ -9,6 +9,8 @@
 #include "host/util/base64.h"
 #include "host/util/sha1.h"
 
+using namespace protolink;
+
 namespace {
 
 /// Typed here once more, in the order of the hash.

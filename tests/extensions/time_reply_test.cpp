@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace protolink;
+
 namespace {
 
 TEST(TimeZone, TheOffsetHasTheSignOfTheBias) {

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace protolink;
+
 namespace {
 
 ResourceEntry named(std::u16string name) {

@@ -9,6 +9,8 @@
 #include "tests/support/fake_platform.h"
 #include "tests/support/recording_host.h"
 
+using namespace protolink;
+
 namespace {
 
 class Requests : public testing::Test {

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+using namespace protolink;
+
 namespace {
 
 struct Condition {

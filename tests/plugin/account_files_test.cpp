@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace protolink;
+
 namespace {
 
 TEST(ModuleBaseName, IsTheFileNameWithoutFolderAndEnding) {

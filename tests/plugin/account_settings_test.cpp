@@ -4,6 +4,8 @@
 
 #include "tests/support/recording_host.h"
 
+using namespace protolink;
+
 namespace {
 
 class AccountSettingsTest : public testing::Test {

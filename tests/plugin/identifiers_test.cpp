@@ -6,6 +6,8 @@
 
 #include "tests/support/fake_platform.h"
 
+using namespace protolink;
+
 namespace {
 
 class Identifiers : public testing::Test {

@@ -4,6 +4,8 @@
 
 #include <string>
 
+using namespace protolink;
+
 namespace {
 
 TEST(Status, HasItsWord) {

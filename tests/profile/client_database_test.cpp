@@ -7,6 +7,8 @@
 
 #include "tests/support/fake_platform.h"
 
+using namespace protolink;
+
 namespace {
 
 using harness::world;

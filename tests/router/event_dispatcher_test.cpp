@@ -4,6 +4,8 @@
 
 #include <vector>
 
+using namespace protolink;
+
 namespace {
 
 xmlElement stanza(std::u16string_view id) {

@@ -7,6 +7,8 @@
 #include "tests/support/fake_platform.h"
 #include "tests/support/recording_host.h"
 
+using namespace protolink;
+
 namespace {
 
 using harness::render;

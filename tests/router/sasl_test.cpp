@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace protolink;
+
 namespace {
 
 std::string md5(std::string_view text) {

@@ -5,6 +5,8 @@
 #include "tests/support/fake_platform.h"
 #include "tests/support/recording_host.h"
 
+using namespace protolink;
+
 namespace {
 
 struct Quiet : StreamListener {

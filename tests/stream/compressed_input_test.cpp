@@ -6,6 +6,8 @@
 #include "tests/stream/compressed_stream.h"
 #include "tests/support/player.h"
 
+using namespace protolink;
+
 namespace {
 
 using compressed::CompressedStream;

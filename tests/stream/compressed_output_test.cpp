@@ -3,6 +3,8 @@
 
 #include "tests/stream/compressed_stream.h"
 
+using namespace protolink;
+
 namespace {
 
 using compressed::CompressedStream;

@@ -13,6 +13,8 @@
 
 namespace compressed {
 
+using namespace protolink;
+
 using Texts = std::vector<std::string>;
 
 struct Control : ConnectionControl {

@@ -12,6 +12,8 @@
 #include "tests/support/recording_host.h"
 #include "tests/support/text.h"
 
+using namespace protolink;
+
 namespace {
 
 using Texts = std::vector<std::string>;

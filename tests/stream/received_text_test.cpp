@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace protolink;
+
 namespace {
 
 std::string collected(std::initializer_list<const char*> pieces) {

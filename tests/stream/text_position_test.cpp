@@ -5,6 +5,8 @@
 #include <random>
 #include <string>
 
+using namespace protolink;
+
 namespace {
 
 /// Line and column, counted one byte after the other.

@@ -5,6 +5,8 @@
 
 #include "host/util/utf.h"
 
+using namespace protolink;
+
 namespace {
 
 bool expatTakes(const std::string& document) {

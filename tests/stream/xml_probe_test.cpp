@@ -8,6 +8,8 @@
 
 #include "stream/received_text.h"
 
+using namespace protolink;
+
 namespace {
 
 struct Case {

@@ -7,6 +7,8 @@
 #include <stdexcept>
 #include <string>
 
+using namespace protolink;
+
 namespace {
 
 constexpr std::size_t kMost = 400000;  // bytes of one message, compressed or not

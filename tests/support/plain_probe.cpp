@@ -26,7 +26,7 @@ void XMLCALL onEnd(void* depth, const XML_Char*) { --static_cast<Depth*>(depth)-
 
 }  // namespace
 
-ProbeResult probePlainly(std::string_view text) {
+protolink::ProbeResult probePlainly(std::string_view text) {
     const ParserPointer parser(XML_ParserCreate_MM(nullptr, nullptr, nullptr));
     const std::size_t size = kWrapperStart.size() + text.size() + kWrapperEnd.size();
     if (!parser || size > static_cast<std::size_t>(std::numeric_limits<int>::max())) return {};

@@ -6,4 +6,4 @@
 #include "stream/xml_probe.h"
 
 /// A fresh expat parser over the whole text in its wrapper.
-ProbeResult probePlainly(std::string_view text);
+protolink::ProbeResult probePlainly(std::string_view text);

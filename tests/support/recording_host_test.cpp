@@ -13,6 +13,8 @@
 #include "host/services/sockets.h"
 #include "host/services/timers.h"
 
+using namespace protolink;
+
 namespace harness {
 namespace {
 

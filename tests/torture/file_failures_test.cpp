@@ -22,6 +22,8 @@
 #include "tests/support/fake_platform.h"
 #include "tests/torture/client.h"
 
+using namespace protolink;
+
 namespace {
 
 struct Failure {

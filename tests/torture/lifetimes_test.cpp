@@ -7,6 +7,8 @@
 #include "router/event_dispatcher.h"
 #include "tests/torture/scenarios.h"
 
+using namespace protolink;
+
 namespace torture {
 namespace {
 

@@ -8,6 +8,8 @@
 #include "tests/support/fake_platform.h"
 #include "tests/torture/client.h"
 
+using namespace protolink;
+
 // The client's world has no part here: the platform below the plugin is the real one.
 namespace harness {
 FakeWorld& world() {
