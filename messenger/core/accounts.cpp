@@ -8,7 +8,14 @@
 
 namespace oku {
 
-QString AccountEntry::jid() const { return bareJid(settings->text(QStringLiteral("XMPP/User"))); }
+QString AccountEntry::jid() const {
+    const QString user = settings->text(QStringLiteral("XMPP/User"));
+    if (user != user_) {
+        jid_ = bareJid(user);
+        user_ = user;
+    }
+    return jid_;
+}
 
 QString AccountEntry::domain() const { return domainOf(jid()); }
 

@@ -79,6 +79,10 @@ struct AccountEntry {
     [[nodiscard]] std::u16string service(const char16_t* shortName) const;
     /// As the flags word tells it now.
     [[nodiscard]] ConnectionState currentState() const;
+
+private:
+    mutable QString user_;  ///< of the settings, when jid_ was made of it
+    mutable QString jid_;
 };
 
 /// The accounts, in the order in which the plugin opened their settings, and "OKU/ProtocolAdd", "OKU/ProtocolDel" and

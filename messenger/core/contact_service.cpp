@@ -26,7 +26,7 @@ Resource resourceOfState(const OKU_CONTACT_STATE& state) {
     const bool known = state.status >= OKU_STATUS_ONLINE && state.status <= OKU_STATUS_ERROR;
     resource.status = known ? static_cast<Status>(state.status) : Status::online;
     resource.description = wideText(state.description);
-    resource.changed = QDateTime::fromSecsSinceEpoch(state.time);
+    resource.changed = QDateTime::fromSecsSinceEpoch(state.time, Qt::UTC);
     return resource;
 }
 

@@ -24,6 +24,13 @@ bool sameAddress(std::string_view one, std::string_view other) {
                       [](char left, char right) { return folded(left) == folded(right); });
 }
 
+QString bareJid(const QString& jid) {
+    const qsizetype slash = jid.indexOf(u'/');
+    const QString bare = slash < 0 ? jid : jid.left(slash);
+    const auto isSmall = [](QChar letter) { return letter < QChar(0x80) && (letter < u'A' || letter > u'Z'); };
+    return std::all_of(bare.begin(), bare.end(), isSmall) ? bare : bare.toLower();
+}
+
 bool looksLikeJid(const QString& jid) {
     const QString bare = bareJid(jid);
     return isClean(bare) && bare.count(u'@') == 1 && !nodeOf(bare).isEmpty() && !domainOf(bare).isEmpty();

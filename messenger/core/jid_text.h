@@ -7,7 +7,7 @@
 namespace oku {
 
 /// Without the resource, lower case.
-inline QString bareJid(const QString& jid) { return jid.section(u'/', 0, 0).toLower(); }
+QString bareJid(const QString& jid);
 /// Everything behind the first slash.
 inline QString resourceOf(const QString& jid) { return jid.section(u'/', 1); }
 /// Between the at sign and the slash, lower case; all of it without an at sign.

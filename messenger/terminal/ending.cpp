@@ -10,7 +10,8 @@ void tellWhyItEnds(const QString& reason) {
     writeAll(STDERR_FILENO, QStringLiteral("oku-terminal: %1\n").arg(reason).toUtf8());
 }
 
-ExitCode endOf(const Output& output) {
+ExitCode endOf(Output& output) {
+    output.flush();
     if (!output.lost()) return ExitCode::Success;
     tellWhyItEnds(say(Text::OutputUnread));
     return ExitCode::Failure;

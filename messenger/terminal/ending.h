@@ -10,6 +10,6 @@ namespace oku::terminal {
 void tellWhyItEnds(const QString& reason);
 
 // Ended as it should, unless nobody read its output, which is told.
-ExitCode endOf(const Output& output);
+ExitCode endOf(Output& output);
 
 }  // namespace oku::terminal

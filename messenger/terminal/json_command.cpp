@@ -5,6 +5,7 @@
 #include <cmath>
 #include <QJsonDocument>
 
+#include "messenger/terminal/json_line.h"
 #include "messenger/terminal/texts.h"
 
 namespace oku::terminal {
@@ -119,19 +120,19 @@ std::variant<JsonCommand, JsonFault> readJsonCommand(const QByteArray& line) {
     return JsonCommand{name.toString(), id, object.value(QLatin1String("account")).toString(), object};
 }
 
-QJsonObject jsonOk(const JsonCommand& command) {
-    QJsonObject event{{QStringLiteral("event"), QStringLiteral("ok")}, {QStringLiteral("cmd"), command.name}};
-    if (!command.id.isUndefined()) event.insert(QStringLiteral("id"), command.id);
-    return event;
+QByteArray jsonOk(const JsonCommand& command) {
+    JsonLine line(u"ok");
+    line.put("cmd", command.name);
+    if (!command.id.isUndefined()) line.put("id", command.id);
+    return std::move(line).take();
 }
 
-QJsonObject jsonError(const QString& name, const QJsonValue& id, const QString& reason) {
-    QJsonObject event{{QStringLiteral("event"), QStringLiteral("error")}, {QStringLiteral("reason"), reason}};
-    if (!name.isEmpty()) event.insert(QStringLiteral("cmd"), name);
-    if (!id.isUndefined()) event.insert(QStringLiteral("id"), id);
-    return event;
+QByteArray jsonError(const QString& name, const QJsonValue& id, const QString& reason) {
+    JsonLine line(u"error");
+    line.put("reason", reason);
+    if (!name.isEmpty()) line.put("cmd", name);
+    if (!id.isUndefined()) line.put("id", id);
+    return std::move(line).take();
 }
-
-QByteArray jsonLine(const QJsonObject& event) { return QJsonDocument(event).toJson(QJsonDocument::Compact) + '\n'; }
 
 }  // namespace oku::terminal

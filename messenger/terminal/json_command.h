@@ -47,11 +47,8 @@ struct JsonFault {
 
 std::variant<JsonCommand, JsonFault> readJsonCommand(const QByteArray& line);
 
-// The answers to a command.
-QJsonObject jsonOk(const JsonCommand& command);
-QJsonObject jsonError(const QString& name, const QJsonValue& id, const QString& reason);
-
-// One event as a line with its line feed.
-QByteArray jsonLine(const QJsonObject& event);
+// The answers to a command, as lines with their line feed.
+QByteArray jsonOk(const JsonCommand& command);
+QByteArray jsonError(const QString& name, const QJsonValue& id, const QString& reason);
 
 }  // namespace oku::terminal

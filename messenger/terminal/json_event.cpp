@@ -1,224 +1,213 @@
 #include "messenger/terminal/json_event.h"
 
-#include <QJsonArray>
+#include <utility>
+
+#include "messenger/terminal/json_line.h"
 
 namespace oku::terminal {
 namespace {
 
-QString key(const char* name) { return QString::fromLatin1(name); }
+QStringView kindWord(MessageKind kind) { return kind == MessageKind::chat ? u"chat" : u"normal"; }
+QStringView directionWord(bool incoming) { return incoming ? u"in" : u"out"; }
 
-QJsonObject event(const QString& name, const QString& account = {}) {
-    QJsonObject object{{key("event"), name}};
-    if (!account.isEmpty()) object.insert(key("account"), account);
-    return object;
+void putResource(JsonLine& line, const Resource& resource) {
+    line.put("resource", resource.name);
+    line.put("status", statusWord(resource.status));
+    line.put("priority", resource.priority);
+    line.put("description", resource.description);
 }
 
-QJsonObject event(const char* name, const QString& account = {}) { return event(key(name), account); }
-
-// RFC 3339 in UTC with milliseconds; null for a time that is not known.
-QJsonValue timeValue(const QDateTime& time) {
-    if (!time.isValid()) return QJsonValue::Null;
-    return time.toUTC().toString(Qt::ISODateWithMs);
-}
-
-QString kindWord(MessageKind kind) { return key(kind == MessageKind::chat ? "chat" : "normal"); }
-
-void insertResource(QJsonObject& object, const Resource& resource) {
-    object.insert(key("resource"), resource.name);
-    object.insert(key("status"), statusWord(resource.status));
-    object.insert(key("priority"), resource.priority);
-    object.insert(key("description"), resource.description);
-}
-
-void insertContact(QJsonObject& object, const Contact& contact) {
-    object.insert(key("jid"), contact.jid);
-    object.insert(key("name"), contact.name);
-    object.insert(key("group"), contact.group);
-    object.insert(key("subscription"), contact.subscription);
-    object.insert(key("waiting"), contact.waiting);
-    object.insert(key("status"), statusWord(contact.status));
-    object.insert(key("description"), contact.description);
-    QJsonArray resources;
+void putContact(JsonLine& line, const Contact& contact) {
+    line.put("jid", contact.jid);
+    line.put("name", contact.name);
+    line.put("group", contact.group);
+    line.put("subscription", contact.subscription);
+    line.put("waiting", contact.waiting);
+    line.put("status", statusWord(contact.status));
+    line.put("description", contact.description);
+    line.beginList("resources");
     for (const Resource& resource : contact.resources) {
-        QJsonObject entry;
-        insertResource(entry, resource);
-        resources.append(entry);
+        line.beginObject();
+        putResource(line, resource);
+        line.endObject();
     }
-    object.insert(key("resources"), resources);
+    line.endList();
 }
 
 }  // namespace
 
-QJsonObject jsonReady(const QList<Account>& accounts, const QString& profile) {
-    QJsonArray jids;
+QByteArray jsonReady(const QList<Account>& accounts, const QString& profile) {
+    QStringList jids;
     for (const Account& account : accounts) jids.append(account.jid);
-    QJsonObject object = event("ready");
-    object.insert(key("accounts"), jids);
-    object.insert(key("profile"), profile);
-    return object;
+    JsonLine line(u"ready");
+    line.put("accounts", jids);
+    line.put("profile", profile);
+    return std::move(line).take();
 }
 
-QJsonObject jsonAccount(const QString& account) {
-    QJsonObject object = event("account", account);
-    object.insert(key("jid"), account);
-    return object;
+QByteArray jsonAccount(const QString& account) {
+    JsonLine line(u"account", account);
+    line.put("jid", account);
+    return std::move(line).take();
 }
 
-QJsonObject jsonConnection(const QString& account, ConnectionState state, bool encrypted, const QString& reason) {
-    QJsonObject object = event("connection", account);
-    object.insert(key("state"), connectionStateWord(state));
-    object.insert(key("encrypted"), encrypted);
-    object.insert(key("reason"), reason);
-    return object;
+QByteArray jsonConnection(const QString& account, ConnectionState state, bool encrypted, const QString& reason) {
+    JsonLine line(u"connection", account);
+    line.put("state", connectionStateWord(state));
+    line.put("encrypted", encrypted);
+    line.put("reason", reason);
+    return std::move(line).take();
 }
 
-QJsonObject jsonStatus(const QString& account, Status status, const QString& description) {
-    QJsonObject object = event("status", account);
-    object.insert(key("status"), statusWord(status));
-    object.insert(key("description"), description);
-    return object;
+QByteArray jsonStatus(const QString& account, Status status, const QString& description) {
+    JsonLine line(u"status", account);
+    line.put("status", statusWord(status));
+    line.put("description", description);
+    return std::move(line).take();
 }
 
-QJsonObject jsonRoster(const QString& account, const QList<Contact>& contacts) {
-    QJsonArray list;
+QByteArray jsonRoster(const QString& account, const QList<Contact>& contacts) {
+    JsonLine line(u"roster", account);
+    line.beginList("contacts");
     for (const Contact& contact : contacts) {
-        QJsonObject entry;
-        insertContact(entry, contact);
-        list.append(entry);
+        line.beginObject();
+        putContact(line, contact);
+        line.endObject();
     }
-    QJsonObject object = event("roster", account);
-    object.insert(key("contacts"), list);
-    return object;
+    line.endList();
+    return std::move(line).take();
 }
 
-QJsonObject jsonContact(const QString& account, const Contact& contact) {
-    QJsonObject object = event("contact", account);
-    insertContact(object, contact);
-    return object;
+QByteArray jsonContact(const QString& account, const Contact& contact) {
+    JsonLine line(u"contact", account);
+    putContact(line, contact);
+    return std::move(line).take();
 }
 
-QJsonObject jsonRemoved(const QString& account, const QString& jid) {
-    QJsonObject object = event("removed", account);
-    object.insert(key("jid"), jid);
-    return object;
+QByteArray jsonRemoved(const QString& account, const QString& jid) {
+    JsonLine line(u"removed", account);
+    line.put("jid", jid);
+    return std::move(line).take();
 }
 
-QJsonObject jsonPresence(const QString& account, const QString& jid, const Resource& resource) {
-    QJsonObject object = event("presence", account);
-    object.insert(key("jid"), jid);
-    insertResource(object, resource);
-    return object;
+QByteArray jsonPresence(const QString& account, const QString& jid, const Resource& resource) {
+    JsonLine line(u"presence", account);
+    line.put("jid", jid);
+    putResource(line, resource);
+    return std::move(line).take();
 }
 
-QJsonObject jsonMessage(const QString& account, const Message& message) {
-    QJsonObject object = event("message", account);
-    object.insert(key("from"), message.contact);
-    object.insert(key("resource"), message.resource);
-    object.insert(key("body"), message.body);
-    object.insert(key("subject"), message.subject);
-    object.insert(key("kind"), kindWord(message.kind));
-    object.insert(key("time"), timeValue(message.time));
-    object.insert(key("delayed"), timeValue(message.delayed));
-    object.insert(key("failed"), message.failed);
-    return object;
+QByteArray jsonMessage(const QString& account, const Message& message) {
+    JsonLine line(u"message", account);
+    line.put("from", message.contact);
+    line.put("resource", message.resource);
+    line.put("body", message.body);
+    line.put("subject", message.subject);
+    line.put("kind", kindWord(message.kind));
+    line.put("time", message.time);
+    line.put("delayed", message.delayed);
+    line.put("failed", message.failed);
+    return std::move(line).take();
 }
 
-QJsonObject jsonOutgoing(const QString& account, const Message& message) {
-    QJsonObject object = event(deliveryStateWord(message.state), account);
-    object.insert(key("to"), message.contact);
-    object.insert(key("body"), message.body);
-    object.insert(key("message"), message.number);
-    return object;
+QByteArray jsonOutgoing(const QString& account, const Message& message) {
+    JsonLine line(deliveryStateWord(message.state), account);
+    line.put("to", message.contact);
+    line.put("body", message.body);
+    line.put("message", message.number);
+    return std::move(line).take();
 }
 
-QJsonObject jsonTyping(const QString& account, const QString& jid, bool composing) {
-    QJsonObject object = event("typing", account);
-    object.insert(key("from"), jid);
-    object.insert(key("composing"), composing);
-    return object;
+QByteArray jsonTyping(const QString& account, const QString& jid, bool composing) {
+    JsonLine line(u"typing", account);
+    line.put("from", jid);
+    line.put("composing", composing);
+    return std::move(line).take();
 }
 
-QJsonObject jsonAuthorization(const QString& account, const QString& jid) {
-    QJsonObject object = event("authorization", account);
-    object.insert(key("jid"), jid);
-    return object;
+QByteArray jsonAuthorization(const QString& account, const QString& jid) {
+    JsonLine line(u"authorization", account);
+    line.put("jid", jid);
+    return std::move(line).take();
 }
 
-QJsonObject jsonQuestion(const MessageBox& box) {
-    QJsonObject object = event("question");
-    object.insert(key("box"), box.number);
-    object.insert(key("text"), box.text);
-    object.insert(key("title"), box.title);
-    object.insert(key("style"), boxStyleWord(box.style));
-    return object;
+QByteArray jsonQuestion(const MessageBox& box) {
+    JsonLine line(u"question");
+    line.put("box", box.number);
+    line.put("text", box.text);
+    line.put("title", box.title);
+    line.put("style", boxStyleWord(box.style));
+    return std::move(line).take();
 }
 
-QJsonObject jsonNotice(const QString& account, const QString& text) {
-    QJsonObject object = event("notice", account);
-    object.insert(key("text"), text);
-    return object;
+QByteArray jsonNotice(const QString& account, const QString& text) {
+    JsonLine line(u"notice", account);
+    line.put("text", text);
+    return std::move(line).take();
 }
 
-QJsonObject jsonLog(const LogLine& line) {
-    QJsonObject object = event("log");
-    object.insert(key("level"), line.level);
-    object.insert(key("tag"), line.tag);
-    object.insert(key("text"), line.text);
-    return object;
+QByteArray jsonLog(const LogLine& logged) {
+    JsonLine line(u"log");
+    line.put("level", logged.level);
+    line.put("tag", logged.tag);
+    line.put("text", logged.text);
+    return std::move(line).take();
 }
 
-QJsonObject jsonXml(const QString& account, bool incoming, const QString& data) {
-    QJsonObject object = event("xml", account);
-    object.insert(key("direction"), key(incoming ? "in" : "out"));
-    object.insert(key("data"), data);
-    return object;
+QByteArray jsonXml(const QString& account, bool incoming, const QString& data) {
+    JsonLine line(u"xml", account);
+    line.put("direction", directionWord(incoming));
+    line.put("data", data);
+    return std::move(line).take();
 }
 
-QJsonObject jsonHistory(const QString& account, const QString& with, const QList<Message>& messages) {
-    QJsonArray list;
+QByteArray jsonHistory(const QString& account, const QString& with, const QList<Message>& messages) {
+    JsonLine line(u"history", account);
+    line.put("with", with);
+    line.beginList("messages");
     for (const Message& message : messages) {
-        list.append(QJsonObject{{key("message"), message.number},
-                                {key("with"), message.contact},
-                                {key("direction"), key(message.direction == Direction::in ? "in" : "out")},
-                                {key("body"), message.body},
-                                {key("subject"), message.subject},
-                                {key("time"), timeValue(message.time)},
-                                {key("delayed"), timeValue(message.delayed)},
-                                {key("state"), deliveryStateWord(message.state)}});
+        line.beginObject();
+        line.put("message", message.number);
+        line.put("with", message.contact);
+        line.put("direction", directionWord(message.direction == Direction::in));
+        line.put("body", message.body);
+        line.put("subject", message.subject);
+        line.put("time", message.time);
+        line.put("delayed", message.delayed);
+        line.put("state", deliveryStateWord(message.state));
+        line.endObject();
     }
-    QJsonObject object = event("history", account);
-    object.insert(key("with"), with);
-    object.insert(key("messages"), list);
-    return object;
+    line.endList();
+    return std::move(line).take();
 }
 
-QJsonObject jsonSetting(const QString& account, const QString& name, const QVariant& value) {
-    QJsonObject object = event("setting", account);
-    object.insert(key("key"), name);
-    object.insert(key("value"), QJsonValue::fromVariant(value));
-    return object;
+QByteArray jsonSetting(const QString& account, const QString& name, const QVariant& value) {
+    JsonLine line(u"setting", account);
+    line.put("key", name);
+    line.put("value", QJsonValue::fromVariant(value));
+    return std::move(line).take();
 }
 
-QJsonObject jsonInfo(const QString& account, const ContactInfo& info) {
-    QJsonObject object = event("info", account);
-    object.insert(key("jid"), info.jid);
-    insertResource(object, info.resource);
-    object.insert(key("changed"), timeValue(info.resource.changed));
-    object.insert(key("client"), info.client);
-    object.insert(key("version"), info.version);
-    object.insert(key("os"), info.os);
-    object.insert(key("features"), QJsonArray::fromStringList(info.features));
-    return object;
+QByteArray jsonInfo(const QString& account, const ContactInfo& info) {
+    JsonLine line(u"info", account);
+    line.put("jid", info.jid);
+    putResource(line, info.resource);
+    line.put("changed", info.resource.changed);
+    line.put("client", info.client);
+    line.put("version", info.version);
+    line.put("os", info.os);
+    line.put("features", info.features);
+    return std::move(line).take();
 }
 
-QJsonObject jsonServer(const QString& account, const ServerInfo& info) {
-    QJsonObject object = event("server", account);
-    object.insert(key("domain"), info.domain);
-    object.insert(key("identities"), QJsonArray::fromStringList(info.identities));
-    object.insert(key("features"), QJsonArray::fromStringList(info.features));
-    return object;
+QByteArray jsonServer(const QString& account, const ServerInfo& info) {
+    JsonLine line(u"server", account);
+    line.put("domain", info.domain);
+    line.put("identities", info.identities);
+    line.put("features", info.features);
+    return std::move(line).take();
 }
 
-QJsonObject jsonBye() { return event("bye"); }
+QByteArray jsonBye() { return JsonLine(u"bye").take(); }
 
 }  // namespace oku::terminal

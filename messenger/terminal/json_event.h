@@ -1,7 +1,7 @@
-// Events of the JSON mode as objects; see docs/json-protocol.md for each.
+// Events of the JSON mode as lines, each with its line feed; see docs/json-protocol.md for each.
 #pragma once
 
-#include <QJsonObject>
+#include <QByteArray>
 #include <QList>
 #include <QString>
 
@@ -9,27 +9,27 @@
 
 namespace oku::terminal {
 
-QJsonObject jsonReady(const QList<Account>& accounts, const QString& profile);
-QJsonObject jsonAccount(const QString& account);
-QJsonObject jsonConnection(const QString& account, ConnectionState state, bool encrypted, const QString& reason);
-QJsonObject jsonStatus(const QString& account, Status status, const QString& description);
-QJsonObject jsonRoster(const QString& account, const QList<Contact>& contacts);
-QJsonObject jsonContact(const QString& account, const Contact& contact);
-QJsonObject jsonRemoved(const QString& account, const QString& jid);
-QJsonObject jsonPresence(const QString& account, const QString& jid, const Resource& resource);
-QJsonObject jsonMessage(const QString& account, const Message& message);
+QByteArray jsonReady(const QList<Account>& accounts, const QString& profile);
+QByteArray jsonAccount(const QString& account);
+QByteArray jsonConnection(const QString& account, ConnectionState state, bool encrypted, const QString& reason);
+QByteArray jsonStatus(const QString& account, Status status, const QString& description);
+QByteArray jsonRoster(const QString& account, const QList<Contact>& contacts);
+QByteArray jsonContact(const QString& account, const Contact& contact);
+QByteArray jsonRemoved(const QString& account, const QString& jid);
+QByteArray jsonPresence(const QString& account, const QString& jid, const Resource& resource);
+QByteArray jsonMessage(const QString& account, const Message& message);
 // `sent`, `queued`, `unconfirmed` or `failed`: named after the state.
-QJsonObject jsonOutgoing(const QString& account, const Message& message);
-QJsonObject jsonTyping(const QString& account, const QString& jid, bool composing);
-QJsonObject jsonAuthorization(const QString& account, const QString& jid);
-QJsonObject jsonQuestion(const MessageBox& box);
-QJsonObject jsonNotice(const QString& account, const QString& text);
-QJsonObject jsonLog(const LogLine& line);
-QJsonObject jsonXml(const QString& account, bool incoming, const QString& data);
-QJsonObject jsonHistory(const QString& account, const QString& with, const QList<Message>& messages);
-QJsonObject jsonSetting(const QString& account, const QString& key, const QVariant& value);
-QJsonObject jsonInfo(const QString& account, const ContactInfo& info);
-QJsonObject jsonServer(const QString& account, const ServerInfo& info);
-QJsonObject jsonBye();
+QByteArray jsonOutgoing(const QString& account, const Message& message);
+QByteArray jsonTyping(const QString& account, const QString& jid, bool composing);
+QByteArray jsonAuthorization(const QString& account, const QString& jid);
+QByteArray jsonQuestion(const MessageBox& box);
+QByteArray jsonNotice(const QString& account, const QString& text);
+QByteArray jsonLog(const LogLine& logged);
+QByteArray jsonXml(const QString& account, bool incoming, const QString& data);
+QByteArray jsonHistory(const QString& account, const QString& with, const QList<Message>& messages);
+QByteArray jsonSetting(const QString& account, const QString& key, const QVariant& value);
+QByteArray jsonInfo(const QString& account, const ContactInfo& info);
+QByteArray jsonServer(const QString& account, const ServerInfo& info);
+QByteArray jsonBye();
 
 }  // namespace oku::terminal

@@ -142,8 +142,6 @@ QString JsonMode::chosenAccount(const JsonCommand& command) const {
     return accounts.isEmpty() ? QString() : accounts.first().jid;
 }
 
-void JsonMode::emitEvent(const QJsonObject& event) { write_(jsonLine(event)); }
-
 void JsonMode::answerWaiting(const QString& account, const QString& jid) {
     const auto fits = [&](const Waiting& one) { return one.account == account && one.jid == jid; };
     for (const Waiting& one : waiting_)

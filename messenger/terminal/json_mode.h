@@ -76,7 +76,7 @@ private:
 
     void takeLine(const QByteArray& line);
     void run(const JsonCommand& command);
-    void emitEvent(const QJsonObject& event);
+    void emitEvent(const QByteArray& line) { write_(line); }
     void answerWaiting(const QString& account, const QString& jid);
     QString chosenAccount(const JsonCommand& command) const;
 

@@ -20,6 +20,8 @@ volatile std::sig_atomic_t ticks = 0;
 // How many ticks a write waits for its reader once the program is to end; one that is only slow gets the last lines.
 constexpr int kPatientTicks = 2;
 
+constexpr qsizetype kMostWaiting = 65536;  // bytes that are written together
+
 void onTick(int) {
     ticks = ticks + 1;
     ::alarm(1);
@@ -86,6 +88,20 @@ void Output::write(const QByteArray& bytes) {
     QTimer::singleShot(0, &context_, [this] {
         if (onLost_) onLost_();
     });
+}
+
+void Output::writeSoon(const QByteArray& bytes) {
+    if (waiting_.isEmpty())
+        QMetaObject::invokeMethod(
+            &context_, [this] { flush(); }, Qt::QueuedConnection);
+    waiting_ += bytes;
+    if (waiting_.size() >= kMostWaiting) flush();
+}
+
+void Output::flush() {
+    if (waiting_.isEmpty()) return;
+    write(waiting_);
+    waiting_.resize(0);
 }
 
 SignalWatcher::SignalWatcher(std::vector<int> numbers, Handler handle)

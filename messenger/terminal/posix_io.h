@@ -37,6 +37,9 @@ public:
     explicit Output(int descriptor) : descriptor_(descriptor) {}
 
     void write(const QByteArray& bytes);
+    // Writes at the end of this turn of the event loop, together with what else comes in it.
+    void writeSoon(const QByteArray& bytes);
+    void flush();
     bool lost() const { return lost_; }
     // Called once from the event loop when the output is lost.
     void whenLost(std::function<void()> onLost) { onLost_ = std::move(onLost); }
@@ -44,6 +47,7 @@ public:
 private:
     int descriptor_;
     bool lost_ = false;
+    QByteArray waiting_;
     std::function<void()> onLost_;
     QObject context_;
 };

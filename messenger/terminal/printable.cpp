@@ -1,6 +1,7 @@
 #include "messenger/terminal/printable.h"
 
 #include <unicode/uchar.h>
+#include <algorithm>
 #include <QList>
 
 namespace oku::terminal {
@@ -110,9 +111,17 @@ private:
     int marks_ = 0;
 };
 
+// Nothing is to be done about it, whatever stands beside it: ASCII and the Latin letters of Europe's languages.
+bool isHarmless(QChar letter) {
+    const char16_t c = letter.unicode();
+    return (c >= 0x20 && c < 0x7F) || (c >= 0xA1 && c < 0x180 && c != kSoftHyphen);
+}
+
 }  // namespace
 
 QString printable(const QString& text, bool lines) {
+    const auto harmless = [&](QChar c) { return isHarmless(c) || (lines && c == u'\n'); };
+    if (std::all_of(text.begin(), text.end(), harmless)) return text;
     QString unified = text;
     unified.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     const auto points = unified.toUcs4();

@@ -15,10 +15,11 @@ namespace oku::terminal {
 ExitCode runJson(Client& client, const Options& options) {
     QEventLoop loop;
     Output output(STDOUT_FILENO);
-    const auto write = [&output](const QByteArray& line) { output.write(line); };
+    const auto write = [&output](const QByteArray& line) { output.writeSoon(line); };
     JsonMode mode(client, write, options.verbose, bareJid(options.account), [&loop] { loop.quit(); });
     output.whenLost([&mode] { mode.end(); });
     if (const QString reason = mode.start(); !reason.isEmpty()) {
+        output.flush();
         tellWhyItEnds(say(Text::CannotStart, reason));
         return ExitCode::Failure;
     }

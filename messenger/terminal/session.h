@@ -207,8 +207,8 @@ private:
     QSet<Peer> historyLoaded_;
     QStringList toldAccounts_;
     QHash<QString, QHash<QString, Contact>> known_;  // contacts as they were told last, by account and JID
-    // What was told last of contacts' resources, by the resource's name.
-    QHash<Peer, QHash<QString, QString>> presences_;
+    // What was told last of contacts' resources, by the resource's name: status and description.
+    QHash<Peer, QHash<QString, std::pair<Status, QString>>> presences_;
     QHash<QString, ConnectionState> connections_;
     QHash<QString, QString> refusedCertificates_;
     QSet<QString> askedBy_;            // by account and JID: whose request for authorization was told

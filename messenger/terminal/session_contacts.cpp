@@ -55,7 +55,7 @@ std::optional<ListedContact> Session::listed(const Peer& peer) const {
     if (!windows_.isOpen(peer)) return std::nullopt;
     ListedContact stranger;
     stranger.peer = peer;
-    stranger.name = peer.jid;
+    stranger.name = nameOf(peer);
     stranger.stranger = true;
     stranger.hidden = true;
     stranger.unread = windows_.unread(peer);

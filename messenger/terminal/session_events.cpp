@@ -22,13 +22,8 @@ Style connectionStyle(ConnectionState state, const QString& reason) {
     return Style::Faint;
 }
 
-// What a presence that is told once more can be compared with.
-QString toldOf(const Resource& resource) {
-    return QStringLiteral("%1 %2").arg(static_cast<int>(resource.status)).arg(resource.description);
-}
-
 QString withDescription(const QString& text, const QString& description) {
-    return description.isEmpty() ? text : QStringLiteral("%1 — %2").arg(text, oneLine(description));
+    return description.isEmpty() ? text : text + QStringLiteral(" — ") + oneLine(description);
 }
 
 }  // namespace
@@ -139,16 +134,17 @@ void Session::presenceReceived(const QString& account, const QString& jid, const
 // Remembers it. Of strangers nothing is remembered, of contacts no more resources than a contact can have.
 bool Session::isNewPresence(const Peer& peer, const Resource& resource) {
     const bool gone = resource.status == Status::offline;
+    const std::pair told(resource.status, resource.description);
     const auto known = presences_.find(peer);
     if (known == presences_.end()) {
         if (gone || (peer.jid != peer.account && !isContact(peer))) return !gone;
-        presences_.insert(peer, {{resource.name, toldOf(resource)}});
+        presences_.insert(peer, {{resource.name, told}});
         return true;
     }
     if (gone) return known->remove(resource.name);
-    if (known->value(resource.name) == toldOf(resource)) return false;
+    if (known->value(resource.name) == told) return false;
     if (known->size() >= kMostResources) known->clear();
-    known->insert(resource.name, toldOf(resource));
+    known->insert(resource.name, told);
     return true;
 }
 
