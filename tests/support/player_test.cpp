@@ -28,6 +28,14 @@ TEST(Player, FailsWhenMoreHappensBeforeAStimulus) {
               std::string::npos);
 }
 
+TEST(Player, RepeatsALineAsOftenAsItSays) {
+    const std::string twice = std::string(kLoggedIn) + "repeat 2 times: tick XMPP/Timer/1 kind=1\n";
+    EXPECT_EQ(reportOf(twice), "passed");
+    EXPECT_EQ(FoldBook(PROTOLINK_FOLDS).readText("t", "repeat 3 times: nothing\n").steps.size(), 3u);
+    for (const char* wrong : {"repeat 0 times: nothing\n", "repeat x times: nothing\n", "repeat 3 nothing\n"})
+        EXPECT_THROW(FoldBook(PROTOLINK_FOLDS).readText("t", wrong), std::runtime_error) << wrong;
+}
+
 TEST(Player, FailsWhenNothingHappens) {
     EXPECT_NE(reportOf(std::string(kLoggedIn) + "C: <x/>\n").find("nothing more happened"), std::string::npos);
 }

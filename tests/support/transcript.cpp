@@ -13,6 +13,9 @@ namespace {
 
 constexpr int kDeepest = 10;
 constexpr std::string_view kAsGiven = "pieces as given:";
+constexpr std::string_view kRepeat = "repeat ";
+constexpr std::string_view kTimes = " times: ";
+constexpr unsigned long kMostTimes = 1000;
 
 std::string slurp(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);
@@ -40,6 +43,22 @@ std::vector<Step> readSteps(const std::string& name, const std::string& text) {
         }
     }
     return steps;
+}
+
+struct Repetition {
+    unsigned long times;
+    std::string line;
+};
+
+/// What "repeat 10 times: LINE" stands for; nothing for any other line.
+std::optional<Repetition> repetitionOf(const Step& step) {
+    if (!startsWith(step.text, kRepeat)) return std::nullopt;
+    const auto colon = step.text.find(kTimes);
+    const auto number = colon == std::string::npos ? "" : step.text.substr(kRepeat.size(), colon - kRepeat.size());
+    const bool digits = !number.empty() && number.size() < 5 && number.find_first_not_of("0123456789") == number.npos;
+    const auto times = digits ? std::stoul(number) : 0;
+    if (times < 1 || times > kMostTimes) throw std::runtime_error(step.where + ": repeat NUMBER times: LINE");
+    return Repetition{times, step.text.substr(colon + kTimes.size())};
 }
 
 std::vector<std::string> words(const std::string& text) {
@@ -105,6 +124,11 @@ FoldBook::FoldBook(const std::filesystem::path& directory) {
 
 void FoldBook::append(const Step& step, std::vector<Step>& to, int depth) const {
     if (depth > kDeepest) throw std::runtime_error(step.where + ": folds go in a circle");
+    if (const auto repetition = repetitionOf(step)) {
+        for (unsigned long i = 0; i < repetition->times; ++i)
+            append({repetition->line, step.where + " (time " + std::to_string(i + 1) + ")"}, to, depth + 1);
+        return;
+    }
     const auto line = words(step.text);
     for (const auto& fold : folds_) {
         const auto parameters = fits(fold, line);
