@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "host/util/byte_block.h"
-#include "platform/large_memory.h"
+#include "host/util/large_memory.h"
 
 namespace util {
 
@@ -134,7 +134,7 @@ private:
         if (target_ && target_->empty()) {
             const std::size_t units = used_ + expected();
             target_->reserve(units);
-            platform::expectToFill(target_->data(), units * sizeof(Unit));
+            expectToFill(target_->data(), units * sizeof(Unit));
             reserved_ = true;
         }
         if (target_) target_->append(units_, used_);

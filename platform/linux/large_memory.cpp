@@ -1,11 +1,11 @@
-#include "platform/large_memory.h"
+#include "host/util/large_memory.h"
 
 #include <sys/mman.h>
 #include <unistd.h>
 
 #include <cstdint>
 
-namespace platform {
+namespace util {
 
 void expectToFill(void* memory, std::size_t bytes) {
     // Smaller memory rarely holds a whole large page.
@@ -18,4 +18,4 @@ void expectToFill(void* memory, std::size_t bytes) {
     madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE);
 }
 
-}  // namespace platform
+}  // namespace util

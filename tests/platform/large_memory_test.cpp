@@ -1,4 +1,4 @@
-#include "platform/large_memory.h"
+#include "host/util/large_memory.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@ TEST(LargeMemory, KeepsWhatIsInItWhereverItBeginsAndEnds) {
     std::string memory(kSize, 'a');
     for (const std::size_t begin : {0, 1, 4095, 4096}) {
         for (const std::size_t length : {std::size_t{0}, std::size_t{1}, kSize / 2, kSize - begin}) {
-            platform::expectToFill(memory.data() + begin, length);
+            util::expectToFill(memory.data() + begin, length);
             EXPECT_EQ(std::count(memory.begin(), memory.end(), 'a'), static_cast<std::ptrdiff_t>(kSize));
         }
     }
