@@ -125,6 +125,25 @@ TEST_F(ConnectionTest, PieceWithoutBytesIsNoInput) {
     host.complaints.clear();  // the settings store is none in this connection
 }
 
+TEST_F(ConnectionTest, CompressionThatFailsEndsTheConnectionOnce) {
+    Texts events;
+    host.onEvent = [&](const harness::Event& event) { events.push_back(harness::render(event)); };
+    const Texts fault{"log 0 XMSC \"ERROR: Compression fault!\"",
+                      "call OKU/Timer/Destroy id=\"XMPP/1/Reconn\" shape=reference",
+                      "log 0 XMSC \"ERROR: Compression fault!\"",  // of the closing tag
+                      "call OKU/CTL/SetAllOffline",
+                      "hook connection-ended notice",
+                      "call NetLib/Close socket=\"XMPP/Socket/1\""};
+    for (int round = 0; round < 2; ++round) {
+        events.clear();
+        client.flags = FLAG_CONNECTED | FLAG_COMPRESSED;  // and no compressor
+        EXPECT_EQ(output.sendText(u"<a/>"), -1);
+        std::erase_if(events, [](const std::string& event) { return event.starts_with("hook stream-out"); });
+        EXPECT_EQ(events, fault);
+        EXPECT_EQ(client.flags, 0u);
+    }
+}
+
 TEST_F(ConnectionTest, CallsTellWhatBecameOfThem) {
     EXPECT_EQ(connection.disconnect(true), 0);
     client.flags = FLAG_CONNECTED;

@@ -51,6 +51,8 @@ void tellStreamHook(RecordingHost& host, Line line, std::uint32_t kind, std::uin
     auto* data = peek<char*>(record, 8);
     const std::size_t length = peek<std::uint32_t>(record, 16);
     if (std::strlen(data) != length) host.complain("OKU_HOOK_DATA tells another length than its text has");
+    const auto flags = peek<std::uint32_t>(record, 20);
+    if (flags != 1 && flags != 33) host.complain("OKU_HOOK_DATA has the flags " + std::to_string(flags));
     const std::string text(data, std::strlen(data));
     if (kind == 1 && phase == 1) blank(data, text.size(), host.blanks);
     if (kind == 2 && (phase == 1 || phase == 2)) host.lastOut[phase - 1] = text;
