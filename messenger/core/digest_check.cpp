@@ -49,8 +49,6 @@ bool DigestCheck::onProtocolEvent(ProtocolEvent& event) {
 void DigestCheck::noteOutgoing(const ProtocolEvent& event) {
     AccountEntry& account = event.account;
     if (account.line.bound) return;
-    // A stream that begins anew has nothing of an earlier login, be it one that was cut off on another connection.
-    if (event.data().find("<stream:stream ") != std::string_view::npos) logins_.erase(&account);
     for (const Stanza& stanza : event.stanzas().stanzas) {
         if (stanza.tag.name == "iq") {
             if (const QByteArray password = newPassword(stanza, event.data()); !password.isEmpty())

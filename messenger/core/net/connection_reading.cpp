@@ -19,10 +19,10 @@ void Connection::pump() {
     finish(pendingEnd_->cause, pendingEnd_->sentence);
 }
 
-/** Nothing is read behind the answer to STARTTLS, nor from where TLS was asked for until the certificate has passed and
- * that is reported. */
+/** Nothing is read behind the answer to STARTTLS, nor from where TLS was asked for until it is reported, which is once
+ * the certificate has passed. */
 bool Connection::readable() const {
-    if (tlsStarted_) return tlsUp_ && !tlsToReport_ && asked_ == Asked::Nobody;
+    if (tlsStarted_) return tlsUp_ && !tlsToReport_;
     return !reader_.proceedSeen();
 }
 

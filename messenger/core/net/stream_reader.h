@@ -20,8 +20,8 @@ struct Piece {
  *
  * - The stream's closing tag gets a piece of its own, for the plugin cannot read a piece that holds one.
  * - In clear nothing behind the answer to STARTTLS is handed out: it was sent by who knows whom, and must not be taken
- *   for what the server says under TLS. Nor is what stands behind the stream's closing tag, where no such answer would
- * be looked for. */
+ *   for what the server says under TLS. Nor is what stands behind the stream's closing tag, where nothing looks for
+ *   such an answer. */
 class StreamReader {
 public:
     StreamReader(qsizetype holdLimit, bool inClear) : limit_(holdLimit), inClear_(inClear) {}
