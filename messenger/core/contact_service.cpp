@@ -77,6 +77,11 @@ void ContactService::saveAll() {
     for (const auto& [key, list] : lists_) list->save();
 }
 
+void ContactService::forget(const QString& key) {
+    lists_.erase(key);
+    QFile::remove(listPath(key));
+}
+
 void ContactService::dropPlugin() {
     for (const auto& [key, list] : lists_) {
         list->abortRebuild();

@@ -26,6 +26,8 @@ public:
     /// While the plugin starts it adds what its own file holds. Where the host has a list of its own, that one counts.
     void setStarting(bool starting) { starting_ = starting; }
     void saveAll();
+    /// Drops the account's list, and its file. The plugin must not be loaded.
+    void forget(const QString& key);
     void dropPlugin();
 
 signals:

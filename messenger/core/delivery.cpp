@@ -44,6 +44,14 @@ void Delivery::resend(AccountEntry& account, Message message) {
     submit(account, message);
 }
 
+// One that was posted already is looked up again before it is handed over.
+bool Delivery::cancel(const AccountEntry& account, Message message) {
+    if (!history_.remove(message.number)) return false;
+    message.state = DeliveryState::cancelled;
+    history_.whenWritten([this, jid = account.jid(), message] { emit stateChanged(jid, message); });
+    return true;
+}
+
 void Delivery::submit(AccountEntry& account, const Message& message) {
     if (!account.ready()) {
         tellQueued(account, message);

@@ -31,6 +31,8 @@ public:
     qint64 send(AccountEntry& account, Message message);
     /// Sends one that is in the history once more.
     void resend(AccountEntry& account, Message message);
+    /// Takes one back that waits; false when the history could not give it up.
+    bool cancel(const AccountEntry& account, Message message);
     /// The account's login is complete: what waits goes out.
     void loginComplete(AccountEntry& account);
     /// `answered`: the server answered our closing tag, so that it has read all that was sent.

@@ -105,6 +105,24 @@ void History::setState(qint64 number, DeliveryState state, bool handed) {
     schedule();
 }
 
+bool History::remove(qint64 number) {
+    flush();
+    changes_.states.erase(number);
+    return remove(QStringLiteral("number=?"), number);
+}
+
+bool History::removeAll(const QString& account) {
+    flush();
+    std::erase_if(changes_.messages, [&](const Message& message) { return message.account == account; });
+    return remove(QStringLiteral("account=?"), account);
+}
+
+bool History::remove(const QString& condition, const QVariant& value) {
+    if (open() && file_.remove(condition, value)) return true;
+    fails(QCoreApplication::translate("History", "Nie można usunąć z archiwum rozmów: %1").arg(file_.reason()));
+    return false;
+}
+
 void History::whenWritten(std::function<void()> tell) {
     if (changes_.empty() && waiting_.empty() && tellable_.empty()) {
         tell();

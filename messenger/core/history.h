@@ -36,6 +36,9 @@ public:
     qint64 addNow(Message message);
     /// `handed` marks a sent message that the server has not confirmed yet.
     void setState(qint64 number, DeliveryState state, bool handed = false);
+    /// Takes a message out, or all of an account. False when that could not be done, which failed() tells.
+    bool remove(qint64 number);
+    bool removeAll(const QString& account);
     /// Calls `tell` when all that was changed so far is with the system: at once when nothing waits.
     void whenWritten(std::function<void()> tell);
     /// Writes what waits, and tells it.
@@ -67,6 +70,7 @@ private:
     [[nodiscard]] bool isDamaged() const;
     /// The damaged file makes room for a new one; true when there is one.
     bool beginAnew();
+    bool remove(const QString& condition, const QVariant& value);
     /// Something could not be done, and is to be tried again: tells so once.
     void fails(const QString& text);
     void sync();

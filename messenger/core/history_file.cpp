@@ -101,7 +101,7 @@ bool HistoryFile::prepare() {
 bool HistoryFile::prepareTables() {
     // Each commit goes to the log at once, but is not waited for until it has reached the disk: sync() does that for
     // all that came meanwhile.
-    for (const char* pragma : {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=NORMAL"}) {
+    for (const char* pragma : {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=NORMAL", "PRAGMA secure_delete=ON"}) {
         if (!run(pragma)) return false;
     }
     QSqlQuery query(database_);
@@ -149,6 +149,14 @@ bool HistoryFile::writeAll(const HistoryChanges& changes) {
         if (!run(query)) return false;
     }
     return true;
+}
+
+bool HistoryFile::remove(const QString& condition, const QVariant& value) {
+    if (!open()) return false;
+    QSqlQuery query(database_);
+    query.prepare(QStringLiteral("DELETE FROM messages WHERE ") + condition);
+    query.addBindValue(value);
+    return run(query);
 }
 
 bool HistoryFile::insert(const Message& message) {

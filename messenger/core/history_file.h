@@ -43,6 +43,8 @@ public:
     [[nodiscard]] qint64 lastNumber() const { return lastNumber_; }
     /// Writes all of these changes or none; they are with the system then.
     bool write(const HistoryChanges& changes);
+    /// Takes the messages of a condition out.
+    bool remove(const QString& condition, const QVariant& value);
     /// Waits until the disk has what was written.
     bool sync();
     /// Closes it and moves it and what belongs to it out of the way, under a name with the time, which is returned;

@@ -1,15 +1,14 @@
 #include "messenger/core/host_core.h"
 
-#include <map>
 #include <QDir>
+#include <QFile>
 #include <QSslCertificate>
+#include <utility>
 
 #include "messenger/core/raw_xml.h"
 
 namespace oku {
 namespace {
-
-constexpr int kSignOffTime = 3000;  // milliseconds for the servers to close, and for the key ring to write
 
 net::SocketSettings socketSettings(const MessengerOptions& options) {
     net::SocketSettings settings;
@@ -73,14 +72,6 @@ void HostCore::connectParts() {
         log.write(0, QStringLiteral("OKU"), QStringLiteral("Exception in the host: ") + reason);
     });
     connectGuards();
-    connect(&patience_, &QTimer::timeout, this, &HostCore::finishShutdown);
-    patience_.setSingleShot(true);
-    connect(&sockets, &SocketBridge::ended, this, [this](AccountEntry* account, const net::End&, bool told) {
-        if (told && leaving_.remove(account->key) && !lingers()) patience_.start(0);
-    });
-    connect(&passwords, &Passwords::written, this, [this] {
-        if (patience_.isActive() && !lingers()) patience_.start(0);
-    });
     // What the plugin tells the user during a login is why the login ends, if it does.
     connect(&log, &LogService::noticed, this, [this](const QString& jid, const QString& text) {
         auto* account = accounts.byJid(jid);
@@ -170,22 +161,74 @@ void HostCore::dropPlugin() {
 
 void HostCore::reload(const QString& newAccount) {
     queue.post({}, [this, newAccount] {
-        std::map<QString, AccountEntry::Choice> online;
-        for (const auto& account : accounts.all()) {
-            if (account->keptChoice) {
-                online[account->key] = *account->keptChoice;
-            } else if (account->connection != ConnectionState::offline) {
-                const Status status = account->status == Status::offline ? Status::online : account->status;
-                online[account->key] = {status, account->description, {}};
-            }
-        }
-        unload();
-        load();
-        emit accountChanged(newAccount);
-        for (const auto& [key, choice] : online) {
-            if (auto* account = accounts.byKey(key)) sessions.setStatus(*account, choice.status, choice.description);
+        if (!newAccount.isEmpty()) newAccounts_.append(newAccount);
+        keepChoices();
+        reloading_ = true;
+        if (backOnline_.empty()) {
+            loadAnew();
+        } else {
+            signOff_.start([this] { queue.post({}, [this] { loadAnew(); }); });
         }
     });
+}
+
+void HostCore::keepChoices() {
+    for (const auto& account : accounts.all()) {
+        if (account->keptChoice) {
+            backOnline_.insert_or_assign(account->key, *account->keptChoice);
+        } else if (account->connection != ConnectionState::offline) {
+            // While it signs off, what was chosen before counts.
+            const Status status = account->status == Status::offline ? Status::online : account->status;
+            backOnline_.try_emplace(account->key, AccountEntry::Choice{status, account->description, {}});
+        }
+    }
+}
+
+void HostCore::loadAnew() {
+    if (shuttingDown_ || !std::exchange(reloading_, false)) return;
+    unload();
+    for (const Removal& account : std::exchange(removals_, {})) forget(account);
+    load();
+    for (const QString& jid : std::exchange(newAccounts_, {})) emit accountChanged(jid);
+    for (const auto& [key, choice] : std::exchange(backOnline_, {})) {
+        if (auto* account = accounts.byKey(key)) sessions.setStatus(*account, choice.status, choice.description);
+    }
+}
+
+void HostCore::removeAccount(const AccountEntry& account, bool withHistory) {
+    removals_.push_back({account.key, account.jid(), withHistory});
+    reload({});
+}
+
+void HostCore::forget(const Removal& account) {
+    backOnline_.erase(account.key);
+    passwords.forget(account.key);
+    contacts.forget(account.key);
+    QString base = account.key;
+    base.chop(QStringLiteral(".config").size());
+    QFile::remove(base + QStringLiteral(".roster"));
+    if (!settings.store(account.key)->remove()) {
+        emit noticed(account.jid,
+                     QCoreApplication::translate("HostCore", "Nie można usunąć pliku %1").arg(account.key));
+    }
+    if (account.withHistory) {
+        history.removeAll(account.jid);
+    } else {
+        // An account of the same name that is added later must not send it.
+        for (const Message& waiting : history.outgoing(account.jid, DeliveryState::queued))
+            history.setState(waiting.number, DeliveryState::failed);
+    }
+    emit accountRemoved(account.jid);
+}
+
+void HostCore::setStatus(AccountEntry& account, Status status, const QString& description) {
+    if (!reloading_) {
+        sessions.setStatus(account, status, description);
+    } else if (status == Status::offline) {
+        backOnline_.erase(account.key);
+    } else {
+        backOnline_.insert_or_assign(account.key, AccountEntry::Choice{status, description, {}});
+    }
 }
 
 bool HostCore::activateMenu(const QString& id) {
@@ -221,18 +264,7 @@ void HostCore::shutdown() {
     shuttingDown_ = true;
     passwords.stopAsking();
     boxes.close();
-    queue.post({}, [this] { signOff(); });
-}
-
-// The servers get the time to close their streams, so that what was sent last is known to have arrived.
-void HostCore::signOff() {
-    for (const auto& account : accounts.all()) {
-        if (account->has(OKU_FLAG_CONNECTED)) leaving_.insert(account->key);
-        if (account->connection != ConnectionState::offline) {
-            sessions.setStatus(*account, Status::offline, account->description);
-        }
-    }
-    patience_.start(lingers() ? kSignOffTime : 0);
+    queue.post({}, [this] { signOff_.start([this] { finishShutdown(); }); });
 }
 
 void HostCore::finishShutdown() {

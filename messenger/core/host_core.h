@@ -1,8 +1,7 @@
 #pragma once
 
+#include <map>
 #include <QObject>
-#include <QSet>
-#include <QTimer>
 
 #include "messenger/core/accounts.h"
 #include "messenger/core/clear_text_guard.h"
@@ -28,6 +27,7 @@
 #include "messenger/core/service_registry.h"
 #include "messenger/core/sessions.h"
 #include "messenger/core/settings_service.h"
+#include "messenger/core/sign_off.h"
 #include "messenger/core/socket_bridge.h"
 #include "messenger/core/stanza_guard.h"
 #include "messenger/core/stream_watch.h"
@@ -48,8 +48,13 @@ public:
     [[nodiscard]] QString start();
     void shutdown();
     [[nodiscard]] bool running() const { return loader.loaded(); }
-    /// Loads the plugin anew, so that it finds the file of this new account; accounts that were online go back online.
+    /// Loads the plugin anew, so that it finds the file of this new account. Accounts that are online sign off before,
+    /// and go back online; without any it has been done on return.
     void reload(const QString& newAccount);
+    /// Removes an account with its files and passwords, in the same way; its history too when that is wanted.
+    void removeAccount(const AccountEntry& account, bool withHistory);
+    /// Chooses a status; while a new load is waited for, the one that the account is to have then.
+    void setStatus(AccountEntry& account, Status status, const QString& description);
 
     /// Picks a menu item; false when there is none. One that chooses a status is such a choice (Sessions::choose()).
     bool activateMenu(const QString& id);
@@ -91,6 +96,7 @@ public:
 
 signals:
     void accountChanged(const QString& account);
+    void accountRemoved(const QString& account);
     void noticed(const QString& account, const QString& text);
     void finished();
 
@@ -102,15 +108,24 @@ private:
     void load();
     void unload();
     void dropPlugin();
-    void signOff();
-    /// Something of the end is still under way.
-    [[nodiscard]] bool lingers() const { return !leaving_.isEmpty() || passwords.writing(); }
     void finishShutdown();
+    /// What the accounts that are not offline are to go back to.
+    void keepChoices();
+    void loadAnew();
+    struct Removal {
+        QString key;
+        QString jid;
+        bool withHistory;
+    };
+    void forget(const Removal& account);
 
     bool shuttingDown_ = false;
     bool finished_ = false;
-    QSet<QString> leaving_;  ///< keys of accounts whose server has not closed yet
-    QTimer patience_;
+    SignOff signOff_{accounts, sessions, sockets, passwords};
+    bool reloading_ = false;                              ///< loadAnew() follows
+    std::map<QString, AccountEntry::Choice> backOnline_;  ///< what follows it, by the accounts' keys
+    std::vector<Removal> removals_;                       ///< what is removed then
+    QStringList newAccounts_;                             ///< that are told of then
 };
 
 }  // namespace oku

@@ -20,6 +20,8 @@ public:
                       std::function<void(const QString& password, const QString& error)> done) = 0;
     virtual void write(const QString& account, const QString& password,
                        std::function<void(const QString& error)> done) = 0;
+    /// One that is not there counts as removed.
+    virtual void remove(const QString& account, std::function<void(const QString& error)> done) = 0;
 };
 
 /// The key ring of this user's session. Null when this program was built without one; where no session answers, its

@@ -5,6 +5,7 @@
 #include "messenger/core/host_core.h"
 #include "messenger/core/jid_text.h"
 #include "messenger/core/private_file.h"
+#include "messenger/core/setting_rules.h"
 #include "messenger/core/wide.h"
 #include "messenger/core/xml_text.h"
 
@@ -73,6 +74,7 @@ Messenger::Messenger(MessengerOptions options, QObject* parent)
     connect(&d->windows, &WindowServices::busyChanged, this, &Messenger::busyChanged);
     connect(&d->windows, &WindowServices::cardStatus, this, &Messenger::noticed);
     connect(d.get(), &HostCore::accountChanged, this, &Messenger::accountChanged);
+    connect(d.get(), &HostCore::accountRemoved, this, &Messenger::accountRemoved);
     connect(d.get(), &HostCore::noticed, this, &Messenger::noticed);
     connect(&d->log, &LogService::logged, this, &Messenger::logged);
     connect(&d->console, &Console::seen, this, &Messenger::xmlSeen);
@@ -122,8 +124,8 @@ std::optional<Account> Messenger::account(const QString& jid) const {
 QString Messenger::addAccount(const QString& jid, const QString& password, const QVariantMap& settings) {
     if (!d->running()) return QCoreApplication::translate("Messenger", "Wtyczka nie jest wczytana.");
     if (!looksLikeJid(jid)) return QCoreApplication::translate("Messenger", "To nie jest adres konta: %1").arg(jid);
-    for (const QString& name : settings.keys()) {
-        if (!canBeSettingKey(name)) return unusableSettingKey(name);
+    for (auto at = settings.begin(); at != settings.end(); ++at) {
+        if (QString fault = settingFault(at.key(), at.value()); !fault.isEmpty()) return fault;
     }
     if (auto* known = d->find(jid)) {
         changeAccount(*known->settings, jid, password, settings);
@@ -144,10 +146,17 @@ QString Messenger::addAccount(const QString& jid, const QString& password, const
     return {};
 }
 
+QString Messenger::removeAccount(const QString& jid, bool withHistory) {
+    return d->with(jid, [&](AccountEntry& entry) {
+        d->removeAccount(entry, withHistory);
+        return QString();
+    });
+}
+
 QString Messenger::setStatus(const QString& account, Status status, const QString& description) {
     return d->with(account, [&](AccountEntry& entry) {
-        d->passwords.whenLoaded(
-            entry.key, [this, &entry, status, description] { d->sessions.setStatus(entry, status, description); });
+        d->passwords.whenLoaded(entry.key,
+                                [this, &entry, status, description] { d->setStatus(entry, status, description); });
         return QString();
     });
 }
@@ -159,7 +168,9 @@ QVariant Messenger::settingValue(const QString& account, const QString& name) co
 
 QString Messenger::setSetting(const QString& account, const QString& name, const QVariant& value) {
     return d->with(account, [&](AccountEntry& entry) {
-        return entry.settings->set(name, value) ? d->writeSettings(entry) : unusableSettingKey(name);
+        if (QString fault = settingFault(name, value); !fault.isEmpty()) return fault;
+        entry.settings->set(name, value);
+        return d->writeSettings(entry);
     });
 }
 
@@ -239,6 +250,17 @@ QString Messenger::resendMessage(qint64 number) {
     return d->with(message->account, [&](AccountEntry& entry) {
         d->delivery.resend(entry, *message);
         return QString();
+    });
+}
+
+QString Messenger::cancelMessage(qint64 number) {
+    const auto message = d->history.message(number);
+    if (!message || message->direction != Direction::out || message->state != DeliveryState::queued)
+        return QCoreApplication::translate("Messenger", "Ta wiadomość nie czeka na wysłanie.");
+    return d->with(message->account, [&](AccountEntry& entry) {
+        return d->delivery.cancel(entry, *message)
+                   ? QString()
+                   : QCoreApplication::translate("Messenger", "Nie można wycofać wiadomości.");
     });
 }
 

@@ -75,6 +75,9 @@ public:
     /// The password goes to the key ring; without one a box asks whether it may lie in the account's file, unless
     /// `OKU/PasswordInFile` says so.
     QString addAccount(const QString& jid, const QString& password, const QVariantMap& settings = {});
+    /// Removes the account with its settings, contact list and passwords; its history stays unless `withHistory`. It
+    /// signs off before, with all others, which go back online. accountRemoved() follows.
+    QString removeAccount(const QString& jid, bool withHistory = false);
     /// Sets the own status. A choice made while a login is under way is kept and given when the roster is complete.
     QString setStatus(const QString& account, Status status, const QString& description = {});
     /// A setting of the account: an integer or a text; invalid when it is not set.
@@ -107,6 +110,8 @@ public:
                         MessageKind kind = MessageKind::chat, const QString& subject = {}, qint64* number = nullptr);
     /// Sends a message that is failed or not confirmed once more; it keeps its number.
     QString resendMessage(qint64 number);
+    /// Takes a message back that waits for a login; it goes from the history. messageStateChanged() tells it.
+    QString cancelMessage(qint64 number);
     QString sendTyping(const QString& account, const QString& to, bool composing);
     /// Sets the contact's count of unread messages to 0.
     void markRead(const QString& account, const QString& jid);
@@ -152,6 +157,7 @@ public:
 signals:
     /// An account was added or changed.
     void accountChanged(const QString& account);
+    void accountRemoved(const QString& account);
     void connectionChanged(const QString& account, oku::ConnectionState state, const QString& reason);
     void ownStatusChanged(const QString& account, oku::Status status, const QString& description);
     /// The account's list is complete: after a login, and once at start with the last list that is known. What became
@@ -170,7 +176,8 @@ signals:
     void messageSent(const QString& account, const oku::Message& message);
     /// A message waits for the next login.
     void messageQueued(const QString& account, const oku::Message& message);
-    /// The delivery state of a message that was sent earlier changed (unconfirmed, failed, sent).
+    /// The delivery state of a message that was sent earlier changed (unconfirmed, failed, sent), or one
+    /// that waited was cancelled.
     void messageStateChanged(const QString& account, const oku::Message& message);
     void typingReceived(const QString& account, const QString& jid, bool composing);
     /// Somebody asks to see the own presence: answer with authorize() or deny().

@@ -87,6 +87,31 @@ void Passwords::whenLoaded(const QString& path, std::function<void()> then) {
     known.waiting.push_back(std::move(then));
 }
 
+void Passwords::forget(const QString& path) {
+    const auto found = accounts_.find(path);
+    if (found == accounts_.end() || !found->second.file) return;
+    Account& account = found->second;
+    if (account.question) boxes_.answer(account.question, BoxButton::no);
+    for (Secret& secret : account.secrets) {
+        if (ring_ && secret.inRing()) {
+            ++writes_;
+            ring_->remove(secret.ringName(), [self = QPointer(this), jid = secret.jid](const QString& error) {
+                if (self) self->removedFromRing(jid, error);
+            });
+        }
+        secret.jid.clear();
+        secret.password.clear();
+    }
+}
+
+void Passwords::removedFromRing(const QString& jid, const QString& error) {
+    if (!error.isEmpty()) {
+        emit noticed(
+            jid, QCoreApplication::translate("Passwords", "Hasło konta %1 zostało w pęku kluczy: %2").arg(jid, error));
+    }
+    if (--writes_ == 0) emit written();
+}
+
 void Passwords::changed(const QString& path, const QString& key) {
     const bool agreed = key == inFileKey();
     const auto isPassword = [&](const Kind& kind) { return key == QString::fromUtf16(kind.key); };

@@ -30,6 +30,8 @@ public:
     void load(const std::shared_ptr<SettingsFile>& file);
     /// Runs `then` when the account's passwords are known, or known to be lost: mostly at once.
     void whenLoaded(const QString& path, std::function<void()> then);
+    /// Removes the passwords of the account with these settings from the key ring, and knows them no more.
+    void forget(const QString& path);
     /// From here on an answer to an open question is not the user's own.
     void stopAsking() { asking_ = false; }
     /// The key ring has not answered to all that was given to it.
@@ -80,6 +82,7 @@ private:
     void keepInFile(Secret& secret);
     void ask(Account& account, const QString& jid);
     void loaded(Secret& secret, const QString& password, const QString& error);
+    void removedFromRing(const QString& jid, const QString& error);
     void keptInRing(Secret& secret, const QString& password, const QString& error);
 
     SettingsService& settings_;

@@ -84,6 +84,14 @@ bool SettingsFile::write() {
     return true;
 }
 
+bool SettingsFile::remove() {
+    saveTimer_.stop();
+    values_.clear();
+    offDisk_.clear();
+    dirty_ = false;
+    return !QFile::exists(path_) || QFile::remove(path_);
+}
+
 void SettingsFile::tellOnce(const QString& failure) {
     if (!std::exchange(failureTold_, true)) emit noticed(failure);
 }

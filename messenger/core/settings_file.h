@@ -30,6 +30,9 @@ public:
     /// and it is tried again every few seconds.
     bool write();
 
+    /// Removes the file with all that stands in it. False when it is still there.
+    bool remove();
+
     /// A qlonglong or a QString; invalid when the key is not there.
     [[nodiscard]] QVariant value(const QString& key) const { return values_.value(key); }
     /// The value as a number; text that is not a number, or no value, gives `fallback`.
@@ -64,6 +67,5 @@ private:
     bool unreadable_ = false;
     bool failureTold_ = false;
 };
-
 
 }  // namespace oku

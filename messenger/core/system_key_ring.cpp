@@ -35,6 +35,16 @@ public:
         job->start();
     }
 
+    void remove(const QString& account, std::function<void(const QString&)> done) override {
+        auto* job = new QKeychain::DeletePasswordJob(kService, &jobs_);
+        job->setKey(account);
+        QObject::connect(job, &QKeychain::Job::finished, &jobs_, [job, done = std::move(done)] {
+            const bool gone = job->error() == QKeychain::NoError || job->error() == QKeychain::EntryNotFound;
+            done(gone ? QString() : job->errorString());
+        });
+        job->start();
+    }
+
 private:
     QObject jobs_;  ///< owns what is under way
 };

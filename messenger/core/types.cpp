@@ -31,7 +31,7 @@ QString connectionStateWord(ConnectionState state) {
 }
 
 QString deliveryStateWord(DeliveryState state) {
-    constexpr std::array words = {"received", "queued", "sent", "unconfirmed", "failed"};
+    constexpr std::array words = {"received", "queued", "sent", "unconfirmed", "failed", "cancelled"};
     return QString::fromLatin1(words[static_cast<std::size_t>(state)]);
 }
 

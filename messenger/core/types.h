@@ -68,7 +68,8 @@ enum class MessageKind { chat, normal };
 enum class Direction { in, out };
 
 /// Where an outgoing message is. `unconfirmed`: it was handed to a connection that then died.
-enum class DeliveryState { received, queued, sent, unconfirmed, failed };
+/// `cancelled` is one that was taken back while it waited; it is in no history any more.
+enum class DeliveryState { received, queued, sent, unconfirmed, failed, cancelled };
 
 /// The same word as the enumerator's.
 QString deliveryStateWord(DeliveryState state);

@@ -18,6 +18,7 @@ public:
     virtual ~ClientListener() = default;
 
     virtual void accountChanged(const QString& account) = 0;
+    virtual void accountRemoved(const QString& account) = 0;
     virtual void connectionChanged(const QString& account, ConnectionState state, const QString& reason) = 0;
     virtual void ownStatusChanged(const QString& account, Status status, const QString& description) = 0;
     virtual void rosterComplete(const QString& account) = 0;
@@ -61,6 +62,7 @@ public:
                            [&](const Account& one) { return one.jid == account && one.encrypted; });
     }
     virtual QString addAccount(const QString& jid, const QString& password, const QVariantMap& settings) = 0;
+    virtual QString removeAccount(const QString& jid, bool withHistory) = 0;
     virtual QString setStatus(const QString& account, Status status, const QString& description) = 0;
     virtual QVariant settingValue(const QString& account, const QString& key) const = 0;
     virtual QString setSetting(const QString& account, const QString& key, const QVariant& value) = 0;
@@ -80,6 +82,7 @@ public:
     virtual QString sendMessage(const QString& account, const QString& to, const QString& body, MessageKind kind,
                                 const QString& subject) = 0;
     virtual QString resendMessage(qint64 number) = 0;
+    virtual QString cancelMessage(qint64 number) = 0;
     virtual QString sendTyping(const QString& account, const QString& to, bool composing) = 0;
     virtual void markRead(const QString& account, const QString& jid) = 0;
     virtual QList<Message> history(const QString& account, const QString& with, int limit,

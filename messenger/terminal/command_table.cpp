@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::array kSettings = std::to_array<SettingRow>({
     {"XMPP/User", false, QT_TRANSLATE_NOOP("SettingKeys", "adres konta z zasobem")},
-    {"XMPP/Priority", true, QT_TRANSLATE_NOOP("SettingKeys", "priorytet połączenia, od -127 do 127")},
+    {"XMPP/Priority", true, QT_TRANSLATE_NOOP("SettingKeys", "priorytet połączenia, od -128 do 127")},
     {"XMPP/AuthType", true,
      QT_TRANSLATE_NOOP("SettingKeys", "prośby o autoryzację: 0 pytaj, 1 odmawiaj, 2 przyjmuj, 3 pomijaj")},
     {"XMPP/MessageAsChat", true, QT_TRANSLATE_NOOP("SettingKeys", "1: zwykłe wiadomości jak rozmowa")},
@@ -49,9 +49,10 @@ std::span<const CommandRow> commandTable() {
     static constexpr std::array rows = std::to_array<CommandRow>({
         {"help", QT_TRANSLATE_NOOP("Commands", "[POLECENIE]"),
          QT_TRANSLATE_NOOP("Commands", "lista poleceń albo opis jednego"), Command, None, false, &C::help},
-        {"account", QT_TRANSLATE_NOOP("Commands", "[add JID [SERWER[:PORT]] | password | JID | NUMER]"),
-         QT_TRANSLATE_NOOP("Commands", "lista kont; dodaje konto, zmienia hasło, wybiera konto poleceń"), Account, None,
-         false, &C::account},
+        {"account",
+         QT_TRANSLATE_NOOP("Commands", "[add JID [SERWER[:PORT]] | password | remove JID [history] | JID | NUMER]"),
+         QT_TRANSLATE_NOOP("Commands", "lista kont; dodaje i usuwa konto, zmienia hasło, wybiera konto poleceń"),
+         Account, None, false, &C::account},
         {"online", description, QT_TRANSLATE_NOOP("Commands", "status: dostępny (łączy z serwerem)"), None, None, true,
          &C::online},
         {"chat", description, QT_TRANSLATE_NOOP("Commands", "status: chętny do rozmowy"), None, None, true, &C::chat},
@@ -97,6 +98,9 @@ std::span<const CommandRow> commandTable() {
          &C::exportTo},
         {"resend", QT_TRANSLATE_NOOP("Commands", "NUMER"),
          QT_TRANSLATE_NOOP("Commands", "wysyła ponownie wiadomość bez potwierdzenia"), None, None, false, &C::resend},
+        {"cancel", QT_TRANSLATE_NOOP("Commands", "[NUMER]"),
+         QT_TRANSLATE_NOOP("Commands", "wycofuje wiadomość, która czeka; bez numeru ostatnią w rozmowie"), None, None,
+         false, &C::cancel},
         {"info", anyone, QT_TRANSLATE_NOOP("Commands", "program, wersja i możliwości kontaktu"), Contact, None, true,
          &C::info},
         {"server", none, QT_TRANSLATE_NOOP("Commands", "możliwości serwera"), None, None, true, &C::server},

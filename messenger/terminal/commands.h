@@ -80,6 +80,7 @@ private:
     QString history(Arguments& arguments);
     QString exportTo(Arguments& arguments);
     QString resend(Arguments& arguments);
+    QString cancel(Arguments& arguments);
     QString info(Arguments& arguments);
     QString server(Arguments& arguments);
     QString answer(Arguments& arguments);
@@ -94,6 +95,7 @@ private:
 
     QString setStatus(Status status, Arguments& arguments);
     void listAccounts();
+    QString removeAccount(Arguments& arguments);
     QString passwordFor(const QString& jid, const QString& server);
     QString pickAccount(const QString& text);
     void listContact(const Contact& contact);

@@ -42,7 +42,17 @@ QString Commands::account(Arguments& arguments) {
         session_.addAccount(session_.account(), {});
         return {};
     }
+    if (word == QLatin1String("remove")) return removeAccount(arguments);
     return pickAccount(word);
+}
+
+// The whole address is asked for, so that nothing goes by a slip.
+QString Commands::removeAccount(Arguments& arguments) {
+    const QString jid = arguments.word();
+    const QString more = arguments.word();
+    const bool withHistory = more == QLatin1String("history");
+    if (jid.isEmpty() || (!more.isEmpty() && !withHistory)) return say(Text::Usage);
+    return session_.client().removeAccount(jid, withHistory);
 }
 
 void Commands::listAccounts() {

@@ -1,4 +1,5 @@
 // Commands about conversations and their history.
+#include <algorithm>
 #include <QDir>
 #include <QFileInfo>
 #include <utility>
@@ -28,6 +29,7 @@ QString historyLine(const Session& session, const Message& message) {
         case DeliveryState::failed:
             return line + QStringLiteral(" (%1)").arg(deliveryText(message, name));
         case DeliveryState::received:
+        case DeliveryState::cancelled:
         case DeliveryState::sent:
             break;
     }
@@ -113,6 +115,21 @@ QString Commands::exportTo(Arguments& arguments) {
     const QString reason = session_.client().exportHistory(account, peer.jid, path, agreed);
     if (reason.isEmpty()) session_.tell(say(Text::Exported, path));
     return reason;
+}
+
+// In a conversation, without a number: the last one that waits.
+QString Commands::cancel(Arguments& arguments) {
+    const QString word = arguments.word();
+    bool isNumber = false;
+    const qint64 number = word.toLongLong(&isNumber);
+    if (isNumber) return session_.client().cancelMessage(number);
+    const Peer peer = session_.windows().current();
+    if (!word.isEmpty()) return say(Text::BadNumber, word);
+    if (peer.none()) return say(Text::Usage);
+    const QList<Message> recent = session_.client().history(peer.account, peer.jid, kFoundMessages, {});
+    const auto waiting = std::find_if(recent.rbegin(), recent.rend(),
+                                      [](const Message& message) { return message.state == DeliveryState::queued; });
+    return waiting == recent.rend() ? say(Text::NothingWaits) : session_.client().cancelMessage(waiting->number);
 }
 
 QString Commands::resend(Arguments& arguments) {

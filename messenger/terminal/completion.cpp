@@ -96,7 +96,7 @@ QStringList Commands::candidates(ArgumentKind kind, const QString& typed) const 
             for (const Contact& contact : client.contacts(session_.account())) found << contact.group;
             break;
         case ArgumentKind::Account:
-            found << QStringLiteral("add") << QStringLiteral("password");
+            found << QStringLiteral("add") << QStringLiteral("password") << QStringLiteral("remove");
             for (const Account& one : client.accounts()) found << one.jid;
             break;
         case ArgumentKind::Setting:

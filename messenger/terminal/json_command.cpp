@@ -20,6 +20,8 @@ constexpr std::array kStatus = {JsonField{"status", JsonType::Text, true},
 constexpr std::array kMessage = {JsonField{"to", JsonType::Text, true}, JsonField{"body", JsonType::Text, true},
                                  JsonField{"subject", JsonType::Text, false}, JsonField{"kind", JsonType::Text, false}};
 constexpr std::array kResend = {JsonField{"message", JsonType::Whole, true}};
+constexpr std::array kRemoveAccount = {JsonField{"jid", JsonType::Text, true},
+                                       JsonField{"history", JsonType::Flag, false}};
 constexpr std::array kTyping = {JsonField{"to", JsonType::Text, true}, JsonField{"composing", JsonType::Flag, true}};
 constexpr std::array kAdd = {JsonField{"jid", JsonType::Text, true}, JsonField{"name", JsonType::Text, false},
                              JsonField{"group", JsonType::Text, false}};
@@ -41,7 +43,7 @@ constexpr std::array kShapes = std::to_array<JsonCommandShape>({
     {"remove", kJid},      {"subscribe", kJid}, {"authorize", kAuthorize}, {"deny", kJid},
     {"answer", kAnswer},   {"roster", {}},      {"history", kHistory},     {"set", kSet},
     {"get", kGet},         {"raw", kRaw},       {"console", kConsole},     {"info", kJid},
-    {"server", {}},        {"quit", {}},
+    {"server", {}},        {"quit", {}},        {"cancel", kResend},       {"remove-account", kRemoveAccount},
 });
 
 bool hasType(const QJsonValue& value, JsonType type) {

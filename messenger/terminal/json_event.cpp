@@ -45,6 +45,12 @@ QByteArray jsonReady(const QList<Account>& accounts, const QString& profile) {
     return std::move(line).take();
 }
 
+QByteArray jsonAccountRemoved(const QString& account) {
+    JsonLine line(u"account-removed", account);
+    line.put("jid", account);
+    return std::move(line).take();
+}
+
 QByteArray jsonAccount(const QString& account) {
     JsonLine line(u"account", account);
     line.put("jid", account);

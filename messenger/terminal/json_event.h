@@ -11,6 +11,7 @@ namespace oku::terminal {
 
 QByteArray jsonReady(const QList<Account>& accounts, const QString& profile);
 QByteArray jsonAccount(const QString& account);
+QByteArray jsonAccountRemoved(const QString& account);
 QByteArray jsonConnection(const QString& account, ConnectionState state, bool encrypted, const QString& reason);
 QByteArray jsonStatus(const QString& account, Status status, const QString& description);
 QByteArray jsonRoster(const QString& account, const QList<Contact>& contacts);

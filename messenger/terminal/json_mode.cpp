@@ -43,6 +43,8 @@ const JsonMode::Row JsonMode::kRows[] = {
     {"status", true, &JsonMode::onStatus},
     {"message", true, &JsonMode::onMessage},
     {"resend", false, &JsonMode::onResend},
+    {"cancel", false, &JsonMode::onCancel},
+    {"remove-account", false, &JsonMode::onRemoveAccount},
     {"typing", true, &JsonMode::onTyping},
     {"add", true, &JsonMode::onAdd},
     {"rename", true, &JsonMode::onRename},
@@ -180,6 +182,14 @@ JsonMode::Outcome JsonMode::onMessage(const QString& account, const JsonCommand&
 // The number alone says which account wrote the message.
 JsonMode::Outcome JsonMode::onResend(const QString&, const JsonCommand& command) {
     return {client_.resendMessage(command.whole("message", 0))};
+}
+
+JsonMode::Outcome JsonMode::onCancel(const QString&, const JsonCommand& command) {
+    return {client_.cancelMessage(command.whole("message", 0))};
+}
+
+JsonMode::Outcome JsonMode::onRemoveAccount(const QString&, const JsonCommand& command) {
+    return {client_.removeAccount(command.text("jid"), command.flag("history", false))};
 }
 
 JsonMode::Outcome JsonMode::onTyping(const QString& account, const JsonCommand& command) {

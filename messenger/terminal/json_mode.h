@@ -34,6 +34,7 @@ public:
     void end();
 
     void accountChanged(const QString& account) override;
+    void accountRemoved(const QString& account) override;
     void connectionChanged(const QString& account, ConnectionState state, const QString& reason) override;
     void ownStatusChanged(const QString& account, Status status, const QString& description) override;
     void rosterComplete(const QString& account) override;
@@ -84,6 +85,8 @@ private:
     Outcome onStatus(const QString& account, const JsonCommand& command);
     Outcome onMessage(const QString& account, const JsonCommand& command);
     Outcome onResend(const QString& account, const JsonCommand& command);
+    Outcome onCancel(const QString& account, const JsonCommand& command);
+    Outcome onRemoveAccount(const QString& account, const JsonCommand& command);
     Outcome onTyping(const QString& account, const JsonCommand& command);
     Outcome onAdd(const QString& account, const JsonCommand& command);
     Outcome onRename(const QString& account, const JsonCommand& command);

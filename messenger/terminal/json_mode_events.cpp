@@ -8,6 +8,11 @@ namespace oku::terminal {
 
 void JsonMode::accountChanged(const QString& account) { emitEvent(jsonAccount(account)); }
 
+void JsonMode::accountRemoved(const QString& account) {
+    if (account_ == account) account_.clear();
+    emitEvent(jsonAccountRemoved(account));
+}
+
 void JsonMode::connectionChanged(const QString& account, ConnectionState state, const QString& reason) {
     emitEvent(jsonConnection(account, state, client_.encrypted(account), reason));
 }

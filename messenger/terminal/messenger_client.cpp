@@ -18,6 +18,7 @@ void MessengerClient::setListener(ClientListener* listener) {
                          [listener, function](const auto&... values) { (listener->*function)(values...); });
     };
     hear(&Messenger::accountChanged, &ClientListener::accountChanged);
+    hear(&Messenger::accountRemoved, &ClientListener::accountRemoved);
     hear(&Messenger::connectionChanged, &ClientListener::connectionChanged);
     hear(&Messenger::ownStatusChanged, &ClientListener::ownStatusChanged);
     hear(&Messenger::rosterComplete, &ClientListener::rosterComplete);
@@ -49,6 +50,10 @@ QList<Account> MessengerClient::accounts() const { return messenger_.accounts();
 
 QString MessengerClient::addAccount(const QString& jid, const QString& password, const QVariantMap& settings) {
     return messenger_.addAccount(jid, password, settings);
+}
+
+QString MessengerClient::removeAccount(const QString& jid, bool withHistory) {
+    return messenger_.removeAccount(jid, withHistory);
 }
 
 QString MessengerClient::setStatus(const QString& account, Status status, const QString& description) {
@@ -105,6 +110,7 @@ QString MessengerClient::sendMessage(const QString& account, const QString& to, 
     return messenger_.sendMessage(account, to, body, kind, subject);
 }
 
+QString MessengerClient::cancelMessage(qint64 number) { return messenger_.cancelMessage(number); }
 QString MessengerClient::resendMessage(qint64 number) { return messenger_.resendMessage(number); }
 
 QString MessengerClient::sendTyping(const QString& account, const QString& to, bool composing) {

@@ -20,6 +20,7 @@ public:
     QString profileDir() const override;
     QList<Account> accounts() const override;
     QString addAccount(const QString& jid, const QString& password, const QVariantMap& settings) override;
+    QString removeAccount(const QString& jid, bool withHistory) override;
     QString setStatus(const QString& account, Status status, const QString& description) override;
     QVariant settingValue(const QString& account, const QString& key) const override;
     QString setSetting(const QString& account, const QString& key, const QVariant& value) override;
@@ -36,6 +37,7 @@ public:
     QString sendMessage(const QString& account, const QString& to, const QString& body, MessageKind kind,
                         const QString& subject) override;
     QString resendMessage(qint64 number) override;
+    QString cancelMessage(qint64 number) override;
     QString sendTyping(const QString& account, const QString& to, bool composing) override;
     void markRead(const QString& account, const QString& jid) override;
     QList<Message> history(const QString& account, const QString& with, int limit,

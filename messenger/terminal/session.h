@@ -132,6 +132,7 @@ public:
     void addAccount(const QString& jid, const QString& server);
 
     void accountChanged(const QString& account) override;
+    void accountRemoved(const QString& account) override;
     void connectionChanged(const QString& account, ConnectionState state, const QString& reason) override;
     void ownStatusChanged(const QString& account, Status status, const QString& description) override;
     void rosterComplete(const QString& account) override;

@@ -36,6 +36,12 @@ void Session::accountChanged(const QString& account) {
     tellOf({account, {}}, say(Text::AccountIsThere, account), Style::Plain, kDash);
 }
 
+void Session::accountRemoved(const QString& account) {
+    toldAccounts_.removeAll(account);
+    if (options_.account == account) options_.account.clear();
+    tellOf({account, {}}, say(Text::AccountGone, account), Style::Plain, kDash);
+}
+
 void Session::connectionChanged(const QString& account, ConnectionState state, const QString& reason) {
     connections_.insert(account, state);
     if (state == ConnectionState::offline) {
@@ -223,7 +229,11 @@ void Session::messageQueued(const QString&, const Message& message) { append(mes
 
 void Session::messageStateChanged(const QString& account, const Message& message) {
     const Peer peer{account, message.contact};
-    const bool good = message.state == DeliveryState::sent;
+    const bool cancelled = message.state == DeliveryState::cancelled;
+    if (cancelled) {
+        std::erase_if(log_, [&](const LogEntry& entry) { return entry.queued && entry.message == message.number; });
+    }
+    const bool good = cancelled || message.state == DeliveryState::sent;
     QString text = deliveryText(message, nameOf(peer));
     if (!good) text += QStringLiteral(" — ") + say(Text::ResendHint, message.number);
     tellOf(peer, text, good ? Style::Faint : Style::Error, good ? kDash : kBang);

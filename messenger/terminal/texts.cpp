@@ -46,6 +46,7 @@ constexpr std::array kTexts = std::to_array<TextRow>({
      QT_TRANSLATE_NOOP("Terminal",
                        "wiadomość %1 do %2 nie została potwierdzona: połączenie zerwało się po jej wysłaniu")},
     {Text::DeliveryFailed, QT_TRANSLATE_NOOP("Terminal", "wiadomość %1 do %2 nie została dostarczona")},
+    {Text::DeliveryCancelled, QT_TRANSLATE_NOOP("Terminal", "wiadomość %1 do %2 została wycofana")},
     {Text::DeliveryQueued, QT_TRANSLATE_NOOP("Terminal", "wiadomość %1 do %2 czeka na zalogowanie")},
     {Text::CertificateNotice, QT_TRANSLATE_NOOP("Terminal", "certyfikat serwera %1 odrzucony: %2; odcisk SHA-256: %3")},
     {Text::StatusOnline, QT_TRANSLATE_NOOP("Terminal", "dostępny")},
@@ -156,6 +157,8 @@ constexpr std::array kTexts = std::to_array<TextRow>({
     {Text::HistoryEmpty, QT_TRANSLATE_NOOP("Terminal", "brak wiadomości")},
     {Text::Exported, QT_TRANSLATE_NOOP("Terminal", "historia zapisana: %1")},
     {Text::ExportExists, QT_TRANSLATE_NOOP("Terminal", "plik %1 już jest. Zastąpić go? Jeśli tak, powtórz polecenie.")},
+    {Text::NothingWaits, QT_TRANSLATE_NOOP("Terminal", "w tej rozmowie żadna wiadomość nie czeka")},
+    {Text::AccountGone, QT_TRANSLATE_NOOP("Terminal", "usunięto konto %1")},
     {Text::HowToQuit, QT_TRANSLATE_NOOP("Terminal", "program kończy /quit albo Ctrl-D")},
 });
 

@@ -42,6 +42,7 @@ enum class Text {
     DeliverySent,
     DeliveryUnconfirmed,
     DeliveryFailed,
+    DeliveryCancelled,
     DeliveryQueued,
     CertificateNotice,
     // States
@@ -144,6 +145,8 @@ enum class Text {
     HistoryEmpty,
     Exported,
     ExportExists,
+    NothingWaits,
+    AccountGone,
     HowToQuit,
     Count
 };

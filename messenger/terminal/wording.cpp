@@ -91,6 +91,8 @@ QString deliveryText(const Message& message, const QString& to) {
             return tell(Text::DeliveryUnconfirmed);
         case DeliveryState::failed:
             return tell(Text::DeliveryFailed);
+        case DeliveryState::cancelled:
+            return tell(Text::DeliveryCancelled);
         case DeliveryState::received:
         case DeliveryState::sent:
             break;

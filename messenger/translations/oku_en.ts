@@ -43,14 +43,6 @@ Trust this certificate on this account from now on?</translation>
         <translation>all commands, or one of them</translation>
     </message>
     <message>
-        <source>[add JID [SERWER[:PORT]] | password | JID | NUMER]</source>
-        <translation>[add JID [SERVER[:PORT]] | password | JID | NUMBER]</translation>
-    </message>
-    <message>
-        <source>lista kont; dodaje konto, zmienia hasło, wybiera konto poleceń</source>
-        <translation>lists accounts; adds one, changes the password, picks the one commands mean</translation>
-    </message>
-    <message>
         <source>status: dostępny (łączy z serwerem)</source>
         <translation>status: available (connects)</translation>
     </message>
@@ -262,6 +254,18 @@ Trust this certificate on this account from now on?</translation>
         <source>lista kontaktów obok rozmów: jest czy nie, tylko dostępni czy wszyscy</source>
         <translation>the contact list beside the log: there or not, those who can be reached or all</translation>
     </message>
+    <message>
+        <source>[add JID [SERWER[:PORT]] | password | remove JID [history] | JID | NUMER]</source>
+        <translation>[add JID [SERVER[:PORT]] | password | remove JID [history] | JID | NUMBER]</translation>
+    </message>
+    <message>
+        <source>lista kont; dodaje i usuwa konto, zmienia hasło, wybiera konto poleceń</source>
+        <translation>lists, adds and removes accounts, changes the password, picks the account of commands</translation>
+    </message>
+    <message>
+        <source>wycofuje wiadomość, która czeka; bez numeru ostatnią w rozmowie</source>
+        <translation>takes back a message that waits; without a number the last in the conversation</translation>
+    </message>
 </context>
 <context>
     <name>ContactList</name>
@@ -335,6 +339,10 @@ Trust this certificate on this account from now on?</translation>
         <source>pochodzi z nowszej wersji programu</source>
         <translation>it comes from a newer version of the program</translation>
     </message>
+    <message>
+        <source>Nie można usunąć z archiwum rozmów: %1</source>
+        <translation>The history cannot give something up: %1</translation>
+    </message>
 </context>
 <context>
     <name>HostCore</name>
@@ -381,6 +389,10 @@ Trust this certificate on this account from now on?</translation>
     <message>
         <source>Zanim połączenie było szyfrowane, przyszły dane, którym nie można ufać. Zostały odrzucone.</source>
         <translation>Before the connection was encrypted, data came that cannot be trusted. It was rejected.</translation>
+    </message>
+    <message>
+        <source>Nie można usunąć pliku %1</source>
+        <translation>The file %1 cannot be removed</translation>
     </message>
 </context>
 <context>
@@ -440,6 +452,14 @@ Trust this certificate on this account from now on?</translation>
     <message>
         <source>Zmiana działa, ale nie można jej zapisać w pliku %1.</source>
         <translation>The change counts, but it cannot be saved in the file %1.</translation>
+    </message>
+    <message>
+        <source>Ta wiadomość nie czeka na wysłanie.</source>
+        <translation>This message does not wait to be sent.</translation>
+    </message>
+    <message>
+        <source>Nie można wycofać wiadomości.</source>
+        <translation>The message cannot be taken back.</translation>
     </message>
 </context>
 <context>
@@ -756,6 +776,10 @@ Commands inside the program: /help. All of it: man oku-terminal
         <source>Hasło</source>
         <translation>Password</translation>
     </message>
+    <message>
+        <source>Hasło konta %1 zostało w pęku kluczy: %2</source>
+        <translation>The password of the account %1 stayed in the key ring: %2</translation>
+    </message>
 </context>
 <context>
     <name>PluginLoader</name>
@@ -872,8 +896,8 @@ Commands inside the program: /help. All of it: man oku-terminal
         <translation>the account&apos;s address with its resource</translation>
     </message>
     <message>
-        <source>priorytet połączenia, od -127 do 127</source>
-        <translation>the connection&apos;s priority, -127 to 127</translation>
+        <source>priorytet połączenia, od -128 do 127</source>
+        <translation>the connection&apos;s priority, -128 to 127</translation>
     </message>
     <message>
         <source>prośby o autoryzację: 0 pytaj, 1 odmawiaj, 2 przyjmuj, 3 pomijaj</source>
@@ -1005,6 +1029,18 @@ Commands inside the program: /help. All of it: man oku-terminal
     <message>
         <source>Nie można zapisać ustawień w pliku %1: %2. Dawny plik zostaje, zapis będzie ponawiany.</source>
         <translation>The settings cannot be saved in the file %1: %2. The old file stays, and saving will be tried again.</translation>
+    </message>
+    <message>
+        <source>%1 to liczba całkowita od %2 do %3.</source>
+        <translation>%1 is a whole number from %2 to %3.</translation>
+    </message>
+    <message>
+        <source>Port w %1 to liczba całkowita od 1 do %2.</source>
+        <translation>The port in %1 is a whole number from 1 to %2.</translation>
+    </message>
+    <message>
+        <source>%1 to adres konta.</source>
+        <translation>%1 is the address of an account.</translation>
     </message>
 </context>
 <context>
@@ -1553,6 +1589,18 @@ Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
     <message>
         <source>lista obok rozmów jest tylko na ekranie; tutaj wypisuje ją /roster</source>
         <translation>the list beside the log needs a screen; here /roster writes it</translation>
+    </message>
+    <message>
+        <source>wiadomość %1 do %2 została wycofana</source>
+        <translation>message %1 to %2 was taken back</translation>
+    </message>
+    <message>
+        <source>w tej rozmowie żadna wiadomość nie czeka</source>
+        <translation>no message of this conversation waits</translation>
+    </message>
+    <message>
+        <source>usunięto konto %1</source>
+        <translation>the account %1 was removed</translation>
     </message>
 </context>
 </TS>

@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 #include <cerrno>
+#include <cstring>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -79,6 +80,94 @@ TEST_F(Facade, RefusesASettingWhoseKeyTheFileCannotHold) {
     EXPECT_TRUE(messenger->setSetting(kAlice, bad, 1).contains(bad));
     EXPECT_FALSE(setting(kAlice, "a=b").isValid());
     EXPECT_EQ(messenger->setSetting(kAlice, QStringLiteral("XMPP/Priority"), 1), QString());
+}
+
+TEST_F(Facade, ChecksTheKindAndRangeOfSettings) {
+    ASSERT_EQ(messenger->start(), QString());
+    messenger->addAccount(kAlice, QStringLiteral("a"));
+    const auto fault = [&](const char* key, const QVariant& value) {
+        const QString name = QString::fromLatin1(key);
+        const QVariant old = messenger->settingValue(kAlice, name);
+        const QString reason = messenger->setSetting(kAlice, name, value);
+        EXPECT_EQ(messenger->settingValue(kAlice, name) == old, !reason.isEmpty() || old == value) << key;
+        EXPECT_TRUE(reason.isEmpty() || reason.contains(name)) << reason.toStdString();
+        return !reason.isEmpty();
+    };
+    for (const int priority : {-129, 128, 500}) EXPECT_TRUE(fault("XMPP/Priority", priority)) << priority;
+    for (const int priority : {-128, 0, 127}) EXPECT_FALSE(fault("XMPP/Priority", priority)) << priority;
+    EXPECT_TRUE(fault("XMPP/Priority", QStringLiteral("high")));
+    EXPECT_TRUE(fault("XMPP/Serv/SSL", 2));
+    EXPECT_TRUE(fault("XMPP/AuthType", 4));
+    for (const char* port : {"0", "65536", "x", "-1"}) EXPECT_TRUE(fault("XMPP/Proxy/Port", QString(port))) << port;
+    for (const char* port : {"1", "65535", ""}) EXPECT_FALSE(fault("XMPP/Proxy/Port", QString(port))) << port;
+    for (const char* server : {"host:", "host:0", "host:x", "[::1]:65536"})
+        EXPECT_TRUE(fault("XMPP/Serv/Host", QString(server))) << server;
+    for (const char* server : {"host", "host:5222", "[::1]:5222", "[::1]", "fe80::1:2", ""})
+        EXPECT_FALSE(fault("XMPP/Serv/Host", QString(server))) << server;
+    EXPECT_TRUE(fault("XMPP/User", QStringLiteral("nobody")));
+    EXPECT_FALSE(fault("XMPP/Unknown", QStringLiteral("anything")));
+    EXPECT_FALSE(messenger->addAccount(kAlice, {}, {{QStringLiteral("XMPP/Priority"), 500}}).isEmpty());
+    EXPECT_FALSE(
+        messenger->addAccount(QStringLiteral("b@example.org"), {}, {{QStringLiteral("XMPP/Priority"), 500}}).isEmpty());
+    EXPECT_EQ(messenger->accounts().size(), 1) << "nothing of it was done";
+}
+
+TEST_F(Facade, TakesBackAMessageThatWaits) {
+    ASSERT_EQ(messenger->start(), QString());
+    messenger->addAccount(kAlice, QStringLiteral("a"));
+    QStringList told;
+    QObject::connect(messenger.get(), &Messenger::messageStateChanged, messenger.get(),
+                     [&](const QString&, const Message& message) {
+                         told.append(message.body + u' ' + deliveryStateWord(message.state));
+                     });
+    qint64 number = 0;
+    const QString bob = QStringLiteral("bob@example.org");
+    EXPECT_EQ(messenger->sendMessage(kAlice, bob, QStringLiteral("oops"), MessageKind::chat, {}, &number), QString());
+    EXPECT_EQ(messenger->cancelMessage(number), QString());
+    EXPECT_EQ(told, QStringList(QStringLiteral("oops cancelled")));
+    EXPECT_TRUE(messenger->history(kAlice, bob).isEmpty());
+    EXPECT_NE(messenger->cancelMessage(number), QString()) << "once is enough";
+    EXPECT_NE(messenger->cancelMessage(4711), QString());
+    messenger.reset();
+    QFile file(directory.filePath(QStringLiteral("history.sqlite")));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_FALSE(file.readAll().contains("oops")) << "nothing of it is left";
+}
+
+TEST_F(Facade, RemovesAnAccountWithItsFiles) {
+    ASSERT_EQ(messenger->start(), QString());
+    const QString bob = QStringLiteral("bob@example.org");
+    QStringList removed;
+    QObject::connect(messenger.get(), &Messenger::accountRemoved, messenger.get(),
+                     [&](const QString& jid) { removed.append(jid); });
+    for (const bool withHistory : {false, true}) {
+        messenger->addAccount(kAlice, QStringLiteral("a"));
+        messenger->addAccount(bob, QStringLiteral("b"));
+        ASSERT_EQ(messenger->accounts().size(), 2);
+        const QString path = messenger->account(bob)->settingsPath;
+        const QString base = path.chopped(static_cast<int>(std::strlen(".config")));
+        for (const char* ending : {".contacts", ".roster"}) {
+            QFile file(base + QLatin1String(ending));
+            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        }
+        EXPECT_EQ(messenger->sendMessage(bob, kAlice, QStringLiteral("x")), QString());
+        EXPECT_EQ(messenger->removeAccount(bob, withHistory), QString());
+        ASSERT_EQ(messenger->accounts().size(), 1);
+        EXPECT_EQ(messenger->accounts()[0].jid, kAlice);
+        for (const char* ending : {".config", ".contacts", ".roster"})
+            EXPECT_FALSE(QFile::exists(base + QLatin1String(ending))) << ending;
+        const auto kept = messenger->history(bob, {});
+        ASSERT_EQ(kept.size(), withHistory ? 0 : 1);
+        if (!withHistory) {
+            EXPECT_EQ(kept[0].state, DeliveryState::failed) << "it goes out at no later login";
+        }
+        EXPECT_NE(messenger->removeAccount(bob), QString()) << "it is gone";
+    }
+    EXPECT_EQ(removed, (QStringList{bob, bob}));
+    EXPECT_EQ(messenger->removeAccount(kAlice), QString()) << "the first one as well";
+    EXPECT_TRUE(messenger->accounts().isEmpty());
+    messenger->addAccount(bob, QStringLiteral("new"));
+    EXPECT_EQ(setting(bob, "XMPP/Pass").toString(), QStringLiteral("new"));
 }
 
 TEST_F(Facade, LoadsThePluginAnewForAFurtherAccount) {

@@ -27,6 +27,12 @@ public:
             done(refusal);
         });
     }
+    void remove(const QString& account, std::function<void(const QString&)> done) override {
+        when([this, account, done] {
+            if (refusal.isEmpty()) kept.remove(account);
+            done(refusal);
+        });
+    }
     void answer() {
         slow = false;
         for (const auto& request : std::exchange(waiting, {})) request();
@@ -109,6 +115,21 @@ TEST_F(KeptPasswords, ForAProxyLieInTheKeyRingToo) {
     EXPECT_FALSE(file().contains("bramy"));
     EXPECT_EQ(messenger->settingValue(kAlice, key).toString(), QStringLiteral("hasło-bramy")) << "at the next start";
     EXPECT_EQ(password(), kSecret);
+}
+
+TEST_F(KeptPasswords, GoFromTheKeyRingWithTheirAccount) {
+    begin(ring);
+    add();
+    messenger->setSetting(kAlice, QStringLiteral("XMPP/Proxy/Pass"), QStringLiteral("hasło-bramy"));
+    EXPECT_EQ(ring->kept.size(), 2);
+    EXPECT_EQ(messenger->removeAccount(kAlice), QString());
+    EXPECT_TRUE(ring->kept.isEmpty());
+    EXPECT_TRUE(notices.isEmpty());
+    add();
+    EXPECT_EQ(ring->kept.value(kAlice), kSecret) << "the same password is kept anew";
+    ring->refusal = QStringLiteral("locked");
+    EXPECT_EQ(messenger->removeAccount(kAlice), QString());
+    EXPECT_EQ(notices.size(), 1) << "it is still there";
 }
 
 TEST_F(KeptPasswords, ForAProxyNeedTheSameConsentInAFile) {

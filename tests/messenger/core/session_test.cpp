@@ -158,6 +158,28 @@ TEST_F(SessionsOfAccounts, SendWhatWasWrittenOfflineAfterTheNextLogin) {
     EXPECT_EQ(plugin().log.size(), 2U) << "once is enough";
 }
 
+TEST_F(SessionsOfAccounts, SignOffBeforeThePluginIsLoadedAnew) {
+    logIn();
+    plugin().log.clear();
+    core->reload(QStringLiteral("new@example.org"));
+    EXPECT_EQ(plugin().log, std::vector<std::string>{"status 7 "});
+    EXPECT_EQ(plugin().loads, 1) << "the server has not closed yet";
+    core->setStatus(entry(), Status::away, QStringLiteral("meanwhile"));
+    EXPECT_EQ(plugin().log.size(), 1U) << "kept for later";
+    emit core->sockets.ended(&entry(), net::End{}, true);
+    EXPECT_TRUE(waitFor([&] { return plugin().loads == 2; }, 1000)) << "at once then";
+    EXPECT_TRUE(waitFor([&] { return plugin().log.back() == "status 4 meanwhile"; }));
+    EXPECT_EQ(plugin().log, (std::vector<std::string>{"status 7 ", "unload", "status 4 meanwhile"}));
+}
+
+TEST_F(SessionsOfAccounts, WaitForAServerThatDoesNotCloseOnlyAWhile) {
+    logIn();
+    core->reload(QStringLiteral("new@example.org"));
+    core->reload(QStringLiteral("another@example.org"));
+    EXPECT_TRUE(waitFor([&] { return plugin().loads == 2; }, 10000));
+    EXPECT_TRUE(waitFor([&] { return plugin().log.back() == "status 1 "; })) << "as it was before";
+}
+
 TEST_F(SessionsOfAccounts, KeepWhatIsWrittenOfflineOverARestart) {
     send("later");
     restart();

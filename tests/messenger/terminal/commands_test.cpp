@@ -59,6 +59,32 @@ protected:
     Session session{client, display, {{}, {}, {}, false, false, QStringLiteral("/start")}};
 };
 
+TEST_F(CommandsTest, CancelTakesBackTheLastThatWaitsInTheConversation) {
+    for (const qint64 number : {7, 8, 9}) {
+        Message message;
+        message.number = number;
+        message.account = kMe;
+        message.contact = QStringLiteral("olek@localhost");
+        message.direction = Direction::out;
+        message.state = number == 9 ? DeliveryState::sent : DeliveryState::queued;
+        client.messages.append(message);
+    }
+    EXPECT_EQ(type("/cancel").find("cancelMessage"), std::string::npos) << "in no conversation";
+    type("/chat-with Olek");
+    EXPECT_NE(type("/cancel").find("cancelMessage|8"), std::string::npos);
+    client.messages.clear();
+    EXPECT_NE(type("/cancel").find("no message of this conversation waits"), std::string::npos);
+}
+
+TEST_F(CommandsTest, AccountRemoveWantsTheAddress) {
+    EXPECT_EQ(type("/account remove druga@localhost"), "removeAccount|druga@localhost|");
+    EXPECT_EQ(type("/account remove druga@localhost history"), "removeAccount|druga@localhost|history");
+    EXPECT_EQ(type("/account remove").find("removeAccount"), std::string::npos);
+    EXPECT_EQ(type("/account remove druga@localhost all").find("removeAccount"), std::string::npos);
+    session.accountRemoved(kMe);
+    EXPECT_NE(display.lines.join(u'\n').indexOf(QStringLiteral("the account ala@localhost was removed")), -1);
+}
+
 TEST_F(CommandsTest, ExportAsksBeforeItReplacesAFile) {
     const QTemporaryDir directory;
     const QString path = directory.filePath(QStringLiteral("there.txt"));
@@ -256,6 +282,8 @@ TEST_F(CommandsTest, ShowsFindsAndExportsHistory) {
     EXPECT_EQ(type("/history 7").find("history|ala@localhost|olek@localhost|7|"), 0U);
     EXPECT_EQ(type("/export x").find("exportHistory|ala@localhost|olek@localhost|/start/x"), 0U);
     EXPECT_EQ(type("/resend 12"), "resendMessage|12");
+    EXPECT_EQ(type("/cancel 12"), "cancelMessage|12");
+    EXPECT_EQ(type("/cancel x"), " > \"x\" is not a whole number");
     EXPECT_EQ(type("/resend x"), " > \"x\" is not a whole number");
 }
 
@@ -288,13 +316,13 @@ TEST_F(CommandsTest, ReadsAndWritesSettings) {
               "setSetting|ala@localhost|XMPP/Proxy/Pass|QString|tajne > XMPP/Proxy/Pass = ***");
     EXPECT_EQ(type("/set XMPP/Priority dużo"), " > \"dużo\" is not a whole number");
     EXPECT_EQ(type("/set XMPP/Prioritty 5"), " > there is no setting \"XMPP/Prioritty\"; list: /get all");
-    EXPECT_EQ(type("/get xmpp/priority"), " > XMPP/Priority           = -5  (the connection's priority, -127 to 127)");
+    EXPECT_EQ(type("/get xmpp/priority"), " > XMPP/Priority           = -5  (the connection's priority, -128 to 127)");
     EXPECT_EQ(type("/get zzz"), " > there is no setting \"zzz\"; list: /get all");
     const std::string all = type("/get all");
     for (const SettingRow& row : settingTable()) EXPECT_NE(all.find(row.key), std::string::npos) << row.key;
     EXPECT_EQ(all.find("tajne"), std::string::npos);
     EXPECT_EQ(type("/get"),
-              " > XMPP/Priority           = -5  (the connection's priority, -127 to 127)\n"
+              " > XMPP/Priority           = -5  (the connection's priority, -128 to 127)\n"
               "XMPP/Serv/Host          = ::1:5222  (server:port to connect to)\n"
               "XMPP/Proxy/Pass         = ***  (the proxy's password)\n"
               "… and 24 settings at their default: /get all, /get PART");

@@ -34,6 +34,9 @@ public:
     QString profileDir() const override { return QStringLiteral("profile/"); }
     QList<Account> accounts() const override { return accountList; }
     QString addAccount(const QString& jid, const QString& password, const QVariantMap& given) override;
+    QString removeAccount(const QString& jid, bool withHistory) override {
+        return note("removeAccount", {jid, withHistory ? "history" : ""});
+    }
     QString setStatus(const QString& account, Status status, const QString& description) override;
     QVariant settingValue(const QString& account, const QString& key) const override;
     QString setSetting(const QString& account, const QString& key, const QVariant& value) override;
@@ -59,6 +62,7 @@ public:
     QStringList pendingAuthorizations(const QString&) const override { return requests; }
     QString sendMessage(const QString& account, const QString& to, const QString& body, MessageKind kind,
                         const QString& subject) override;
+    QString cancelMessage(qint64 number) override { return note("cancelMessage", {QString::number(number)}); }
     QString resendMessage(qint64 number) override { return note("resendMessage", {QString::number(number)}); }
     QString sendTyping(const QString& account, const QString& to, bool composing) override {
         return note("sendTyping", {account, to, composing ? "composing" : "paused"});

@@ -96,6 +96,9 @@ TEST_F(JsonModeTest, CarriesOutEachCommand) {
     expectOk(R"({"cmd":"message","to":"o@l","body":"b","kind":"normal","subject":"s"})",
              "sendMessage|ala@localhost|o@l|b|normal|s");
     expectOk(R"({"cmd":"resend","message":12})", "resendMessage|12");
+    expectOk(R"({"cmd":"cancel","message":12})", "cancelMessage|12");
+    expectOk(R"({"cmd":"remove-account","jid":"a@b"})", "removeAccount|a@b|");
+    expectOk(R"({"cmd":"remove-account","jid":"a@b","history":true})", "removeAccount|a@b|history");
     expectOk(R"({"cmd":"typing","to":"o@l","composing":true})", "sendTyping|ala@localhost|o@l|composing");
     expectOk(R"({"cmd":"typing","to":"o@l","composing":false})", "sendTyping|ala@localhost|o@l|paused");
     expectOk(R"({"cmd":"add","jid":"o@l","name":"O","group":"G"})", "addContact|ala@localhost|o@l|O|G");
@@ -334,6 +337,8 @@ TEST_F(JsonModeTest, TellsEachEvent) {
     mode.contactChanged(me, contact("o@l", "O", "G", Status::online));
     EXPECT_EQ(told(), R"({"account":"ala@localhost","description":"","event":"contact","group":"G","jid":"o@l",)"
                       R"("name":"O","resources":[],"status":"online","subscription":"both","waiting":false})");
+    mode.accountRemoved("x@l");
+    EXPECT_EQ(told(), R"({"account":"x@l","event":"account-removed","jid":"x@l"})");
     mode.contactRemoved(me, "o@l");
     EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"removed","jid":"o@l"})");
     mode.presenceReceived(me, "o@l", resource("r", Status::dnd, -3, "d"));
