@@ -21,7 +21,7 @@ public:
 
     // Gives the lines from top to bottom, and lowers `scroll` to what there is.
     std::vector<Line> take(int count, int& scroll) {
-        const auto wanted = static_cast<std::size_t>(count + scroll);
+        const auto wanted = static_cast<std::size_t>(count) + static_cast<std::size_t>(scroll);
         for (auto at = content_.entries.size(); at-- > 0 && lines_.size() < wanted;) addEntry(at);
         const int most = std::max(0, static_cast<int>(lines_.size()) - count);
         scroll = std::min(scroll, most);
