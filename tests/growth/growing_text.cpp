@@ -20,8 +20,8 @@ namespace {
 QByteArray bytesOf(std::string_view text) { return {text.data(), static_cast<qsizetype>(text.size())}; }
 
 std::uint64_t receive(const std::string& text, std::size_t piece) {
-    ReceivedText received;
-    XmlProbe probe;
+    protolink::ReceivedText received;
+    protolink::XmlProbe probe;
     std::uint64_t allowed = text.size();
     for (std::size_t at = 0; at < text.size(); at += piece) {
         const std::size_t before = received.size();
