@@ -36,8 +36,17 @@ bool ClearTextGuard::onProtocolEvent(ProtocolEvent& event) {
     if (!event.is(OKU_HOOK_STREAM_OUT, OKU_PHASE_BEFORE)) return false;
     if (!line.refused && (line.encrypted || event.account.clearTextAllowed())) return false;
     if (isNegotiation(event.data())) return false;
-    if (!std::exchange(line.refused, true)) emit refused(&event.account);
+    refuse(event.account);
     return true;
+}
+
+void ClearTextGuard::permissionChanged(AccountEntry& account) {
+    // Before the login is done, what goes out next decides.
+    if (account.loggedIn() && !account.line.encrypted && !account.clearTextAllowed()) refuse(account);
+}
+
+void ClearTextGuard::refuse(AccountEntry& account) {
+    if (!std::exchange(account.line.refused, true)) emit refused(&account);
 }
 
 }  // namespace oku

@@ -15,10 +15,16 @@ class ClearTextGuard : public QObject, public ProtocolListener {
 public:
     using QObject::QObject;
     bool onProtocolEvent(ProtocolEvent& event) override;
+    /// The user has allowed or forbidden clear text: a session in clear that is not allowed any more cannot go on.
+    void permissionChanged(AccountEntry& account);
 
 signals:
-    /// Something else was kept back, for the first time on this connection, which cannot go on.
+    /// For the first time on this connection, which cannot go on: something else was kept back, or its session is one
+    /// in clear and not allowed any more.
     void refused(oku::AccountEntry* account);
+
+private:
+    void refuse(AccountEntry& account);
 };
 
 }  // namespace oku

@@ -103,14 +103,17 @@ bool Delivery::hand(AccountEntry& account, const Message& message) {
     const std::u16string name = account.service(u"PFMessageSend");
     if (!services_.has(name)) return false;
     handedId_.clear();
+    letOut_ = false;
     handing_ = true;
     const OKU_WORD result = services_.call(name, wordOf(&record), static_cast<OKU_WORD>(record.flags));
     handing_ = false;
-    return result == 0;
+    // The plugin does not tell when a listener takes the text away.
+    return result == 0 && letOut_;
 }
 
 bool Delivery::onProtocolEvent(ProtocolEvent& event) {
     if (!handing_ || !event.is(OKU_HOOK_STREAM_OUT, OKU_PHASE_AFTER)) return false;
+    letOut_ = true;
     for (const Stanza& stanza : event.stanzas().stanzas) {
         if (stanza.tag.name == "message") handedId_ = QString::fromStdString(stanza.attribute("id"));
     }

@@ -80,6 +80,7 @@ private:
     IqQueries& queries_;
     std::map<const AccountEntry*, Connection> connections_;
     bool handing_ = false;
+    bool letOut_ = false;  ///< no listener has taken away what is being handed over
     QString handedId_;
     quint64 lastMark_ = 0;
 };

@@ -36,51 +36,53 @@ QByteArray newPassword(const Stanza& iq, std::string_view whole) {
 }  // namespace
 
 bool DigestCheck::onProtocolEvent(ProtocolEvent& event) {
+    LineState& line = event.account.line;
     if (event.is(OKU_HOOK_STREAM_OUT, OKU_PHASE_BEFORE)) noteOutgoing(event);
-    if (!event.is(OKU_HOOK_STREAM_IN, OKU_PHASE_BEFORE) || !logins_.contains(&event.account)) return false;
+    if (!event.is(OKU_HOOK_STREAM_IN, OKU_PHASE_BEFORE) || !line.digest) return false;
     const Verdict verdict = judge(event);
     if (verdict == Verdict::good) return false;
-    logins_.erase(&event.account);
-    event.account.line.refused = true;
+    line.digest.reset();
+    line.refused = true;
     emit refused(&event.account, verdict == Verdict::wrong);
     return true;
 }
 
+/// A header of ours ends no login: the plugin sends one whenever a server says that the stream is compressed.
 void DigestCheck::noteOutgoing(const ProtocolEvent& event) {
-    AccountEntry& account = event.account;
-    if (account.line.bound) return;
+    LineState& line = event.account.line;
+    if (line.bound) return;
     for (const Stanza& stanza : event.stanzas().stanzas) {
         if (stanza.tag.name == "iq") {
             if (const QByteArray password = newPassword(stanza, event.data()); !password.isEmpty())
-                registered_[&account] = password;
+                line.registered = password;
         } else if (stanza.tag.name == "auth") {
-            logins_.erase(&account);
-            if (stanza.attribute("mechanism") == "DIGEST-MD5") logins_[&account] = {};
-        } else if (stanza.tag.name == "response" && logins_.contains(&account)) {
+            line.digest.reset();
+            if (stanza.attribute("mechanism") == "DIGEST-MD5") line.digest.emplace();
+        } else if (stanza.tag.name == "response" && line.digest) {
             const QByteArray response = decoded(stanza, event.data());
             if (response.isEmpty()) continue;
-            Login& login = logins_[&account];
-            login.expected = expectedProof(response, account.settings->text(QStringLiteral("XMPP/Pass")).toUtf8());
-            if (!login.expected) login.expected = expectedProof(response, registered_[&account]);
+            const QString known = event.account.settings->text(QStringLiteral("XMPP/Pass"));
+            line.digest->expected = expectedProof(response, known.toUtf8());
+            if (!line.digest->expected) line.digest->expected = expectedProof(response, line.registered);
         }
     }
 }
 
 DigestCheck::Verdict DigestCheck::judge(const ProtocolEvent& event) {
-    Login& login = logins_[&event.account];
+    LineState& line = event.account.line;
     for (const Stanza& stanza : event.stanzas().stanzas) {
         const bool success = stanza.tag.name == "success";
         if (!success && stanza.tag.name != "challenge") continue;
-        if (!readProof(login, decoded(stanza, event.data()))) return Verdict::wrong;
+        if (!readProof(*line.digest, decoded(stanza, event.data()))) return Verdict::wrong;
         if (!success) continue;
-        if (!login.proven && !event.account.line.encrypted) return Verdict::missing;
-        logins_.erase(&event.account);
+        if (!line.digest->proven && !line.encrypted) return Verdict::missing;
+        line.digest.reset();
         break;
     }
     return Verdict::good;
 }
 
-bool DigestCheck::readProof(Login& login, const QByteArray& content) {
+bool DigestCheck::readProof(LineState::Digest& login, const QByteArray& content) {
     const auto proof = digestDirective(content, "rspauth");
     if (!proof) return true;
     login.proven = login.expected && proof->toLower() == *login.expected;

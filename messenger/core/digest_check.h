@@ -1,7 +1,5 @@
 #pragma once
 
-#include <map>
-#include <optional>
 #include <QObject>
 
 #include "messenger/core/hook_chain.h"
@@ -23,21 +21,12 @@ signals:
     void refused(oku::AccountEntry* account, bool sent);
 
 private:
-    /// A login by DIGEST-MD5 that is under way.
-    struct Login {
-        std::optional<QByteArray> expected;  ///< nothing before the response, and for one with an unknown password
-        bool proven = false;
-    };
     enum class Verdict { good, wrong, missing };
 
-    void noteOutgoing(const ProtocolEvent& event);
-    Verdict judge(const ProtocolEvent& event);
+    static void noteOutgoing(const ProtocolEvent& event);
+    static Verdict judge(const ProtocolEvent& event);
     /// Looks for the proof in the content of an element; false when it is there and wrong.
-    static bool readProof(Login& login, const QByteArray& content);
-
-    std::map<const AccountEntry*, Login> logins_;
-    /// By account: the password that this connection registers it with, which is not in its settings yet.
-    std::map<const AccountEntry*, QByteArray> registered_;
+    static bool readProof(LineState::Digest& login, const QByteArray& content);
 };
 
 }  // namespace oku

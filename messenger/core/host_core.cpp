@@ -25,6 +25,33 @@ MessengerOptions withAbsolutePaths(MessengerOptions options) {
     return options;
 }
 
+QString notEncrypted(bool loggedIn) {
+    return loggedIn
+               ? QCoreApplication::translate("HostCore",
+                                             "Połączenie nie jest szyfrowane, a na tym koncie już takie być nie może. "
+                                             "Zostało zakończone.")
+               : QCoreApplication::translate(
+                     "HostCore", "Połączenie nie jest szyfrowane, więc zostało zakończone, zanim cokolwiek wysłano.");
+}
+
+QString notProven(bool sent) {
+    return sent ? QCoreApplication::translate(
+                      "HostCore", "Serwer nie dowiódł, że zna hasło tego konta: jego odpowiedź jest błędna.")
+                : QCoreApplication::translate("HostCore",
+                                              "Serwer nie dowiódł, że zna hasło tego konta, "
+                                              "a połączenie nie jest szyfrowane.");
+}
+
+QString takenOut(bool encrypted) {
+    return encrypted
+               ? QCoreApplication::translate("HostCore",
+                                             "Zanim logowanie się skończyło, przyszły dane, o które nikt nie prosił. "
+                                             "Zostały odrzucone.")
+               : QCoreApplication::translate("HostCore",
+                                             "Zanim połączenie było szyfrowane, przyszły dane, którym nie można ufać. "
+                                             "Zostały odrzucone.");
+}
+
 }  // namespace
 
 HostCore::HostCore(MessengerOptions given, QObject* parent)
@@ -80,31 +107,20 @@ void HostCore::connectParts() {
 }
 
 void HostCore::connectGuards() {
-    connect(&clearTextGuard, &ClearTextGuard::refused, this, [this](AccountEntry* account) {
-        endUntrusted(
-            *account,
-            QCoreApplication::translate(
-                "HostCore", "Połączenie nie jest szyfrowane, więc zostało zakończone, zanim cokolwiek wysłano."));
+    connect(&clearTextGuard, &ClearTextGuard::refused, this,
+            [this](AccountEntry* account) { endUntrusted(*account, notEncrypted(account->loggedIn())); });
+    connect(&settings, &SettingsService::changed, this, [this](const QString& path, const QString& key) {
+        auto* account = accounts.byKey(path);
+        if (account && key == QString::fromUtf16(setting::allowClearText)) clearTextGuard.permissionChanged(*account);
     });
-    connect(&digestCheck, &DigestCheck::refused, this, [this](AccountEntry* account, bool sent) {
-        endUntrusted(*account,
-                     sent ? QCoreApplication::translate(
-                                "HostCore", "Serwer nie dowiódł, że zna hasło tego konta: jego odpowiedź jest błędna.")
-                          : QCoreApplication::translate("HostCore",
-                                                        "Serwer nie dowiódł, że zna hasło tego konta, "
-                                                        "a połączenie nie jest szyfrowane."));
+    connect(&digestCheck, &DigestCheck::refused, this,
+            [this](AccountEntry* account, bool sent) { endUntrusted(*account, notProven(sent)); });
+    connect(&guard, &StanzaGuard::sessionRefused, this, [](AccountEntry* account, const QString& condition) {
+        account->reason = QCoreApplication::translate("HostCore", "Serwer odmówił otwarcia sesji.");
+        if (!condition.isEmpty()) account->reason += QStringLiteral(" (%1)").arg(condition);
     });
-    connect(&guard, &StanzaGuard::distrusted, this, [this](AccountEntry* account) {
-        emit noticed(
-            account->jid(),
-            account->line.encrypted
-                ? QCoreApplication::translate("HostCore",
-                                              "Zanim logowanie się skończyło, przyszły dane, o które nikt nie prosił. "
-                                              "Zostały odrzucone.")
-                : QCoreApplication::translate("HostCore",
-                                              "Zanim połączenie było szyfrowane, przyszły dane, którym nie można ufać. "
-                                              "Zostały odrzucone."));
-    });
+    connect(&guard, &StanzaGuard::distrusted, this,
+            [this](AccountEntry* account) { emit noticed(account->jid(), takenOut(account->line.encrypted)); });
 }
 
 void HostCore::endUntrusted(AccountEntry& account, const QString& reason) {

@@ -93,11 +93,12 @@ OKU_WORD SocketBridge::connectService(OKU_WORD param) {
     if (!record) return 0;
     const QString name = wideText(record->socket);
     auto* account = accounts_.bySocket(name);
+    const net::ConnectRequest request = requestFrom(*record, account ? account->domain() : QString());
     if (account) {
-        account->line = {};
+        account->line = {.domain = request.domain};
         setPins(*account, name);
     }
-    return sockets_->connect(name, requestFrom(*record, account ? account->domain() : QString())).number ? 1 : 0;
+    return sockets_->connect(name, request).number ? 1 : 0;
 }
 
 OKU_WORD SocketBridge::proxyDefaults(OKU_WORD param) const {
@@ -140,7 +141,7 @@ OKU_WORD SocketBridge::callBack(const QString& name, std::uint32_t kind, OKU_WOR
 void SocketBridge::connected(const net::ConnectionId& id) {
     queue_.post(ownerOf(id.name), [this, id] {
         if (!sockets_->isCurrent(id)) return;
-        if (auto* account = accounts_.bySocket(id.name)) account->line = {};
+        if (auto* account = accounts_.bySocket(id.name)) account->line = {.domain = account->line.domain};
         callBack(id.name, NL_EVENT_CONNECTED, 0);
     });
 }

@@ -36,7 +36,7 @@ bool isProceed(std::string_view name) { return name == "proceed" || name.ends_wi
 
 bool isOwnAddress(const AccountEntry& account, std::string_view from) {
     return from.empty() || sameAddress(bareAddress(from), account.jid().toStdString()) ||
-           sameAddress(from, account.domain().toStdString());
+           sameAddress(from, account.domain().toStdString()) || sameAddress(from, account.line.domain.toStdString());
 }
 
 bool mayAnswer(const AccountEntry& account, std::string_view to, std::string_view from) {
@@ -72,7 +72,11 @@ public:
                 hideId(stanza, id, request);
                 continue;
             }
-            bound = bound || (request->second.session && stanza.attribute("type") == "result");
+            if (request->second.session) {
+                const bool opened = stanza.attribute("type") == "result";
+                bound = bound || opened;
+                if (!opened) refusal = conditionOf(stanza);
+            }
             requests_.erase(request);
         }
     }
@@ -97,6 +101,7 @@ public:
 
     std::vector<Span> out;
     bool distrusted = false;
+    std::optional<QString> refusal;  ///< of the session: the condition of the error
 
 private:
     using Found = Requests::const_iterator;
@@ -123,6 +128,14 @@ private:
     void hideId(const Stanza& stanza, const std::string& id, Found request) {
         if (request == requests_.end() && id != kInnerId) return;
         if (const auto span = attributeSpan(stanza.tag, "id")) out.push_back(*span);
+    }
+
+    QString conditionOf(const Stanza& stanza) const {
+        const XmlChild* error = stanza.child("error");
+        if (!error) return {};
+        const Span span = error->content;
+        const StanzaList inside = splitStanzas(event_.data().substr(span.begin, span.end - span.begin));
+        return inside.stanzas.empty() ? QString() : QString::fromUtf8(inside.stanzas.front().tag.name);
     }
 
     void distrust(Span span) {
@@ -153,6 +166,7 @@ bool StanzaGuard::onProtocolEvent(ProtocolEvent& event) {
         }
         for (const Span span : check.out) event.blank(span);
         if (check.distrusted) tell(account);
+        if (check.refusal) emit sessionRefused(&account, *check.refusal);
     }
     if (event.kind == OKU_HOOK_OWN_STATUS && !account.has(OKU_FLAG_CONNECTED)) requests_.erase(&account);
     return false;

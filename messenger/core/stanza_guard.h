@@ -34,6 +34,9 @@ public:
 signals:
     /// Something was taken out for the state of the line, for the first time on this connection.
     void distrusted(oku::AccountEntry* account);
+    /// The server opens no session; `condition` is the error's element name. The plugin gives the login up without a
+    /// word.
+    void sessionRefused(oku::AccountEntry* account, const QString& condition);
 
 private:
     struct Request {

@@ -394,6 +394,14 @@ Trust this certificate on this account from now on?</translation>
         <source>Nie można usunąć pliku %1</source>
         <translation>The file %1 cannot be removed</translation>
     </message>
+    <message>
+        <source>Połączenie nie jest szyfrowane, a na tym koncie już takie być nie może. Zostało zakończone.</source>
+        <translation>The connection is not encrypted, which this account does not allow any more. It was ended.</translation>
+    </message>
+    <message>
+        <source>Serwer odmówił otwarcia sesji.</source>
+        <translation>The server refused to open a session.</translation>
+    </message>
 </context>
 <context>
     <name>Messenger</name>

@@ -140,6 +140,14 @@ TEST_F(Digest, AProofOfACutOffLoginIsWorthNothingInTheNext) {
     EXPECT_TRUE(ended());
 }
 
+TEST_F(Digest, AStreamThatIsSaidToBeCompressedOwesTheProofAllTheSame) {
+    respond(false);
+    EXPECT_TRUE(passes("<compressed xmlns='http://jabber.org/protocol/compress'/>"));
+    offerOutgoing("<stream:stream to='elwood.innosoft.com'>");
+    EXPECT_FALSE(passes("<success/>"));
+    EXPECT_TRUE(ended());
+}
+
 TEST_F(Digest, AResponseThatTheKnownPasswordDidNotMakeCannotBeProven) {
     respond(true, QByteArray(kResponse).replace("d388", "d389"));
     EXPECT_FALSE(passes(sasl("success", "rspauth=" + kProof)));

@@ -98,6 +98,15 @@ TEST_F(Guard, HidesOnlyTheIdOfAMessageThatCarriesARequests) {
     expectLeft("<iq type='result' id='q1' from='bob@example.org/x'/>");
 }
 
+TEST_F(Guard, LetsAServerAnswerForItselfAtWhichAnAccountIsBeingRegistered) {
+    begin();
+    entry().line = {.domain = QStringLiteral("new.example"), .encrypted = true};
+    const char* const request = "<iq type='set' id='r1'><query xmlns='jabber:iq:register'/></iq>";
+    offerOutgoing(request);
+    expectTakenOut("<iq type='result' id='r1' from='elsewhere.example'/>");
+    expectLeft("<iq type='result' id='r1' from='New.example'/>");
+}
+
 TEST_F(Guard, TakesOutMailAndSharedStatusFromOutside) {
     begin();
     for (const char* child : {"<mailbox xmlns='google:mail:notify'/>", "<new-mail xmlns='google:mail:notify'/>",

@@ -170,6 +170,19 @@ TEST_F(LineStates, AreBoundBehindTheAnswerToTheSession) {
     EXPECT_EQ(left("<message/>"), "<message/>");
 }
 
+TEST_F(LineStates, KeepWhyTheServerOpensNoSession) {
+    const auto refuse = [&](const char* error) {
+        enter(authorized);
+        offerOutgoing("<iq type='set' id='s1'><session xmlns='urn:ietf:params:xml:ns:xmpp-session'/></iq>");
+        left(std::string("<iq type='error' id='s1'>") + error + "</iq>");
+        return entry().reason;
+    };
+    EXPECT_EQ(refuse("<error type='wait'><conflict xmlns='x'/><text/></error>"),
+              QStringLiteral("Serwer odmówił otwarcia sesji. (conflict)"));
+    EXPECT_EQ(refuse("<error/>"), QStringLiteral("Serwer odmówił otwarcia sesji."));
+    EXPECT_EQ(refuse(""), QStringLiteral("Serwer odmówił otwarcia sesji."));
+}
+
 TEST_F(LineStates, LetOutOnlyWhatLeadsToTlsOrToTheEnd) {
     for (const std::string& text :
          {std::string("<?xml version=\"1.0\"?><stream:stream xmlns:stream=\"x\" to=\"example.org\" >"), kStarttls,
@@ -198,6 +211,27 @@ TEST_F(LineStates, LetOutOnlyWhatLeadsToTlsOrToTheEnd) {
     allowClearText();
     enter(clear);
     EXPECT_FALSE(offerOutgoing("<message to='b@c'/>"));
+}
+
+TEST_F(LineStates, EndASessionInClearThatIsNotAllowedAnyMore) {
+    allowClearText();
+    enter(clear);
+    account().flags = OKU_FLAG_CONNECTED | OKU_FLAG_AUTHORIZED;
+    EXPECT_EQ(left("<message/>"), "<message/>");
+    EXPECT_FALSE(logged("status 7 "));
+    entry().settings->set(QString::fromUtf16(setting::allowClearText), 0);
+    EXPECT_TRUE(logged("status 7 "));
+    ASSERT_EQ(notices.size(), 1);
+    EXPECT_TRUE(notices[0].contains(QStringLiteral("już takie być nie może"))) << notices[0].toStdString();
+    EXPECT_EQ(entry().reason, notices[0]);
+}
+
+TEST_F(LineStates, GoOnByTlsWhateverIsSaidOfClearText) {
+    allowClearText();
+    enter(bound);
+    entry().settings->set(QString::fromUtf16(setting::allowClearText), 0);
+    EXPECT_FALSE(logged("status 7 "));
+    EXPECT_TRUE(notices.isEmpty());
 }
 
 TEST_F(LineStates, AreToldOfEachAccount) {

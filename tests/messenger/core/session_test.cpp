@@ -198,6 +198,19 @@ TEST_F(SessionsOfAccounts, KeepAMessageThatThePluginDidNotTake) {
     EXPECT_EQ(stateOf(number), DeliveryState::sent);
 }
 
+TEST_F(SessionsOfAccounts, KeepAMessageThatAListenerTookAway) {
+    logIn();
+    told().clear();
+    entry().line.encrypted = false;
+    const qint64 number = send("x");
+    EXPECT_EQ(stateOf(number), DeliveryState::queued);
+    EXPECT_EQ(told(), QStringList(QStringLiteral("queued x queued")));
+    cut();
+    entry().line = {};
+    logIn();
+    EXPECT_EQ(stateOf(number), DeliveryState::sent);
+}
+
 TEST_F(SessionsOfAccounts, MarkWhatWasHandedToAConnectionThatDied) {
     logIn();
     const qint64 first = send("first");

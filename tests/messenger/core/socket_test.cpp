@@ -32,12 +32,12 @@ protected:
     }
 
     /// Only with the plugin on the stack.
-    void dialFromPlugin(quint16 port) {
+    void dialFromPlugin(quint16 port, const char16_t* serviceName = u"") {
         auto record = makeRecord<NL_CONNECT_RECORD>();
         record.host = u"127.0.0.1";
         record.port = port;
         record.socket = account().socket.c_str();
-        record.serviceName = u"";
+        record.serviceName = serviceName;
         EXPECT_EQ(call(u"NetLib/ConnectService", wordOf(&record)), 1);
     }
     void dial(quint16 port) {
@@ -91,6 +91,38 @@ TEST_F(Sockets, TellAnEndThatNobodyAskedForOnce) {
     pass(50);
     EXPECT_EQ(events, (QStringList{QStringLiteral("2 0"), QStringLiteral("4 <b/>"), QStringLiteral("3 1")}));
     EXPECT_EQ(send("<a/>"), -1);
+}
+
+TEST_F(Sockets, KnowNothingOfALineThatWasBefore) {
+    const auto makeOld = [&] {
+        entry().line = {.domain = QStringLiteral("old.example"),
+                        .encrypted = true,
+                        .bound = true,
+                        .told = true,
+                        .refused = true,
+                        .digest = LineState::Digest{},
+                        .registered = "secret"};
+    };
+    const auto isNew = [&](const QString& domain) {
+        const LineState& line = entry().line;
+        return line.domain == domain && !line.encrypted && !line.bound && !line.told && !line.refused && !line.digest &&
+               line.registered.isEmpty();
+    };
+    makeOld();
+    inPlugin([&] {
+        dialFromPlugin(server.serverPort(), u"_xmpp-client._tcp.new.example");
+        EXPECT_TRUE(isNew(QStringLiteral("new.example")));
+        dialFromPlugin(server.serverPort());
+        EXPECT_TRUE(isNew(QStringLiteral("localhost")));
+        makeOld();
+        entry().line.domain = QStringLiteral("localhost");
+    });
+    ASSERT_TRUE(saw("2 0"));
+    EXPECT_TRUE(isNew(QStringLiteral("localhost")));
+    makeOld();
+    accept()->abort();
+    ASSERT_TRUE(saw("3 1"));
+    EXPECT_TRUE(isNew(QString()));
 }
 
 TEST_F(Sockets, TellAnEndThatThePluginAskedForWithANullWord) {
