@@ -1,11 +1,13 @@
 #include "messenger/core/contact_list.h"
 
 #include <algorithm>
+#include <QCollator>
 #include <QCoreApplication>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include "messenger/core/json_text.h"
 #include "messenger/core/private_file.h"
 
 namespace oku {
@@ -36,6 +38,37 @@ void sumUp(Contact& contact) {
         });
     contact.status = best == contact.resources.end() ? Status::offline : best->status;
     contact.description = best == contact.resources.end() ? QString() : best->description;
+}
+
+/// By group, then by name, as the person's language orders them; of equal ones the address decides. What a text comes
+/// to in that order is found once for each, and once for a group.
+void sortByName(QList<Contact>& contacts) {
+    struct Row {
+        const QCollatorSortKey* group;
+        QCollatorSortKey name;
+        qsizetype place;
+    };
+    const QCollator collator;
+    std::map<QString, QCollatorSortKey> groups;
+    std::vector<Row> rows;
+    rows.reserve(static_cast<std::size_t>(contacts.size()));
+    for (qsizetype at = 0; at < contacts.size(); ++at) {
+        const Contact& contact = contacts[at];
+        auto group = groups.find(contact.group);
+        if (group == groups.end()) group = groups.emplace(contact.group, collator.sortKey(contact.group)).first;
+        rows.push_back({&group->second, collator.sortKey(contact.name), at});
+    }
+    std::sort(rows.begin(), rows.end(), [&](const Row& a, const Row& b) {
+        if (a.group != b.group) {
+            if (const int order = a.group->compare(*b.group)) return order < 0;
+        }
+        if (const int order = a.name.compare(b.name)) return order < 0;
+        return contacts[a.place].jid < contacts[b.place].jid;
+    });
+    QList<Contact> sorted;
+    sorted.reserve(contacts.size());
+    for (const Row& row : rows) sorted.append(std::move(contacts[row.place]));
+    contacts = std::move(sorted);
 }
 
 }  // namespace
@@ -70,16 +103,7 @@ void ContactList::load() {
 void ContactList::save() {
     saveTimer_.stop();
     if (!dirty_ || path_.isEmpty()) return;
-    QJsonArray list;
-    for (const auto& [jid, entry] : entries_) {
-        list.append(QJsonObject{{QStringLiteral("jid"), jid},
-                                {QStringLiteral("name"), entry.contact.name},
-                                {QStringLiteral("group"), entry.contact.group},
-                                {QStringLiteral("groups"), QJsonArray::fromStringList(entry.groups)},
-                                {QStringLiteral("subscription"), entry.contact.subscription},
-                                {QStringLiteral("waiting"), entry.contact.waiting}});
-    }
-    const QString reason = replaceFile(path_, QJsonDocument(list).toJson());
+    const QString reason = replaceFile(path_, asJson());
     known_ = true;
     dirty_ = !reason.isEmpty();
     if (dirty_) saveTimer_.start(kRetryDelay);
@@ -90,6 +114,23 @@ void ContactList::save() {
                          .arg(path_, reason));
     }
     failureTold_ = dirty_;
+}
+
+QByteArray ContactList::asJson() const {
+    JsonText list;
+    list.beginList();
+    for (const auto& [jid, entry] : entries_) {
+        list.beginObject();
+        list.put("jid", jid);
+        list.put("name", entry.contact.name);
+        list.put("group", entry.contact.group);
+        list.put("groups", entry.groups);
+        list.put("subscription", entry.contact.subscription);
+        list.put("waiting", entry.contact.waiting);
+        list.endObject();
+    }
+    list.endList();
+    return std::move(list).take();
 }
 
 void ContactList::scheduleSave() {
@@ -106,7 +147,7 @@ void ContactList::add(const Basics& basics) {
     const Contact before = contact;
     contact.jid = basics.jid;
     contact.name = basics.name;
-    contact.group = basics.group;
+    contact.group = shared(basics.group);
     if (basics.waiting) {
         contact.waiting = *basics.waiting;
         contact.subscription = QStringLiteral("none");
@@ -142,7 +183,8 @@ void ContactList::setDrawing(bool on) {
         });
         rebuilding_ = false;
         details_.clear();
-        dirty_ = true;
+        // A list is known from the first one on, even when it is empty.
+        dirty_ = dirty_ || !gone_.isEmpty() || !known_;
         save();
     }
     scheduleTelling();
@@ -208,12 +250,15 @@ void ContactList::setDetails(const QString& jid, const Details& details) {
     const bool same = contact.subscription == details.subscription && contact.waiting == details.asked &&
                       found->second.groups == details.groups;
     if (same) return;
-    contact.subscription = details.subscription;
+    contact.subscription = shared(details.subscription);
     contact.waiting = details.asked;
-    found->second.groups = details.groups;
+    found->second.groups.clear();
+    for (const QString& group : details.groups) found->second.groups.append(shared(group));
     scheduleSave();
     touch(found->second);
 }
+
+QString ContactList::shared(const QString& text) { return *texts_.insert(text); }
 
 QStringList ContactList::groups(const QString& jid) const {
     const auto found = entries_.find(jid);
@@ -235,12 +280,9 @@ void ContactList::clearUnread(const QString& jid) {
 
 QList<Contact> ContactList::contacts() const {
     QList<Contact> list;
+    list.reserve(static_cast<qsizetype>(entries_.size()));
     for (const auto& [jid, entry] : entries_) list.append(entry.contact);
-    std::sort(list.begin(), list.end(), [](const Contact& a, const Contact& b) {
-        if (const int order = QString::localeAwareCompare(a.group, b.group)) return order < 0;
-        if (const int order = QString::localeAwareCompare(a.name, b.name)) return order < 0;
-        return a.jid < b.jid;
-    });
+    sortByName(list);
     return list;
 }
 

@@ -3,6 +3,7 @@
 #include <map>
 #include <optional>
 #include <QObject>
+#include <QSet>
 #include <QStringList>
 #include <QTimer>
 
@@ -92,11 +93,15 @@ private:
 
     void touch(Entry& entry);
     void scheduleTelling();
+    [[nodiscard]] QByteArray asJson() const;
+    /// The same text, kept once for all contacts.
+    QString shared(const QString& text);
     void scheduleSave();
 
     QString path_;
     std::map<QString, Entry> entries_;
     std::map<QString, Details> details_;  ///< of contacts that are not in the list yet
+    QSet<QString> texts_;                 ///< groups and subscriptions, of which there are few
     QStringList touched_;                 ///< in the order in which they changed
     QStringList gone_;
     quint64 lastPresence_ = 0;

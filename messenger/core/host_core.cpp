@@ -5,10 +5,13 @@
 #include <QSslCertificate>
 #include <utility>
 
+#include "messenger/core/free_memory.h"
 #include "messenger/core/raw_xml.h"
 
 namespace oku {
 namespace {
+
+constexpr int kTidyingDelay = 200;  // milliseconds from a new list of contacts
 
 net::SocketSettings socketSettings(const MessengerOptions& options) {
     net::SocketSettings settings;
@@ -99,6 +102,11 @@ void HostCore::connectParts() {
         log.write(0, QStringLiteral("OKU"), QStringLiteral("Exception in the host: ") + reason);
     });
     connectGuards();
+    // What a long list needed on its way to the contacts is many times what they keep.
+    tidying_.setSingleShot(true);
+    tidying_.setInterval(kTidyingDelay);
+    connect(&tidying_, &QTimer::timeout, this, &giveBackFreeMemory);
+    connect(&contacts, &ContactService::rebuilt, this, [this] { tidying_.start(); });
     // What the plugin tells the user during a login is why the login ends, if it does.
     connect(&log, &LogService::noticed, this, [this](const QString& jid, const QString& text) {
         auto* account = accounts.byJid(jid);

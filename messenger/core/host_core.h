@@ -126,6 +126,7 @@ private:
     std::map<QString, AccountEntry::Choice> backOnline_;  ///< what follows it, by the accounts' keys
     std::vector<Removal> removals_;                       ///< what is removed then
     QStringList newAccounts_;                             ///< that are told of then
+    QTimer tidying_;
 };
 
 }  // namespace oku

@@ -1,53 +1,24 @@
-// One event of the JSON mode as a line, written as its fields are told.
+// One event of the JSON mode as a line.
 #pragma once
 
-#include <concepts>
-#include <QByteArray>
-#include <QDateTime>
-#include <QJsonValue>
-#include <QStringList>
-#include <QStringView>
+#include "messenger/core/json_text.h"
 
 namespace oku::terminal {
 
-// Keys are our own and need no escapes. What is opened must be closed: begin...() by end...().
-class JsonLine {
+class JsonLine : public JsonText {
 public:
     // Begins with `event` and, where it is not empty, `account`.
-    explicit JsonLine(QStringView event, const QString& account = {});
-
-    void put(const char* key, QStringView text);
-    void put(const char* key, const QString& text) { put(key, QStringView(text)); }
-    template <std::same_as<bool> Flag>
-    void put(const char* key, Flag flag) {
-        putBytes(key, flag ? "true" : "false");
+    explicit JsonLine(QStringView event, const QString& account = {}) {
+        beginObject();
+        put("event", event);
+        if (!account.isEmpty()) put("account", account);
     }
-    template <std::integral Number>
-    requires(!std::same_as<Number, bool>) void put(const char* key, Number number) { putNumber(key, number); }
-    // RFC 3339 in UTC with milliseconds; null for a time that is not known.
-    void put(const char* key, const QDateTime& time);
-    void put(const char* key, const QStringList& texts);
-    void put(const char* key, const QJsonValue& value);
-
-    void beginList(const char* key);
-    void beginObject();  // as the next one of a list
-    void endObject() { close('}'); }
-    void endList() { close(']'); }
 
     // The line with its line feed. Nothing can be added after that.
-    QByteArray take() &&;
-
-private:
-    void separate();
-    void putKey(const char* key);
-    void putBytes(const char* key, QByteArrayView bytes);
-    void putNumber(const char* key, qint64 number);
-    void text(QStringView text);
-    void escape(char16_t unit);
-    void close(char bracket);
-
-    QByteArray bytes_;
-    bool first_ = true;  // nothing stands before the next field or element yet
+    QByteArray take() && {
+        endObject();
+        return static_cast<JsonText&&>(*this).take() + '\n';
+    }
 };
 
 }  // namespace oku::terminal

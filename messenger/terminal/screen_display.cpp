@@ -23,7 +23,6 @@ ScreenDisplay::ScreenDisplay(Client& client, SessionOptions options, Colours col
       pane_(session_),
       editor_([this](const QString& text, qsizetype cursor) { return session_.complete(text, cursor); }) {
     drawSoon_.setSingleShot(true);
-    drawSoon_.setInterval(kDrawDelay);
     escapeAlone_.setSingleShot(true);
     escapeAlone_.setInterval(kEscapeDelay);
     QObject::connect(&drawSoon_, &QTimer::timeout, &drawSoon_, [this] { draw(); });
@@ -175,7 +174,10 @@ void ScreenDisplay::appended(const LogEntry& entry) {
 }
 
 void ScreenDisplay::changed() {
-    if (shown_ && !drawSoon_.isActive()) drawSoon_.start();
+    if (!shown_ || drawSoon_.isActive()) return;
+    // A key shows at once, unless something was drawn just before.
+    const qint64 sinceDrawn = drawn_.isValid() ? drawn_.elapsed() : kDrawDelay;
+    drawSoon_.start(static_cast<int>(std::clamp<qint64>(kDrawDelay - sinceDrawn, 0, kDrawDelay)));
 }
 
 void ScreenDisplay::ended() {
@@ -185,6 +187,7 @@ void ScreenDisplay::ended() {
 }
 
 void ScreenDisplay::draw() {
+    drawn_.start();
     if (editor_.secret() != session_.wantsSecret()) editor_.setSecret(session_.wantsSecret());
     ScreenContent content;
     content.title = session_.title();

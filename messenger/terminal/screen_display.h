@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <QByteArray>
+#include <QElapsedTimer>
 #include <QTimer>
 
 #include "messenger/terminal/contact_pane.h"
@@ -58,6 +59,7 @@ private:
     int scroll_ = 0;
     bool shown_ = false;
     QTimer drawSoon_;
+    QElapsedTimer drawn_;  // since the last time
     QTimer escapeAlone_;
     Session session_;
     ContactPane pane_;

@@ -162,6 +162,17 @@ private:
         std::function<void(const QString&)> use;
     };
 
+    // What of a contact is told when it changes.
+    struct KnownContact {
+        QString name;
+        QString group;
+        QString subscription;
+        bool waiting = false;
+    };
+    static KnownContact knownOf(const Contact& contact) {
+        return {contact.name, contact.group, contact.subscription, contact.waiting};
+    }
+
     void append(LogEntry entry);
     void dropOldest();
     bool shows(const LogEntry& entry) const;
@@ -187,8 +198,8 @@ private:
     ListedContact listedOf(const QString& account, const Contact& contact) const;
     void loadHistory(const Peer& peer);
     void divideFromNew(const Peer& peer, int unread);
-    void tellContact(const QString& account, const Contact& before, const Contact& now);
-    void tellRemoved(const QString& account, const Contact& contact);
+    void tellContact(const QString& account, const KnownContact& before, const Contact& now);
+    void tellRemoved(const Peer& peer, const QString& name);
     bool isContact(const Peer& peer) const { return client_.contact(peer.account, peer.jid).has_value(); }
     // The window, open, for what somebody wrote: his own, or the one that strangers share.
     Peer windowOf(const Peer& peer);
@@ -207,7 +218,7 @@ private:
     std::unique_ptr<SecretRequest> secret_;
     QSet<Peer> historyLoaded_;
     QStringList toldAccounts_;
-    QHash<QString, QHash<QString, Contact>> known_;  // contacts as they were told last, by account and JID
+    QHash<QString, QHash<QString, KnownContact>> known_;  // contacts as they were told last, by account and JID
     // What was told last of contacts' resources, by the resource's name: status and description.
     QHash<Peer, QHash<QString, std::pair<Status, QString>>> presences_;
     QHash<QString, ConnectionState> connections_;

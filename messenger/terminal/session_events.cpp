@@ -66,11 +66,11 @@ void Session::ownStatusChanged(const QString& account, Status status, const QStr
 // Contacts that are new with a list are not told: after the first login that is all of them.
 void Session::rosterComplete(const QString& account) {
     const QList<Contact> contacts = client_.contacts(account);
-    QHash<QString, Contact> before = std::exchange(known_[account], {});
-    QHash<QString, Contact>& known = known_[account];
+    QHash<QString, KnownContact> before = std::exchange(known_[account], {});
+    QHash<QString, KnownContact>& known = known_[account];
     known.reserve(contacts.size());
     for (const Contact& contact : contacts) {
-        known.insert(contact.jid, contact);
+        known.insert(contact.jid, knownOf(contact));
         windows_.befriend({account, contact.jid});
         if (const auto was = before.constFind(contact.jid); was != before.constEnd()) {
             tellContact(account, *was, contact);
@@ -81,14 +81,14 @@ void Session::rosterComplete(const QString& account) {
         windows_.open(peer);
         windows_.setUnread(peer, contact.unread);
     }
-    for (const Contact& gone : std::as_const(before)) tellRemoved(account, gone);
+    for (auto gone = before.cbegin(); gone != before.cend(); ++gone) tellRemoved({account, gone.key()}, gone->name);
     display_.contactsReset();
     display_.changed();
 }
 
 void Session::contactChanged(const QString& account, const Contact& contact) {
     windows_.befriend({account, contact.jid});
-    QHash<QString, Contact>& known = known_[account];
+    QHash<QString, KnownContact>& known = known_[account];
     const auto before = known.constFind(contact.jid);
     if (before != known.constEnd())
         tellContact(account, *before, contact);
@@ -96,12 +96,12 @@ void Session::contactChanged(const QString& account, const Contact& contact) {
         tellOf({account, contact.jid},
                say(Text::ContactAdded, oneLine(contact.name), contact.jid, oneLine(contact.group)), Style::Plain,
                QStringLiteral("+"));
-    known.insert(contact.jid, contact);
+    known.insert(contact.jid, knownOf(contact));
     display_.contactTouched({account, contact.jid});
     display_.changed();
 }
 
-void Session::tellContact(const QString& account, const Contact& before, const Contact& now) {
+void Session::tellContact(const QString& account, const KnownContact& before, const Contact& now) {
     const Peer peer{account, now.jid};
     if (before.name != now.name)
         tellOf(peer, say(Text::ContactRenamed, oneLine(before.name), oneLine(now.name)), Style::Plain, kDash);
@@ -112,15 +112,12 @@ void Session::tellContact(const QString& account, const Contact& before, const C
 }
 
 void Session::contactRemoved(const QString& account, const QString& jid) {
-    Contact contact = known_[account].take(jid);
-    contact.jid = jid;
     display_.contactTouched({account, jid});
-    tellRemoved(account, contact);
+    tellRemoved({account, jid}, known_[account].take(jid).name);
 }
 
-void Session::tellRemoved(const QString& account, const Contact& contact) {
-    const QString& name = contact.name.isEmpty() ? contact.jid : contact.name;
-    tellOf({account, contact.jid}, say(Text::ContactRemoved, oneLine(name), contact.jid), Style::Plain, kDash);
+void Session::tellRemoved(const Peer& peer, const QString& name) {
+    tellOf(peer, say(Text::ContactRemoved, oneLine(name.isEmpty() ? peer.jid : name), peer.jid), Style::Plain, kDash);
 }
 
 void Session::presenceReceived(const QString& account, const QString& jid, const Resource& resource) {

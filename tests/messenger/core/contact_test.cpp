@@ -242,6 +242,32 @@ TEST_F(Contacts, AreWrittenAgainAfterAFailureThatIsToldOnce) {
     EXPECT_TRUE(list().has(QStringLiteral("jan@example.org")));
 }
 
+TEST_F(Contacts, AreNotWrittenAgainWhenALoginBringsTheSame) {
+    const QString path = directory.filePath(QStringLiteral("tiny.contacts"));
+    logIn({u"bob@example.org", u"ewa@example.org"});
+    ASSERT_TRUE(QFile::remove(path));
+    logIn({u"bob@example.org", u"ewa@example.org"});
+    EXPECT_FALSE(QFile::exists(path));
+    logIn({u"bob@example.org"});
+    EXPECT_TRUE(QFile::exists(path));
+    ASSERT_TRUE(QFile::remove(path));
+    logIn({u"bob@example.org", u"jan@example.org"});
+    EXPECT_TRUE(QFile::exists(path));
+}
+
+TEST_F(Contacts, StandByGroupThenByName) {
+    logIn({});
+    inPlugin([&] {
+        addContact(u"c@example.org", u"Zenon", u"Dom");
+        addContact(u"a@example.org", u"Ala", u"Praca");
+        addContact(u"d@example.org", u"Adam", u"Dom");
+        addContact(u"b@example.org", u"Adam", u"Dom");
+    });
+    QStringList order;
+    for (const Contact& one : list().contacts()) order.append(one.jid.left(1));
+    EXPECT_EQ(order.join(QString()), QStringLiteral("bdca"));
+}
+
 TEST_F(Contacts, ComeAndGoWithPushes) {
     logIn({u"bob@example.org"});
     trace.clear();

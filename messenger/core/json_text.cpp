@@ -1,4 +1,4 @@
-#include "messenger/terminal/json_line.h"
+#include "messenger/core/json_text.h"
 
 #include <algorithm>
 #include <array>
@@ -7,10 +7,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
-namespace oku::terminal {
+namespace oku {
 namespace {
-
-constexpr qsizetype kUsualLine = 512;
 
 // Stands in a JSON text as it is, in one byte.
 bool isPlain(char16_t unit) { return unit >= 0x20 && unit < 0x80 && unit != u'"' && unit != u'\\'; }
@@ -24,46 +22,34 @@ void appendPadded(QByteArray& bytes, int number, int digits) {
 
 }  // namespace
 
-JsonLine::JsonLine(QStringView event, const QString& account) {
-    bytes_.reserve(kUsualLine);
-    bytes_ += '{';
-    put("event", event);
-    if (!account.isEmpty()) put("account", account);
-}
-
-QByteArray JsonLine::take() && {
-    bytes_ += "}\n";
-    return std::move(bytes_);
-}
-
-void JsonLine::separate() {
+void JsonText::separate() {
     if (!std::exchange(first_, false)) bytes_ += ',';
 }
 
-void JsonLine::putKey(const char* key) {
+void JsonText::putKey(const char* key) {
     separate();
     bytes_ += '"';
     bytes_ += key;
     bytes_ += "\":";
 }
 
-void JsonLine::putBytes(const char* key, QByteArrayView bytes) {
+void JsonText::putBytes(const char* key, QByteArrayView bytes) {
     putKey(key);
     bytes_ += bytes;
 }
 
-void JsonLine::putNumber(const char* key, qint64 number) {
+void JsonText::putNumber(const char* key, qint64 number) {
     std::array<char, 24> buffer;
     const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr;
     putBytes(key, QByteArrayView(buffer.data(), end));
 }
 
-void JsonLine::put(const char* key, QStringView value) {
+void JsonText::put(const char* key, QStringView value) {
     putKey(key);
     text(value);
 }
 
-void JsonLine::put(const char* key, const QDateTime& time) {
+void JsonText::put(const char* key, const QDateTime& time) {
     using namespace std::chrono;
     if (!time.isValid()) return putBytes(key, "null");
     const sys_time<milliseconds> moment{milliseconds(time.toMSecsSinceEpoch())};
@@ -87,7 +73,7 @@ void JsonLine::put(const char* key, const QDateTime& time) {
     bytes_ += "Z\"";
 }
 
-void JsonLine::put(const char* key, const QStringList& texts) {
+void JsonText::put(const char* key, const QStringList& texts) {
     beginList(key);
     for (const QString& one : texts) {
         separate();
@@ -96,28 +82,28 @@ void JsonLine::put(const char* key, const QStringList& texts) {
     endList();
 }
 
-void JsonLine::put(const char* key, const QJsonValue& value) {
+void JsonText::put(const char* key, const QJsonValue& value) {
     const QByteArray list = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
     putBytes(key, QByteArrayView(list).sliced(1, list.size() - 2));
 }
 
-void JsonLine::beginList(const char* key) {
+void JsonText::beginList(const char* key) {
     putBytes(key, "[");
     first_ = true;
 }
 
-void JsonLine::beginObject() {
+void JsonText::open(char bracket) {
     separate();
-    bytes_ += '{';
+    bytes_ += bracket;
     first_ = true;
 }
 
-void JsonLine::close(char bracket) {
+void JsonText::close(char bracket) {
     bytes_ += bracket;
     first_ = false;
 }
 
-void JsonLine::text(QStringView text) {
+void JsonText::text(QStringView text) {
     bytes_ += '"';
     for (qsizetype at = 0; at < text.size();) {
         qsizetype end = at;
@@ -137,7 +123,7 @@ void JsonLine::text(QStringView text) {
     bytes_ += '"';
 }
 
-void JsonLine::escape(char16_t unit) {
+void JsonText::escape(char16_t unit) {
     static constexpr QByteArrayView kShort = "\"\\\b\f\n\r\t";
     static constexpr QByteArrayView kLetters = "\"\\bfnrt";
     static constexpr QByteArrayView kDigits = "0123456789abcdef";
@@ -152,4 +138,4 @@ void JsonLine::escape(char16_t unit) {
     bytes_ += kDigits[unit & 15];
 }
 
-}  // namespace oku::terminal
+}  // namespace oku
