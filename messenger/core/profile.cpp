@@ -29,6 +29,13 @@ bool makeDirectory(const QString& path) {
     return QDir().mkdir(name, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
 }
 
+/// What a program that was killed left while it replaced a file: passwords may stand in it.
+void removeLeftovers(const QString& path) {
+    QDir folder(path);
+    const QStringList names = {QStringLiteral(".oku-??????"), QStringLiteral(".protolink-??????")};
+    for (const QString& name : folder.entryList(names, QDir::Files | QDir::Hidden)) folder.remove(name);
+}
+
 OKU_WORD fill(OKU_WORD param, const QString& directory) {
     auto* record = recordAt<OKU_DIRECTORY>(param);
     if (!record || !record->buffer || record->capacity <= static_cast<std::uint32_t>(directory.size())) return 0;
@@ -70,7 +77,10 @@ QString Profile::open() {
     lock_ = std::make_unique<QLockFile>(directory_ + QStringLiteral("oku.lock"));
     // A lock is stale only when its process is gone, however long that has been running.
     lock_->setStaleLockTime(0);
-    if (lock_->tryLock(0)) return {};
+    if (lock_->tryLock(0)) {
+        for (const QString& path : {directory_, dataDirectory_, cacheDirectory_}) removeLeftovers(path);
+        return {};
+    }
     qint64 process = 0;
     QString host;
     QString program;

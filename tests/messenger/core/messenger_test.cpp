@@ -360,6 +360,16 @@ TEST_F(Facade, TellsOfASettingThatIsNotWritten) {
     EXPECT_EQ(messenger->setSetting(kAlice, priority, 7), QString()) << "written now";
 }
 
+TEST_F(Facade, RemovesWhatAKillLeftWhileFilesWereReplaced) {
+    const QStringList left = {QStringLiteral(".oku-a1B2c3"), QStringLiteral(".protolink-Zz9900")};
+    const QString other = QStringLiteral(".oku-settings");
+    for (const QString& name : left + QStringList(other))
+        ASSERT_TRUE(QFile(directory.filePath(name)).open(QIODevice::WriteOnly));
+    ASSERT_EQ(messenger->start(), QString());
+    for (const QString& name : left) EXPECT_FALSE(QFile::exists(directory.filePath(name))) << name.toStdString();
+    EXPECT_TRUE(QFile::exists(directory.filePath(other)));
+}
+
 TEST_F(Facade, TakesNoProfileThatOthersCouldWrite) {
     const QString profile = directory.filePath(QStringLiteral("p"));
     ASSERT_TRUE(QDir().mkpath(profile));
