@@ -14,7 +14,7 @@ namespace {
 bool isPlain(char16_t unit) { return unit >= 0x20 && unit < 0x80 && unit != u'"' && unit != u'\\'; }
 
 void appendPadded(QByteArray& bytes, int number, int digits) {
-    std::array<char, 12> buffer;
+    std::array<char, 12> buffer{};
     for (int at = digits; at-- > 0; number /= 10)
         buffer[static_cast<std::size_t>(at)] = static_cast<char>('0' + number % 10);
     bytes.append(buffer.data(), digits);
