@@ -83,9 +83,14 @@ ContactList::ContactList(QString path, QObject* parent) : QObject(parent), path_
 
 void ContactList::load() {
     QFile file(path_);
-    if (path_.isEmpty() || !file.open(QIODevice::ReadOnly)) return;
-    const auto document = QJsonDocument::fromJson(file.readAll());
-    known_ = document.isArray();
+    if (path_.isEmpty() || !file.exists()) return;
+    QJsonDocument document;
+    if (file.open(QIODevice::ReadOnly)) document = QJsonDocument::fromJson(file.readAll());
+    known_ = document.isArray() && file.error() == QFile::NoError;
+    if (!known_) {
+        setAside();
+        return;
+    }
     for (const auto& value : document.array()) {
         const QJsonObject object = value.toObject();
         Entry entry;
@@ -98,6 +103,19 @@ void ContactList::load() {
         entry.groups = object[QStringLiteral("groups")].toVariant().toStringList();
         entries_.insert_or_assign(entry.contact.jid, std::move(entry));
     }
+}
+
+// What is written next takes its place.
+void ContactList::setAside() {
+    const QString stamp = QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
+    const QString aside = path_ + QStringLiteral(".damaged-") + stamp;
+    emit noticed(
+        QFile::rename(path_, aside)
+            ? QCoreApplication::translate("ContactList",
+                                          "Listy kontaktów %1 nie można odczytać; plik został zachowany jako %2.")
+                  .arg(path_, aside)
+            : QCoreApplication::translate("ContactList", "Listy kontaktów %1 nie można odczytać ani odłożyć na bok.")
+                  .arg(path_));
 }
 
 void ContactList::save() {

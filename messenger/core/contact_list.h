@@ -32,6 +32,7 @@ public:
     /// `path`: the file of the list; an empty one means that it is not kept.
     explicit ContactList(QString path, QObject* parent = nullptr);
 
+    /// A file that cannot be read, or is no list, is kept as NAME.damaged-TIME, which noticed() tells.
     void load();
     /// Writes what changed. Happens by itself within a second of a change. What could not be written is told once, and
     /// tried again every few seconds.
@@ -91,6 +92,7 @@ private:
         bool touched = false;  ///< stands in touched_
     };
 
+    void setAside();
     void touch(Entry& entry);
     void scheduleTelling();
     [[nodiscard]] QByteArray asJson() const;

@@ -57,7 +57,6 @@ ContactList& ContactService::list(const AccountEntry& account) {
     auto& list = lists_[account.key];
     if (list) return *list;
     list = std::make_unique<ContactList>(listPath(account.key));
-    list->load();
     const QString key = account.key;
     const auto jid = [this, key] {
         const auto* entry = accounts_.byKey(key);
@@ -70,6 +69,7 @@ ContactList& ContactService::list(const AccountEntry& account) {
     connect(list.get(), &ContactList::removed, this, [this, jid](const QString& gone) { emit removed(jid(), gone); });
     connect(list.get(), &ContactList::noticed, this, [this, jid](const QString& text) { emit noticed(jid(), text); });
     connect(list.get(), &ContactList::rebuilt, this, [this, key] { emit rebuilt(key); });
+    list->load();
     return *list;
 }
 

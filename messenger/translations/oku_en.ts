@@ -273,6 +273,14 @@ Trust this certificate on this account from now on?</translation>
         <source>Nie można zapisać listy kontaktów w pliku %1: %2. Dawny plik zostaje, zapis będzie ponawiany.</source>
         <translation>The contact list cannot be saved in the file %1: %2. The old file stays, and saving will be tried again.</translation>
     </message>
+    <message>
+        <source>Listy kontaktów %1 nie można odczytać; plik został zachowany jako %2.</source>
+        <translation>The contact list %1 cannot be read; the file was kept as %2.</translation>
+    </message>
+    <message>
+        <source>Listy kontaktów %1 nie można odczytać ani odłożyć na bok.</source>
+        <translation>The contact list %1 can neither be read nor be put aside.</translation>
+    </message>
 </context>
 <context>
     <name>Contacts</name>

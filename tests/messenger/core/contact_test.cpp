@@ -217,12 +217,22 @@ TEST_F(Contacts, SurviveADamagedFile) {
     core.reset();
     QFile file(directory.filePath(QStringLiteral("tiny.contacts")));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("[{\"jid\": 5}, 7, {\"jid\":\"bob@example.org\"}, ");
+    const QByteArray damaged = "[{\"jid\": 5}, 7, {\"jid\":\"bob@example.org\"}, ";
+    file.write(damaged);
     file.close();
     begin();
     EXPECT_TRUE(list().contacts().isEmpty());
     logIn({u"bob@example.org"});
     EXPECT_EQ(list().contacts().size(), 1);
+    const auto aside = QDir(directory.path()).entryList({QStringLiteral("tiny.contacts.damaged-*")});
+    ASSERT_EQ(aside.size(), 1);
+    QFile kept(directory.filePath(aside.first()));
+    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+    EXPECT_EQ(kept.readAll(), damaged);
+    EXPECT_EQ(notices.filter(aside.first()).size(), 1);
+    restart();
+    EXPECT_EQ(list().contacts().size(), 1);
+    EXPECT_EQ(notices.filter(QStringLiteral("damaged")).size(), 1) << "the new file is whole";
 }
 
 TEST_F(Contacts, AreWrittenAgainAfterAFailureThatIsToldOnce) {
