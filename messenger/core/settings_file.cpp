@@ -34,14 +34,16 @@ void SettingsFile::read() {
     }
     QFile file(path_);
     if (!file.exists()) return;
-    if (!file.open(QIODevice::ReadOnly)) {
+    const QByteArray content = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    // Half of a file that could not be read to its end would be written over the whole one.
+    if (file.error() != QFile::NoError) {
         unreadable_ = true;
         emit noticed(QCoreApplication::translate("Settings", "Nie można odczytać ustawień z pliku %1: %2")
                          .arg(path_, file.errorString()));
         return;
     }
     bool ok = false;
-    values_ = settingsFromBytes(file.readAll(), ok);
+    values_ = settingsFromBytes(content, ok);
     values_.insert(remembered);
     file.close();
     if (!ok) setAside();

@@ -150,6 +150,18 @@ TEST_F(Settings, AreNotWrittenOverAFileThatCannotBeRead) {
     EXPECT_TRUE(QFileInfo(path()).isDir());
 }
 
+TEST_F(Settings, AreNotBelievedWhenTheFileCannotBeReadToItsEnd) {
+    SettingsFile file(QStringLiteral("/proc/self/mem"));  // opens, and cannot be read from its beginning
+    QStringList notices;
+    QObject::connect(&file, &SettingsFile::noticed, &file, [&](const QString& text) { notices.append(text); });
+    file.read();
+    ASSERT_EQ(notices.size(), 1);
+    EXPECT_TRUE(notices[0].contains(file.path())) << notices[0].toStdString();
+    file.set(QStringLiteral("a"), 1);
+    EXPECT_FALSE(file.write());
+    EXPECT_EQ(notices.size(), 2) << "it is not even tried";
+}
+
 TEST_F(Settings, SurviveAKillAtAnyMoment) {
     SettingsFile first(path());
     first.set(QStringLiteral("serial"), 0);
