@@ -8,7 +8,9 @@ namespace oku {
 
 void protectProcess() {
     umask(S_IRWXG | S_IRWXO);
-    const rlimit none{0, 0};
+    // No image fits into a byte. Where the system hands images to a program, it does so whatever the limit, 0 included,
+    // but for this one.
+    const rlimit none{1, 1};
     setrlimit(RLIMIT_CORE, &none);  // lowering a limit is always allowed
     std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is seen by the write, as a full disk is
 }
