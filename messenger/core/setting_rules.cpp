@@ -45,6 +45,8 @@ constexpr Rule kRules[] = {
     {"OKU/SendTyping"},
     {"OKU/PasswordInFile"},
     {"OKU/AllowClearText"},
+    {"OKU/ContactList"},
+    {"OKU/ReachableOnly"},
 };
 
 std::optional<qlonglong> wholeNumber(const QVariant& value) {

@@ -98,6 +98,7 @@ TEST_F(Facade, ChecksTheKindAndRangeOfSettings) {
     EXPECT_TRUE(fault("XMPP/Priority", QStringLiteral("high")));
     EXPECT_TRUE(fault("XMPP/Serv/SSL", 2));
     EXPECT_TRUE(fault("XMPP/AuthType", 4));
+    for (const char* view : {"OKU/ContactList", "OKU/ReachableOnly"}) EXPECT_TRUE(fault(view, 2)) << view;
     for (const char* port : {"0", "65536", "x", "-1"}) EXPECT_TRUE(fault("XMPP/Proxy/Port", QString(port))) << port;
     for (const char* port : {"1", "65535", ""}) EXPECT_FALSE(fault("XMPP/Proxy/Port", QString(port))) << port;
     for (const char* server : {"host:", "host:0", "host:x", "[::1]:65536"})
