@@ -38,7 +38,11 @@ void Session::accountChanged(const QString& account) {
 
 void Session::accountRemoved(const QString& account) {
     toldAccounts_.removeAll(account);
+    known_.remove(account);
+    connections_.remove(account);
+    refusedCertificates_.remove(account);
     if (options_.account == account) options_.account.clear();
+    display_.contactsReset();
     tellOf({account, {}}, say(Text::AccountGone, account), Style::Plain, kDash);
 }
 

@@ -70,6 +70,18 @@ TEST_F(ContactPaneTest, ShowsGroupsMarksAndWhatIsUnread) {
     EXPECT_EQ(shown().find("obcy"), std::string::npos);
 }
 
+TEST_F(ContactPaneTest, ForgetsTheContactsOfAnAccountThatIsRemoved) {
+    EXPECT_NE(shown().find("Olek"), std::string::npos);
+    client.accountList.clear();
+    client.contactLists.clear();
+    session->accountRemoved(kMe);
+    EXPECT_EQ(shown().find("Olek"), std::string::npos) << shown();
+    // Added once more it begins anew.
+    session->rosterComplete(kMe);
+    for (const LogEntry* entry : session->entries())
+        EXPECT_FALSE(entry->text.contains(QStringLiteral("Olek"))) << entry->text.toStdString();
+}
+
 TEST_F(ContactPaneTest, FollowsPresenceAndTheList) {
     shown();
     client.contactLists[kMe][2].status = Status::dnd;
