@@ -24,7 +24,6 @@ qsizetype charactersOf(const Message& message) { return message.body.size() + me
 
 History::History(QString path, QObject* parent) : QObject(parent), file_(std::move(path)) {
     sync_.setSingleShot(true);
-    sync_.setInterval(kSyncDelay);
     connect(&sync_, &QTimer::timeout, this, &History::sync);
     retry_.setSingleShot(true);
     retry_.setInterval(kRetryDelay);
@@ -58,6 +57,7 @@ bool History::open() {
                   .arg(file_.path(), file_.reason()));
         return false;
     }
+    salvage();
     if (lastNumber_ == 0) lastTold_ = file_.lastNumber();
     lastNumber_ = std::max(lastNumber_, file_.lastNumber());
     for (Message& message : changes_.messages) {
@@ -170,7 +170,7 @@ bool History::writeChanges() {
     changes_ = {};
     characters_ = 0;
     boundsTold_ = false;
-    if (!sync_.isActive()) sync_.start();
+    if (!sync_.isActive()) sync_.start(kSyncDelay);
     if (std::exchange(failureTold_, false)) {
         emit failed(QCoreApplication::translate("History", "Archiwum rozmów znów działa; zapisano to, co czekało."));
     }
@@ -190,15 +190,24 @@ bool History::isDamaged() const { return file_.fault() == HistoryFile::Fault::da
 
 bool History::beginAnew() {
     const QString aside = file_.setAside();
-    if (aside.isEmpty() || !file_.open()) return false;
-    const qint64 saved = salvageHistory(aside, file_);
-    emit failed(
-        QCoreApplication::translate("History",
-                                    "Archiwum rozmów było uszkodzone i zostało zachowane jako %1. Zaczęto nowe; "
-                                    "odczytane wiadomości: %2.")
-            .arg(aside)
-            .arg(saved));
+    if (aside.isEmpty()) return false;
+    toSalvage_.append(aside);
+    if (!file_.open()) return false;
+    salvage();
     return true;
+}
+
+// Where there was no room for a new file, what was set aside waits until there is one.
+void History::salvage() {
+    for (const QString& aside : std::exchange(toSalvage_, {})) {
+        const qint64 saved = salvageHistory(aside, file_);
+        emit failed(
+            QCoreApplication::translate("History",
+                                        "Archiwum rozmów było uszkodzone i zostało zachowane jako %1. Zaczęto nowe; "
+                                        "odczytane wiadomości: %2.")
+                .arg(aside)
+                .arg(saved));
+    }
 }
 
 void History::fails(const QString& text) {
@@ -206,14 +215,15 @@ void History::fails(const QString& text) {
     if (!std::exchange(failureTold_, true)) emit failed(text);
 }
 
-// A checkpoint that fails leaves all in the log; the next one tries it again.
+// A checkpoint that fails leaves all in the log, and is tried again.
 void History::sync() {
     if (file_.sync()) {
         syncFailureTold_ = false;
-    } else if (!std::exchange(syncFailureTold_, true)) {
-        emit failed(
-            QCoreApplication::translate("History", "Dysk nie przyjmuje archiwum rozmów: %1").arg(file_.reason()));
+        return;
     }
+    sync_.start(kRetryDelay);
+    if (std::exchange(syncFailureTold_, true)) return;
+    emit failed(QCoreApplication::translate("History", "Dysk nie przyjmuje archiwum rozmów: %1").arg(file_.reason()));
 }
 
 Message History::upToDate(Message message) const {

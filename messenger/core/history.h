@@ -70,6 +70,8 @@ private:
     [[nodiscard]] bool isDamaged() const;
     /// The damaged file makes room for a new one; true when there is one.
     bool beginAnew();
+    /// Takes over what can be read of the files that were set aside, and tells of them.
+    void salvage();
     bool remove(const QString& condition, const QVariant& value);
     /// Something could not be done, and is to be tried again: tells so once.
     void fails(const QString& text);
@@ -87,6 +89,7 @@ private:
     qint64 lastTold_ = 0;                         ///< the number of the last message that was told
     std::deque<std::function<void()>> waiting_;   ///< to be told when changes_ are written
     std::deque<std::function<void()>> tellable_;  ///< may be told
+    QStringList toSalvage_;                       ///< set aside
     bool scheduled_ = false;
     QElapsedTimer sinceFirst_;  ///< change that is not written
     QTimer sync_;

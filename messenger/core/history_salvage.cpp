@@ -1,5 +1,6 @@
 #include "messenger/core/history_salvage.h"
 
+#include <algorithm>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QUuid>
@@ -21,7 +22,15 @@ constexpr char kDownwards[] =
     "SELECT number, account, contact, resource, direction, subject, body, kind, time, delayed,"
     " CASE WHEN handed THEN 3 ELSE state END, failed FROM messages WHERE number > ? ORDER BY number DESC";
 
-/// Copies rows until one cannot be read or written; returns the last number that was.
+/// Returns how many could be written. One that the new file does not take keeps no other out.
+qint64 writeAll(const HistoryChanges& batch, HistoryFile& into) {
+    if (into.write(batch)) return static_cast<qint64>(batch.messages.size());
+    return std::count_if(batch.messages.begin(), batch.messages.end(), [&](const Message& message) {
+        return into.write({{message}, {}});
+    });
+}
+
+/// Copies rows until one cannot be read; returns the last number that was.
 qint64 copy(const QSqlDatabase& from, HistoryFile& into, const char* text, qint64 above, qint64& count) {
     QSqlQuery rows(from);
     rows.setForwardOnly(true);
@@ -30,18 +39,15 @@ qint64 copy(const QSqlDatabase& from, HistoryFile& into, const char* text, qint6
     rows.exec();
     qint64 last = above;
     HistoryChanges batch;
-    const auto write = [&] {
-        const auto size = static_cast<qint64>(batch.messages.size());
-        const bool written = into.write(std::exchange(batch, {}));
-        if (written) count += size;
-        return written;
-    };
     while (rows.next()) {
         batch.messages.push_back(HistoryFile::messageAt(rows));
         last = batch.messages.back().number;
-        if (batch.messages.size() == kAtATime && !write()) return last;
+        if (batch.messages.size() < kAtATime) continue;
+        const qint64 written = writeAll(std::exchange(batch, {}), into);
+        if (written == 0) return last;  // the disk takes nothing
+        count += written;
     }
-    write();
+    count += writeAll(batch, into);
     return last;
 }
 

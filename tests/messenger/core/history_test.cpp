@@ -5,10 +5,12 @@
 #include <csignal>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 
+#include "messenger/core/history_salvage.h"
 #include "tests/messenger/core/stage.h"
 
 namespace oku::test {
@@ -77,13 +79,13 @@ TEST(HistoryFile, OfALaterFormatIsLeftAsItIs) {
     EXPECT_EQ(told.size(), 1);
 }
 
-/// From here to its end no file of this process can grow, as on a full disk.
+/// From here to its end no file of this process can grow beyond so many bytes, as on a full disk.
 class FullDisk {
 public:
-    FullDisk() : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+    explicit FullDisk(qint64 most = 0) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
         getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit none{0, before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &none);
+        const rlimit few{static_cast<rlim_t>(most), before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &few);
     }
     FullDisk(const FullDisk&) = delete;
     FullDisk& operator=(const FullDisk&) = delete;
@@ -289,6 +291,22 @@ TEST_F(HistoryTest, KeepsWhatCanBeReadOfAFileWithADamagedPage) {
     EXPECT_EQ(onDisk().size(), all.size() + 1);
 }
 
+TEST(HistorySalvage, LosesNoMessageForAnotherThatCannotBeTaken) {
+    const QTemporaryDir directory;
+    const QString damaged = directory.filePath(QStringLiteral("damaged"));
+    // Damage can show itself as a value that no history has: no account here.
+    make(damaged,
+         {"DROP TABLE messages",
+          "CREATE TABLE messages(number INTEGER PRIMARY KEY, account TEXT, contact TEXT, resource TEXT, direction,"
+          " subject TEXT, body TEXT, kind, time, delayed, state, failed, handed)",
+          "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 1500) INSERT INTO messages"
+          " SELECT i, CASE i WHEN 700 THEN NULL ELSE 'alice@example.org' END, 'bob@example.org', '', 0, '', 'x', 0, i,"
+          " NULL, 0, 0, 0 FROM n"});
+    HistoryFile fresh(directory.filePath(QStringLiteral("fresh")));
+    EXPECT_EQ(salvageHistory(damaged, fresh), 1499);
+    EXPECT_EQ(fresh.lastNumber(), 1500);
+}
+
 TEST_F(HistoryTest, ShowsWhatAFullDiskDoesNotTakeAndWritesItWhenThereIsRoom) {
     start();
     EXPECT_NE(history->addNow(written("before")), 0);
@@ -317,6 +335,34 @@ TEST_F(HistoryTest, BeginsOnAFullDiskAndGoesOnWhenThereIsRoom) {
     full.end();
     EXPECT_NE(history->addNow(written("own")), 0) << "tried at once, as somebody waits";
     EXPECT_EQ(onDisk(), (QStringList{"one", "own"}));
+}
+
+TEST_F(HistoryTest, TellsOfADamagedFileWhenThereIsRoomForANewOne) {
+    setContent(QByteArray(10000, 'x'));
+    start();
+    FullDisk full;
+    add("one");
+    ASSERT_TRUE(waitForTold(1));
+    full.end();
+    EXPECT_NE(history->addNow(written("own")), 0);
+    ASSERT_EQ(aside().size(), 1);
+    EXPECT_EQ(notices.filter(aside().first()).size(), 1) << notices.join(u'|').toStdString();
+    EXPECT_EQ(onDisk(), (QStringList{"one", "own"}));
+}
+
+TEST_F(HistoryTest, TriesAgainToBringToTheDiskWhatItDidNotTake) {
+    start();
+    for (int i = 0; i < 50; ++i) add(QString(4000, u'x'));
+    ASSERT_TRUE(waitForTold(50));
+    history->close();  // nothing is left in the log
+    const qint64 size = QFileInfo(path).size();
+    FullDisk full(size);
+    add(QString(40000, u'x'));
+    ASSERT_TRUE(waitForTold(51));
+    ASSERT_TRUE(waitFor([this] { return notices.size() == 1; })) << "the log takes it, the database cannot grow";
+    EXPECT_EQ(QFileInfo(path).size(), size);
+    full.end();
+    EXPECT_TRUE(waitFor([&] { return QFileInfo(path).size() > size; }, 10000)) << "by itself";
 }
 
 TEST_F(HistoryTest, KeepsNoMoreThanItsBounds) {
