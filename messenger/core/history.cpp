@@ -239,11 +239,13 @@ QList<Message> History::read(const QString& condition, const QVariantList& value
         if (wanted(row)) messages.append(upToDate(HistoryFile::messageAt(row)));
         return limit < 0 || messages.size() < limit;
     };
-    if (limit == 0 || !open() || file_.read(condition, values, take)) return messages;
-    if (isDamaged() && beginAnew()) {
+    readWhole_ = limit == 0 || (open() && file_.read(condition, values, take));
+    if (!readWhole_ && file_.isOpen() && isDamaged() && beginAnew()) {
         messages.clear();
-        if (file_.read(condition, values, take)) return messages;
+        readWhole_ = file_.read(condition, values, take);
     }
+    // Why it could not be opened has been told.
+    if (readWhole_ || !file_.isOpen()) return messages;
     fails(QCoreApplication::translate("History", "Nie można odczytać archiwum rozmów: %1").arg(file_.reason()));
     return messages;
 }

@@ -48,6 +48,8 @@ public:
     /// The newest `limit` (negative: all) of those that were told, oldest first; empty `with` and `search` keep all.
     /// See TextSearch for what a search finds.
     [[nodiscard]] QList<Message> find(const QString& account, const QString& with, int limit, const QString& search);
+    /// Whether what was asked for last could be read to its end.
+    [[nodiscard]] bool readWhole() const { return readWhole_; }
     /// Outgoing ones in this state, oldest first.
     [[nodiscard]] QList<Message> outgoing(const QString& account, DeliveryState state);
     /// Writes and tells what waits, and closes the file.
@@ -94,6 +96,7 @@ private:
     QElapsedTimer sinceFirst_;  ///< change that is not written
     QTimer sync_;
     QTimer retry_;  ///< runs while the file cannot be used
+    bool readWhole_ = true;
     bool failureTold_ = false;
     bool syncFailureTold_ = false;
     bool boundsTold_ = false;

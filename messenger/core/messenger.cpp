@@ -291,6 +291,8 @@ QString Messenger::exportHistory(const QString& account, const QString& with, Ex
                                  bool replace) const {
     constexpr int everything = -1;
     const auto messages = d->history.find(bareJid(account), bareJid(with), everything, {});
+    // What was exported before is worth more than a part of it.
+    if (!d->history.readWhole()) return QCoreApplication::translate("Messenger", "Nie można odczytać archiwum rozmów.");
     const QByteArray content = format == ExportFormat::json ? historyAsJson(messages) : historyAsText(messages);
     const QString reason = replaceFile(path, content, replace ? Target::inPlace : Target::nothing);
     if (reason.isEmpty()) return {};

@@ -477,6 +477,10 @@ Trust this certificate on this account from now on?</translation>
         <source>Nie można wycofać wiadomości.</source>
         <translation>The message cannot be taken back.</translation>
     </message>
+    <message>
+        <source>Nie można odczytać archiwum rozmów.</source>
+        <translation>The message history cannot be read.</translation>
+    </message>
 </context>
 <context>
     <name>Network</name>

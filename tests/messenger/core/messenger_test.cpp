@@ -113,6 +113,20 @@ TEST_F(Facade, ChecksTheKindAndRangeOfSettings) {
     EXPECT_EQ(messenger->accounts().size(), 1) << "nothing of it was done";
 }
 
+TEST_F(Facade, ReplacesNoExportWithWhatItCannotRead) {
+    ASSERT_EQ(messenger->start(), QString());
+    messenger->addAccount(kAlice, QStringLiteral("a"));
+    ASSERT_TRUE(QDir().mkpath(messenger->profileDir() + QStringLiteral("history.sqlite")));  // cannot be opened
+    const QString path = messenger->profileDir() + QStringLiteral("export.txt");
+    QFile exported(path);
+    ASSERT_TRUE(exported.open(QIODevice::WriteOnly));
+    exported.write("kept");
+    exported.close();
+    EXPECT_FALSE(messenger->exportHistory(kAlice, {}, Messenger::ExportFormat::text, path, true).isEmpty());
+    ASSERT_TRUE(exported.open(QIODevice::ReadOnly));
+    EXPECT_EQ(exported.readAll(), "kept");
+}
+
 TEST_F(Facade, TakesBackAMessageThatWaits) {
     ASSERT_EQ(messenger->start(), QString());
     messenger->addAccount(kAlice, QStringLiteral("a"));
