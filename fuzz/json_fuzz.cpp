@@ -19,11 +19,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                               "a command without a field that it needs");
         }
         fuzz::require(known, "a command that nobody knows");
-        answer = jsonLine(jsonOk(*command));
+        answer = jsonOk(*command);
     } else {
         const auto& fault = std::get<JsonFault>(read);
         fuzz::require(!fault.reason.isEmpty(), "refused without a reason");
-        answer = jsonLine(jsonError(fault.name, fault.id, fault.reason));
+        answer = jsonError(fault.name, fault.id, fault.reason);
     }
     fuzz::require(answer.count('\n') == 1 && answer.endsWith('\n'), "an answer of more than one line");
     fuzz::require(QJsonDocument::fromJson(answer).isObject(), "an answer that is no object");
