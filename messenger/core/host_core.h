@@ -2,6 +2,7 @@
 
 #include <map>
 #include <QObject>
+#include <QTimer>
 
 #include "messenger/core/accounts.h"
 #include "messenger/core/clear_text_guard.h"
