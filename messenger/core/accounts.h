@@ -17,21 +17,21 @@ namespace oku {
 class ServiceRegistry;
 class SettingsService;
 
+/// A login by DIGEST-MD5 that is under way.
+struct DigestLogin {
+    std::optional<QByteArray> expected = {};  ///< nothing before the response, and for an unknown password
+    bool proven = false;
+};
+
 /// What the host itself knows of the line that an account speaks on. The flags word tells what the plugin believes, and
 /// that is empty as soon as the plugin has ended its stream.
 struct LineState {
-    /// A login by DIGEST-MD5 that is under way.
-    struct Digest {
-        std::optional<QByteArray> expected = {};  ///< nothing before the response, and for an unknown password
-        bool proven = false;
-    };
-
     QString domain = {};  ///< whose server it leads to: while an account is registered, not the one of the settings
     bool encrypted = false;
     bool bound = false;    ///< the session is
     bool told = false;     ///< that something was taken out of what came
     bool refused = false;  ///< the connection cannot go on and is being ended: nothing more is exchanged on it
-    std::optional<Digest> digest = {};
+    std::optional<DigestLogin> digest = {};
     QByteArray registered = {};  ///< the password that an account is registered with on it, not in its settings yet
 };
 

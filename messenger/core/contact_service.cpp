@@ -1,5 +1,7 @@
 #include "messenger/core/contact_service.h"
 
+#include <QFile>
+
 #include "messenger/core/accounts.h"
 #include "messenger/core/jid_text.h"
 #include "messenger/core/plugin_queue.h"

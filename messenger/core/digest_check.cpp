@@ -82,7 +82,7 @@ DigestCheck::Verdict DigestCheck::judge(const ProtocolEvent& event) {
     return Verdict::good;
 }
 
-bool DigestCheck::readProof(LineState::Digest& login, const QByteArray& content) {
+bool DigestCheck::readProof(DigestLogin& login, const QByteArray& content) {
     const auto proof = digestDirective(content, "rspauth");
     if (!proof) return true;
     login.proven = login.expected && proof->toLower() == *login.expected;

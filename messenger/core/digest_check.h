@@ -26,7 +26,7 @@ private:
     static void noteOutgoing(const ProtocolEvent& event);
     static Verdict judge(const ProtocolEvent& event);
     /// Looks for the proof in the content of an element; false when it is there and wrong.
-    static bool readProof(LineState::Digest& login, const QByteArray& content);
+    static bool readProof(DigestLogin& login, const QByteArray& content);
 };
 
 }  // namespace oku

@@ -100,7 +100,7 @@ TEST_F(Sockets, KnowNothingOfALineThatWasBefore) {
                         .bound = true,
                         .told = true,
                         .refused = true,
-                        .digest = LineState::Digest{},
+                        .digest = DigestLogin{},
                         .registered = "secret"};
     };
     const auto isNew = [&](const QString& domain) {
