@@ -233,7 +233,7 @@ QString Messenger::sendMessage(const QString& account, const QString& to, const 
         message.subject = subject;
         message.body = body;
         message.kind = kind;
-        message.time = QDateTime::currentDateTime();
+        message.time = QDateTime::currentDateTimeUtc();
         const qint64 written = d->delivery.send(entry, message);
         if (number) *number = written;
         return written ? QString()

@@ -119,7 +119,7 @@ void Sessions::readMessage(ProtocolEvent& event) {
     message.body = wideText(data->body);
     message.failed = data->flags == OKU_MESSAGE_DELIVERY_FAILURE;
     message.kind = data->flags == OKU_MESSAGE_NORMAL ? MessageKind::normal : MessageKind::chat;
-    message.time = QDateTime::currentDateTime();
+    message.time = QDateTime::currentDateTimeUtc();
     message.delayed = parts_.watch.takeDelay(event.account, message.contact, message.resource);
     parts_.typing.set(message.account, message.contact, false);
     parts_.history.add(message, [this, &account = event.account](const Message& told) {

@@ -60,7 +60,7 @@ Line front(const LogEntry& entry, const LogLayout& layout) {
     Line line;
     if (entry.kind == EntryKind::Listing) return line;
     if (layout.columns >= kColumnsForTime)
-        line.push_back({entry.time.toString(QStringLiteral("HH:mm")) + u' ', Style::Faint});
+        line.push_back({entry.time.toLocalTime().toString(QStringLiteral("HH:mm")) + u' ', Style::Faint});
     const QString name = writer(entry, layout);
     if (layout.columns >= kColumnsForNames) {
         line.push_back({alignedRight(name, nameColumns(layout.columns)), writerStyle(entry)});

@@ -30,7 +30,7 @@ enum class Shown { Both, ConversationOnly, InSight };
 enum class EntryKind { Information, Listing, Incoming, Outgoing, Undelivered };
 
 struct LogEntry {
-    QDateTime time;
+    QDateTime time;  // shown as local time; to find that takes the system longer than all else of an entry
     EntryKind kind = EntryKind::Information;
     Style style = Style::Plain;
     QString mark;  // one sign in front of what is no message

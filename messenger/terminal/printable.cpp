@@ -111,10 +111,11 @@ private:
     int marks_ = 0;
 };
 
-// Nothing is to be done about it, whatever stands beside it: ASCII and the Latin letters of Europe's languages.
+// Nothing is to be done about it, whatever stands beside it: ASCII, the Latin letters of Europe's languages, dashes and
+// quotation marks.
 bool isHarmless(QChar letter) {
     const char16_t c = letter.unicode();
-    return (c >= 0x20 && c < 0x7F) || (c >= 0xA1 && c < 0x180 && c != kSoftHyphen);
+    return (c >= 0x20 && c < 0x7F) || (c >= 0xA1 && c < 0x180 && c != kSoftHyphen) || (c >= 0x2010 && c < 0x2028);
 }
 
 }  // namespace

@@ -35,8 +35,9 @@ private:
     void addEntry(std::size_t at) {
         auto lines = layOut(*content_.entries[at], layout_);
         std::move(lines.rbegin(), lines.rend(), std::back_inserter(lines_));
-        const QDate day = content_.entries[at]->time.date();
-        if (at == 0 || content_.entries[at - 1]->time.date() != day) lines_.push_back(dayLine(day, layout_.columns));
+        const QDate day = content_.entries[at]->time.toLocalTime().date();
+        if (at == 0 || content_.entries[at - 1]->time.toLocalTime().date() != day)
+            lines_.push_back(dayLine(day, layout_.columns));
     }
 
     const ScreenContent& content_;

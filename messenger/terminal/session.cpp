@@ -141,8 +141,7 @@ QString Session::account() const {
 // Entries -------------------------------------------------------------------------------------------------------------
 
 void Session::append(LogEntry entry) {
-    if (!entry.time.isValid()) entry.time = QDateTime::currentDateTime();
-    entry.time = entry.time.toLocalTime();
+    if (!entry.time.isValid()) entry.time = QDateTime::currentDateTimeUtc();
     if (entry.shown == Shown::InSight) entry.alsoIn = windows_.current();
     const bool shown = shows(entry);
     if (log_.size() >= kLongestLog) dropOldest();

@@ -1,6 +1,7 @@
 #include "messenger/terminal/screen.h"
 
 #include <gtest/gtest.h>
+#include <ctime>
 #include <QStringList>
 
 #include "messenger/core/texts.h"
@@ -290,6 +291,19 @@ TEST(StyleTest, CutsALineWithItsStyles) {
     EXPECT_EQ(cutLine(line, 6), (Line{{"raz", Style::Bar}, {"李…", Style::BarAlert}}));
     EXPECT_EQ(cutLine(line, 3), (Line{{"raz", Style::Bar}}));
     EXPECT_EQ(cutLine(line, 0), Line{});
+}
+
+TEST(LogEntryTest, ShowsLocalTime) {
+    qputenv("TZ", "XYZ-3");  // three hours before Greenwich
+    ::tzset();
+    LogEntry entry;
+    entry.time = QDateTime::fromString(QStringLiteral("2026-01-31T22:30:00Z"), Qt::ISODate);
+    entry.text = QStringLiteral("tekst");
+    LogLayout layout;
+    layout.columns = 80;
+    EXPECT_TRUE(lineText(layOut(entry, layout).front()).startsWith(QStringLiteral("01:30 ")));
+    qunsetenv("TZ");
+    ::tzset();
 }
 
 }  // namespace
