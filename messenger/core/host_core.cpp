@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "messenger/core/free_memory.h"
+#include "messenger/core/jid_text.h"
 #include "messenger/core/raw_xml.h"
 
 namespace oku {
@@ -183,9 +184,13 @@ void HostCore::dropPlugin() {
     sessions.update();
 }
 
-void HostCore::reload(const QString& newAccount) {
-    queue.post({}, [this, newAccount] {
-        if (!newAccount.isEmpty()) newAccounts_.append(newAccount);
+void HostCore::reload(const QString& newAccount, const QString& key) {
+    newAccounts_.insert_or_assign(newAccount, key);
+    startReload();
+}
+
+void HostCore::startReload() {
+    queue.post({}, [this] {
         keepChoices();
         reloading_ = true;
         if (backOnline_.empty()) {
@@ -213,15 +218,20 @@ void HostCore::loadAnew() {
     unload();
     for (const Removal& account : std::exchange(removals_, {})) forget(account);
     load();
-    for (const QString& jid : std::exchange(newAccounts_, {})) emit accountChanged(jid);
-    for (const auto& [key, choice] : std::exchange(backOnline_, {})) {
-        if (auto* account = accounts.byKey(key)) sessions.setStatus(*account, choice.status, choice.description);
+    const auto backOnline = std::exchange(backOnline_, {});
+    for (const auto& [jid, key] : std::exchange(newAccounts_, {})) emit accountChanged(jid);
+    for (const auto& [key, choice] : backOnline) {
+        auto* account = accounts.byKey(key);
+        if (!account) continue;
+        passwords.whenLoaded(key, [this, account, status = choice.status, description = choice.description] {
+            setStatus(*account, status, description);
+        });
     }
 }
 
 void HostCore::removeAccount(const AccountEntry& account, bool withHistory) {
     removals_.push_back({account.key, account.jid(), withHistory});
-    reload({});
+    startReload();
 }
 
 void HostCore::forget(const Removal& account) {
@@ -246,12 +256,25 @@ void HostCore::forget(const Removal& account) {
 }
 
 void HostCore::setStatus(AccountEntry& account, Status status, const QString& description) {
-    if (!reloading_) {
-        sessions.setStatus(account, status, description);
-    } else if (status == Status::offline) {
-        backOnline_.erase(account.key);
+    if (reloading_) {
+        setStatusAfterReload(account.key, status, description);
     } else {
-        backOnline_.insert_or_assign(account.key, AccountEntry::Choice{status, description, {}});
+        sessions.setStatus(account, status, description);
+    }
+}
+
+bool HostCore::setStatusOfNew(const QString& jid, Status status, const QString& description) {
+    const auto found = newAccounts_.find(bareJid(jid));
+    if (found == newAccounts_.end()) return false;
+    setStatusAfterReload(found->second, status, description);
+    return true;
+}
+
+void HostCore::setStatusAfterReload(const QString& key, Status status, const QString& description) {
+    if (status == Status::offline) {
+        backOnline_.erase(key);
+    } else {
+        backOnline_.insert_or_assign(key, AccountEntry::Choice{status, description, {}});
     }
 }
 

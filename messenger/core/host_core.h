@@ -50,12 +50,14 @@ public:
     void shutdown();
     [[nodiscard]] bool running() const { return loader.loaded(); }
     /// Loads the plugin anew, so that it finds the file of this new account. Accounts that are online sign off before,
-    /// and go back online; without any it has been done on return.
-    void reload(const QString& newAccount);
+    /// and go back online; without any it has been done on return. `key` is the path of the account's settings.
+    void reload(const QString& newAccount, const QString& key);
     /// Removes an account with its files and passwords, in the same way; its history too when that is wanted.
     void removeAccount(const AccountEntry& account, bool withHistory);
     /// Chooses a status; while a new load is waited for, the one that the account is to have then.
     void setStatus(AccountEntry& account, Status status, const QString& description);
+    /// The same for an account that is new and not loaded yet; false when no such account is waited for.
+    bool setStatusOfNew(const QString& jid, Status status, const QString& description);
 
     /// Picks a menu item; false when there is none. One that chooses a status is such a choice (Sessions::choose()).
     bool activateMenu(const QString& id);
@@ -112,7 +114,9 @@ private:
     void finishShutdown();
     /// What the accounts that are not offline are to go back to.
     void keepChoices();
+    void startReload();
     void loadAnew();
+    void setStatusAfterReload(const QString& key, Status status, const QString& description);
     struct Removal {
         QString key;
         QString jid;
@@ -126,7 +130,7 @@ private:
     bool reloading_ = false;                              ///< loadAnew() follows
     std::map<QString, AccountEntry::Choice> backOnline_;  ///< what follows it, by the accounts' keys
     std::vector<Removal> removals_;                       ///< what is removed then
-    QStringList newAccounts_;                             ///< that are told of then
+    std::map<QString, QString> newAccounts_;              ///< that are told of then: key by JID
     QTimer tidying_;
 };
 

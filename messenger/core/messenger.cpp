@@ -142,7 +142,7 @@ QString Messenger::addAccount(const QString& jid, const QString& password, const
     setUpAccount(*file, jid, password, settings);
     if (!file->write())
         return QCoreApplication::translate("Messenger", "Nie można zapisać konta w pliku %1.").arg(path);
-    d->reload(bareJid(jid));
+    d->reload(bareJid(jid), path);
     return {};
 }
 
@@ -154,6 +154,7 @@ QString Messenger::removeAccount(const QString& jid, bool withHistory) {
 }
 
 QString Messenger::setStatus(const QString& account, Status status, const QString& description) {
+    if (d->setStatusOfNew(account, status, description)) return {};
     return d->with(account, [&](AccountEntry& entry) {
         d->passwords.whenLoaded(entry.key,
                                 [this, &entry, status, description] { d->setStatus(entry, status, description); });

@@ -32,7 +32,8 @@ struct StreamReader::Cut {
 
 QList<Piece> StreamReader::add(const QByteArray& bytes) {
     if (bytes.isEmpty()) return {};
-    if (ended_) return inClear_ ? QList<Piece>() : QList<Piece>{{bytes, std::nullopt, false}};
+    if (closedInClear_) return {};
+    if (ended_) return {{bytes, std::nullopt, false}};
     qsizetype position = kept_.size();
     kept_ += bytes;
     if (proceedSeen_) return {};
@@ -85,7 +86,9 @@ bool StreamReader::onElement(Cut& cut, qsizetype end) {
 
 void StreamReader::onEnd(Cut& cut, qsizetype end) {
     cut.pieceUpTo(kept_, cut.elementStart);
-    if (inClear_) kept_.truncate(end);
+    const QByteArrayView tag = QByteArrayView(kept_).sliced(cut.elementStart, end - cut.elementStart);
+    closedInClear_ = inClear_ && tag.startsWith("</stream:stream");
+    if (closedInClear_) kept_.truncate(end);
     cut.pieceUpTo(kept_, kept_.size(), true);
     ended_ = true;
 }

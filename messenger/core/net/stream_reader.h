@@ -21,7 +21,7 @@ struct Piece {
  * - The stream's closing tag gets a piece of its own, for the plugin cannot read a piece that holds one.
  * - In clear nothing behind the answer to STARTTLS is handed out: it was sent by who knows whom, and must not be taken
  *   for what the server says under TLS. Nor is what stands behind the stream's closing tag, where nothing looks for
- *   such an answer. */
+ *   such an answer. An end tag of another name closes nothing: what stands behind it is handed out as it comes. */
 class StreamReader {
 public:
     StreamReader(qsizetype holdLimit, bool inClear) : limit_(holdLimit), inClear_(inClear) {}
@@ -49,8 +49,9 @@ private:
     QByteArray kept_;
     qsizetype limit_;
     bool inClear_;
-    bool passing_ = false;  ///< within an element whose first bytes were released
-    bool ended_ = false;
+    bool passing_ = false;        ///< within an element whose first bytes were released
+    bool ended_ = false;          ///< a closing tag was seen, whatever its name
+    bool closedInClear_ = false;  ///< the stream's own, in clear
     bool proceedSeen_ = false;
 };
 

@@ -161,7 +161,7 @@ TEST_F(SessionsOfAccounts, SendWhatWasWrittenOfflineAfterTheNextLogin) {
 TEST_F(SessionsOfAccounts, SignOffBeforeThePluginIsLoadedAnew) {
     logIn();
     plugin().log.clear();
-    core->reload(QStringLiteral("new@example.org"));
+    core->reload(QStringLiteral("new@example.org"), QStringLiteral("new"));
     EXPECT_EQ(plugin().log, std::vector<std::string>{"status 7 "});
     EXPECT_EQ(plugin().loads, 1) << "the server has not closed yet";
     core->setStatus(entry(), Status::away, QStringLiteral("meanwhile"));
@@ -172,10 +172,21 @@ TEST_F(SessionsOfAccounts, SignOffBeforeThePluginIsLoadedAnew) {
     EXPECT_EQ(plugin().log, (std::vector<std::string>{"status 7 ", "unload", "status 4 meanwhile"}));
 }
 
+TEST_F(SessionsOfAccounts, TakeAStatusForANewOneBeforeItIsLoaded) {
+    logIn();
+    plugin().log.clear();
+    core->reload(QStringLiteral("new@example.org"), entry().key);
+    EXPECT_FALSE(core->setStatusOfNew(QStringLiteral("nobody@example.org"), Status::dnd, {}));
+    EXPECT_TRUE(core->setStatusOfNew(QStringLiteral("new@example.org/home"), Status::away, QStringLiteral("soon")));
+    emit core->sockets.ended(&entry(), net::End{}, true);
+    EXPECT_TRUE(waitFor([&] { return plugin().log.back() == "status 4 soon"; }));
+    EXPECT_FALSE(core->setStatusOfNew(QStringLiteral("new@example.org"), Status::dnd, {})) << "it is there now";
+}
+
 TEST_F(SessionsOfAccounts, WaitForAServerThatDoesNotCloseOnlyAWhile) {
     logIn();
-    core->reload(QStringLiteral("new@example.org"));
-    core->reload(QStringLiteral("another@example.org"));
+    core->reload(QStringLiteral("new@example.org"), QStringLiteral("new"));
+    core->reload(QStringLiteral("another@example.org"), QStringLiteral("another"));
     EXPECT_TRUE(waitFor([&] { return plugin().loads == 2; }, 10000));
     EXPECT_TRUE(waitFor([&] { return plugin().log.back() == "status 1 "; })) << "as it was before";
 }

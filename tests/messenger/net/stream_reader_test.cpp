@@ -55,11 +55,19 @@ TEST(StreamReader, NeverCutsAnElementWhereverTheLineCutsIt) {
 }
 
 TEST(StreamReader, HandsOutNothingBehindTheStreamsEndInClear) {
-    const QByteArray text = "<a/></mrn>" + proceed + "<message/></stream:stream><message/>";
+    const QByteArray text = "<a/></stream:stream>" + proceed + "<message/></stream:stream><message/>";
     for (qsizetype step = 1; step <= text.size(); ++step) {
         StreamReader reader(large, true);
-        EXPECT_EQ(bytesOf(inSteps(reader, text, step)).join(""), "<a/></mrn>") << step;
+        EXPECT_EQ(bytesOf(inSteps(reader, text, step)).join(""), "<a/></stream:stream>") << step;
         EXPECT_EQ(reader.held(), 0);
+    }
+}
+
+TEST(StreamReader, HandsOutWhatStandsBehindAStrayEndTag) {
+    const QByteArray text = "<a/></mrn><message/>";
+    for (qsizetype step = 1; step <= text.size(); ++step) {
+        StreamReader reader(large, true);
+        EXPECT_EQ(bytesOf(inSteps(reader, text, step)).join(""), QString(text)) << step;
     }
 }
 
