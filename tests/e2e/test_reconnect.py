@@ -29,8 +29,9 @@ class Reconnection(Case):
         server.start()
         terminal.wait("connection", state="online")
         terminal.wait("status", status="online")
-        # The server has it: it is not on its way while the contact logs in.
         terminal.wait("sent", to="olek@localhost", body="napisane bez serwera")
+        # Its answer stands behind the message: that one is not on its way while the contact logs in.
+        terminal.command("server")
         again = self.peer("olek", server, "again")
         again.wait("message", body="napisane bez serwera")
         terminal.wait("presence", jid="olek@localhost", resource="again", status="online")
