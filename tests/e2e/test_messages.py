@@ -74,6 +74,8 @@ class Messages:
         self.olek.wait("presence", type="unavailable")
         before = clock.now()
         self.olek.message("ala@localhost", "na potem")
+        # The answer stands behind the message: that one is put aside before its receiver asks for what waits.
+        self.olek.query("localhost", "<ping xmlns='urn:xmpp:ping'/>")
         self.terminal.command("status", status="online")
         message = self.terminal.wait("message", body="na potem")
         written, shown = (datetime.datetime.fromisoformat(message[key]) for key in ("delayed", "time"))
