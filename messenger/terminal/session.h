@@ -219,8 +219,13 @@ private:
     QSet<Peer> historyLoaded_;
     QStringList toldAccounts_;
     QHash<QString, QHash<QString, KnownContact>> known_;  // contacts as they were told last, by account and JID
-    // What was told last of contacts' resources, by the resource's name: status and description.
-    QHash<Peer, QHash<QString, std::pair<Status, QString>>> presences_;
+    struct ToldPresence {
+        QString resource;
+        Status status;
+        QString description;
+    };
+    // What was told last of contacts' resources: a few, for which a table of its own would take ten times as much.
+    QHash<Peer, std::vector<ToldPresence>> presences_;
     QHash<QString, ConnectionState> connections_;
     QHash<QString, QString> refusedCertificates_;
     QSet<QString> askedBy_;            // by account and JID: whose request for authorization was told

@@ -14,7 +14,7 @@ namespace {
 const QString kDash = QStringLiteral("-");
 const QString kBang = QStringLiteral("!");
 const QString kAsk = QStringLiteral("?");
-constexpr qsizetype kMostResources = 64;  // remembered of one contact
+constexpr std::size_t kMostResources = 64;  // remembered of one contact
 
 Style connectionStyle(ConnectionState state, const QString& reason) {
     if (state == ConnectionState::online) return Style::Online;
@@ -141,17 +141,27 @@ void Session::presenceReceived(const QString& account, const QString& jid, const
 // Remembers it. Of strangers nothing is remembered, of contacts no more resources than a contact can have.
 bool Session::isNewPresence(const Peer& peer, const Resource& resource) {
     const bool gone = resource.status == Status::offline;
-    const std::pair told(resource.status, resource.description);
-    const auto known = presences_.find(peer);
+    auto known = presences_.find(peer);
     if (known == presences_.end()) {
         if (gone || (peer.jid != peer.account && !isContact(peer))) return !gone;
-        presences_.insert(peer, {{resource.name, told}});
+        known = presences_.insert(peer, {});
+    }
+    std::vector<ToldPresence>& told = *known;
+    const auto before =
+        std::find_if(told.begin(), told.end(), [&](const ToldPresence& one) { return one.resource == resource.name; });
+    if (before == told.end()) {
+        if (gone) return false;
+        if (told.size() >= kMostResources) told.erase(told.begin());
+        told.push_back({resource.name, resource.status, resource.description});
         return true;
     }
-    if (gone) return known->remove(resource.name);
-    if (known->value(resource.name) == told) return false;
-    if (known->size() >= kMostResources) known->clear();
-    known->insert(resource.name, told);
+    if (gone) {
+        told.erase(before);
+        return true;
+    }
+    if (before->status == resource.status && before->description == resource.description) return false;
+    before->status = resource.status;
+    before->description = resource.description;
     return true;
 }
 
