@@ -21,6 +21,9 @@
 #include "im/subscriptions.h"
 #include "plugin/client_class.h"
 #include "plugin/status_menu.h"
+#include "profile/pep_listeners.h"
+#include "profile/pubsub_events.h"
+#include "profile/user_location.h"
 #include "router/event_dispatcher.h"
 #include "router/login_failure.h"
 #include "router/negotiation.h"
@@ -86,6 +89,10 @@ public:
     TimeReply timeReply{client, output};
     PingReply pingReply{output};
     MailNotifications mailNotifications{client, output};
+
+    PepListeners pepListeners{client, shared->pepEvent};
+    UserLocation userLocation{pepListeners};
+    PubSubEvents<AccountParts> pubSubEvents{*this, accountEventNodes()};
 
 private:
     // What the account's frame asks for.

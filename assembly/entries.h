@@ -4,6 +4,7 @@
 #include <span>
 
 #include "plugin/client_class.h"
+#include "profile/pubsub_events.h"
 #include "router/route.h"
 
 namespace protolink {
@@ -18,5 +19,8 @@ OKU_WORD OKU_CALL reconnectTick(OKU_WORD param, OKU_WORD extra, OKU_WORD context
 
 /// Where received elements go. The order decides: the first row that takes an element has it.
 std::span<const Route<AccountParts>> accountRoutes();
+
+/// Where published events go, in the order in which the nodes of one message are looked at.
+std::span<const EventNode<AccountParts>> accountEventNodes();
 
 }  // namespace protolink

@@ -18,7 +18,8 @@ constexpr Route<A> kRoutes[] = {
     {"awaited answer", kAny, always, to<&A::requests, &Requests::onStanza>},
     {"privacy list", kAny, always, to<&A::privacy, &PrivacyLists::onPrivacyReply>},
 
-    {"pubsub event", kMessage, hasChild(u"event", ns::kPubSubEvent), drop},
+    {"pubsub event", kMessage, hasChild(u"event", ns::kPubSubEvent),
+     to<&A::pubSubEvents, &PubSubEvents<A>::onMessage>},
     {"http confirmation by message", kMessage, hasChild(u"confirm", ns::kHttpAuth), drop},
     {"message", kMessage, always, to<&A::messages, &Messages::onMessage>},
 

@@ -10,6 +10,7 @@ namespace protolink {
 struct SharedParts {
     CClientDatabase clientDb;
     OwnPresentation own;
+    OKU_WORD pepEvent = 0;  // the host's handle of the event that offers personal events to other plugins
 };
 
 }  // namespace protolink

@@ -36,6 +36,10 @@ void Host::destroyEvent(OKU_WORD event) const {
     if (table_ && table_->evDestroy) table_->evDestroy(event);
 }
 
+OKU_WORD Host::notifyEvent(OKU_WORD event, OKU_WORD param, OKU_WORD extra) const {
+    return event && table_ && table_->evNotify ? table_->evNotify(event, param, extra) : 0;
+}
+
 void Host::log(LogLevel level, const char16_t* tag, const std::u16string& text) const {
     auto record = makeRecord<OKU_LOG_RECORD>();
     record.level = static_cast<std::int32_t>(level);

@@ -51,6 +51,8 @@ public:
     void removeHook(OKU_WORD handle) const;
     OKU_WORD createEvent(const char16_t* name) const;
     void destroyEvent(OKU_WORD event) const;
+    /// Tells an event's listeners. Non-zero: one of them took it. An event that was not made has no listeners.
+    OKU_WORD notifyEvent(OKU_WORD event, OKU_WORD param, OKU_WORD extra) const;
 
     // "OKU/Log". A null tag is allowed.
     void log(LogLevel level, const char16_t* tag, const std::u16string& text) const;

@@ -1,6 +1,7 @@
 #include "plugin/module.h"
 
 #include <array>
+#include <utility>
 
 #include "assembly/account_parts.h"
 #include "assembly/entries.h"
@@ -82,7 +83,7 @@ void load(OKU_WORD module, const OKU_FUNCTION_TABLE* table) {
     state->profileDir = directories.profile;
     addBrowserItem(state->host);
     loadIcons(state->host);
-    state->pepEvent = state->host.createEvent(u"XMPP/OnPEPEvent");
+    state->shared->pepEvent = state->host.createEvent(u"XMPP/OnPEPEvent");
     const std::u16string base = moduleBaseName(platform::modulePath());
     beginAccount(*state, defaultAccount(state->profileDir, base));
     // Looked for only now: a host may write the other accounts' files when it hears of the first.
@@ -99,8 +100,7 @@ void unload() {
         // A call of this account may be further out on the stack; its memory goes when that call has returned.
         tolerate([&] { releaseAfterCall(account); });
     }
-    state->host.destroyEvent(state->pepEvent);
-    state->pepEvent = 0;
+    state->host.destroyEvent(std::exchange(state->shared->pepEvent, 0));
     tolerate([&] { state->shared->clientDb.save(state->profileDir); });
     // A load may be further out on the stack: what it does from here on reaches nobody.
     state->host.mute();

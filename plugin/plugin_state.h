@@ -17,7 +17,6 @@ struct PluginState {
     Host host;
     std::u16string cacheDir;    // where cached data goes, with its trailing separator as the host gave it
     std::u16string profileDir;  // where account files lie, likewise
-    OKU_WORD pepEvent = 0;      // the event that tells PEP items
     std::shared_ptr<SharedParts> shared;
     std::vector<std::shared_ptr<CClientClass>> accounts;  // in order of creation; the default account first
     bool ending = false;                                  // unloading has begun; the host may still call back

@@ -22,6 +22,7 @@ inline constexpr std::u16string_view kChatStates = u"http://jabber.org/protocol/
 inline constexpr std::u16string_view kPubSub = u"http://jabber.org/protocol/pubsub";                // XEP-0060
 inline constexpr std::u16string_view kPubSubEvent = u"http://jabber.org/protocol/pubsub#event";     // XEP-0060
 inline constexpr std::u16string_view kPublishOptions = u"http://jabber.org/protocol/pubsub#publish-options";
+inline constexpr std::u16string_view kLocation = u"http://jabber.org/protocol/geoloc";      // XEP-0080
 inline constexpr std::u16string_view kHttpAuth = u"http://jabber.org/protocol/http-auth";   // XEP-0070
 inline constexpr std::u16string_view kIbb = u"http://jabber.org/protocol/ibb";              // XEP-0047
 inline constexpr std::u16string_view kStreamInitiation = u"http://jabber.org/protocol/si";  // XEP-0095

@@ -37,6 +37,9 @@ std::span<const ServiceRow> windowServices();
 /// Calls a service: decodes, records, then answers what the test scripted, or what the host does.
 OKU_WORD callService(RecordingHost& host, const std::string& service, OKU_WORD param, OKU_WORD extra);
 
+/// The fields of "XMPP/OnPEPEvent" and of what goes with it.
+std::vector<Field> personalEvent(RecordingHost& host, OKU_WORD param, OKU_WORD extra);
+
 /// What a host does that answers 0.
 inline OKU_WORD nothing(RecordingHost&, OKU_WORD, OKU_WORD) { return 0; }
 

@@ -68,6 +68,20 @@ constexpr FieldLayout kStatusTextsFields[] = {
     {"title", 8, Text}, {"header", 16, Text}, {"account", 24, Text}, {"window", 32, Word}};
 constexpr FieldLayout kMessageBoxFields[] = {
     {"text", 8, Text}, {"title", 16, Text}, {"style", 24, U32}, {"owner", 32, Word}};
+constexpr FieldLayout kPepEventFields[] = {{"own", 24, Text},  {"ownClass", 32, Class}, {"ownNet", 40, Net},
+                                           {"jid", 80, Text},  {"class", 88, Class},    {"net", 96, Net},
+                                           {"kind", 120, Skip}};
+constexpr FieldLayout kPepTuneFields[] = {{"track", 8, Text},   {"artist", 16, Text}, {"title", 24, Text},
+                                          {"source", 32, Text}, {"uri", 40, Text},    {"length", 48, Text},
+                                          {"id", 56, Text}};
+constexpr FieldLayout kPepMoodFields[] = {{"mood", 8, Text}, {"text", 16, Text}, {"id", 24, Text}};
+constexpr FieldLayout kPepLocationFields[] = {
+    {"accuracy", 8, Text},     {"alt", 16, Text},     {"area", 24, Text},        {"bearing", 32, Text},
+    {"building", 40, Text},    {"country", 48, Text}, {"countrycode", 56, Text}, {"datum", 64, Text},
+    {"description", 72, Text}, {"error", 80, Text},   {"floor", 88, Text},       {"lat", 96, Text},
+    {"locality", 104, Text},   {"lon", 112, Text},    {"postalcode", 120, Text}, {"region", 128, Text},
+    {"room", 136, Text},       {"speed", 144, Text},  {"street", 152, Text},     {"text", 160, Text},
+    {"timestamp", 168, Text},  {"uri", 176, Text},    {"id", 184, Text}};
 constexpr FieldLayout kSocketCreateFields[] = {
     {"kind", 20, U32}, {"callback", 32, Callback}, {"context", 40, Context}, {"name", 56, Text}};
 constexpr FieldLayout kSocketConnectFields[] = {
@@ -105,6 +119,10 @@ const RecordLayout kStatusPrepare{"OKU_STATUS_WINDOW_PREPARE", 64, kStatusPrepar
 const RecordLayout kStatusShow{"OKU_STATUS_WINDOW_SHOW", 48, kStatusShowFields};
 const RecordLayout kStatusTexts{"OKU_STATUS_WINDOW_TEXTS", 40, kStatusTextsFields};
 const RecordLayout kMessageBox{"OKU_MESSAGE_BOX", 48, kMessageBoxFields};
+const RecordLayout kPepEvent{"OKU_PEP_EVENT", 128, kPepEventFields};
+const RecordLayout kPepTune{"OKU_PEP_TUNE_DATA", 64, kPepTuneFields};
+const RecordLayout kPepMood{"OKU_PEP_MOOD_DATA", 32, kPepMoodFields};
+const RecordLayout kPepLocation{"OKU_PEP_LOCATION_DATA", 192, kPepLocationFields};
 const RecordLayout kSocketCreate{"NL_CREATE_RECORD", 72, kSocketCreateFields};
 const RecordLayout kSocketConnect{"NL_CONNECT_RECORD", 88, kSocketConnectFields};
 const RecordLayout kSocketSend{"NL_SEND_RECORD", 32, kSocketSendFields};

@@ -142,12 +142,14 @@ OKU_WORD RecordingHost::destroyEvent(OKU_WORD event) {
     return 0;
 }
 
-OKU_WORD RecordingHost::notify(OKU_WORD event, OKU_WORD, OKU_WORD) {
+OKU_WORD RecordingHost::notify(OKU_WORD event, OKU_WORD param, OKU_WORD extra) {
     if (fails()) return 0;
     const auto found = events_.find(event);
     if (found == events_.end()) return complainDead("evNotify of a dead handle"), 0;
-    plain(Line{"notifies " + found->second, {}, {}, {}});
-    return scripted(found->second).value_or(0);
+    // What is scripted is taken before the event is told: a trigger may end the plugin.
+    const auto answer = scripted(found->second).value_or(0);
+    plain(Line{"notifies " + found->second, personalEvent(*this, param, extra), {}, {}});
+    return answer;
 }
 
 OKU_WORD RecordingHost::call(const char16_t* name, OKU_WORD param, OKU_WORD extra) {

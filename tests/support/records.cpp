@@ -46,7 +46,7 @@ private:
     }
     static std::size_t skipWidth(const FieldLayout& field) {
         const std::string_view name = field.name;
-        return name == "length" || name == "netId" || name == "contactSize" ? 4 : 8;
+        return name == "length" || name == "kind" || name == "netId" || name == "contactSize" ? 4 : 8;
     }
     void complain(const std::string& what) { context_.complain(std::string(layout_.name) + " " + what); }
     void show(const char* name, const std::string& text, bool quotes) { out_.push_back({name, {text, quotes}}); }
