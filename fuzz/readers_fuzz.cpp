@@ -6,8 +6,8 @@
 #include "fuzz/input.h"
 #include "host/util/utf.h"
 #include "host/util/xml_parse.h"
-#include "messenger/core/tag_scanner.h"
-#include "messenger/core/xml_data.h"
+#include "messenger/core/xml/tag_scanner.h"
+#include "messenger/core/xml/xml_data.h"
 #include "tests/support/plain_probe.h"
 
 namespace {

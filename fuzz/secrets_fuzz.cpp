@@ -5,7 +5,7 @@
 
 #include "fuzz/expat_events.h"
 #include "fuzz/input.h"
-#include "messenger/core/secrets.h"
+#include "messenger/core/xml/secrets.h"
 
 namespace {
 

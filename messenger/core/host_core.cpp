@@ -5,9 +5,9 @@
 #include <QSslCertificate>
 #include <utility>
 
-#include "messenger/core/free_memory.h"
-#include "messenger/core/jid_text.h"
-#include "messenger/core/raw_xml.h"
+#include "messenger/core/process/free_memory.h"
+#include "messenger/core/values/jid_text.h"
+#include "messenger/core/xml/raw_xml.h"
 
 namespace oku {
 namespace {

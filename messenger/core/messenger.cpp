@@ -1,13 +1,13 @@
 #include "messenger/core/messenger.h"
 
-#include "messenger/core/account_setup.h"
-#include "messenger/core/certificate_pins.h"
+#include "messenger/core/accounts/account_setup.h"
+#include "messenger/core/accounts/certificate_pins.h"
 #include "messenger/core/host_core.h"
-#include "messenger/core/jid_text.h"
-#include "messenger/core/private_file.h"
-#include "messenger/core/setting_rules.h"
-#include "messenger/core/wide.h"
-#include "messenger/core/xml_text.h"
+#include "messenger/core/values/jid_text.h"
+#include "messenger/core/storage/private_file.h"
+#include "messenger/core/accounts/setting_rules.h"
+#include "messenger/core/boundary/wide.h"
+#include "messenger/core/xml/xml_text.h"
 
 namespace oku {
 namespace {

@@ -5,7 +5,7 @@
 #include <optional>
 #include <QObject>
 
-#include "messenger/core/types.h"
+#include "messenger/core/values/types.h"
 
 namespace oku {
 

@@ -8,7 +8,7 @@
 #include <QString>
 #include <QVariant>
 
-#include "messenger/core/types.h"
+#include "messenger/core/values/types.h"
 
 namespace oku::terminal {
 

@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "messenger/core/types.h"
+#include "messenger/core/values/types.h"
 #include "messenger/terminal/log_entry.h"
 
 namespace oku::terminal {

@@ -5,7 +5,7 @@
 #include <QList>
 #include <QString>
 
-#include "messenger/core/types.h"
+#include "messenger/core/values/types.h"
 
 namespace oku::terminal {
 

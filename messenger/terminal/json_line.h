@@ -1,7 +1,7 @@
 // One event of the JSON mode as a line.
 #pragma once
 
-#include "messenger/core/json_text.h"
+#include "messenger/core/values/json_text.h"
 
 namespace oku::terminal {
 

@@ -4,9 +4,9 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
-#include "messenger/core/key_ring.h"
-#include "messenger/core/plugin_loader.h"
-#include "messenger/core/process_protection.h"
+#include "messenger/core/passwords/key_ring.h"
+#include "messenger/core/boundary/plugin_loader.h"
+#include "messenger/core/process/process_protection.h"
 #include "messenger/core/texts.h"
 #include "messenger/terminal/messenger_client.h"
 #include "messenger/terminal/options.h"

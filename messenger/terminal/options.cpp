@@ -6,7 +6,7 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
-#include "messenger/core/types.h"
+#include "messenger/core/values/types.h"
 #include "messenger/terminal/texts.h"
 
 namespace oku::terminal {

@@ -5,7 +5,7 @@
 #include <QDateTime>
 #include <QString>
 
-#include "messenger/core/types.h"
+#include "messenger/core/values/types.h"
 #include "messenger/terminal/style.h"
 
 namespace oku::terminal {

@@ -1,6 +1,6 @@
 #include "tests/messenger/core/stage.h"
 
-#include "messenger/core/wide.h"
+#include "messenger/core/boundary/wide.h"
 
 namespace oku::test {
 namespace {

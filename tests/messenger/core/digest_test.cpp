@@ -1,8 +1,8 @@
 // The server's proof in DIGEST-MD5.
 #include <QCryptographicHash>
 
-#include "messenger/core/digest_proof.h"
-#include "messenger/core/wide.h"
+#include "messenger/core/wire/digest_proof.h"
+#include "messenger/core/boundary/wide.h"
 #include "tests/messenger/core/stage.h"
 
 namespace oku::test {

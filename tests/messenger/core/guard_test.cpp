@@ -1,9 +1,9 @@
 #include "tests/messenger/core/stage.h"
 
 #include "host/oku/log.h"
-#include "messenger/core/jid_text.h"
-#include "messenger/core/secrets.h"
-#include "messenger/core/wide.h"
+#include "messenger/core/values/jid_text.h"
+#include "messenger/core/xml/secrets.h"
+#include "messenger/core/boundary/wide.h"
 
 namespace oku::test {
 namespace {

@@ -1,4 +1,4 @@
-#include "messenger/core/history.h"
+#include "messenger/core/talk/history.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -10,7 +10,7 @@
 #include <QSqlQuery>
 #include <QTemporaryDir>
 
-#include "messenger/core/history_salvage.h"
+#include "messenger/core/talk/history_salvage.h"
 #include "tests/messenger/core/stage.h"
 
 namespace oku::test {

@@ -1,8 +1,8 @@
 #include "tests/messenger/core/stage.h"
 
 #include "host/oku/windows.h"
-#include "messenger/core/plugin_loader.h"
-#include "messenger/core/wide.h"
+#include "messenger/core/boundary/plugin_loader.h"
+#include "messenger/core/boundary/wide.h"
 
 namespace oku::test {
 namespace {

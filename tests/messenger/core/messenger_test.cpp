@@ -6,9 +6,9 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
-#include "messenger/core/account_setup.h"
+#include "messenger/core/accounts/account_setup.h"
 #include "messenger/core/messenger.h"
-#include "messenger/core/private_file.h"
+#include "messenger/core/storage/private_file.h"
 
 namespace oku::test {
 namespace {

@@ -1,9 +1,9 @@
 #include <QCoreApplication>
 
 #include "host/oku/settings.h"
-#include "messenger/core/key_ring.h"
+#include "messenger/core/passwords/key_ring.h"
 #include "messenger/core/messenger.h"
-#include "messenger/core/wide.h"
+#include "messenger/core/boundary/wide.h"
 #include "tests/messenger/core/stage.h"
 
 namespace oku::test {

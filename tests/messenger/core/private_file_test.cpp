@@ -1,4 +1,4 @@
-#include "messenger/core/private_file.h"
+#include "messenger/core/storage/private_file.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -11,8 +11,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "messenger/core/process_protection.h"
-#include "messenger/core/settings_file.h"
+#include "messenger/core/process/process_protection.h"
+#include "messenger/core/storage/settings_file.h"
 #include "tests/messenger/core/stage.h"
 
 namespace oku::test {

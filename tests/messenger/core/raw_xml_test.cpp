@@ -1,4 +1,4 @@
-#include "messenger/core/raw_xml.h"
+#include "messenger/core/xml/raw_xml.h"
 
 #include "tests/messenger/core/stage.h"
 

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "messenger/core/event_registry.h"
-#include "messenger/core/host_table.h"
-#include "messenger/core/plugin_queue.h"
-#include "messenger/core/service_registry.h"
-#include "messenger/core/wide.h"
+#include "messenger/core/boundary/event_registry.h"
+#include "messenger/core/boundary/host_table.h"
+#include "messenger/core/boundary/plugin_queue.h"
+#include "messenger/core/boundary/service_registry.h"
+#include "messenger/core/boundary/wide.h"
 
 namespace oku::test {
 namespace {

@@ -1,4 +1,4 @@
-#include "messenger/core/secrets.h"
+#include "messenger/core/xml/secrets.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include "host/oku/message.h"
 #include "host/oku/netlib.h"
-#include "messenger/core/wide.h"
+#include "messenger/core/boundary/wide.h"
 
 namespace oku::test {
 namespace {

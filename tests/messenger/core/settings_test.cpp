@@ -5,7 +5,7 @@
 #include "tests/messenger/core/stage.h"
 
 #include "host/oku/settings.h"
-#include "messenger/core/wide.h"
+#include "messenger/core/boundary/wide.h"
 
 namespace oku::test {
 namespace {

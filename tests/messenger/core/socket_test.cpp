@@ -5,7 +5,7 @@
 
 #include "host/oku/netlib.h"
 #include "host/oku/windows.h"
-#include "messenger/core/wide.h"
+#include "messenger/core/boundary/wide.h"
 
 namespace oku::test {
 namespace {

@@ -9,7 +9,7 @@
 #include <QTimer>
 
 #include "host/oku/message.h"
-#include "messenger/core/wide.h"
+#include "messenger/core/boundary/wide.h"
 
 namespace oku::test {
 

@@ -1,10 +1,10 @@
-#include "messenger/core/text_search.h"
+#include "messenger/core/talk/text_search.h"
 
 #include <gtest/gtest.h>
 #include <QTemporaryDir>
 #include <random>
 
-#include "messenger/core/history.h"
+#include "messenger/core/talk/history.h"
 
 namespace oku::test {
 namespace {

@@ -1,7 +1,7 @@
 #include "tests/messenger/core/stage.h"
 
 #include "host/oku/timer.h"
-#include "messenger/core/wide.h"
+#include "messenger/core/boundary/wide.h"
 
 namespace oku::test {
 namespace {

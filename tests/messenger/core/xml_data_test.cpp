@@ -1,8 +1,8 @@
-#include "messenger/core/xml_data.h"
+#include "messenger/core/xml/xml_data.h"
 
 #include <gtest/gtest.h>
 
-#include "messenger/core/tag_scanner.h"
+#include "messenger/core/xml/tag_scanner.h"
 
 namespace oku::test {
 namespace {

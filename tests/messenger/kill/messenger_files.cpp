@@ -3,9 +3,9 @@
 #include <QSqlQuery>
 #include <QTemporaryDir>
 
-#include "messenger/core/contact_list.h"
-#include "messenger/core/history.h"
-#include "messenger/core/settings_file.h"
+#include "messenger/core/roster/contact_list.h"
+#include "messenger/core/talk/history.h"
+#include "messenger/core/storage/settings_file.h"
 #include "tests/messenger/kill/kept_files.h"
 #include "tests/messenger/kill/victim.h"
 

@@ -3,7 +3,7 @@
 #include "tests/messenger/real/stage.h"
 
 #include "host/oku/windows.h"
-#include "messenger/core/wide.h"
+#include "messenger/core/boundary/wide.h"
 
 namespace oku::test {
 namespace {

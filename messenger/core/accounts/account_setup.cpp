@@ -1,0 +1,55 @@
+#include "messenger/core/accounts/account_setup.h"
+
+#include <QFile>
+#include <QRandomGenerator>
+
+#include "messenger/core/values/jid_text.h"
+
+namespace oku {
+namespace {
+
+const QString kUser = QStringLiteral("XMPP/User");
+const QString kPassword = QStringLiteral("XMPP/Pass");
+
+/// Two programs of one account must not take each other's resource.
+QString withResource(const QString& jid) {
+    if (!resourceOf(jid).isEmpty()) return jid;
+    const quint32 number = QRandomGenerator::system()->bounded(0x10000);
+    return bareJid(jid) + QStringLiteral("/OKU-") + QStringLiteral("%1").arg(number, 4, 16, QLatin1Char('0'));
+}
+
+void setAll(SettingsFile& file, const QVariantMap& settings) {
+    for (auto at = settings.begin(); at != settings.end(); ++at) file.set(at.key(), at.value());
+}
+
+}  // namespace
+
+QString newAccountPath(const QString& profileDir, const QString& moduleBase, const QString& jid) {
+    QString name;
+    for (const QChar letter : bareJid(jid)) {
+        const bool plain = letter.isLetterOrNumber() || letter == u'@' || letter == u'.' || letter == u'-';
+        name += plain ? letter : QChar(u'-');
+    }
+    name.truncate(100);
+    const QString stem = profileDir + moduleBase + u'_' + name;
+    QString path = stem + QStringLiteral(".config");
+    for (int number = 2; QFile::exists(path); ++number) path = QStringLiteral("%1-%2.config").arg(stem).arg(number);
+    return path;
+}
+
+void setUpAccount(SettingsFile& file, const QString& jid, const QString& password, const QVariantMap& settings) {
+    file.set(kUser, withResource(jid));
+    const QVariantMap defaults = {{QStringLiteral("XMPP/Serv/SSL"), 1}, {QStringLiteral("XMPP/Serv/Compress"), 0}};
+    setAll(file, defaults);
+    setAll(file, settings);
+    // Last: where it may be kept is among the settings.
+    file.set(kPassword, password);
+}
+
+void changeAccount(SettingsFile& file, const QString& jid, const QString& password, const QVariantMap& settings) {
+    if (!resourceOf(jid).isEmpty()) file.set(kUser, bareJid(jid) + u'/' + resourceOf(jid));
+    setAll(file, settings);
+    if (!password.isEmpty()) file.set(kPassword, password);
+}
+
+}  // namespace oku

@@ -1,0 +1,101 @@
+#include "messenger/core/storage/profile.h"
+
+#include <algorithm>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QStandardPaths>
+
+#include "host/oku/windows.h"
+#include "messenger/core/storage/private_file.h"
+#include "messenger/core/boundary/service_registry.h"
+#include "messenger/core/boundary/wide.h"
+
+namespace oku {
+namespace {
+
+// The plugin reads a directory into 261 characters, the NUL included, and puts file names behind it.
+constexpr int kLongestPath = 260;
+
+QString standard(QStandardPaths::StandardLocation place) {
+    return QStandardPaths::writableLocation(place) + QStringLiteral("/oku/");
+}
+
+bool makeDirectory(const QString& path) {
+    if (QFileInfo::exists(path)) return QFileInfo(path).isDir();
+    const QString name = QDir::cleanPath(path);
+    QDir().mkpath(QFileInfo(name).absolutePath());
+    return QDir().mkdir(name, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+}
+
+/// What a program that was killed left while it replaced a file: passwords may stand in it.
+void removeLeftovers(const QString& path) {
+    QDir folder(path);
+    const QStringList names = {QStringLiteral(".oku-??????"), QStringLiteral(".protolink-??????")};
+    for (const QString& name : folder.entryList(names, QDir::Files | QDir::Hidden)) folder.remove(name);
+}
+
+OKU_WORD fill(OKU_WORD param, const QString& directory) {
+    auto* record = recordAt<OKU_DIRECTORY>(param);
+    if (!record || !record->buffer || record->capacity <= static_cast<std::uint32_t>(directory.size())) return 0;
+    std::copy_n(widePointer(directory), directory.size() + 1, record->buffer);
+    return 1;
+}
+
+}  // namespace
+
+Profile::Profile(const QString& directory) {
+    if (directory.isEmpty()) {
+        directory_ = standard(QStandardPaths::GenericConfigLocation);
+        dataDirectory_ = standard(QStandardPaths::GenericDataLocation);
+        cacheDirectory_ = standard(QStandardPaths::GenericCacheLocation);
+        return;
+    }
+    directory_ = QDir::cleanPath(QDir::current().absoluteFilePath(directory));
+    if (!directory_.endsWith(u'/')) directory_ += u'/';
+    dataDirectory_ = directory_;
+    cacheDirectory_ = directory_ + QStringLiteral("cache/");
+}
+
+Profile::~Profile() = default;
+
+QString Profile::open() {
+    for (const QString& path : {directory_, dataDirectory_, cacheDirectory_}) {
+        if (path.size() > kLongestPath) {
+            return QCoreApplication::translate("Profile", "Ścieżka katalogu profilu jest za długa: %1").arg(path);
+        }
+        if (!makeDirectory(path)) {
+            return QCoreApplication::translate("Profile", "Nie można utworzyć katalogu %1").arg(path);
+        }
+        if (!QFileInfo(path).isWritable() || !QFileInfo(path).isReadable()) {
+            return QCoreApplication::translate("Profile", "Brak prawa do odczytu lub zapisu w katalogu %1").arg(path);
+        }
+        // Whoever can put files there could set up accounts, and lead what is written elsewhere.
+        if (const QString foreign = foreignReason(path); !foreign.isEmpty()) return foreign;
+    }
+    lock_ = std::make_unique<QLockFile>(directory_ + QStringLiteral("oku.lock"));
+    // A lock is stale only when its process is gone, however long that has been running.
+    lock_->setStaleLockTime(0);
+    if (lock_->tryLock(0)) {
+        for (const QString& path : {directory_, dataDirectory_, cacheDirectory_}) removeLeftovers(path);
+        return {};
+    }
+    qint64 process = 0;
+    QString host;
+    QString program;
+    lock_->getLockInfo(&process, &host, &program);
+    return QCoreApplication::translate("Profile", "Profil %1 jest już używany przez inny komunikator (proces %2).")
+        .arg(directory_)
+        .arg(process);
+}
+
+void Profile::provide(ServiceRegistry& services) const {
+    // The plugin names a subdirectory that it would like; the files of the accounts lie in the profile itself.
+    services.provide(u"OKU/Info/GetProfileDir",
+                     [path = directory_](OKU_WORD param, OKU_WORD) { return fill(param, path); });
+    services.provide(u"OKU/Info/GetCacheDir",
+                     [path = cacheDirectory_](OKU_WORD param, OKU_WORD) { return fill(param, path); });
+}
+
+}  // namespace oku

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <optional>
+#include <QObject>
+#include <vector>
+
+#include "host/oku/menu.h"
+#include "messenger/core/values/types.h"
+
+namespace oku {
+
+class PluginQueue;
+class ServiceRegistry;
+
+/// "OKU/Menu/Add" and "OKU/Menu/Modify". An item is its name; adding one that exists puts the new one in its place.
+/// Separators share their name, and are told apart by their menu and place.
+class MenuModel : public QObject {
+    Q_OBJECT
+
+public:
+    MenuModel(ServiceRegistry& services, PluginQueue& queue, QObject* parent = nullptr);
+
+    /// In the order in which they stand: higher values first, equal ones as they came.
+    [[nodiscard]] QList<MenuItem> items(const QString& parent) const;
+    /// The status that this item chooses when it is one of the account's status menu; nothing for any other.
+    [[nodiscard]] std::optional<Status> chosenStatus(const QString& menu, const QString& id) const;
+    /// Calls the item's callback through the queue. False when there is no such item, or nothing to call.
+    bool activate(const QString& id);
+    void dropPlugin() { items_.clear(); }
+
+signals:
+    void changed(const QString& parent);
+
+private:
+    struct Item {
+        MenuItem item;
+        OKU_HANDLER callback;
+        OKU_WORD context;
+    };
+
+    OKU_WORD add(OKU_WORD param);
+    OKU_WORD modify(OKU_WORD param);
+
+    PluginQueue& queue_;
+    std::vector<Item> items_;
+};
+
+}  // namespace oku

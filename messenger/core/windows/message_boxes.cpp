@@ -1,0 +1,91 @@
+#include "messenger/core/windows/message_boxes.h"
+
+#include <QEventLoop>
+
+#include "host/oku/windows.h"
+#include "messenger/core/boundary/service_registry.h"
+#include "messenger/core/boundary/wide.h"
+
+namespace oku {
+namespace {
+
+BoxStyle styleOf(std::uint32_t style) {
+    switch (style) {
+        case OKU_BOX_ERROR:
+            return BoxStyle::error;
+        case OKU_BOX_WARNING:
+            return BoxStyle::warning;
+        case OKU_BOX_QUESTION:
+            return BoxStyle::question;
+        default:
+            return BoxStyle::information;
+    }
+}
+
+BoxButton defaultButton(BoxStyle style) { return style == BoxStyle::question ? BoxButton::no : BoxButton::ok; }
+
+}  // namespace
+
+MessageBoxes::MessageBoxes(ServiceRegistry& services, QObject* parent) : QObject(parent) {
+    services.provide(u"UI/MessageBox", [this](OKU_WORD param, OKU_WORD) { return show(param); });
+}
+
+int MessageBoxes::ask(const QString& title, const QString& text, std::function<void(BoxButton)> answer) {
+    if (closed_) {
+        answer(BoxButton::no);
+        return 0;
+    }
+    return add({0, text, title, BoxStyle::question}, std::move(answer));
+}
+
+int MessageBoxes::add(MessageBox box, std::function<void(BoxButton)> answer) {
+    box.number = ++lastNumber_;
+    boxes_.emplace(box.number, Open{box, std::move(answer)});
+    emit opened(box);
+    return box.number;
+}
+
+bool MessageBoxes::answer(int number, BoxButton button) {
+    const auto found = boxes_.find(number);
+    if (found == boxes_.end()) return false;
+    const bool isQuestion = found->second.box.style == BoxStyle::question;
+    if (isQuestion == (button == BoxButton::ok)) return false;
+    const auto handler = std::move(found->second.answer);
+    boxes_.erase(found);
+    emit closed(number);
+    handler(button);
+    return true;
+}
+
+QList<MessageBox> MessageBoxes::open() const {
+    QList<MessageBox> list;
+    for (const auto& [number, open] : boxes_) list.append(open.box);
+    return list;
+}
+
+void MessageBoxes::close() {
+    closed_ = true;
+    for (const MessageBox& box : open()) answer(box.number, defaultButton(box.style));
+}
+
+OKU_WORD MessageBoxes::show(OKU_WORD param) {
+    const auto* record = recordAt<OKU_MESSAGE_BOX>(param);
+    if (!record) return 0;
+    const BoxStyle style = styleOf(record->style);
+    BoxButton result = defaultButton(style);
+    if (closed_) return static_cast<OKU_WORD>(result);
+    QEventLoop loop;
+    bool answered = false;
+    if (held_++ == 0) emit pluginHeld(true);
+    // The answer may come from a slot of opened(), before the loop runs.
+    add({0, wideText(record->text), wideText(record->title), style}, [&](BoxButton button) {
+        result = button;
+        answered = true;
+        loop.quit();
+    });
+    if (!answered) loop.exec();
+    if (--held_ == 0) emit pluginHeld(false);
+    return static_cast<OKU_WORD>(result);
+}
+
+}  // namespace oku

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <QObject>
+
+#include "host/oku/base.h"
+#include "messenger/core/values/types.h"
+
+namespace oku {
+
+class ServiceRegistry;
+
+/// "UI/MessageBox", and the messenger's own questions, which are shown the same way. A box of the plugin holds the call
+/// that opened it on the stack until it is answered, with an event loop of its own.
+class MessageBoxes : public QObject {
+    Q_OBJECT
+
+public:
+    explicit MessageBoxes(ServiceRegistry& services, QObject* parent = nullptr);
+
+    /// A question of the messenger itself; nothing waits for it. `answer` gets `no` when the boxes are closed.
+    int ask(const QString& title, const QString& text, std::function<void(BoxButton)> answer);
+    /// False when there is no such box or the button does not fit.
+    bool answer(int number, BoxButton button);
+    [[nodiscard]] QList<MessageBox> open() const;
+    /// Answers all boxes with OK or no. From then on new ones are answered at once, until they are allowed again.
+    void close();
+    void allow() { closed_ = false; }
+
+signals:
+    void opened(const oku::MessageBox& box);
+    void closed(int number);
+    /// The first box of the plugin was opened, or its last was answered: true while one holds the plugin.
+    void pluginHeld(bool held);
+
+private:
+    struct Open {
+        MessageBox box;
+        std::function<void(BoxButton)> answer;
+    };
+
+    OKU_WORD show(OKU_WORD param);
+    int add(MessageBox box, std::function<void(BoxButton)> answer);
+
+    std::map<int, Open> boxes_;
+    int lastNumber_ = 0;
+    int held_ = 0;
+    bool closed_ = false;
+};
+
+}  // namespace oku
