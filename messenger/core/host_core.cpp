@@ -7,6 +7,7 @@
 
 #include "messenger/core/process/free_memory.h"
 #include "messenger/core/values/jid_text.h"
+#include "messenger/core/values/setting_keys.h"
 #include "messenger/core/xml/raw_xml.h"
 
 namespace oku {

@@ -1,12 +1,14 @@
 #include "messenger/core/messenger.h"
+#include "messenger/core/options.h"
+#include "messenger/core/values/setting_keys.h"
 
 #include "messenger/core/accounts/account_setup.h"
 #include "messenger/core/accounts/certificate_pins.h"
-#include "messenger/core/host_core.h"
-#include "messenger/core/values/jid_text.h"
-#include "messenger/core/storage/private_file.h"
 #include "messenger/core/accounts/setting_rules.h"
 #include "messenger/core/boundary/wide.h"
+#include "messenger/core/host_core.h"
+#include "messenger/core/storage/private_file.h"
+#include "messenger/core/values/jid_text.h"
 #include "messenger/core/xml/xml_text.h"
 
 namespace oku {

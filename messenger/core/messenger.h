@@ -1,43 +1,18 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <QObject>
 
-#include "messenger/core/values/types.h"
+#include "messenger/core/options.h"
+#include "messenger/core/values/account.h"
+#include "messenger/core/values/contact.h"
+#include "messenger/core/values/info.h"
+#include "messenger/core/values/log_line.h"
+#include "messenger/core/values/message.h"
+#include "messenger/core/values/windows.h"
 
 namespace oku {
-
-class KeyRing;
-namespace net {
-class Resolver;
-}
-
-/// How a messenger starts.
-struct MessengerOptions {
-    QString profileDir;       ///< empty: the user's own (XDG). Settings, contact lists, history and cache lie in it
-    QString modulePath;       ///< the plugin's file
-    bool verbose = false;     ///< logged() tells trace lines too; without it only levels below 2
-    QString caFile;           ///< PEM file of authorities to trust beside the system's; for tests and private servers
-    bool stanzaGuard = true;  ///< whether StanzaGuard looks at what comes; off only in tests
-    int loginSeconds = 60;    ///< a login that takes longer is aborted
-    int typingSeconds = 30;   ///< a typing notice that is shown goes away after this time
-    std::shared_ptr<net::Resolver> resolver;  ///< null: the system's
-    std::shared_ptr<KeyRing> keyRing;         ///< where passwords are kept; null: there is none
-};
-
-/// Keys of the messenger's own settings of an account, beside the plugin's `XMPP/...`.
-namespace setting {
-inline constexpr char16_t allowClearText[] = u"OKU/AllowClearText";            ///< 1: the session may run in clear
-inline constexpr char16_t sendTyping[] = u"OKU/SendTyping";                    ///< 0: send no typing notices; default 1
-inline constexpr char16_t passwordInFile[] = u"OKU/PasswordInFile";            ///< 1: may lie in the file, 0: may not
-inline constexpr char16_t passwordInRing[] = u"OKU/PasswordInRing";            ///< 1: lies in the key ring
-inline constexpr char16_t proxyPasswordInRing[] = u"OKU/ProxyPasswordInRing";  ///< the same for that of the proxy
-inline constexpr char16_t contactList[] = u"OKU/ContactList";              ///< 1: the terminal's list is shown, 0: not
-inline constexpr char16_t reachableOnly[] = u"OKU/ReachableOnly";          ///< 1: that list shows who can be reached
-inline constexpr char16_t pinnedCertificate[] = u"OKU/PinnedCertificate";  ///< SHA-256 fingerprints, accepted
-}  // namespace setting
 
 /// The whole messenger without a display: the plugin, its host's services, the models. User interfaces stand on this
 /// class and on nothing else of the core.

@@ -8,7 +8,12 @@
 #include <QString>
 #include <QVariant>
 
-#include "messenger/core/values/types.h"
+#include "messenger/core/values/account.h"
+#include "messenger/core/values/contact.h"
+#include "messenger/core/values/info.h"
+#include "messenger/core/values/log_line.h"
+#include "messenger/core/values/message.h"
+#include "messenger/core/values/windows.h"
 
 namespace oku::terminal {
 

@@ -4,6 +4,7 @@
 #include <QString>
 #include <span>
 
+#include "messenger/core/values/contact.h"
 #include "messenger/terminal/arguments.h"
 #include "messenger/terminal/client.h"
 #include "messenger/terminal/line_editor.h"

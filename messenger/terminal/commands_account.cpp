@@ -1,7 +1,7 @@
 // Commands about accounts, the own status and settings.
 #include <algorithm>
 
-#include "messenger/core/messenger.h"
+#include "messenger/core/values/setting_keys.h"
 #include "messenger/terminal/commands.h"
 #include "messenger/terminal/display_width.h"
 #include "messenger/terminal/session.h"

@@ -11,7 +11,8 @@
 #include <utility>
 #include <vector>
 
-#include "messenger/core/values/types.h"
+#include "messenger/core/values/account.h"
+#include "messenger/core/values/contact.h"
 #include "messenger/terminal/log_entry.h"
 
 namespace oku::terminal {

@@ -8,6 +8,12 @@
 #include <QString>
 #include <vector>
 
+#include "messenger/core/values/account.h"
+#include "messenger/core/values/contact.h"
+#include "messenger/core/values/info.h"
+#include "messenger/core/values/log_line.h"
+#include "messenger/core/values/message.h"
+#include "messenger/core/values/windows.h"
 #include "messenger/terminal/client.h"
 #include "messenger/terminal/json_command.h"
 

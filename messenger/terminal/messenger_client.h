@@ -4,6 +4,10 @@
 #include <memory>
 
 #include "messenger/core/messenger.h"
+#include "messenger/core/options.h"
+#include "messenger/core/values/contact.h"
+#include "messenger/core/values/message.h"
+#include "messenger/core/values/windows.h"
 #include "messenger/terminal/client.h"
 
 namespace oku::terminal {

@@ -6,7 +6,7 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
-#include "messenger/core/values/types.h"
+#include "messenger/core/values/status.h"
 #include "messenger/terminal/texts.h"
 
 namespace oku::terminal {

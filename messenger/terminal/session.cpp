@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "messenger/core/messenger.h"
+#include "messenger/core/values/setting_keys.h"
 #include "messenger/terminal/commands.h"
 #include "messenger/terminal/printable.h"
 #include "messenger/terminal/texts.h"

@@ -15,6 +15,12 @@
 #include <QTimer>
 #include <vector>
 
+#include "messenger/core/values/account.h"
+#include "messenger/core/values/contact.h"
+#include "messenger/core/values/info.h"
+#include "messenger/core/values/log_line.h"
+#include "messenger/core/values/message.h"
+#include "messenger/core/values/windows.h"
 #include "messenger/terminal/client.h"
 #include "messenger/terminal/contact_tree.h"
 #include "messenger/terminal/line_editor.h"

@@ -1,7 +1,7 @@
 // Accounts, and the passwords that are asked for.
 #include <utility>
 
-#include "messenger/core/messenger.h"
+#include "messenger/core/values/setting_keys.h"
 #include "messenger/terminal/session.h"
 #include "messenger/terminal/texts.h"
 #include "messenger/terminal/wording.h"

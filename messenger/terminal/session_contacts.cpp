@@ -1,7 +1,7 @@
 // What the list of contacts shows, and how it is seen.
 #include <algorithm>
 
-#include "messenger/core/messenger.h"
+#include "messenger/core/values/setting_keys.h"
 #include "messenger/terminal/session.h"
 
 namespace oku::terminal {

@@ -5,7 +5,10 @@
 #include <QDateTime>
 #include <QString>
 
-#include "messenger/core/values/types.h"
+#include "messenger/core/values/account.h"
+#include "messenger/core/values/contact.h"
+#include "messenger/core/values/message.h"
+#include "messenger/core/values/windows.h"
 #include "messenger/terminal/style.h"
 
 namespace oku::terminal {

@@ -1,10 +1,10 @@
 #include "messenger/core/accounts/accounts.h"
 
-#include "messenger/core/values/jid_text.h"
-#include "messenger/core/messenger.h"
 #include "messenger/core/boundary/service_registry.h"
-#include "messenger/core/storage/settings_service.h"
 #include "messenger/core/boundary/wide.h"
+#include "messenger/core/storage/settings_service.h"
+#include "messenger/core/values/jid_text.h"
+#include "messenger/core/values/setting_keys.h"
 
 namespace oku {
 

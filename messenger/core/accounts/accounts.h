@@ -10,7 +10,9 @@
 #include "host/oku/protocol.h"
 #include "messenger/core/roster/authorization_requests.h"
 #include "messenger/core/storage/settings_file.h"
-#include "messenger/core/values/types.h"
+#include "messenger/core/values/account.h"
+#include "messenger/core/values/status.h"
+#include "messenger/core/values/windows.h"
 
 namespace oku {
 

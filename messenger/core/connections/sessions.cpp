@@ -1,17 +1,17 @@
 #include "messenger/core/connections/sessions.h"
 
 #include "host/oku/message.h"
+#include "messenger/core/boundary/plugin_queue.h"
+#include "messenger/core/boundary/service_registry.h"
+#include "messenger/core/boundary/wide.h"
+#include "messenger/core/connections/socket_bridge.h"
 #include "messenger/core/roster/contact_service.h"
 #include "messenger/core/talk/delivery.h"
 #include "messenger/core/talk/history.h"
-#include "messenger/core/wire/iq_queries.h"
-#include "messenger/core/values/jid_text.h"
-#include "messenger/core/boundary/plugin_queue.h"
-#include "messenger/core/boundary/service_registry.h"
-#include "messenger/core/connections/socket_bridge.h"
-#include "messenger/core/wire/stream_watch.h"
 #include "messenger/core/talk/typing_notices.h"
-#include "messenger/core/boundary/wide.h"
+#include "messenger/core/values/jid_text.h"
+#include "messenger/core/wire/iq_queries.h"
+#include "messenger/core/wire/stream_watch.h"
 
 namespace oku {
 
@@ -29,7 +29,7 @@ Sessions::Sessions(Parts parts, QObject* parent) : QObject(parent), parts_(parts
                 parts_.delivery.bounced(*account, id, from);
             });
     connect(&parts_.watch, &StreamWatch::rosterItem, this,
-            [this](AccountEntry* account, const QString& jid, const ContactList::Details& details) {
+            [this](AccountEntry* account, const QString& jid, const ContactDetails& details) {
                 parts_.contacts.list(*account).setDetails(jid, details);
             });
     parts_.services.provide(u"OKU/PFAskForAuth", [this](OKU_WORD param, OKU_WORD) -> OKU_WORD {

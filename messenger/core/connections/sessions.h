@@ -4,8 +4,10 @@
 #include <QSet>
 
 #include "messenger/core/accounts/accounts.h"
-#include "messenger/core/wire/hook_chain.h"
 #include "messenger/core/net/socket_types.h"
+#include "messenger/core/values/account.h"
+#include "messenger/core/values/message.h"
+#include "messenger/core/wire/hook_chain.h"
 
 namespace oku {
 

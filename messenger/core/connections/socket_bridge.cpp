@@ -7,11 +7,11 @@
 #include "host/oku/netlib.h"
 #include "messenger/core/accounts/accounts.h"
 #include "messenger/core/accounts/certificate_pins.h"
-#include "messenger/core/windows/message_boxes.h"
-#include "messenger/core/messenger.h"
 #include "messenger/core/boundary/plugin_queue.h"
 #include "messenger/core/boundary/service_registry.h"
 #include "messenger/core/boundary/wide.h"
+#include "messenger/core/values/setting_keys.h"
+#include "messenger/core/windows/message_boxes.h"
 
 namespace oku {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "host/oku/base.h"
 #include "messenger/core/net/socket_service.h"
-#include "messenger/core/values/types.h"
+#include "messenger/core/values/account.h"
 
 namespace oku {
 

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <QPointer>
 
-#include "messenger/core/values/jid_text.h"
-#include "messenger/core/windows/message_boxes.h"
-#include "messenger/core/messenger.h"
 #include "messenger/core/storage/settings_service.h"
+#include "messenger/core/values/jid_text.h"
+#include "messenger/core/values/setting_keys.h"
+#include "messenger/core/windows/message_boxes.h"
 
 namespace oku {
 namespace {

@@ -7,8 +7,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
-#include "messenger/core/values/json_text.h"
 #include "messenger/core/storage/private_file.h"
+#include "messenger/core/values/json_text.h"
 
 namespace oku {
 namespace {
@@ -171,7 +171,7 @@ void ContactList::add(const Basics& basics) {
         contact.subscription = QStringLiteral("none");
     }
     if (const auto found = details_.find(basics.jid); found != details_.end()) {
-        const Details details = found->second;
+        const ContactDetails details = found->second;
         details_.erase(found);
         setDetails(basics.jid, details);
     }
@@ -258,7 +258,7 @@ void ContactList::setAllOffline() {
     }
 }
 
-void ContactList::setDetails(const QString& jid, const Details& details) {
+void ContactList::setDetails(const QString& jid, const ContactDetails& details) {
     const auto found = entries_.find(jid);
     if (found == entries_.end() || found->second.stale) {
         if (static_cast<qsizetype>(details_.size()) < kMostDetails) details_[jid] = details;

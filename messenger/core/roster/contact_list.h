@@ -7,7 +7,7 @@
 #include <QStringList>
 #include <QTimer>
 
-#include "messenger/core/values/types.h"
+#include "messenger/core/values/contact.h"
 
 namespace oku {
 
@@ -59,14 +59,8 @@ public:
     /// What has changed is told in another way: all contacts at once.
     void dropChanges();
 
-    /// What the server's own words about a contact tell beyond the plugin's. Unknown contacts are remembered until they
-    /// are added.
-    struct Details {
-        QString subscription;
-        QStringList groups;
-        bool asked = false;
-    };
-    void setDetails(const QString& jid, const Details& details);
+    /// Unknown contacts are remembered until they are added.
+    void setDetails(const QString& jid, const ContactDetails& details);
     /// All groups of a contact, as the server has them.
     [[nodiscard]] QStringList groups(const QString& jid) const;
 
@@ -102,9 +96,9 @@ private:
 
     QString path_;
     std::map<QString, Entry> entries_;
-    std::map<QString, Details> details_;  ///< of contacts that are not in the list yet
-    QSet<QString> texts_;                 ///< groups and subscriptions, of which there are few
-    QStringList touched_;                 ///< in the order in which they changed
+    std::map<QString, ContactDetails> details_;  ///< of contacts that are not in the list yet
+    QSet<QString> texts_;                        ///< groups and subscriptions, of which there are few
+    QStringList touched_;                        ///< in the order in which they changed
     QStringList gone_;
     quint64 lastPresence_ = 0;
     bool tellingSoon_ = false;

@@ -6,6 +6,7 @@
 
 #include "host/oku/contact.h"
 #include "messenger/core/roster/contact_list.h"
+#include "messenger/core/values/contact.h"
 
 namespace oku {
 

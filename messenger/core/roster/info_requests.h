@@ -2,7 +2,8 @@
 
 #include <QObject>
 
-#include "messenger/core/values/types.h"
+#include "messenger/core/values/contact.h"
+#include "messenger/core/values/info.h"
 
 namespace oku {
 

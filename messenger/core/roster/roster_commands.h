@@ -2,8 +2,6 @@
 
 #include <QObject>
 
-#include "messenger/core/values/types.h"
-
 namespace oku {
 
 struct AccountEntry;

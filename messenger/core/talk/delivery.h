@@ -7,8 +7,8 @@
 #include <QTimer>
 #include <vector>
 
+#include "messenger/core/values/message.h"
 #include "messenger/core/wire/hook_chain.h"
-#include "messenger/core/values/types.h"
 
 namespace oku {
 

@@ -8,7 +8,7 @@
 #include <QTimer>
 
 #include "messenger/core/talk/history_file.h"
-#include "messenger/core/values/types.h"
+#include "messenger/core/values/message.h"
 
 namespace oku {
 

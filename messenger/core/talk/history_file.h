@@ -8,7 +8,7 @@
 #include <QStringList>
 #include <span>
 
-#include "messenger/core/values/types.h"
+#include "messenger/core/values/message.h"
 
 namespace oku {
 

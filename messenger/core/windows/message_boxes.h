@@ -5,7 +5,7 @@
 #include <QObject>
 
 #include "host/oku/base.h"
-#include "messenger/core/values/types.h"
+#include "messenger/core/values/windows.h"
 
 namespace oku {
 

@@ -5,7 +5,8 @@
 #include <vector>
 
 #include "host/oku/base.h"
-#include "messenger/core/values/types.h"
+#include "messenger/core/values/status.h"
+#include "messenger/core/values/windows.h"
 
 namespace oku {
 

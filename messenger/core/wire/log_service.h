@@ -2,7 +2,7 @@
 
 #include <QObject>
 
-#include "messenger/core/values/types.h"
+#include "messenger/core/values/log_line.h"
 
 namespace oku {
 

@@ -65,7 +65,7 @@ void StreamWatch::readRoster(AccountEntry& account, const Stanza& stanza, std::s
     const std::string_view content = contentOf(*query, whole);
     for (const Stanza& item : splitStanzas(content).stanzas) {
         const QString jid = bareJid(text(item.attribute("jid")));
-        ContactList::Details details;
+        ContactDetails details;
         details.subscription = text(item.attribute("subscription"));
         details.asked = item.attribute("ask") == "subscribe";
         if (jid.isEmpty() || details.subscription == QStringLiteral("remove")) continue;

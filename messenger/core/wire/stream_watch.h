@@ -7,6 +7,7 @@
 #include <QObject>
 
 #include "messenger/core/roster/contact_list.h"
+#include "messenger/core/values/contact.h"
 #include "messenger/core/wire/hook_chain.h"
 
 namespace oku {
@@ -26,7 +27,7 @@ public:
     QDateTime takeDelay(const AccountEntry& account, const QString& from, const QString& resource);
 
 signals:
-    void rosterItem(oku::AccountEntry* account, const QString& jid, const oku::ContactList::Details& details);
+    void rosterItem(oku::AccountEntry* account, const QString& jid, const oku::ContactDetails& details);
     /// A message with this id came back with an error, from this address.
     void bounced(oku::AccountEntry* account, const QString& id, const QString& from);
     /// The server ends the stream; `condition` is the error's element name.

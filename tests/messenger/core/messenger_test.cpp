@@ -8,6 +8,7 @@
 
 #include "messenger/core/accounts/account_setup.h"
 #include "messenger/core/messenger.h"
+#include "messenger/core/options.h"
 #include "messenger/core/storage/private_file.h"
 
 namespace oku::test {

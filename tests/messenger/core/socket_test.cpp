@@ -6,6 +6,7 @@
 #include "host/oku/netlib.h"
 #include "host/oku/windows.h"
 #include "messenger/core/boundary/wide.h"
+#include "messenger/core/values/setting_keys.h"
 
 namespace oku::test {
 namespace {

@@ -1,8 +1,8 @@
 // The times and sizes that a person lives with; elsewhere tests make them short.
 #include <gtest/gtest.h>
 
-#include "messenger/core/messenger.h"
 #include "messenger/core/net/socket_settings.h"
+#include "messenger/core/options.h"
 
 namespace oku::net::test {
 namespace {

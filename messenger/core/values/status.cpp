@@ -1,4 +1,4 @@
-#include "messenger/core/values/types.h"
+#include "messenger/core/values/status.h"
 
 #include <array>
 
@@ -23,21 +23,6 @@ Status statusFromWord(const QString& word, bool* ok) {
     }
     if (ok) *ok = false;
     return Status::online;
-}
-
-QString connectionStateWord(ConnectionState state) {
-    constexpr std::array words = {"offline", "connecting", "connected", "encrypted", "authorized", "online"};
-    return QString::fromLatin1(words[static_cast<std::size_t>(state)]);
-}
-
-QString deliveryStateWord(DeliveryState state) {
-    constexpr std::array words = {"received", "queued", "sent", "unconfirmed", "failed", "cancelled"};
-    return QString::fromLatin1(words[static_cast<std::size_t>(state)]);
-}
-
-QString boxStyleWord(BoxStyle style) {
-    constexpr std::array words = {"error", "warning", "information", "question"};
-    return QString::fromLatin1(words[static_cast<std::size_t>(style)]);
 }
 
 }  // namespace oku

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+#include <QString>
+
+namespace oku {
+
+class KeyRing;
+namespace net {
+class Resolver;
+}
+
+/// How a messenger starts.
+struct MessengerOptions {
+    QString profileDir;       ///< empty: the user's own (XDG). Settings, contact lists, history and cache lie in it
+    QString modulePath;       ///< the plugin's file
+    bool verbose = false;     ///< logged() tells trace lines too; without it only levels below 2
+    QString caFile;           ///< PEM file of authorities to trust beside the system's; for tests and private servers
+    bool stanzaGuard = true;  ///< whether StanzaGuard looks at what comes; off only in tests
+    int loginSeconds = 60;    ///< a login that takes longer is aborted
+    int typingSeconds = 30;   ///< a typing notice that is shown goes away after this time
+    std::shared_ptr<net::Resolver> resolver;  ///< null: the system's
+    std::shared_ptr<KeyRing> keyRing;         ///< where passwords are kept; null: there is none
+};
+
+}  // namespace oku

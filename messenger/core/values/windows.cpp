@@ -1,0 +1,12 @@
+#include "messenger/core/values/windows.h"
+
+#include <array>
+
+namespace oku {
+
+QString boxStyleWord(BoxStyle style) {
+    constexpr std::array words = {"error", "warning", "information", "question"};
+    return QString::fromLatin1(words[static_cast<std::size_t>(style)]);
+}
+
+}  // namespace oku

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QList>
+#include <QMetaType>
+#include <QString>
+
+#include "messenger/core/values/status.h"
+
+namespace oku {
+
+enum class BoxStyle { error, warning, information, question };
+enum class BoxButton { ok = 1, yes = 6, no = 7 };
+
+/// The same word as the enumerator's.
+QString boxStyleWord(BoxStyle style);
+
+/// A message box of the plugin that waits for Messenger::answerBox.
+struct MessageBox {
+    int number = 0;
+    QString text;
+    QString title;
+    BoxStyle style = BoxStyle::information;
+};
+
+/// One item of a menu of the plugin.
+struct MenuItem {
+    QString id;
+    QString parent;
+    QString caption;
+    QString icon;
+    int order = 0;
+    bool separator = false;
+};
+
+/// A status window that the plugin asked for: the person picks status, description and protection, and the answer
+/// goes to Messenger::confirmStatusWindow.
+struct StatusWindow {
+    QString title;
+    QList<Status> choices;
+    Status status = Status::online;
+    QString description;
+    bool protect = false;  ///< keep the description when the host sets a status
+};
+
+}  // namespace oku
+
+Q_DECLARE_METATYPE(oku::MessageBox)
