@@ -2,7 +2,7 @@
 #include <QJsonDocument>
 
 #include "fuzz/input.h"
-#include "messenger/terminal/json_command.h"
+#include "messenger/terminal/json/json_command.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace oku::terminal;

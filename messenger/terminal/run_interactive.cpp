@@ -6,10 +6,10 @@
 #include <QEventLoop>
 
 #include "messenger/terminal/ending.h"
-#include "messenger/terminal/plain_display.h"
 #include "messenger/terminal/posix_io.h"
-#include "messenger/terminal/raw_terminal.h"
-#include "messenger/terminal/screen_display.h"
+#include "messenger/terminal/screen/raw_terminal.h"
+#include "messenger/terminal/talk/plain_display.h"
+#include "messenger/terminal/talk/screen_display.h"
 #include "messenger/terminal/texts.h"
 
 namespace oku::terminal {

@@ -5,10 +5,10 @@
 #include <QEventLoop>
 
 #include "messenger/terminal/ending.h"
-#include "messenger/terminal/json_mode.h"
+#include "messenger/terminal/json/json_mode.h"
 #include "messenger/terminal/posix_io.h"
+#include "messenger/terminal/screen/wording.h"
 #include "messenger/terminal/texts.h"
-#include "messenger/terminal/wording.h"
 
 namespace oku::terminal {
 

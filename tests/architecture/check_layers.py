@@ -1,49 +1,99 @@
-"""Includes go down the order of the subsystems: a folder may include itself, lower folders, host/ and platform/. On the
-ground floor host/ knows nothing of platform/, its utilities nothing but each other, and services are named in host/ only.
+"""Includes go down the order of the rooms: a room may include itself and what stands before it.
+
+The plugin's folders may also include host/ and platform/. On the ground floor host/ knows nothing of platform/, its
+utilities nothing but each other, and services are named in host/ only. The messenger knows nothing of the plugin but the
+records of host/oku/; a program stands on the core's faces and values, and on nothing else of it.
 """
 import pathlib
 import re
 import sys
 
-ORDER = ["plugin", "stream", "router", "im", "extensions", "profile", "transfer", "dialogs", "assembly"]
+PLUGIN = ["plugin", "stream", "router", "im", "extensions", "profile", "transfer", "dialogs", "assembly"]
 BELOW_ALL = {"host", "platform"}
 # The exports stand above all layers, and beside the account's frame because they bear the plugin's name.
 EXEMPT = {"plugin/module.cpp"}
+CORE = ["xml", "values", "boundary", "process", "net", "storage", "accounts", "windows", "passwords", "wire", "roster",
+        "talk", "connections", ""]
+TERMINAL = ["screen", "talk", "json", ""]
+# What every room of the messenger may include: the words of its texts, and what a program asks of the messenger.
+COMMON = {"messenger/core/texts.h", "messenger/terminal/texts.h", "messenger/terminal/client.h"}
+# How a program sees the core. Its main() starts the process as well.
+FACE = {"messenger/core/messenger.h", "messenger/core/options.h"}
+STARTS = {"messenger/terminal/main.cpp": {"messenger/core/boundary/plugin_loader.h", "messenger/core/passwords/key_ring.h",
+                                          "messenger/core/process/process_protection.h"}}
 SERVICE_CALL = re.compile(r'\bcall\(\s*u"[^"]*/')
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 
 
-def faults(root):
-    for layer, folder in enumerate(ORDER):
-        for source in sorted((root / folder).rglob("*")):
-            name = source.relative_to(root).as_posix()
-            if source.suffix not in (".h", ".cpp") or name in EXEMPT:
+def sources(root, folder):
+    for source in sorted((root / folder).rglob("*")):
+        if source.suffix in (".h", ".cpp"):
+            yield source.relative_to(root).as_posix(), source.read_text(encoding="utf-8")
+
+
+def plugin_faults(root):
+    for layer, folder in enumerate(PLUGIN):
+        for name, text in sources(root, folder):
+            if name in EXEMPT:
                 continue
-            text = source.read_text(encoding="utf-8")
             if SERVICE_CALL.search(text):
                 yield f"{name} names a service of the host"
             for include in INCLUDE.findall(text):
                 top = include.split("/")[0]
                 if top in BELOW_ALL or "/" not in include:
                     continue
-                if top not in ORDER:
+                if top not in PLUGIN:
                     yield f"{name} includes {include}, which is no part of the plugin"
-                elif ORDER.index(top) > layer:
+                elif PLUGIN.index(top) > layer:
                     yield f"{name} includes {include}, which is above it"
     for folder in sorted(BELOW_ALL):
-        for source in sorted((root / folder).rglob("*")):
-            if source.suffix not in (".h", ".cpp"):
-                continue
-            for include in INCLUDE.findall(source.read_text(encoding="utf-8")):
-                name = source.relative_to(root).as_posix()
-                above = include.split("/")[0] in ORDER or (folder == "host" and include.startswith("platform/"))
+        for name, text in sources(root, folder):
+            for include in INCLUDE.findall(text):
+                above = include.split("/")[0] in PLUGIN or (folder == "host" and include.startswith("platform/"))
                 inside = not name.startswith("host/util/") or "/" not in include or include.startswith("host/util/")
                 if above or not inside:
                     yield f"{name} includes {include}, which is above it"
 
 
+def room_of(name, hall):
+    """The room of a file below the hall: its folder there, or nothing for the hall's own files."""
+    inner = name[len(hall) + 1:].split("/")
+    return inner[0] if len(inner) > 1 else ""
+
+
+def hall_faults(root, hall, rooms):
+    for name, text in sources(root, hall):
+        room = room_of(name, hall)
+        if room not in rooms:
+            yield f"{name} stands in a room that the order does not know"
+            continue
+        for include in INCLUDE.findall(text):
+            if not include.startswith(hall + "/") or include in COMMON:
+                continue
+            if rooms.index(room_of(include, hall)) > rooms.index(room):
+                yield f"{name} includes {include}, which is above it"
+
+
+def messenger_faults(root):
+    yield from hall_faults(root, "messenger/core", CORE)
+    yield from hall_faults(root, "messenger/terminal", TERMINAL)
+    for name, text in sources(root, "messenger"):
+        program = not name.startswith("messenger/core/")
+        for include in INCLUDE.findall(text):
+            if include.split("/")[0] != "messenger":
+                if "/" in include and not include.startswith("host/oku/"):
+                    yield f"{name} includes {include}, which is the plugin's"
+            elif include.startswith("messenger/core/"):
+                seen = include in FACE | COMMON | STARTS.get(name, set()) or include.startswith("messenger/core/values/")
+                if program and not seen:
+                    yield f"{name} includes {include}, which is no face of the core"
+            elif not program:
+                yield f"{name} includes {include}, which is above it"
+
+
 def main():
-    found = list(faults(pathlib.Path(sys.argv[1])))
+    root = pathlib.Path(sys.argv[1])
+    found = list(plugin_faults(root)) + list(messenger_faults(root))
     print("\n".join(found) if found else "every include goes down")
     return 1 if found else 0
 

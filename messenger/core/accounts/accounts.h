@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host/oku/protocol.h"
-#include "messenger/core/roster/authorization_requests.h"
+#include "messenger/core/accounts/authorization_requests.h"
 #include "messenger/core/storage/settings_file.h"
 #include "messenger/core/values/account.h"
 #include "messenger/core/values/status.h"

@@ -6,7 +6,6 @@
 #include <QDateTime>
 #include <QObject>
 
-#include "messenger/core/roster/contact_list.h"
 #include "messenger/core/values/contact.h"
 #include "messenger/core/wire/hook_chain.h"
 

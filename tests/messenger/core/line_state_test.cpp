@@ -1,4 +1,5 @@
 // What the host lets in and out in each state of a line, and that it tells of what it took away.
+#include "messenger/core/values/setting_keys.h"
 #include "tests/messenger/core/stage.h"
 
 namespace oku::test {

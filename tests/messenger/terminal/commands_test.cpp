@@ -1,4 +1,4 @@
-#include "messenger/terminal/commands.h"
+#include "messenger/terminal/talk/commands.h"
 
 #include <gtest/gtest.h>
 #include <algorithm>
@@ -7,7 +7,7 @@
 #include <QTemporaryDir>
 
 #include "messenger/core/texts.h"
-#include "messenger/terminal/session.h"
+#include "messenger/terminal/talk/session.h"
 #include "tests/messenger/terminal/fake_client.h"
 
 namespace oku::terminal::test {

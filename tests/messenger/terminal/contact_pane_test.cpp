@@ -1,6 +1,6 @@
-#include "messenger/terminal/contact_pane.h"
+#include "messenger/terminal/talk/contact_pane.h"
 
-#include "messenger/terminal/screen.h"
+#include "messenger/terminal/screen/screen.h"
 #include "tests/messenger/terminal/session_fixture.h"
 
 namespace oku::terminal::test {

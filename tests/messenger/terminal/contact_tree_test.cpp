@@ -1,4 +1,4 @@
-#include "messenger/terminal/contact_tree.h"
+#include "messenger/terminal/talk/contact_tree.h"
 
 #include <gtest/gtest.h>
 #include <random>

@@ -1,4 +1,4 @@
-#include "messenger/terminal/display_width.h"
+#include "messenger/terminal/screen/display_width.h"
 
 #include <gtest/gtest.h>
 #include <QStringList>

@@ -1,4 +1,4 @@
-#include "messenger/terminal/json_line.h"
+#include "messenger/terminal/json/json_line.h"
 
 #include <gtest/gtest.h>
 #include <QJsonArray>

@@ -3,8 +3,8 @@
 #include <QJsonDocument>
 
 #include "messenger/core/texts.h"
-#include "messenger/terminal/json_command.h"
-#include "messenger/terminal/json_mode.h"
+#include "messenger/terminal/json/json_command.h"
+#include "messenger/terminal/json/json_mode.h"
 #include "tests/messenger/terminal/fake_client.h"
 
 namespace oku::terminal::test {

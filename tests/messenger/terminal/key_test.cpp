@@ -1,4 +1,4 @@
-#include "messenger/terminal/key.h"
+#include "messenger/terminal/screen/key.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "messenger/terminal/line_editor.h"
+#include "messenger/terminal/screen/line_editor.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "messenger/terminal/plain_display.h"
+#include "messenger/terminal/talk/plain_display.h"
 
 #include "messenger/core/texts.h"
 #include "tests/messenger/terminal/session_fixture.h"

@@ -1,9 +1,9 @@
-#include "messenger/terminal/printable.h"
+#include "messenger/terminal/screen/printable.h"
 
 #include <gtest/gtest.h>
 
-#include "messenger/terminal/display_width.h"
-#include "messenger/terminal/printable.h"
+#include "messenger/terminal/screen/display_width.h"
+#include "messenger/terminal/screen/printable.h"
 
 namespace oku::terminal::test {
 namespace {

@@ -437,7 +437,7 @@ class WithoutATerminal(unittest.TestCase):
         folder = os.path.dirname(os.path.abspath(__file__))
         with open(os.path.join(folder, "../../../docs/oku-terminal.1"), encoding="utf-8") as manual:
             text = manual.read().replace("\\-", "-")
-        with open(os.path.join(folder, "../../../messenger/terminal/key.cpp"), encoding="utf-8") as decoder:
+        with open(os.path.join(folder, "../../../messenger/terminal/screen/key.cpp"), encoding="utf-8") as decoder:
             characters = {int(number, 16) for number in re.findall(r"^    \{(0x[01][0-9A-F]), ", decoder.read(), re.M)}
         self.assertGreater(len(characters), 15)
         for character in characters - {0x09, 0x0A, 0x0D}:  # Tab and Enter have keys of their own

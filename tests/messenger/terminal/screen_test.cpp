@@ -1,11 +1,11 @@
-#include "messenger/terminal/screen.h"
+#include "messenger/terminal/screen/screen.h"
 
 #include <gtest/gtest.h>
 #include <ctime>
 #include <QStringList>
 
 #include "messenger/core/texts.h"
-#include "messenger/terminal/display_width.h"
+#include "messenger/terminal/screen/display_width.h"
 
 namespace oku::terminal::test {
 namespace {

@@ -5,7 +5,7 @@
 #include <QRegularExpression>
 
 #include "messenger/core/texts.h"
-#include "messenger/terminal/session.h"
+#include "messenger/terminal/talk/session.h"
 #include "tests/messenger/terminal/fake_client.h"
 
 namespace oku::terminal::test {

@@ -1,5 +1,5 @@
 // The windows, the status line, and who is told that a line is typed.
-#include "messenger/terminal/display_width.h"
+#include "messenger/terminal/screen/display_width.h"
 #include "tests/messenger/terminal/session_fixture.h"
 
 namespace oku::terminal::test {

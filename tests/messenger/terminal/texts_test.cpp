@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "messenger/core/texts.h"
-#include "messenger/terminal/commands.h"
-#include "messenger/terminal/wording.h"
+#include "messenger/terminal/screen/wording.h"
+#include "messenger/terminal/talk/commands.h"
 
 namespace oku::terminal::test {
 namespace {

@@ -1,0 +1,122 @@
+// What Tab offers.
+#include <algorithm>
+
+#include "messenger/terminal/screen/wording.h"
+#include "messenger/terminal/talk/commands.h"
+#include "messenger/terminal/talk/session.h"
+
+namespace oku::terminal {
+namespace {
+
+// The start of the word under the cursor; inside open quotes the place of the opening one.
+qsizetype wordStart(const QString& text, qsizetype cursor) {
+    qsizetype start = 0;
+    bool inQuotes = false;
+    for (qsizetype at = 0; at < cursor; ++at) {
+        if (text.at(at) == u'"') {
+            if (!inQuotes) start = at;
+            inQuotes = !inQuotes;
+        } else if (text.at(at).isSpace() && !inQuotes) {
+            start = at + 1;
+        }
+    }
+    return start;
+}
+
+int wordsBefore(const QString& text, qsizetype start) {
+    Arguments arguments(text.left(start));
+    int count = 0;
+    for (; !arguments.empty(); ++count) arguments.word();
+    return count;
+}
+
+// Arguments of commands stand in quotes where they have blanks; in a message a name stands as it is.
+enum class Quotes { None, WhereNeeded };
+
+Completion matching(const QStringList& candidates, const QString& typed, qsizetype start, Quotes quotes) {
+    QString plain = typed;
+    if (quotes == Quotes::WhereNeeded) plain.remove(u'"');
+    Completion completion{start, {}};
+    for (const QString& candidate : candidates)
+        if (candidate.startsWith(plain, Qt::CaseInsensitive))
+            completion.candidates.append((quotes == Quotes::WhereNeeded ? quoted(candidate) : candidate) + u' ');
+    completion.candidates.sort(Qt::CaseInsensitive);
+    completion.candidates.removeDuplicates();
+    return completion;
+}
+
+// A contact by its name, or by its address where that is what was typed or where the name is not the only one.
+QStringList contactsFor(const QList<Contact>& contacts, const QString& typed) {
+    QString plain = typed;
+    plain.remove(u'"');
+    QStringList found;
+    for (const Contact& contact : contacts) {
+        const auto sameName = [&](const Contact& other) { return other.name == contact.name; };
+        const bool byName = contact.name.startsWith(plain, Qt::CaseInsensitive) && !contact.name.isEmpty() &&
+                            std::count_if(contacts.begin(), contacts.end(), sameName) == 1;
+        found.append(byName ? contact.name : contact.jid);
+    }
+    return found;
+}
+
+}  // namespace
+
+Completion Session::complete(const QString& text, qsizetype cursor) const { return commands_->complete(text, cursor); }
+
+Completion Commands::complete(const QString& text, qsizetype cursor) const {
+    const qsizetype start = wordStart(text, cursor);
+    const QString typed = text.mid(start, cursor - start);
+    if (!text.startsWith(u'/') && typed.isEmpty()) return {};
+    if (!text.startsWith(u'/')) return matching(candidates(ArgumentKind::Contact, typed), typed, start, Quotes::None);
+    if (start == 0) {
+        QStringList names;
+        for (const CommandRow& row : commandTable()) names.append(u'/' + QLatin1String(row.name));
+        return matching(names, typed, start, Quotes::None);
+    }
+    const CommandRow* row = findCommand(text.mid(1).section(u' ', 0, 0));
+    if (row == nullptr) return {};
+    const int words = wordsBefore(text, start);
+    if (words > 2) return {};
+    return matching(candidates(words == 1 ? row->first : row->second, typed), typed, start, Quotes::WhereNeeded);
+}
+
+QStringList Commands::candidates(ArgumentKind kind, const QString& typed) const {
+    const Client& client = std::as_const(session_).client();
+    QStringList found;
+    switch (kind) {
+        case ArgumentKind::None:
+            break;
+        case ArgumentKind::Contact:
+            found = contactsFor(client.contacts(session_.account()), typed);
+            break;
+        case ArgumentKind::Request:
+            found = client.pendingAuthorizations(session_.account());
+            break;
+        case ArgumentKind::Group:
+            for (const Contact& contact : client.contacts(session_.account())) found << contact.group;
+            break;
+        case ArgumentKind::Account:
+            found << QStringLiteral("add") << QStringLiteral("password") << QStringLiteral("remove");
+            for (const Account& one : client.accounts()) found << one.jid;
+            break;
+        case ArgumentKind::Setting:
+            for (const SettingRow& row : settingTable()) found << QString::fromLatin1(row.key);
+            break;
+        case ArgumentKind::Command:
+            for (const CommandRow& row : commandTable()) found << QString::fromLatin1(row.name);
+            break;
+        case ArgumentKind::Switch:
+            found << QStringLiteral("on") << QStringLiteral("off");
+            break;
+        case ArgumentKind::View:
+            found << QStringLiteral("on") << QStringLiteral("off") << QStringLiteral("online") << QStringLiteral("all");
+            break;
+        case ArgumentKind::Button:
+            found << QStringLiteral("ok") << QStringLiteral("yes") << QStringLiteral("no");
+            break;
+    }
+    found.removeAll(QString());
+    return found;
+}
+
+}  // namespace oku::terminal

@@ -1,0 +1,84 @@
+#include "messenger/terminal/talk/plain_display.h"
+
+#include <utility>
+
+namespace oku::terminal {
+namespace {
+
+constexpr int kEndless = 1 << 20;
+constexpr qsizetype kLongestLine = 1 << 20;
+constexpr QByteArrayView kPasteBegins = "\x1B[200~";
+constexpr QByteArrayView kPasteEnds = "\x1B[201~";
+
+}  // namespace
+
+PlainDisplay::PlainDisplay(Client& client, SessionOptions options, Colours colours, int columns, int input,
+                           Writer write, std::function<void()> onEnded)
+    : colours_(colours),
+      columns_(columns),
+      inputDescriptor_(input),
+      write_(std::move(write)),
+      onEnded_(std::move(onEnded)),
+      session_(client, *this, std::move(options)) {}
+
+void PlainDisplay::feed(const QByteArray& bytes) {
+    input_ += bytes;
+    if (bytes.isEmpty() && !input_.isEmpty()) input_ += '\n';
+    if (input_.size() > kLongestLine && input_.indexOf('\n') < 0) input_ += '\n';
+    const QByteArray lines = input_.left(input_.lastIndexOf('\n') + 1);
+    input_.remove(0, lines.size());
+    qsizetype start = 0;
+    for (qsizetype end = lines.indexOf('\n'); end >= 0; end = lines.indexOf('\n', start)) {
+        QByteArray line = lines.mid(start, end - start);
+        start = end + 1;
+        if (line.endsWith('\r')) line.chop(1);
+        takeLine(std::move(line));
+    }
+    if (bytes.isEmpty()) session_.quit();
+}
+
+QByteArray PlainDisplay::markPastes() { return "\x1B[?2004h"; }
+QByteArray PlainDisplay::leavePastes() { return "\x1B[?2004l"; }
+
+// A pasted text of several lines is one message, and no command whatever it begins with.
+void PlainDisplay::takeLine(QByteArray line) {
+    if (pieces_.isEmpty()) beginsPasted_ = pasting_ || line.startsWith(kPasteBegins);
+    for (qsizetype at = 0; at >= 0;) {
+        at = line.indexOf(pasting_ ? kPasteEnds : kPasteBegins, at);
+        if (at < 0) break;
+        line.remove(at, kPasteBegins.size());
+        pasting_ = !pasting_;
+    }
+    pieces_ += line;
+    if (pasting_ && pieces_.size() < kLongestLine) {
+        pieces_ += '\n';
+        return;
+    }
+    // A paste that is too long for one message becomes several; what follows is pasted as well.
+    QString text = QString::fromUtf8(std::exchange(pieces_, {}));
+    const bool severalLines = text.contains(u'\n');
+    if (severalLines && beginsPasted_ && text.startsWith(u'/') && !session_.wantsSecret()) text.prepend(u'/');
+    session_.submit(text);
+}
+
+int PlainDisplay::columns() const { return columns_ == 0 ? 80 : columns_; }
+
+void PlainDisplay::appended(const LogEntry& entry) {
+    LogLayout layout = session_.layout();
+    layout.columns = columns_ == 0 ? kEndless : columns_;
+    QByteArray bytes;
+    for (const Line& line : layOut(entry, layout)) bytes += paint(line, colours_) + '\n';
+    write_(bytes);
+}
+
+void PlainDisplay::changed() {
+    if (session_.wantsSecret() == static_cast<bool>(noEcho_)) return;
+    if (session_.wantsSecret()) {
+        noEcho_ = std::make_unique<NoEcho>(inputDescriptor_);
+        write_(session_.prompt().toUtf8() + '\n');
+    } else {
+        noEcho_.reset();
+    }
+}
+
+}  // namespace oku::terminal
