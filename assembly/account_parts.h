@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The parts of one account. A new part is one line here, and its rows in routes.cpp and entries.cpp.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What an account registers with the host: name and member.
 #include "assembly/entries.h"
 

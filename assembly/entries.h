@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What the host and the server can call of an account: the tables that name each entry and the part behind it.
 #pragma once
 

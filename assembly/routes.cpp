@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Where received elements go: name, question, member of a part.
 #include "assembly/account_parts.h"
 #include "router/namespaces.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What all accounts share above the plugin's frame.
 #pragma once
 

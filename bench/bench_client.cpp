@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // A host that serves protoLink.module with the least work that a host can do, so that what is measured is the plugin.
 // It logs in as bench@localhost at the host and port of its two arguments, in clear and without compression, hands
 // over what each read gave, and prints what reached it when the server ends the stream.

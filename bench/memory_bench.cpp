@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What the plugin keeps in memory for each account, contact and resource. See docs/performance.md.
 //
 // A host that remembers nothing itself logs accounts in and gives one of them a roster and presences. Every block that

@@ -1,4 +1,6 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """How the messenger's cost grows with contacts, messages, strangers, history and accounts: processor time of the whole
 messenger against a server on this machine that logs it in, sends a load, and waits for the answer to a ping behind it.
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // How long it takes to know that received text is whole: in one piece, and in the pieces that a network makes of it.
 #include <benchmark/benchmark.h>
 

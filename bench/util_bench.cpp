@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // How long the hot path takes: received bytes into a tree, and text into bytes and back.
 #include <benchmark/benchmark.h>
 

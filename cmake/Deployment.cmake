@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
+
 # What a deployer sets: -DPROTOLINK_...=... when the build is configured.
 set(PROTOLINK_CAPS_NODE "https://protolink.example/caps/" CACHE STRING "URI of the client family, ends in a slash")
 set(PROTOLINK_LEGAL_LINE "Copyright (C) 2026 the protoLink developers" CACHE STRING "Legal line of the description")

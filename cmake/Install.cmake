@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
+
 # What an installation holds: the module where messengers look for plugins, and what the maker of another host builds
 # against: the headers of the boundary, a CMake package and a pkg-config file.
 include(CMakePackageConfigHelpers)

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
+
 # Sanitizers go into every object, or into none: a half instrumented program reports nonsense.
 if(PROTOLINK_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=undefined)

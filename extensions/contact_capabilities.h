@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What contacts' clients can do (XEP-0115, XEP-0030).
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The features of a service discovery reply (XEP-0030).
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What this client tells of itself when it is asked (XEP-0030).
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // News of mail that the server keeps for the user ("google:mail:notify").
 #pragma once
 

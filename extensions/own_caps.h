@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What this client can do, and the verification string made of it (XEP-0115).
 #pragma once
 

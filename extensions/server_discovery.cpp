@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "extensions/server_discovery.h"
 
 #include "extensions/disco_query.h"

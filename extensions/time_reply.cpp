@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "extensions/time_reply.h"
 
 #include <chrono>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "extensions/version_reply.h"
 
 #include "host/util/xml_compose.h"

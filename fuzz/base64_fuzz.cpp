@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Base64 both ways, against a reading bit by bit.
 #include <string>
 #include <vector>

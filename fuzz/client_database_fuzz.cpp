@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Any bytes as the file of what clients can do: loaded, added to, saved, and found again.
 #include <string>
 

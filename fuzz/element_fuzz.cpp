@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Any bytes as an element tree: read, copied, written, read again, taken down.
 #include <string>
 #include <vector>

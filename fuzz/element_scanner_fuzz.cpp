@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Where the elements of a stream end, against expat; and the same whatever the pieces.
 #include <vector>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Texts whose cost for each byte grows with their length.
 #include "fuzz/input.h"
 #include "tests/growth/growing_text.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Compressed pieces of any kind and cut, against a model: one zlib stream with room without end.
 #include <zlib.h>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What the fuzzers share: taking their input apart, and stopping when something is not as it must be.
 #pragma once
 

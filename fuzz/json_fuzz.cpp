@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Any line as a command of the terminal's JSON mode: understood or refused with a reason, and the answer is one line.
 #include <QJsonDocument>
 

@@ -1,4 +1,6 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """Makes the seeds of the fuzzers from the transcripts, and a few by hand: make_corpus.py FOLDER.
 
 The build does so. What a search has found worth keeping stands in corpus/.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // A server that negotiates as it likes: features, challenges, answers in any order and with any content.
 #include <array>
 #include <string>

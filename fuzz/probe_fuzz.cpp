@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The quick balance check against the check by the letter, over any text in any pieces: no difference is allowed.
 #include <cstddef>
 #include <cstdint>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The guards' reading of received stanzas against the plugin's own: what the plugin will act on, the guards must have
 // seen as it is.
 #include <string>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Received bytes in any pieces through a real account: what reaches the host must not depend on where they were cut.
 #include <set>
 #include <string>

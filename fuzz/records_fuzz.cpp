@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Records that the host gives: null pointers, absurd numbers, texts of any kind and length, settings of any type.
 #include <memory>
 #include <string>

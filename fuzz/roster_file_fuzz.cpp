@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Any bytes as the file that keeps the contacts: loaded, saved, and what was saved stays the same from then on.
 #include <string>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What the console shows of a stream, against a parser that knows namespaces: nothing of a secret, and all else as it
 // is; and the same whatever the pieces.
 #include <algorithm>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Whatever comes in, what goes out has to be whole: one stanza, or the stream's opening or closing.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Any bytes as a file of settings: what was read is written so that it reads the same; and any text as a value.
 #include "fuzz/input.h"
 #include "messenger/core/storage/settings_format.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What servers, users and listeners may do to two accounts, in any order, before a host that refuses, vetoes, calls
 // back and unloads from within its own calls.
 #include <functional>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Received bytes in any pieces on their way to the plugin: none is changed or moved, none is lost that counts, and what
 // is handed out does not depend on the pieces.
 #include <QByteArray>

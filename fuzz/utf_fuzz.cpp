@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The conversions between UTF-8 and UTF-16, against slow ones by the tables of the Unicode standard.
 #include <string>
 

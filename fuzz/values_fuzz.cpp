@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Numbers, stamps, patterns and escaped text out of any input.
 #include <limits>
 #include <string>

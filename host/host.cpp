@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "host/host.h"
 
 #include "host/oku/log.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The host's table of functions. A service's name stands in this folder only: host/services/ has one class for each
 // family of services, and the rest of the plugin calls their methods.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The time of a delayed message in the form of XEP-0091: "CCYYMMDDThh:mm:ss", in UTC.
 #pragma once
 

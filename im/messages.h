@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Messages and typing notices (RFC 6121, 5; XEP-0085) both ways.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Messages and typing notices that the host sends.
 #include "host/oku/message.h"
 #include "host/record.h"

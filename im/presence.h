@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Presence both ways (RFC 6121, 4): contacts' resources into the host, the own status onto the wire.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Contacts' presence into the host and into the list of online resources.
 #include "host/record.h"
 #include "host/util/format.h"

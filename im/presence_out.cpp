@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The own status onto the wire.
 #include "host/util/format.h"
 #include "host/util/xml_compose.h"

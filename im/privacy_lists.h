@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Privacy lists (XEP-0016): blocking of single contacts, and invisibility in the manner of XEP-0126.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The contact list on the server (RFC 6121, 2), in the host and in the account's file.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The file that keeps the contact list between sessions.
 #include "host/util/utf.h"
 #include "host/util/xml_compose.h"

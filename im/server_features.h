@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What the account's server can do. Known from its one answer of each connection; all clear until then.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The status that all clients of one account share ("google:shared-status").
 #pragma once
 

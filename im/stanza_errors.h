@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Stanza errors (RFC 6120, 8.3) in words.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Requests to see the account's presence (RFC 6121, 3) and their answers.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // All that the operating system does for the plugin. One folder beside this header implements it for one target; the
 // tests link an implementation of their own, in which time, random values, files and the module's path are theirs.
 #pragma once

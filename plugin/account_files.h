@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Where the accounts' files lie and what they tell of the accounts.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The settings of one account: one table with the key, the kind and the default of each.
 #pragma once
 

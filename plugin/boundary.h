@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The wall between the host's table and the plugin: no exception crosses it, no dead object is reached through it, and
 // nothing is freed that a call further out on the stack still uses.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // One account: what it is, what it registered with the host, and the facts that all of its parts share.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Fresh identifiers: stanza ids and UUIDs.
 #pragma once
 

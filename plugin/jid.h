@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Addresses (RFC 6122) in their parsed form.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What exists once for the whole plugin, whatever the number of accounts.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The status codes that the host and the plugin share, and their words on the wire.
 #pragma once
 

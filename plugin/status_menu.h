@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The status menu, the status window and the host's own status service: the three ways in which a person chooses a
 // status.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The one persistent cache of what clients can do, by capability hash; all accounts share it.
 #pragma once
 

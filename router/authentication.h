@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The login's step that proves who the account is (RFC 6120, 6): choice of the mechanism, and the exchange that
 // follows.
 #pragma once

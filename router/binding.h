@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The login's last step: a bound resource (RFC 6120, 7), its session (RFC 3921), and the first requests after it.
 #pragma once
 

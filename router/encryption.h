@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The login's step to TLS (RFC 6120, 5).
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The response registry: who waits for the answer to which stanza id.
 #pragma once
 

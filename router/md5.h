@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // MD5 (RFC 1321), for DIGEST-MD5 only.
 #pragma once
 

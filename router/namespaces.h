@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The namespaces of the protocols that the plugin speaks.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // From a connected socket to a bound session: which step of the login comes next.
 //
 // The path of a login with everything in it, and the class of each step:

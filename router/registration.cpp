@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "router/registration.h"
 
 #include "host/services/message_boxes.h"

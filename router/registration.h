@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // In-band registration of a new account (XEP-0077) on the stream that will then log in with it.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The two SASL mechanisms: PLAIN (RFC 4616) and DIGEST-MD5 (RFC 2831). All texts are UTF-8 bytes.
 #pragma once
 

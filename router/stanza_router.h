@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // One decision chain for all received top-level elements: each goes to exactly one handler, and the order decides.
 #pragma once
 

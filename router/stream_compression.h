@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The login's step to a compressed stream (XEP-0138).
 #pragma once
 

@@ -1,4 +1,7 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
+#
 # install-packages.sh PACKAGE... : installs Debian packages, and leaves no server of the system started or enabled.
 # Needs root. While dpkg works, a policy denies the start of the servers below; whatever policy was there before
 # decides about everything else, and is put back at the end. A server that was installed before stays as it was.

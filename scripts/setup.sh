@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
+
 # Shared by ./run and ./test; meant to be sourced from a shell that stands in the checkout.
 
 say() {

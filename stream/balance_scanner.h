@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // A scanner that knows of growing text whether it is a balanced sequence of elements, and if not, where expat stops in
 // it and why. What was settled once is not looked at again.
 #pragma once

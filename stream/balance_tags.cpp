@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The balance scanner's reading of tags, comments, CDATA sections and instructions.
 #include <expat.h>
 

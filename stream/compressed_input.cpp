@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Received bytes while the stream is compressed.
 #include "stream/stream_input.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // One account's connection: begun by a status, ended by one, and everything that holds for its length.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // How the stream's parts end the connection that they belong to.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Pings while the account is logged in, and the end of a connection that has gone silent.
 #pragma once
 

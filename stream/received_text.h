@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The text of a stream that is not balanced yet, with the changes that make its ends meet.
 #pragma once
 

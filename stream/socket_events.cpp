@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "stream/socket_events.h"
 
 #include "host/oku/netlib.h"

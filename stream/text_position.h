@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Line and column of a place in a text, counted as expat counts them.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Which bytes of UTF-8 may stand where in XML 1.0, as expat judges them.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Stream compression (XEP-0138): the two zlib streams of one connection.
 #pragma once
 

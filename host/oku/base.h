@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 /* The ground that every record of the host's boundary stands on. Compiles alone as C11 and as C++20.
  *
  * Every record begins with its own size in bytes, is zeroed before its fields are set, and lies in memory exactly as

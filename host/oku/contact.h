@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 /* Contacts: the identity that services and hooks name a contact by, its state, and the contact list's services
  * ("OKU/CTL/..."). */
 #ifndef OKU_CONTACT_H

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 /* Icons: "OKU/Graph/ICCreate", "OKU/Graph/AddIC" (icon's name as param, a fallback image's name as extra),
  * "OKU/Graph/LoadIS" and "OKU/Graph/Load". */
 #ifndef OKU_GRAPHICS_H

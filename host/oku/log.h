@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 /* "OKU/Log": one line for the host's log, or for the user. */
 #ifndef OKU_LOG_H
 #define OKU_LOG_H

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 /* "OKU/Menu/Add" and "OKU/Menu/Modify". */
 #ifndef OKU_MENU_H
 #define OKU_MENU_H

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 /* Messages. Incoming ones are told by the hook of kind 5, whose phase 2 is the delivery; outgoing ones are handed to
  * an account's "PFMessageSend". */
 #ifndef OKU_MESSAGE_H

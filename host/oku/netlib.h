@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 /* Sockets: "NetLib/Create", "NetLib/ConnectService", "NetLib/Send", "NetLib/InitSSL", "NetLib/Close",
  * "NetLib/Destroy" and "OKU/NL/GetDefaultSettings". A socket is named by a string, which is its handle; InitSSL,
  * Close and Destroy take the name as param. TLS and the DNS lookup of the SRV name are the host's work. */

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 /* Accounts: "OKU/ProtocolAdd", "OKU/PFSetInfo", the hooks of "OKU/CallProtolHooks" (the name is spelled so), and the
  * records that the host hands to an account's own services. */
 #ifndef OKU_PROTOCOL_H

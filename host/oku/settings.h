@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 /* The settings of one account: "OKU/Settings/Init", "Read", "Get", "Set", "Write", "Destroy", in this order.
  * Init: param is the file's path, extra the module; returns the store's handle. Read and Write: param is the handle.
  * Destroy: param is the handle, extra the module. */

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 /* The host's table of functions, and the three functions that the plugin exports.
  *
  * The table is valid from pluginLoad to the end of pluginUnload. The host must never run two calls into the plugin at

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 /* "OKU/Timer/Create" and "OKU/Timer/Destroy". Destroy's param is the timer's name, or the address of a word that
  * points to the name: a host takes both shapes. */
 #ifndef OKU_TIMER_H

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 /* Windows that the host shows for the plugin: the status window, pages of the options and of a contact's properties,
  * message boxes; and the directories that the host gives. */
 #ifndef OKU_WINDOWS_H

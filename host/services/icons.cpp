@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "host/services/icons.h"
 
 #include "host/oku/graphics.h"

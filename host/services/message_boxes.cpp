@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "host/services/message_boxes.h"
 
 #include "host/oku/windows.h"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "host/services/pages.h"
 
 #include "host/oku/windows.h"

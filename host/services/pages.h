@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Pages of the host's own windows: the options and a contact's properties.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The account towards the host: its registration as a protocol and what it shows of itself.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Texts made from a pattern, safe for any pattern and any arguments.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Memory for texts of several megabytes. The platform implements it.
 #pragma once
 

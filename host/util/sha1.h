@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // SHA-1 (RFC 3174), for the digests that the protocol prescribes. It protects nothing here.
 #pragma once
 

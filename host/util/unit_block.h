@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Building blocks of the text conversions: sixteen units at a time, collected on the stack. Inside of host/util only.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Text conversion between the wire (UTF-8) and the inside of the plugin (UTF-16).
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Single code points in UTF-8 and UTF-16. Inside of host/util only.
 #pragma once
 

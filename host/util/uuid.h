@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // UUIDs of version 4 (RFC 4122, section 4.4).
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Writing XML. Every stanza is composed from the inside out: the result of one level is the inner text of the next.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The single pass from UTF-8 to a tree. Inside of host/util only.
 #pragma once
 

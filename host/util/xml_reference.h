@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // References in XML text: the five predefined entities and numbered characters. Inside of host/util only.
 #pragma once
 

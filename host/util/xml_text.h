@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // From the bytes of an XML text to the characters that they stand for. Inside of host/util only.
 #pragma once
 

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """What ./run does once everything is built."""
 
 import argparse

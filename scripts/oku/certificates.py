@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """A certificate authority of our own, and what it signs. Made by openssl, good for a few days."""
 
 import datetime

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """Two people who talk: each step is an act of one and what both must then see."""
 
 import time

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """Events that come on one thread and are waited for on another."""
 
 import json

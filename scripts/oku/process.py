@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """Child processes that end with their parent, whatever becomes of it."""
 
 import ctypes

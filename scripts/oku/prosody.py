@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """A private Prosody on the loopback: its own folder, its own port, gone when its starter is."""
 
 import pathlib

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """A terminal messenger driven through `oku-terminal --json`: commands in, events out, one JSON object a line."""
 
 import json

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """Both sides of a conversation in one view: the first person's on the left, the second's on the right."""
 
 import os

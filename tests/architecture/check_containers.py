@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """No container with the library's fixed hash where others choose the keys: chosen ones would all meet in one bucket."""
 import pathlib
 import re

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """Includes go down the order of the rooms: a room may include itself and what stands before it.
 
 The plugin's folders may also include host/ and platform/. On the ground floor host/ knows nothing of platform/, its

@@ -1,4 +1,7 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
+#
 # check_packages.sh ROOT : what a command needs is missed where it is not installed; what it can do without holds up nobody.
 set -u
 cd "$1" || exit 1

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """Every text that a user or a log reader sees stands in texts.golden, and every text of texts.golden in the code.
 
 A text is a string literal that holds a blank or a letter beyond ASCII; adjacent literals are one. Texts of one plain

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """clang-tidy finds nothing in the sources of the plugin and of the messenger.
 
     check_tidy.py ROOT BUILD

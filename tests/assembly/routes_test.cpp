@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Which row of the routing chain takes which element. What its handler does is told by the transcripts.
 #include <gtest/gtest.h>
 

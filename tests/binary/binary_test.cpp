@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <stdlib.h>

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """What a hostile or broken server may send. Each time the messenger must live on: the next good thing still works."""
 
 import os

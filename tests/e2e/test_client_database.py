@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """What was learnt of other clients is known at the next start; and files that are not as they were left."""
 
 import os

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """Stream compression: only where it is asked for, and everything that goes through it."""
 
 import base64

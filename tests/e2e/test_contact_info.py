@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """What the messenger tells of a contact's resources when its person asks."""
 
 import datetime

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """What ./run plays: two people talk, and nothing stays behind, however it ends."""
 
 import os

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """What others learn who ask the messenger: features, their hash, version, time and ping; and what the server can do."""
 
 import datetime

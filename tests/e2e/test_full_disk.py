@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """What is kept when no file can grow any more. The limit on the size of files is the system's own: it works as a full
 disk does, for the superuser as well."""
 

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """The servers and the other side by themselves, so that trouble there is not taken for trouble of the messenger."""
 
 import shutil

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """What was shown stands in the history, however the messenger ended and whatever became of the file."""
 
 import random

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """Ways in which honest servers differ. None of them may keep a person out, or be taken for an attack."""
 
 import base64

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """What "cmake --install" puts into a folder works from there, and from wherever that folder is moved."""
 
 import pathlib

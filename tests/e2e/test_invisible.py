@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """The invisible status on servers with privacy lists: the contact sees the account go, and does not see it come."""
 
 import functools

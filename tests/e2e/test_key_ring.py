@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """Passwords in the key ring of a session, and in the account's file where there is no session."""
 
 import os

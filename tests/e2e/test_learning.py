@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """What the messenger learns of others by itself: whom it asks, and what it does once it knows."""
 
 import unittest

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """Logging in: the path, what is refused, and that no password goes where it should not."""
 
 import datetime

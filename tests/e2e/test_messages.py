@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """Messages both ways, typing notices, and messages that come late or come back."""
 
 import datetime

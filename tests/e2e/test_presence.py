@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """Presence: of a contact with several resources, and the own one."""
 
 import unittest

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """The contact list: as it comes, as another client changes it, and as the person changes it."""
 
 import unittest

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """Servers that fall silent or dawdle. Time passes fast for the messenger here, the server lives in ordinary time."""
 
 import time

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """A long run: two servers, two messengers, two other clients, and everything starts anew in a random order.
 
 OKU_SOAK_SECONDS is how long it goes on, a minute unless it is set; OKU_SOAK_SEED repeats the order of another run."""

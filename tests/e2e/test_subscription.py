@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """Requests for authorization under each value of XMPP/AuthType."""
 
 import unittest

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """What comes before TLS, or before the login is done, may come from anybody: it is neither believed nor answered."""
 
 import base64

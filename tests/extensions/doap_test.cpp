@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // doap.xml tells programs which protocols this one speaks. It says what the sources say.
 #include <gtest/gtest.h>
 

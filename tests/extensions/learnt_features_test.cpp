@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What is kept of the features that resources and servers tell, beside the log lines that transcripts see.
 #include <gtest/gtest.h>
 

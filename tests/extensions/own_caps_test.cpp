@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What the client says of itself: other clients keep the hash for years, so it never changes unnoticed.
 #include "extensions/own_caps.h"
 

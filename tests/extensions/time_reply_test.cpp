@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The two texts of a reply to a request for the time.
 #include "extensions/time_reply.h"
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "tests/growth/growing_text.h"
 
 #include <QByteArray>

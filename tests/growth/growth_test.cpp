@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Readers of what others write, with texts that look short-witted and once cost the square of their length.
 #include <gtest/gtest.h>
 

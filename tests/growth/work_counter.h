@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Work as a number that is the same in each run, where a time would not be.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // SHA-1, Base64 and UUIDs.
 #include <gtest/gtest.h>
 

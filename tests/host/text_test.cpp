@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Patterns, numbers and letter case.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // UTF-8 and UTF-16, broken text included.
 #include "host/util/utf.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Composing, escaping and restoring.
 #include "host/util/xml_compose.h"
 

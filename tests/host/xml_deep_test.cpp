@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Trees of a million levels on a stack of 256 KiB: nothing may recurse.
 #include <gtest/gtest.h>
 #include <pthread.h>

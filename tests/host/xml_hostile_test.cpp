@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Text that is bad, cut, huge or written to be slow.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Reading well-formed text.
 #include "host/util/xml_parse.h"
 

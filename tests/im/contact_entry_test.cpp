@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Contacts by address, and their resources in order of first appearance.
 #include "im/contact_entry.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What presence keeps and returns without the host or the wire seeing it.
 #include <gtest/gtest.h>
 

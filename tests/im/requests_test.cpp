@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Requests that other parts of the plugin make of roster and privacy lists, with and without a login.
 #include <gtest/gtest.h>
 

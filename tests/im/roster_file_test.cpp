@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Roster files that are huge, deep or cut anywhere.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Stanza errors in words: each text as users see it, misspellings included.
 #include "im/stanza_errors.h"
 

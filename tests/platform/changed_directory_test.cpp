@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What the platform tells when the current directory is not the one that the program began in.
 #include <dlfcn.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Files as the plugin keeps them.
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // A library that tells its own path, as the plugin finds it.
 #include "host/util/utf.h"
 #include "platform/platform.h"

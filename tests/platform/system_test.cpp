@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Clock, random values and what the system tells about itself.
 #include <gtest/gtest.h>
 #include <sys/utsname.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // A folder of its own for each test, gone at the end with all that it holds.
 #pragma once
 

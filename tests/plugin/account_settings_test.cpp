@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "plugin/account_settings.h"
 
 #include <gtest/gtest.h>

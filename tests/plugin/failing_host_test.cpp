@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // A host and files that fail: each call in turn answers 0, and the plugin goes on to its orderly end.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "plugin/jid.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Callbacks that the host still has in its hands when the account that they are of has gone.
 #include <gtest/gtest.h>
 

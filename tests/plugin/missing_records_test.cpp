@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Calls of a host that lack the record they are about, or what the record should point to: nothing is done.
 #include <gtest/gtest.h>
 

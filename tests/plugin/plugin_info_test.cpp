@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What the plugin tells of itself before it is loaded.
 #include <gtest/gtest.h>
 

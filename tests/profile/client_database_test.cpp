@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The cache of what clients can do, and the files that it survives.
 #include "profile/client_database.h"
 

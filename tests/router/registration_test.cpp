@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Making an account in the band (XEP-0077): a connection in the mode that only the account wizard sets.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // A host that delivers the server's answer from within the send: whoever waits for it has to wait by then.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
+
 # cmake -DBUILD=... -DHERE=... -DWORK=... -DLIBDIR=... -DSANITIZE=... -D{C,CXX}_COMPILER=... -P check.cmake
 set(prefix ${WORK}/prefix)
 file(REMOVE_RECURSE ${WORK})

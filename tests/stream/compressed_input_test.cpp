@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What is received while the stream is compressed, against a server's zlib streams made by the test.
 #include <gtest/gtest.h>
 #include <zlib.h>

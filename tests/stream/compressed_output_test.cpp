@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What is sent while the stream is compressed, as the server's own zlib stream reads it.
 #include <gtest/gtest.h>
 

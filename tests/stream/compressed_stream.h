@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // One account's stream between a host and a server, with compression begun.
 #pragma once
 

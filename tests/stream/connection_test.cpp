@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What a transcript cannot bring about: states that an orderly host does not lead to, and bytes that are no stream.
 #include "stream/connection.h"
 

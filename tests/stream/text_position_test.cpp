@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "stream/text_position.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The two zlib streams of a connection, against streams that the test makes itself.
 #include "stream/zip_stream.h"
 

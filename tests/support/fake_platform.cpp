@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "tests/support/fake_platform.h"
 
 #include "platform/platform.h"

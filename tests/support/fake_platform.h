@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The operating system of the unit tests: time, random values and files are the test's own.
 #pragma once
 

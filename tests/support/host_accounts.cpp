@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Accounts of the plugin towards the host, and the log.
 #include "tests/support/host_services.h"
 #include "tests/support/text.h"

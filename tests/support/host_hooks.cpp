@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What the plugin tells the host's listeners.
 #include <algorithm>
 #include <cstring>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The services of the recording host. Each family tells its rows, with what the host does when one is called; one file
 // joins them.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The timers that the plugin makes.
 #include "tests/support/host_services.h"
 #include "tests/support/text.h"

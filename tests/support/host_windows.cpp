@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Menus, pages, windows, icons and directories of the host.
 #include "tests/support/host_services.h"
 #include "tests/support/text.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // One line of a transcript, and one event at the host's boundary: the same form for both.
 //
 //     call OKU/CTL/AddContact jid="bob@example.org" kind=3 -> 1

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Text with captured values: `{name}` stands for a value that binds where it is first seen and must be the same ever
 // after; `{base64:...}` stands for the base64 form of what it encloses.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The phrases that a transcript's lines begin with. Each family tells its own; one file joins them.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What the host does with the plugin, an account and its socket, and what time does.
 #include <sstream>
 

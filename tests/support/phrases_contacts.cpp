@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What a user does to contacts, and calls of any service.
 #include "tests/support/phrases.h"
 #include "tests/support/text.h"

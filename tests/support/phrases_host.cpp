@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The lines that tell the host how to answer.
 #include "tests/support/phrases.h"
 #include "tests/support/text.h"

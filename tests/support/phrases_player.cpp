@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The lines that only speak to the player.
 #include <sstream>
 #include <utility>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The balance check by the letter, which the quick one is compared with.
 #pragma once
 

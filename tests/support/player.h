@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Plays a transcript: drives the plugin by its stimuli and compares what happens with its expectations.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // A transcript fails when it should: the player against the real plugin, with transcripts that are wrong in one place.
 #include "tests/support/player.h"
 

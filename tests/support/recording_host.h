@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // A strict host behind a real OKU_FUNCTION_TABLE. It records every call in order as a line of a transcript, checks each
 // record, keeps just enough state to answer as a host does, and complains about a call that names something dead.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The strictness of the fake host, without which no transcript proves anything.
 #include "tests/support/recording_host.h"
 

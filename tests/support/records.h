@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The records of the host's boundary as a host sees them: bytes at offsets. The numbers are typed in, independently of
 // the headers that the plugin fills its records by.
 #pragma once

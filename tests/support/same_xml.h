@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The comparer "same XML": attribute order, the form of empty elements, quotation marks and white space between
 // elements do not count; everything else does.
 #pragma once

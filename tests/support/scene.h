@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What a transcript plays in: the plugin on its stage, the values that were captured, and what has happened and not
 // been told yet.
 #pragma once

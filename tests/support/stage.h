@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The plugin under test between a recording host and a world: what a host, a user and a server can do to it.
 #pragma once
 

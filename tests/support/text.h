@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Text of the harness: conversions and the escapes that transcripts use. It shares no code with the plugin, so that a
 // mistake there cannot hide itself here.
 #pragma once

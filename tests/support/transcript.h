@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // A transcript as it is read from its file, with the folded groups of lines put in their places.
 #pragma once
 

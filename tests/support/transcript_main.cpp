@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Plays every transcript of the folders given as arguments: as given, byte by byte, and cut in two.
 #include <gtest/gtest.h>
 

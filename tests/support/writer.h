@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Writes what happened at the host's boundary as a transcript that can be played again.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Every operator new of the test program goes through a counter that a test can read, and that can make one of them
 // fail. What the host and the test allocate themselves does not count.
 #pragma once

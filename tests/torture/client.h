@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The plugin between a quick host and a small server for each account: what the tests of hardship drive.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Files that fail: every call of the system about a file fails once, in each way that it can, while the plugin runs on
 // real files. A file is then the old one or the new one as a whole, and nothing lies beside it.
 #include <dirent.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What the plugin keeps in memory for each account, contact and resource; bench/memory_bench.cpp gives the figures.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // A host that fails: in each scenario every call of the host answers 0 once, and the plugin has to live on.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What an account costs while nothing happens: one timer of a minute, one ping at each of its ticks, and nothing in
 // between.
 #include <gtest/gtest.h>

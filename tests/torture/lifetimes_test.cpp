@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Who may go while somebody else still calls: the plugin inside every call of the host, targets inside their own.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Memory that runs out: in each scenario every allocation of the plugin fails once, and the host has to live on.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // A host that serves the plugin with little work, so that it can be called millions of times: it keeps what is
 // registered, hands over what is sent, and lets a test stand in front of every call.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What an account goes through in its life, each part to be tortured by itself.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Awkward received text: what it costs, and that deep and long stanzas come through.
 #include <expat.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // A month of service on a simulated clock: four accounts, a million stanzas, twenty thousand reconnects. Nothing may
 // grow, and no message may be lost, doubled or out of order, however the stream is cut.
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // A network that fails: at each piece that reaches the plugin in a scenario the socket is cut, goes silent, stalls or
 // drips. Whatever happened, the account has to work again, by itself or when its user tries anew.
 #include <gtest/gtest.h>

@@ -1,1 +1,3 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """What the end-to-end tests stand on: servers, the other side, and scripted trouble."""

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """What an entity tells about itself (XEP-0030), its hash (XEP-0115, section 5.1), and presences that carry one."""
 
 import base64

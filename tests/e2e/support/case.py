@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """The ground of each test: a folder of its own, a certificate authority, and everything ended afterwards."""
 
 import contextlib

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """Moments told by somebody else's clock.
 
 A machine has several: time() gives the one of the last tick, which lies some milliseconds behind what gettimeofday() gives,

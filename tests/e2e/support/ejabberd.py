@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """A private ejabberd on the loopback: DIGEST-MD5, PLAIN and zlib; no node name, no port mapper, gone with its starter."""
 
 import base64

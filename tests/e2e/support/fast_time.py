@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """A messenger whose clock runs faster, so that minutes of waiting take seconds."""
 
 import glob

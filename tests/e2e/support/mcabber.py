@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """A third-party client in a terminal of its own: told what to do through a pipe, and read through its log files."""
 
 import os

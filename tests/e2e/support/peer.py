@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """The other side: a slixmpp client on a thread of its own, and the log of what it received."""
 
 import asyncio

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """A server that does as the test says: it speaks as much XMPP as a login needs, in clear or by TLS, and misbehaves."""
 
 import re

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """Those who take part in a long run: what each can do, what each has seen, and what became of what each has sent."""
 
 import collections

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 /* Reads the description of a plugin, as a host does before it loads one. */
 #include <dlfcn.h>
 #include <stdio.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The smallest host there can be: it has no service at all. The plugin must load, and leave nothing registered.
 #include <dlfcn.h>
 
