@@ -58,7 +58,13 @@ std::map<std::string, Entry> entriesOfDoap() {
 std::string headCommentOf(const fs::path& path) {
     std::ifstream file(path);
     std::string comment;
-    for (std::string line; std::getline(file, line) && line.starts_with("//");) comment += line + '\n';
+    bool licence = true;  // comes before it
+    for (std::string line; std::getline(file, line);) {
+        licence = licence && (line.empty() || line.starts_with("// SPDX"));
+        if (licence) continue;
+        if (!line.starts_with("//")) break;
+        comment += line + '\n';
+    }
     return comment;
 }
 
