@@ -4,12 +4,13 @@
 #include <QRandomGenerator>
 
 #include "messenger/core/values/jid_text.h"
+#include "messenger/core/values/setting_keys.h"
 
 namespace oku {
 namespace {
 
-const QString kUser = QStringLiteral("XMPP/User");
-const QString kPassword = QStringLiteral("XMPP/Pass");
+const QString kUser = QString::fromUtf16(setting::user);
+const QString kPassword = QString::fromUtf16(setting::password);
 
 /// Two programs of one account must not take each other's resource.
 QString withResource(const QString& jid) {
@@ -39,7 +40,7 @@ QString newAccountPath(const QString& profileDir, const QString& moduleBase, con
 
 void setUpAccount(SettingsFile& file, const QString& jid, const QString& password, const QVariantMap& settings) {
     file.set(kUser, withResource(jid));
-    const QVariantMap defaults = {{QStringLiteral("XMPP/Serv/SSL"), 1}, {QStringLiteral("XMPP/Serv/Compress"), 0}};
+    const QVariantMap defaults = {{QString::fromUtf16(setting::tls), 1}, {QString::fromUtf16(setting::compression), 0}};
     setAll(file, defaults);
     setAll(file, settings);
     // Last: where it may be kept is among the settings.

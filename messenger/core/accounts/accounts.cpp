@@ -9,7 +9,7 @@
 namespace oku {
 
 QString AccountEntry::jid() const {
-    const QString user = settings->text(QStringLiteral("XMPP/User"));
+    const QString user = settings->text(QString::fromUtf16(setting::user));
     if (user != user_) {
         jid_ = bareJid(user);
         user_ = user;

@@ -11,15 +11,15 @@
 namespace oku {
 namespace {
 
-const QString kUser = QStringLiteral("XMPP/User");
+const QString kUser = QString::fromUtf16(setting::user);
 
 QString inFileKey() { return QString::fromUtf16(setting::passwordInFile); }
 
 }  // namespace
 
 const std::array<Passwords::Kind, 2> Passwords::kKinds{{
-    {u"XMPP/Pass", setting::passwordInRing, u""},
-    {u"XMPP/Proxy/Pass", setting::proxyPasswordInRing, u"#proxy"},
+    {setting::password, setting::passwordInRing, u""},
+    {setting::proxyPassword, setting::proxyPasswordInRing, u"#proxy"},
 }};
 
 Passwords::Passwords(SettingsService& settings, MessageBoxes& boxes, std::shared_ptr<KeyRing> ring, QObject* parent)
@@ -31,55 +31,53 @@ bool Passwords::Account::loading() const {
     return std::any_of(secrets.begin(), secrets.end(), [](const Secret& secret) { return secret.loading; });
 }
 
-Passwords::Account& Passwords::account(const QString& path) {
-    const auto [place, added] = accounts_.try_emplace(path);
-    Account& account = place->second;
-    for (std::size_t i = 0; added && i < kKinds.size(); ++i) {
-        account.secrets[i].account = &account;
-        account.secrets[i].kind = &kKinds[i];
-    }
-    return account;
+std::array<Passwords::Place, 2> Passwords::placesOf(Account& account) {
+    return {Place{account, kKinds[0], account.secrets[0]}, Place{account, kKinds[1], account.secrets[1]}};
 }
 
 void Passwords::load(const std::shared_ptr<SettingsFile>& file) {
-    Account& known = account(file->path());
+    Account& known = accounts_[file->path()];
     known.file = file;
-    for (Secret& secret : known.secrets) load(secret);
+    for (const Place& place : placesOf(known)) load(place);
 }
 
-void Passwords::load(Secret& secret) {
-    SettingsFile& file = *secret.account->file;
-    secret.jid = bareJid(file.text(kUser));
-    secret.password = secret.current();
-    if (secret.loading || !secret.inRing()) return;
-    file.keepOffDisk(secret.key(), true);
+void Passwords::load(const Place& place) {
+    Secret& secret = place.secret;
+    secret.jid = bareJid(place.file().text(kUser));
+    secret.password = place.current();
+    if (secret.loading || !place.inRing()) return;
+    place.file().keepOffDisk(place.key(), true);
     if (!secret.password.isEmpty()) return;
     if (!ring_) {
-        loaded(secret, {}, QCoreApplication::translate("Passwords", "ten program nie obsługuje pęku kluczy"));
+        loaded(place, {}, QCoreApplication::translate("Passwords", "ten program nie obsługuje pęku kluczy"));
         return;
     }
     secret.loading = true;
-    ring_->read(secret.ringName(),
-                [this, &secret](const QString& password, const QString& error) { loaded(secret, password, error); });
+    const auto done = [self = QPointer(this), path = place.file().path(), kind = number(place)](const QString& password,
+                                                                                                const QString& error) {
+        if (self) self->loaded(self->place(path, kind), password, error);
+    };
+    ring_->read(place.ringName(), done);
 }
 
-void Passwords::loaded(Secret& secret, const QString& password, const QString& error) {
+void Passwords::loaded(const Place& place, const QString& password, const QString& error) {
+    Secret& secret = place.secret;
     secret.loading = false;
     if (!error.isEmpty()) {
         emit noticed(secret.jid,
                      QCoreApplication::translate("Passwords", "Pęk kluczy nie podał hasła (%1). Podaj je jeszcze raz.")
                          .arg(error));
-    } else if (secret.current().isEmpty()) {
+    } else if (place.current().isEmpty()) {
         // Given anew meanwhile, the user's counts.
         secret.password = password;
-        secret.account->file->set(secret.key(), password);
+        place.file().set(place.key(), password);
     }
-    if (secret.account->loading()) return;
-    for (const auto& then : std::exchange(secret.account->waiting, {})) then();
+    if (place.account.loading()) return;
+    for (const auto& then : std::exchange(place.account.waiting, {})) then();
 }
 
 void Passwords::whenLoaded(const QString& path, std::function<void()> then) {
-    Account& known = account(path);
+    Account& known = accounts_[path];
     if (!known.loading()) {
         then();
         return;
@@ -92,15 +90,15 @@ void Passwords::forget(const QString& path) {
     if (found == accounts_.end() || !found->second.file) return;
     Account& account = found->second;
     if (account.question) boxes_.answer(account.question, BoxButton::no);
-    for (Secret& secret : account.secrets) {
-        if (ring_ && secret.inRing()) {
+    for (const Place& place : placesOf(account)) {
+        if (ring_ && place.inRing()) {
             ++writes_;
-            ring_->remove(secret.ringName(), [self = QPointer(this), jid = secret.jid](const QString& error) {
+            ring_->remove(place.ringName(), [self = QPointer(this), jid = place.secret.jid](const QString& error) {
                 if (self) self->removedFromRing(jid, error);
             });
         }
-        secret.jid.clear();
-        secret.password.clear();
+        place.secret.jid.clear();
+        place.secret.password.clear();
     }
 }
 
@@ -116,60 +114,62 @@ void Passwords::changed(const QString& path, const QString& key) {
     const bool agreed = key == inFileKey();
     const auto isPassword = [&](const Kind& kind) { return key == QString::fromUtf16(kind.key); };
     if (!agreed && key != kUser && std::none_of(kKinds.begin(), kKinds.end(), isPassword)) return;
-    Account& known = account(path);
+    Account& known = accounts_[path];
     known.file = settings_.store(path);
-    for (Secret& secret : known.secrets) {
-        if (secret.current().isEmpty()) continue;
+    for (const Place& place : placesOf(known)) {
+        if (place.current().isEmpty()) continue;
         if (!agreed) {
-            take(secret);
-        } else if (!secret.inRing()) {
-            keepInFile(secret);
+            take(place);
+        } else if (!place.inRing()) {
+            keepInFile(place);
         }
     }
 }
 
-void Passwords::take(Secret& secret) {
-    const QString jid = bareJid(secret.account->file->text(kUser));
-    const QString password = secret.current();
+void Passwords::take(const Place& place) {
+    Secret& secret = place.secret;
+    const QString jid = bareJid(place.file().text(kUser));
+    const QString password = place.current();
     if (jid == secret.jid && password == secret.password) return;
     secret.jid = jid;
     secret.password = password;
     // Not written for a moment, not even while it is asked where it may be.
-    secret.account->file->keepOffDisk(secret.key(), true);
-    if (!jid.isEmpty()) keep(secret);
+    place.file().keepOffDisk(place.key(), true);
+    if (!jid.isEmpty()) keep(place);
 }
 
-void Passwords::keep(Secret& secret) {
+void Passwords::keep(const Place& place) {
     if (!ring_) {
-        keepInFile(secret);
+        keepInFile(place);
         return;
     }
     ++writes_;
-    const auto done = [self = QPointer(this), &secret, password = secret.password](const QString& error) {
-        if (self) self->keptInRing(secret, password, error);
+    const auto done = [self = QPointer(this), path = place.file().path(), kind = number(place),
+                       password = place.secret.password](const QString& error) {
+        if (self) self->keptInRing(self->place(path, kind), password, error);
     };
-    ring_->write(secret.ringName(), secret.password, done);
+    ring_->write(place.ringName(), place.secret.password, done);
 }
 
-void Passwords::keptInRing(Secret& secret, const QString& password, const QString& error) {
-    if (password == secret.password) {
-        SettingsFile& file = *secret.account->file;
-        file.set(QString::fromUtf16(secret.kind->inRing), error.isEmpty() ? QVariant(1) : QVariant());
-        file.keepOffDisk(secret.key(), true);
+void Passwords::keptInRing(const Place& place, const QString& password, const QString& error) {
+    if (password == place.secret.password) {
+        SettingsFile& file = place.file();
+        file.set(QString::fromUtf16(place.kind.inRing), error.isEmpty() ? QVariant(1) : QVariant());
+        file.keepOffDisk(place.key(), true);
         file.write();
-        if (!error.isEmpty()) keepInFile(secret);
+        if (!error.isEmpty()) keepInFile(place);
     }
     if (--writes_ == 0) emit written();
 }
 
-void Passwords::keepInFile(Secret& secret) {
-    SettingsFile& file = *secret.account->file;
+void Passwords::keepInFile(const Place& place) {
+    SettingsFile& file = place.file();
     const QVariant agreed = file.value(inFileKey());
     if (!agreed.isValid()) {
-        ask(*secret.account, secret.jid);
+        ask(place.account, place.secret.jid);
         return;
     }
-    file.keepOffDisk(secret.key(), agreed.toLongLong() == 0);
+    file.keepOffDisk(place.key(), agreed.toLongLong() == 0);
     file.write();
 }
 
@@ -181,13 +181,14 @@ void Passwords::ask(Account& account, const QString& jid) {
             "Nie ma systemowego pęku kluczy. Czy zachować hasło konta %1 w jego pliku, który tylko Ty możesz odczytać? "
             "Inaczej trzeba je podawać po każdym uruchomieniu.")
             .arg(jid);
-    account.question =
-        boxes_.ask(QCoreApplication::translate("Passwords", "Hasło"), text, [this, &account](BoxButton button) {
-            account.question = 0;
-            if (!asking_) return;
-            account.file->set(inFileKey(), button == BoxButton::yes ? 1 : 0);
-            account.file->write();
-        });
+    account.question = boxes_.ask(QCoreApplication::translate("Passwords", "Hasło"), text,
+                                  [this, path = account.file->path()](BoxButton button) {
+                                      Account& asked = accounts_[path];
+                                      asked.question = 0;
+                                      if (!asking_) return;
+                                      asked.file->set(inFileKey(), button == BoxButton::yes ? 1 : 0);
+                                      asked.file->write();
+                                  });
 }
 
 }  // namespace oku

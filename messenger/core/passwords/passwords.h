@@ -51,39 +51,48 @@ private:
     };
     static const std::array<Kind, 2> kKinds;
 
-    struct Account;
     struct Secret {
-        Account* account = nullptr;
-        const Kind* kind = nullptr;
         QString jid;       ///< as it was kept last
         QString password;  ///< likewise
         bool loading = false;
-
-        [[nodiscard]] QString key() const { return QString::fromUtf16(kind->key); }
-        [[nodiscard]] QString ringName() const { return jid + QString::fromUtf16(kind->ringSuffix); }
-        [[nodiscard]] QString current() const { return account->file->text(key()); }
-        [[nodiscard]] bool inRing() const { return account->file->number(QString::fromUtf16(kind->inRing), 0) != 0; }
     };
 
     struct Account {
         std::shared_ptr<SettingsFile> file;
-        std::array<Secret, 2> secrets;
-        int question = 0;  ///< the open one about the file; 0 for none
+        std::array<Secret, 2> secrets;  ///< in the order of kKinds
+        int question = 0;               ///< the open one about the file; 0 for none
         std::vector<std::function<void()>> waiting;
 
         [[nodiscard]] bool loading() const;
     };
 
-    Account& account(const QString& path);
+    /// One password of one account, while a function runs. What comes later finds it by path and kind.
+    struct Place {
+        Account& account;
+        const Kind& kind;
+        Secret& secret;
+
+        [[nodiscard]] SettingsFile& file() const { return *account.file; }
+        [[nodiscard]] QString key() const { return QString::fromUtf16(kind.key); }
+        [[nodiscard]] QString ringName() const { return secret.jid + QString::fromUtf16(kind.ringSuffix); }
+        [[nodiscard]] QString current() const { return file().text(key()); }
+        [[nodiscard]] bool inRing() const { return file().number(QString::fromUtf16(kind.inRing), 0) != 0; }
+    };
+
+    static std::array<Place, 2> placesOf(Account& account);
+    [[nodiscard]] Place place(const QString& path, std::size_t kind) { return placesOf(accounts_[path])[kind]; }
+    [[nodiscard]] static std::size_t number(const Place& place) {
+        return static_cast<std::size_t>(&place.kind - kKinds.data());
+    }
     void changed(const QString& path, const QString& key);
-    void load(Secret& secret);
-    void take(Secret& secret);
-    void keep(Secret& secret);
-    void keepInFile(Secret& secret);
+    void load(const Place& place);
+    void take(const Place& place);
+    void keep(const Place& place);
+    void keepInFile(const Place& place);
     void ask(Account& account, const QString& jid);
-    void loaded(Secret& secret, const QString& password, const QString& error);
+    void loaded(const Place& place, const QString& password, const QString& error);
     void removedFromRing(const QString& jid, const QString& error);
-    void keptInRing(Secret& secret, const QString& password, const QString& error);
+    void keptInRing(const Place& place, const QString& password, const QString& error);
 
     SettingsService& settings_;
     MessageBoxes& boxes_;

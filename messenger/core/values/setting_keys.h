@@ -12,4 +12,11 @@ inline constexpr char16_t contactList[] = u"OKU/ContactList";              ///< 
 inline constexpr char16_t reachableOnly[] = u"OKU/ReachableOnly";          ///< 1: that list shows who can be reached
 inline constexpr char16_t pinnedCertificate[] = u"OKU/PinnedCertificate";  ///< SHA-256 fingerprints, accepted
 
+/// Keys of the plugin's settings, as far as the messenger looks at them itself.
+inline constexpr char16_t user[] = u"XMPP/User";
+inline constexpr char16_t password[] = u"XMPP/Pass";
+inline constexpr char16_t proxyPassword[] = u"XMPP/Proxy/Pass";
+inline constexpr char16_t tls[] = u"XMPP/Serv/SSL";
+inline constexpr char16_t compression[] = u"XMPP/Serv/Compress";
+
 }  // namespace oku::setting

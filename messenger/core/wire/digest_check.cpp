@@ -1,6 +1,8 @@
 #include "messenger/core/wire/digest_check.h"
 
+#include "messenger/core/values/setting_keys.h"
 #include "messenger/core/wire/digest_proof.h"
+#include "messenger/core/xml/namespaces.h"
 #include "messenger/core/xml/xml_data.h"
 
 namespace oku {
@@ -24,7 +26,7 @@ QByteArray decoded(const Stanza& stanza, std::string_view whole) {
 
 /// The password of a request to register an account; empty in any other iq.
 QByteArray newPassword(const Stanza& iq, std::string_view whole) {
-    const XmlChild* query = iq.child("query", "jabber:iq:register");
+    const XmlChild* query = iq.child("query", ns::kRegister);
     if (!query || iq.attribute("type") != "set") return {};
     const std::string_view form = textOf(query->content, whole);
     for (const Stanza& field : splitStanzas(form).stanzas) {
@@ -61,7 +63,7 @@ void DigestCheck::noteOutgoing(const ProtocolEvent& event) {
         } else if (stanza.tag.name == "response" && line.digest) {
             const QByteArray response = decoded(stanza, event.data());
             if (response.isEmpty()) continue;
-            const QString known = event.account.settings->text(QStringLiteral("XMPP/Pass"));
+            const QString known = event.account.settings->text(QString::fromUtf16(setting::password));
             line.digest->expected = expectedProof(response, known.toUtf8());
             if (!line.digest->expected) line.digest->expected = expectedProof(response, line.registered);
         }

@@ -3,9 +3,10 @@
 #include "host/oku/log.h"
 #include "messenger/core/accounts/accounts.h"
 #include "messenger/core/boundary/plugin_queue.h"
-#include "messenger/core/xml/secrets.h"
 #include "messenger/core/boundary/service_registry.h"
 #include "messenger/core/boundary/wide.h"
+#include "messenger/core/values/setting_keys.h"
+#include "messenger/core/xml/secrets.h"
 
 namespace oku {
 
@@ -28,7 +29,7 @@ void LogService::write(int level, const QString& tag, const QString& text) {
     if (level >= OKU_LOG_RECONNECT && !verbose_) return;
     QStringList passwords;
     for (const auto& account : accounts_.all()) {
-        for (const char16_t* key : {u"XMPP/Pass", u"XMPP/Proxy/Pass"}) {
+        for (const char16_t* key : {setting::password, setting::proxyPassword}) {
             passwords.append(account->settings->text(QString::fromUtf16(key)));
         }
     }

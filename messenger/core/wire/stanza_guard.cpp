@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "messenger/core/values/jid_text.h"
+#include "messenger/core/xml/namespaces.h"
 
 namespace oku {
 namespace {
@@ -18,11 +19,11 @@ constexpr std::array<std::string_view, 5> kBeforeTls = {"stream:stream", "stream
 
 /// What only the account or its server may send, from whomever it comes.
 bool isPrivileged(const Stanza& stanza) {
-    return stanza.child("query", "jabber:iq:roster") || stanza.child("query", "google:shared-status") ||
-           stanza.child("mailbox") || stanza.child("new-mail");
+    return stanza.child("query", ns::kRoster) || stanza.child("query", ns::kSharedStatus) || stanza.child("mailbox") ||
+           stanza.child("new-mail");
 }
 
-bool isConfirm(const Stanza& stanza) { return stanza.child("confirm", "http://jabber.org/protocol/http-auth"); }
+bool isConfirm(const Stanza& stanza) { return stanza.child("confirm", ns::kHttpAuth); }
 
 /// RFC 6120, section 11.1, forbids comments and instructions, and none of these elements has a use for CDATA: what
 /// holds them was made to be read in two ways.
@@ -180,7 +181,7 @@ void StanzaGuard::noteRequests(const ProtocolEvent& event) {
         const std::string id = stanza.attribute("id");
         if ((type != "get" && type != "set") || id.empty()) continue;
         if (requests.size() >= kMostRequests) requests.erase(requests.begin());
-        const bool session = stanza.child("session", "urn:ietf:params:xml:ns:xmpp-session") != nullptr;
+        const bool session = stanza.child("session", ns::kSession) != nullptr;
         requests[id] = {stanza.attribute("to"), session};
     }
 }

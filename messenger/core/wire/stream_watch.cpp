@@ -2,6 +2,7 @@
 
 #include "messenger/core/values/jid_text.h"
 #include "messenger/core/wire/stanza_guard.h"
+#include "messenger/core/xml/namespaces.h"
 #include "messenger/core/xml/xml_data.h"
 
 namespace oku {
@@ -53,14 +54,14 @@ void StreamWatch::readMessage(AccountEntry& account, const Stanza& stanza) {
     const XmlChild* body = stanza.child("body");
     if (!body || body->content.begin == body->content.end) return;
     Late late{bareJid(from), resourceOf(from), {}};
-    const XmlChild* delay = stanza.child("delay", "urn:xmpp:delay");
-    if (!delay) delay = stanza.child("x", "jabber:x:delay");
+    const XmlChild* delay = stanza.child("delay", ns::kDelay);
+    if (!delay) delay = stanza.child("x", ns::kLegacyDelay);
     if (delay) late.written = stampTime(text(attribute(delay->tag, "stamp").value_or(std::string())));
     late_[&account].push_back(late);
 }
 
 void StreamWatch::readRoster(AccountEntry& account, const Stanza& stanza, std::string_view whole) {
-    const XmlChild* query = stanza.child("query", "jabber:iq:roster");
+    const XmlChild* query = stanza.child("query", ns::kRoster);
     if (!query || !isOwnAddress(account, stanza.attribute("from"))) return;
     const std::string_view content = contentOf(*query, whole);
     for (const Stanza& item : splitStanzas(content).stanzas) {

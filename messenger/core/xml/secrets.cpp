@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "messenger/core/xml/namespaces.h"
 #include "messenger/core/xml/tag_scanner.h"
 #include "messenger/core/xml/xml_data.h"
 
@@ -20,19 +21,17 @@ struct SecretElement {
     bool all = false;  ///< all elements of that namespace, of which this is the first
 };
 
-constexpr std::string_view kSasl = "urn:ietf:params:xml:ns:xmpp-sasl";
-constexpr std::string_view kSasl2 = "urn:xmpp:sasl:2";  // XEP-0388
 constexpr std::array kSecretElements{
-    SecretElement{"jabber:iq:register", "query", true},
-    SecretElement{"jabber:iq:auth", "query", true},
-    SecretElement{kSasl, "auth"},
-    SecretElement{kSasl, "challenge"},
-    SecretElement{kSasl, "response"},
-    SecretElement{kSasl, "success"},
-    SecretElement{kSasl2, "initial-response"},
-    SecretElement{kSasl2, "challenge"},
-    SecretElement{kSasl2, "response"},
-    SecretElement{kSasl2, "additional-data"},
+    SecretElement{ns::kRegister, "query", true},
+    SecretElement{ns::kLegacyAuth, "query", true},
+    SecretElement{ns::kSasl, "auth"},
+    SecretElement{ns::kSasl, "challenge"},
+    SecretElement{ns::kSasl, "response"},
+    SecretElement{ns::kSasl, "success"},
+    SecretElement{ns::kSasl2, "initial-response"},
+    SecretElement{ns::kSasl2, "challenge"},
+    SecretElement{ns::kSasl2, "response"},
+    SecretElement{ns::kSasl2, "additional-data"},
 };
 
 /// The two sides of the colon; without one there is no prefix.
