@@ -117,7 +117,9 @@ class UntrustedLine(Case):
                 connection.serve_to_end()
 
         terminal, server = self.online_at(script, environment=fast_time(20))
-        terminal.wait("message", body="dobra wiadomość", timeout=60)
+        for _ in proceeds:
+            terminal.wait("connection", state="connecting")
+        terminal.wait("message", body="dobra wiadomość")
         self.assertEqual([event["body"] for event in terminal.seen("message")], ["dobra wiadomość"])
 
     def test_clear_text_behind_a_proxys_answer(self):
