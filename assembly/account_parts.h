@@ -10,8 +10,10 @@
 #include "assembly/shared_parts.h"
 #include "extensions/contact_capabilities.h"
 #include "extensions/disco_replies.h"
+#include "extensions/http_confirmation.h"
 #include "extensions/mail_notifications.h"
 #include "extensions/ping_reply.h"
+#include "extensions/rank_query.h"
 #include "extensions/server_discovery.h"
 #include "extensions/time_reply.h"
 #include "extensions/version_reply.h"
@@ -25,8 +27,12 @@
 #include "plugin/client_class.h"
 #include "plugin/status_menu.h"
 #include "profile/pep_listeners.h"
+#include "profile/pep_publisher.h"
+#include "profile/personal_notice.h"
 #include "profile/pubsub_events.h"
 #include "profile/user_location.h"
+#include "profile/user_mood.h"
+#include "profile/user_tune.h"
 #include "router/event_dispatcher.h"
 #include "router/login_failure.h"
 #include "router/negotiation.h"
@@ -86,15 +92,21 @@ public:
     Messages messages{client, output, contacts};
     Subscriptions subscriptions{client, contacts, roster, presence};
 
-    ServerDiscovery serverDiscovery{client, requests, features, privacy, presence};
+    MailNotifications mailNotifications{client, output};
+    RankQuery rankQuery{client, requests};
+    ServerDiscovery serverDiscovery{client, requests, features, privacy, presence, mailNotifications, rankQuery};
     DiscoReplies discoReplies{client, output, shared->own};
     VersionReply versionReply{client, output};
     TimeReply timeReply{client, output};
     PingReply pingReply{output};
-    MailNotifications mailNotifications{client, output};
+    HttpConfirmation httpConfirmation{client, output};
 
     PepListeners pepListeners{client, shared->pepEvent};
-    UserLocation userLocation{pepListeners};
+    PersonalNotice personalNotice{client, contacts};
+    UserTune userTune{client, pepListeners, personalNotice};
+    UserMood userMood{client, pepListeners, personalNotice};
+    UserLocation userLocation{client, pepListeners};
+    PepPublisher pepPublisher{client, requests, features};
     PubSubEvents<AccountParts> pubSubEvents{*this, accountEventNodes()};
 
 private:

@@ -59,7 +59,7 @@ const AccountEntries& accountEntries() {
                 {u"PFGetMyVCard", notServed},
                 {u"PFSetMyVCard", notServed},
                 {u"PFInitSendFile", notServed},
-                {u"PFEPublishData", notServed},
+                {u"PFEPublishData", entry<&A::pepPublisher, &PepPublisher::onPublishData>},
             },
         .hintHook = {u"OKU/OnHintDataRequest", notServed},
         .hooks =

@@ -12,6 +12,8 @@ using A = AccountParts;
 
 // clang-format off
 constexpr EventNode<A> kEventNodes[] = {
+    {ns::kTune, u"tune", itemTo<&A::userTune, &UserTune::onEvent>},
+    {ns::kMood, u"mood", itemTo<&A::userMood, &UserMood::onEvent>},
     {ns::kLocation, u"geoloc", itemTo<&A::userLocation, &UserLocation::onEvent>},
 };
 // clang-format on

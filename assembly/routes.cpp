@@ -23,7 +23,8 @@ constexpr Route<A> kRoutes[] = {
 
     {"pubsub event", kMessage, hasChild(u"event", ns::kPubSubEvent),
      to<&A::pubSubEvents, &PubSubEvents<A>::onMessage>},
-    {"http confirmation by message", kMessage, hasChild(u"confirm", ns::kHttpAuth), drop},
+    {"http confirmation by message", kMessage, hasChild(u"confirm", ns::kHttpAuth),
+     to<&A::httpConfirmation, &HttpConfirmation::onHttpAuthConfirm>},
     {"message", kMessage, always, to<&A::messages, &Messages::onMessage>},
 
     {"error presence", kPresence, ofType(u"error"), to<&A::presence, &Presence::onErrorPresence>},
@@ -37,7 +38,8 @@ constexpr Route<A> kRoutes[] = {
 
     {"in-band bytes", kIq, firstChildIs(ns::kIbb), drop},
     {"stream initiation", kIq, hasChild(u"si", ns::kStreamInitiation), drop},
-    {"http confirmation", kIq, hasChild(u"confirm", ns::kHttpAuth), drop},
+    {"http confirmation", kIq, hasChild(u"confirm", ns::kHttpAuth),
+     to<&A::httpConfirmation, &HttpConfirmation::onHttpAuthConfirm>},
     {"time", kIq, hasChild(u"time", ns::kTime), to<&A::timeReply, &TimeReply::onTimeIq>},
     {"ping", kIq, hasChild(u"ping", ns::kPing).ofType(u"get"), to<&A::pingReply, &PingReply::onPingIq>},
     {"disco request", kIq, asks(ns::kDiscoInfo).ofType(u"get"), to<&A::discoReplies, &DiscoReplies::onDiscoInfo>},
@@ -49,7 +51,7 @@ constexpr Route<A> kRoutes[] = {
     {"version", kIq, asks(ns::kVersion), to<&A::versionReply, &VersionReply::onVersionIq>},
     {"avatar reply", kIq, asks(ns::kAvatar).ofType(u"result"), drop},
     {"avatar request", kIq, asks(ns::kAvatar).ofType(u"get"), drop},
-    {"mailbox", kIq, hasChild(u"mailbox"), drop},
+    {"mailbox", kIq, hasChild(u"mailbox"), to<&A::mailNotifications, &MailNotifications::onMailbox>},
     {"new mail", kIq, hasChild(u"new-mail"), to<&A::mailNotifications, &MailNotifications::onNewMail>},
     {"bind", kIq, hasChild(u"bind"), to<&A::binding, &Binding::onBind>},
 

@@ -13,7 +13,10 @@ namespace protolink {
 void ServerDiscovery::onServerDiscoInfo(const xmlElement& iq) {
     const xmlElement* query = iq.GetChildPtr(u"query");
     if (!query) return;
-    if (detect(*query, ns::kMailNotify, u"\tdetected: Google Mail Notify")) features_.serverHasMailNotify = 1;
+    if (detect(*query, ns::kMailNotify, u"\tdetected: Google Mail Notify")) {
+        if (client_.settings.get(setting::kMail)) mail_.requestMailbox();
+        features_.serverHasMailNotify = 1;
+    }
     if (detect(*query, u"presence-invisible", u"\tdetected: XEP-0018 (Invisibility, legacy)"))
         features_.serverHasInvisibility = 1;
     if (detect(*query, ns::kPrivacy, u"\tdetected: XEP-0016 (Privacy-Lists)")) enablePrivacyLists();
@@ -25,7 +28,10 @@ void ServerDiscovery::onServerDiscoInfo(const xmlElement& iq) {
         log(formatText(u"\tdetected: XEP-0016 (enforced on not-quite-normal %s)", deployment::kAqqDomain));
         enablePrivacyLists();
     }
-    detect(*query, u"aqq:iq:rank", u"\tdetected: AQQ-PQPR (Poke-Points and Poke-Ranking)");
+    if (hasFeature(*query, ns::kRank)) {
+        rank_.ask();
+        log(u"\tdetected: AQQ-PQPR (Poke-Points and Poke-Ranking)");
+    }
 }
 
 void ServerDiscovery::enablePrivacyLists() {

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "extensions/mail_notifications.h"
+#include "extensions/rank_query.h"
 #include "im/presence.h"
 #include "im/privacy_lists.h"
 #include "im/server_features.h"
@@ -18,8 +20,14 @@ namespace protolink {
 class ServerDiscovery {
 public:
     ServerDiscovery(CClientClass& client, Requests& requests, ServerFeatures& features, PrivacyLists& privacy,
-                    Presence& presence)
-        : client_(client), requests_(requests), features_(features), privacy_(privacy), presence_(presence) {}
+                    Presence& presence, MailNotifications& mail, RankQuery& rank)
+        : client_(client),
+          requests_(requests),
+          features_(features),
+          privacy_(privacy),
+          presence_(presence),
+          mail_(mail),
+          rank_(rank) {}
 
     /// The server's answer to the question for its features.
     void onServerDiscoInfo(const xmlElement& iq);
@@ -36,6 +44,8 @@ private:
     ServerFeatures& features_;
     PrivacyLists& privacy_;
     Presence& presence_;
+    MailNotifications& mail_;
+    RankQuery& rank_;
 };
 
 }  // namespace protolink

@@ -20,6 +20,7 @@ namespace tag {
 inline constexpr char16_t kGeneral[] = u"XMPP";
 inline constexpr char16_t kStream[] = u"XMSC";
 inline constexpr char16_t kCompression[] = u"XMCM";
+inline constexpr char16_t kPersonalEvents[] = u"PEPD";
 }  // namespace tag
 
 enum class LogLevel : std::int32_t {

@@ -66,6 +66,8 @@ class Contacts {
 public:
     /// Valid until `clear`.
     ContactEntry& entry(std::u16string_view jid);
+    /// What the contact is called: its name, or the bare JID of somebody without one. Makes no entry.
+    std::u16string displayName(std::u16string_view jid) const;
     /// The resource of that exact name, or null. Valid until it goes.
     ResourceEntry* findResource(std::u16string_view jid, std::u16string_view resource);
     void clear() { entries_.clear(); }

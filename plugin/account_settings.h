@@ -39,6 +39,12 @@ inline constexpr NumberSetting kPriority{u"XMPP/Priority", 0};
 inline constexpr NumberSetting kAuthType{u"XMPP/AuthType", 0};
 inline constexpr SwitchSetting kMessageAsChat{u"XMPP/MessageAsChat", false};
 
+inline constexpr SwitchSetting kMail{u"XMPP/GMail", true};
+inline constexpr SwitchSetting kKeepMailNotice{u"XMPP/GMailLeave", false};
+inline constexpr SwitchSetting kTune{u"XMPP/XEP-118", true};
+inline constexpr SwitchSetting kMood{u"XMPP/XEP-107", true};
+inline constexpr SwitchSetting kLocation{u"XMPP/XEP-080", true};
+
 inline constexpr TextSetting kAvatarHash{u"AV/Hash", u""};
 inline constexpr SwitchSetting kAvatars{u"XMPP/Avatar/Enable", true};
 inline constexpr SwitchSetting kSendAvatar{u"XMPP/Avatar/SendEnable", true};

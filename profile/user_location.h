@@ -10,12 +10,13 @@ namespace protolink {
 
 class UserLocation {
 public:
-    explicit UserLocation(const PepListeners& listeners) : listeners_(listeners) {}
+    UserLocation(CClientClass& client, const PepListeners& listeners) : client_(client), listeners_(listeners) {}
 
     /// Listeners alone see where somebody is: the plugin shows nothing of it.
     void onEvent(const PubSubItem& item) const;
 
 private:
+    CClientClass& client_;
     const PepListeners& listeners_;
 };
 

@@ -25,6 +25,8 @@ inline constexpr std::u16string_view kChatStates = u"http://jabber.org/protocol/
 inline constexpr std::u16string_view kPubSub = u"http://jabber.org/protocol/pubsub";                // XEP-0060
 inline constexpr std::u16string_view kPubSubEvent = u"http://jabber.org/protocol/pubsub#event";     // XEP-0060
 inline constexpr std::u16string_view kPublishOptions = u"http://jabber.org/protocol/pubsub#publish-options";
+inline constexpr std::u16string_view kTune = u"http://jabber.org/protocol/tune";            // XEP-0118
+inline constexpr std::u16string_view kMood = u"http://jabber.org/protocol/mood";            // XEP-0107
 inline constexpr std::u16string_view kLocation = u"http://jabber.org/protocol/geoloc";      // XEP-0080
 inline constexpr std::u16string_view kHttpAuth = u"http://jabber.org/protocol/http-auth";   // XEP-0070
 inline constexpr std::u16string_view kIbb = u"http://jabber.org/protocol/ibb";              // XEP-0047
@@ -41,6 +43,7 @@ inline constexpr std::u16string_view kPrivacy = u"jabber:iq:privacy";         //
 inline constexpr std::u16string_view kPrivateStorage = u"jabber:iq:private";  // XEP-0049
 inline constexpr std::u16string_view kSharedStatus = u"google:shared-status";
 inline constexpr std::u16string_view kMailNotify = u"google:mail:notify";
+inline constexpr std::u16string_view kRank = u"aqq:iq:rank";
 
 }  // namespace ns
 

@@ -2,14 +2,16 @@
 // SPDX-License-Identifier: MIT
 #include "router/requests.h"
 
-#include "plugin/identifiers.h"
-
 namespace protolink {
 
 std::u16string Requests::await(Answer answer) {
     std::u16string id = generateId();
-    dispatcher_.addHandler([answer = std::move(answer)](xmlElement& reply, void*) { answer(reply); }, id, this);
+    await(id, std::move(answer));
     return id;
+}
+
+void Requests::await(const std::u16string& id, Answer answer) {
+    dispatcher_.addHandler([answer = std::move(answer)](xmlElement& reply, void*) { answer(reply); }, id, this);
 }
 
 }  // namespace protolink

@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "plugin/identifiers.h"
 #include "router/event_dispatcher.h"
 #include "router/routing.h"
 #include "router/stanza.h"
@@ -29,6 +30,16 @@ public:
         output_.sendText(compose(id));
     }
 
+    /// Sends first and awaits the answer then. False when nothing went out, and nothing is awaited: the socket or a
+    /// listener refused it.
+    template <typename Compose>
+    bool sendThenAwait(Compose&& compose, Answer answer) {
+        const std::u16string id = generateId();
+        if (output_.sendText(compose(id)) <= 0) return false;
+        await(id, std::move(answer));
+        return true;
+    }
+
     /// The first half of `ask`, for a request that goes out later: its fresh id, which is awaited already.
     std::u16string await(Answer answer);
 
@@ -41,6 +52,8 @@ public:
     void forgetAll() { dispatcher_.clear(); }
 
 private:
+    void await(const std::u16string& id, Answer answer);
+
     CProtoEventDispatcher& dispatcher_;
     StreamOutput& output_;
 };

@@ -59,8 +59,9 @@ OKU_ASSERT_OFFSET(OKU_CONTACT_STATE, description, 24);
 OKU_ASSERT_OFFSET(OKU_CONTACT_STATE, time, 32);
 OKU_ASSERT_OFFSET(OKU_CONTACT_STATE, resource, 48);
 
-/* What "OKU/CTL/FndContact" takes as param: the identity inside an OKU_CONTACT_ADD, from its offset 8 on. Returns the
- * contact's handle or 0. "OKU/CTL/DelContact" takes that handle as param. */
+/* What "OKU/CTL/FndContact" takes as param: the identity inside an OKU_CONTACT_ADD, from its offset 8 on, or an
+ * OKU_CONTACT_RECORD, which lies in the same way. Returns the contact's handle or 0. "OKU/CTL/DelContact" takes that
+ * handle as param. */
 typedef struct OKU_CONTACT_IDENTITY {
     uint32_t reserved0[4];
     const char16_t* id; /* the bare JID */
@@ -75,10 +76,10 @@ OKU_ASSERT_OFFSET(OKU_CONTACT_IDENTITY, pfClass, 24);
 OKU_ASSERT_OFFSET(OKU_CONTACT_IDENTITY, netId, 32);
 
 enum {
-    OKU_CONTACT_AUTH_NONE = 1536,   /* neither side sees the other, and nobody asked */
-    OKU_CONTACT_AUTH_ASKED = 1280,  /* the user asked and waits for the answer */
-    OKU_CONTACT_FIELDS_PLAIN = 1,   /* in `fields`: the plain fields are valid */
-    OKU_CONTACT_FIELDS_AUTH = 4     /* in `fields`: the authorization bits are valid too */
+    OKU_CONTACT_AUTH_NONE = 1536,  /* neither side sees the other, and nobody asked */
+    OKU_CONTACT_AUTH_ASKED = 1280, /* the user asked and waits for the answer */
+    OKU_CONTACT_FIELDS_PLAIN = 1,  /* in `fields`: the plain fields are valid */
+    OKU_CONTACT_FIELDS_AUTH = 4    /* in `fields`: the authorization bits are valid too */
 };
 
 /* Param of "OKU/CTL/AddContact", extra 0. Adding a known contact updates it. */
@@ -107,21 +108,23 @@ OKU_ASSERT_OFFSET(OKU_CONTACT_ADD, authorization, 84);
 OKU_ASSERT_OFFSET(OKU_CONTACT_ADD, handle, 88);
 OKU_ASSERT_OFFSET(OKU_CONTACT_ADD, fields, 96);
 
-/* Extra of "OKU/CTL/AddContactIcon"; param is the contact's handle. */
+/* Extra of "OKU/CTL/AddContactIcon" and "OKU/CTL/DelContactIcon"; param is the contact's handle. */
 typedef struct OKU_CONTACT_ICON {
     uint32_t size; /* 80 */
     uint32_t reserved4;
     const char16_t* icon;
     uint32_t reserved16[9];
-    uint32_t value52; /* 1 */
+    uint32_t value52; /* 1; 0 for the icons of tune and mood */
     uint32_t value56; /* 1 */
-    uint32_t reserved60[5];
+    uint32_t reserved60[3];
+    const char16_t* tooltip; /* may be null */
 } OKU_CONTACT_ICON;
 
 OKU_ASSERT_SIZE(OKU_CONTACT_ICON, 80);
 OKU_ASSERT_OFFSET(OKU_CONTACT_ICON, icon, 8);
 OKU_ASSERT_OFFSET(OKU_CONTACT_ICON, value52, 52);
 OKU_ASSERT_OFFSET(OKU_CONTACT_ICON, value56, 56);
+OKU_ASSERT_OFFSET(OKU_CONTACT_ICON, tooltip, 72);
 
 /* The host's answer to "OKU/PFAskForAuth": extra of the account's authorization handler. */
 enum { OKU_AUTH_ASK_IN_RETURN = 1, OKU_AUTH_ACCEPT = 2, OKU_AUTH_REFUSE = 4 };

@@ -27,6 +27,25 @@ OKU_WORD ContactList::find(const OKU_CONTACT_ADD& record) const {
     return host_.call(u"OKU/CTL/FndContact", toWord(&record.identity));
 }
 
+OKU_WORD ContactList::find(const OKU_CONTACT_RECORD& contact) const {
+    return host_.call(u"OKU/CTL/FndContact", toWord(&contact));
+}
+
+void ContactList::addIcon(OKU_WORD handle, const char16_t* icon, const std::u16string& tooltip) const {
+    auto record = makeRecord<OKU_CONTACT_ICON>();
+    record.icon = icon;
+    record.value56 = 1;
+    record.tooltip = tooltip.c_str();
+    host_.call(u"OKU/CTL/AddContactIcon", handle, toWord(&record));
+}
+
+void ContactList::removeIcon(OKU_WORD handle, const char16_t* icon) const {
+    auto record = makeRecord<OKU_CONTACT_ICON>();
+    record.icon = icon;
+    record.value56 = 1;
+    host_.call(u"OKU/CTL/DelContactIcon", handle, toWord(&record));
+}
+
 void ContactList::remove(OKU_WORD handle) const { host_.call(u"OKU/CTL/DelContact", handle); }
 
 void ContactList::setState(const OKU_CONTACT_STATE& state) const {

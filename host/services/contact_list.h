@@ -4,6 +4,8 @@
 // The host's contact list, and what contacts do.
 #pragma once
 
+#include <string>
+
 #include "host/host.h"
 #include "host/oku/contact.h"
 
@@ -19,6 +21,10 @@ public:
     /// Adds or updates a contact and gives it its icon. The record's handle is filled by the host.
     void add(OKU_CONTACT_ADD& record) const;
     OKU_WORD find(const OKU_CONTACT_ADD& record) const;
+    OKU_WORD find(const OKU_CONTACT_RECORD& contact) const;
+    /// A further icon beside the contact; `icon` names a class that the plugin made.
+    void addIcon(OKU_WORD handle, const char16_t* icon, const std::u16string& tooltip) const;
+    void removeIcon(OKU_WORD handle, const char16_t* icon) const;
     void remove(OKU_WORD handle) const;
     void setState(const OKU_CONTACT_STATE& state) const;
     void setTyping(const OKU_CONTACT_RECORD& contact, bool composing) const;

@@ -8,12 +8,21 @@
 namespace protolink {
 
 void MessageBoxes::show(const std::u16string& text, const std::u16string& title, BoxStyle style, OKU_WORD owner) const {
+    call(text, title, style, owner);
+}
+
+bool MessageBoxes::ask(const std::u16string& text, const std::u16string& title, OKU_WORD owner) const {
+    return call(text, title, BoxStyle::Question, owner) == OKU_BUTTON_YES;
+}
+
+OKU_WORD MessageBoxes::call(const std::u16string& text, const std::u16string& title, BoxStyle style,
+                            OKU_WORD owner) const {
     auto record = makeRecord<OKU_MESSAGE_BOX>();
     record.text = text.c_str();
     record.title = title.c_str();
     record.style = static_cast<std::uint32_t>(style);
     record.owner = owner;
-    host_.call(u"UI/MessageBox", toWord(&record));
+    return host_.call(u"UI/MessageBox", toWord(&record));
 }
 
 }  // namespace protolink

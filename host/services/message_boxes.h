@@ -19,8 +19,12 @@ public:
 
     /// Shows a box with one button and waits for it. `owner` is a window's handle, 0 for none.
     void show(const std::u16string& text, const std::u16string& title, BoxStyle style, OKU_WORD owner = 0) const;
+    /// Asks a question and waits for the answer. True for yes; a host that cannot ask says no.
+    bool ask(const std::u16string& text, const std::u16string& title, OKU_WORD owner = 0) const;
 
 private:
+    OKU_WORD call(const std::u16string& text, const std::u16string& title, BoxStyle style, OKU_WORD owner) const;
+
     const Host& host_;
 };
 

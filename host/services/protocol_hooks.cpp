@@ -22,7 +22,7 @@ void ProtocolHooks::after(HookKind kind, OKU_WORD extra, const void* subject) co
     call(kind, OKU_PHASE_AFTER, extra, subject);
 }
 
-void ProtocolHooks::notice(HookKind kind) const { call(kind, OKU_PHASE_NOTICE, 0, nullptr); }
+void ProtocolHooks::notice(HookKind kind, const void* subject) const { call(kind, OKU_PHASE_NOTICE, 0, subject); }
 
 bool ProtocolHooks::raise(HookKind kind, OKU_WORD extra, const void* subject) const {
     if (!before(kind, extra, subject)) return false;

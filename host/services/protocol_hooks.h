@@ -23,6 +23,7 @@ enum class HookKind : std::uint32_t {
     ConnectionEnded = OKU_HOOK_CONNECTION_ENDED,
     RosterComplete = OKU_HOOK_ROSTER_COMPLETE,
     TypingIn = OKU_HOOK_TYPING_IN,
+    NewMail = OKU_HOOK_NEW_MAIL,
 };
 
 /// `extra` is a record that depends on the kind, `subject` the contact that it is about; both are the caller's.
@@ -36,7 +37,7 @@ public:
     /// An act is done.
     void after(HookKind kind, OKU_WORD extra, const void* subject = nullptr) const;
     /// Something has happened that nobody can stop.
-    void notice(HookKind kind) const;
+    void notice(HookKind kind, const void* subject = nullptr) const;
     /// Both phases of an act that is nothing but their telling. False when a listener stopped it.
     bool raise(HookKind kind, OKU_WORD extra, const void* subject = nullptr) const;
 

@@ -25,7 +25,7 @@ OKU_WORD contactAdd(RecordingHost& host, OKU_WORD param, OKU_WORD) {
 }
 
 OKU_WORD contactIcon(RecordingHost& host, OKU_WORD param, OKU_WORD) {
-    if (!host.contacts.count(param)) host.complainDead("OKU/CTL/AddContactIcon on a dead contact");
+    if (!host.contacts.count(param)) host.complainDead("an icon of a dead contact");
     return 1;
 }
 
@@ -34,6 +34,16 @@ OKU_WORD contactFind(RecordingHost& host, OKU_WORD param, OKU_WORD) {
     const auto found = std::find_if(host.contacts.begin(), host.contacts.end(),
                                     [&](const auto& entry) { return entry.second == key; });
     return found == host.contacts.end() ? 0 : found->first;
+}
+
+/// The contact's identity has no size of its own where it lies inside the record of an added contact.
+OKU_WORD tellFind(RecordingHost& host, OKU_WORD param, OKU_WORD) {
+    const bool whole = param && peek<std::uint32_t>(recordAt(param), 0) != 0;
+    const RecordLayout& layout = whole ? layouts::kContact : layouts::kContactIdentity;
+    Line line{"call OKU/CTL/FndContact", readRecord(layout, recordAt(param), host.context()), {}, {}};
+    const auto answer = host.scripted("OKU/CTL/FndContact");
+    host.plain(std::move(line));
+    return answer ? *answer : contactFind(host, param, 0);
 }
 
 OKU_WORD contactDelete(RecordingHost& host, OKU_WORD param, OKU_WORD) {
@@ -54,7 +64,8 @@ constexpr ServiceRow kRows[] = {
     {"OKU/CTL/SetAllOffline", {K::Class, "class"}, {K::Net, "net"}, nothing},
     {"OKU/CTL/AddContact", {K::Record, "", &layouts::kContactAdd}, {}, contactAdd},
     {"OKU/CTL/AddContactIcon", {K::Contact, "contact"}, {K::Record, "", &layouts::kContactIcon}, contactIcon},
-    {"OKU/CTL/FndContact", {K::Record, "", &layouts::kContactIdentity}, {}, contactFind},
+    {"OKU/CTL/DelContactIcon", {K::Contact, "contact"}, {K::Record, "", &layouts::kContactIcon}, contactIcon},
+    {.name = "OKU/CTL/FndContact", .tellAndAct = tellFind},
     {"OKU/CTL/DelContact", {K::Contact, "contact"}, {}, contactDelete},
     {"OKU/CTL/SetContactState", {K::Record, "", &layouts::kContactState}, {}, nothing},
     {"OKU/PFTNSet", {K::Record, "", &layouts::kContact}, {K::Number, "composing"}, nothing},

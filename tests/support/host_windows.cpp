@@ -25,6 +25,11 @@ OKU_WORD optionsPage(RecordingHost& host, OKU_WORD, OKU_WORD extra) {
     return 0;
 }
 
+OKU_WORD popUp(RecordingHost& host, OKU_WORD param, OKU_WORD) {
+    host.popUp = callbackAt(param, 56, 64);
+    return 0;
+}
+
 OKU_WORD messageBox(RecordingHost&, OKU_WORD param, OKU_WORD) {
     constexpr std::uint32_t kQuestion = 36;
     return peek<std::uint32_t>(recordAt(param), 24) == kQuestion ? 7 : 1;
@@ -54,6 +59,8 @@ constexpr ServiceRow kRows[] = {
     {"OKU/StatusWND/Prepare", {K::Record, "", &layouts::kStatusPrepare}, {}, statusWindow},
     {"OKU/StatusWND/Show", {K::Record, "", &layouts::kStatusShow}, {}, nothing},
     {"OKU/StatusWND/SetTexts", {K::Record, "", &layouts::kStatusTexts}, {}, nothing},
+    {"OKU/ShowStandardNotify", {K::Record, "", &layouts::kNotify}, {}, popUp},
+    {"UI/OpenLink", {K::Text, "address"}, {}, nothing},
     {"UI/MessageBox", {K::Record, "", &layouts::kMessageBox}, {}, messageBox},
     {"OKU/Graph/ICCreate", {K::Record, "", &layouts::kIconClass}, {}, nothing},
     {"OKU/Graph/AddIC", {K::Text, "name"}, {K::Text, "fallback"}, nothing},

@@ -28,7 +28,8 @@ constexpr FieldLayout kContactAddFields[] = {{"jid", 24, Text},          {"class
                                              {"name", 64, Text},         {"group", 72, Text},  {"kind", 80, U32},
                                              {"authorization", 84, U32}, {"handle", 88, Skip}, {"fields", 96, U32}};
 constexpr FieldLayout kContactIdentityFields[] = {{"jid", 16, Text}, {"class", 24, Class}, {"net", 32, Net}};
-constexpr FieldLayout kContactIconFields[] = {{"icon", 8, Text}, {"value52", 52, U32}, {"value56", 56, U32}};
+constexpr FieldLayout kContactIconFields[] = {
+    {"icon", 8, Text}, {"value52", 52, U32}, {"value56", 56, U32}, {"tooltip", 72, Text}};
 constexpr FieldLayout kMessageFields[] = {{"jid", 24, Text},          {"class", 32, Class},  {"net", 40, Net},
                                           {"resource", 56, Resource}, {"subject", 64, Text}, {"body", 72, Text},
                                           {"flags", 80, U32},         {"time", 88, Time},    {"resource2", 112, Skip}};
@@ -70,6 +71,9 @@ constexpr FieldLayout kStatusTextsFields[] = {
     {"title", 8, Text}, {"header", 16, Text}, {"account", 24, Text}, {"window", 32, Word}};
 constexpr FieldLayout kMessageBoxFields[] = {
     {"text", 8, Text}, {"title", 16, Text}, {"style", 24, U32}, {"owner", 32, Word}};
+constexpr FieldLayout kNotifyFields[] = {{"text", 8, Text},  {"title", 16, Text},         {"key", 24, Text},
+                                         {"icon", 32, Text}, {"value40", 40, U32},        {"kind", 48, U32},
+                                         {"mode", 52, U32},  {"callback", 56, MenuClick}, {"user", 64, Word}};
 constexpr FieldLayout kPepEventFields[] = {{"own", 24, Text},  {"ownClass", 32, Class}, {"ownNet", 40, Net},
                                            {"jid", 80, Text},  {"class", 88, Class},    {"net", 96, Net},
                                            {"kind", 120, Skip}};
@@ -121,6 +125,7 @@ const RecordLayout kStatusPrepare{"OKU_STATUS_WINDOW_PREPARE", 64, kStatusPrepar
 const RecordLayout kStatusShow{"OKU_STATUS_WINDOW_SHOW", 48, kStatusShowFields};
 const RecordLayout kStatusTexts{"OKU_STATUS_WINDOW_TEXTS", 40, kStatusTextsFields};
 const RecordLayout kMessageBox{"OKU_MESSAGE_BOX", 48, kMessageBoxFields};
+const RecordLayout kNotify{"OKU_NOTIFY", 72, kNotifyFields};
 const RecordLayout kPepEvent{"OKU_PEP_EVENT", 128, kPepEventFields};
 const RecordLayout kPepTune{"OKU_PEP_TUNE_DATA", 64, kPepTuneFields};
 const RecordLayout kPepMood{"OKU_PEP_MOOD_DATA", 32, kPepMoodFields};

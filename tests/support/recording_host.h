@@ -107,6 +107,7 @@ public:
     std::vector<std::pair<std::string, Callback>> hooks;
     std::map<std::uint32_t, Protocol> protocols;
     std::map<std::uint32_t, Callback> statusWindows;
+    Callback popUp;                                    // the last one; its context is its user data
     std::map<std::uint32_t, Compression> compression;  // the server's side of each account's stream
     std::int64_t clock = 0;                            // milliseconds
     std::size_t calls = 0;                             // calls of the table so far

@@ -87,7 +87,7 @@ namespace layouts {
 extern const RecordLayout kLog, kSettings, kTimer, kHook, kHookData, kStatusData, kContact, kResource, kContactState,
     kContactAdd, kContactIdentity, kContactIcon, kMessage, kMessageSend, kProtocol, kInfo, kMenu, kDirectory,
     kIconClass, kIconLoad, kIconSet, kOptionsPage, kPropertiesPage, kStatusPrepare, kStatusShow, kStatusTexts,
-    kMessageBox, kPepEvent, kPepTune, kPepMood, kPepLocation, kSocketCreate, kSocketConnect, kSocketSend,
+    kMessageBox, kNotify, kPepEvent, kPepTune, kPepMood, kPepLocation, kSocketCreate, kSocketConnect, kSocketSend,
     kProxyDefaults;
 }  // namespace layouts
 

@@ -2,13 +2,17 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/stage.h"
 
+#include <algorithm>
 #include <cstring>
+#include <list>
 #include <memory>
 #include <vector>
 
 #include "host/oku/menu.h"
 #include "host/oku/message.h"
 #include "host/oku/netlib.h"
+#include "host/oku/notify.h"
+#include "host/oku/pep.h"
 #include "host/oku/protocol.h"
 #include "host/oku/timer.h"
 #include "host/oku/windows.h"
@@ -170,6 +174,36 @@ OKU_WORD Stage::sendRaw(const std::string& bytes) {
     record.length = static_cast<std::uint32_t>(bytes.size());
     return service("PFRawSend", word(&record), 0);
 }
+
+OKU_WORD Stage::publish(std::uint32_t kind, const RecordLayout& layout,
+                        const std::map<std::string, std::string>& texts) {
+    // Exactly as long as it has to be, so that a reader behind its end is caught.
+    const std::size_t size = layout.size - sizeof(OKU_WORD);
+    const std::unique_ptr<char[]> data(new char[size]());
+    poke(data.get(), 0, static_cast<std::uint32_t>(size));
+    std::list<WideText> kept;
+    for (const auto& [name, text] : texts) {
+        const auto field = std::find_if(layout.fields.begin(), layout.fields.end(),
+                                        [&, wanted = name](const FieldLayout& f) { return f.name == wanted; });
+        if (field == layout.fields.end() || field->offset >= size) throw NotThere("there is no field " + name);
+        poke(data.get(), field->offset, static_cast<const char16_t*>(kept.emplace_back(text)));
+    }
+    OKU_PEP_PUBLISH record{sizeof(OKU_PEP_PUBLISH), kind};
+    return service("PFEPublishData", word(&record), word(data.get()));
+}
+
+OKU_WORD Stage::publishNothing(std::uint32_t kind) {
+    OKU_PEP_PUBLISH record{sizeof(OKU_PEP_PUBLISH), kind};
+    return service("PFEPublishData", word(&record), 0);
+}
+
+OKU_WORD Stage::popUp(std::uint32_t action) {
+    if (!host.popUp.handler) throw NotThere("there is no pop-up with a callback");
+    OKU_NOTIFY_EVENT event{sizeof(OKU_NOTIFY_EVENT), action, host.popUp.context};
+    return host.popUp.handler(word(&event), 0, 0);
+}
+
+OKU_WORD Stage::popUpNull() { return host.popUp.handler ? host.popUp.handler(0, 0, 0) : 0; }
 
 const Protocol& Stage::protocol() const {
     const auto found = host.protocols.find(account);

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -58,6 +59,13 @@ public:
                          std::uint32_t flags);
     OKU_WORD sendTyping(const std::string& jid, OKU_WORD composing);
     OKU_WORD sendRaw(const std::string& bytes);
+    /// "PFEPublishData" with a record that ends before the item's id; texts by the names of the layout's fields.
+    OKU_WORD publish(std::uint32_t kind, const RecordLayout& layout, const std::map<std::string, std::string>& texts);
+    /// The same with a null record of data.
+    OKU_WORD publishNothing(std::uint32_t kind);
+    /// The callback of the last pop-up.
+    OKU_WORD popUp(std::uint32_t action);
+    OKU_WORD popUpNull();
     OKU_WORD deleteContact(const std::string& jid);
     OKU_WORD authorize(const std::string& jid, OKU_WORD bits);
     /// Calls a service that the plugin registered for this account ("PFStatusSet").

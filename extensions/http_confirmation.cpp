@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+#include "extensions/http_confirmation.h"
+
+#include "host/services/message_boxes.h"
+#include "host/util/format.h"
+#include "host/util/xml_compose.h"
+#include "router/namespaces.h"
+
+namespace protolink {
+
+namespace {
+
+constexpr std::u16string_view kQuestion =
+    u"Ktoś, prawdopodobnie Ty, zazyczył sobie dostępu do:\r\r\r\r\t%s\r\r\r\r"
+    u"Identyfikator transakcji to:\r\r\r\r\t%s\r\r\r\r"
+    u"Jeśli chcesz zezwolić na dostęp do podanego zasobu kliknij 'Tak'";
+
+std::u16string refusal() {
+    const std::u16string condition = lutCPW(u"not-authorized", {}, {{u"xmlns", ns::kStanzas}});
+    return lutCPW(u"error", condition, {{u"type", u"auth"}, {u"code", u"401"}});
+}
+
+}  // namespace
+
+bool HttpConfirmation::userAllows(const xmlElement& confirm) const {
+    const std::u16string text = formatText(kQuestion, confirm.GetAttribute(u"url"), confirm.GetAttribute(u"id"));
+    return MessageBoxes(client_.host).ask(text, u"Autoryzacja OpenID");
+}
+
+void HttpConfirmation::onHttpAuthConfirm(const Stanza& stanza) const {
+    if (stanza.id.empty() || stanza.from.empty()) return;
+    const xmlElement& confirm = *stanza.child(u"confirm", ns::kHttpAuth);
+    const bool wasLoggedIn = client_.loggedIn();
+    const bool allowed = userAllows(confirm);
+    // The connection may have ended while the user thought, and the next one must not begin with an old answer.
+    if (wasLoggedIn && !client_.loggedIn()) return;
+    const std::u16string answer = (allowed ? std::u16string() : refusal()) + confirm.GetXML(1);
+    const std::u16string_view type = allowed ? u"result" : u"error";
+    output_.sendText(lutCPW(stanza.element.name, answer, {{u"id", stanza.id}, {u"type", type}, {u"to", stanza.from}}));
+}
+
+}  // namespace protolink
