@@ -96,7 +96,9 @@ protected:
     OwnPresentation own;
     Presence presence{client, output, reconnection, contacts, serverFeatures, privacy, capabilities, own};
     Requests requests{dispatcher, output};
-    ServerDiscovery server{client, requests, serverFeatures, privacy, presence};
+    MailNotifications mail{client, output};
+    RankQuery rank{client, requests};
+    ServerDiscovery server{client, requests, serverFeatures, privacy, presence, mail, rank};
 };
 
 TEST_F(LearntFeatures, OfAResourceSetItsFields) {

@@ -102,4 +102,18 @@ TEST(Contacts, AreGoneAfterClearing) {
     EXPECT_TRUE(contacts.entry(u"bob@example.org").jid.empty());
 }
 
+TEST(Contacts, AreCalledByTheirNameOrTheirAddress) {
+    Contacts contacts;
+    contacts.entry(u"bob@example.org").name = u"Bob";
+    contacts.entry(u"eve@example.org");
+    EXPECT_EQ(contacts.displayName(u"bob@example.org"), u"Bob");
+    EXPECT_EQ(contacts.displayName(u"eve@example.org"), u"eve@example.org");
+}
+
+TEST(Contacts, AskingHowAStrangerIsCalledKeepsNothing) {
+    Contacts contacts;
+    EXPECT_EQ(contacts.displayName(u"bob@example.org"), u"bob@example.org");
+    EXPECT_TRUE(contacts.inOrder().empty());
+}
+
 }  // namespace

@@ -52,6 +52,38 @@ TEST_F(RequestsTest, AreAwaitedBeforeTheyGoOut) {
     EXPECT_EQ(answer(asked), Routing::Next) << "an answer comes once";
 }
 
+TEST_F(RequestsTest, MayBeAwaitedOnlyOnceTheyAreOut) {
+    int answers = 0;
+    std::u16string asked;
+    const auto compose = [&](const std::u16string& id) {
+        asked = id;
+        return std::u16string(u"<iq/>");
+    };
+    host.onEvent = [&](const harness::Event& event) {
+        if (event.category == harness::Event::Category::Sent) {
+            EXPECT_EQ(answer(asked), Routing::Next) << "nobody waits yet";
+        }
+    };
+    EXPECT_TRUE(requests.sendThenAwait(compose, [&](xmlElement&) { ++answers; }));
+    EXPECT_EQ(answers, 0);
+    EXPECT_EQ(answer(asked), Routing::Done);
+    EXPECT_EQ(answers, 1);
+}
+
+TEST_F(RequestsTest, ThatTheSocketOrAListenerRefusesAreNotAwaited) {
+    std::u16string asked;
+    const auto compose = [&](const std::u16string& id) {
+        asked = id;
+        return std::u16string(u"<iq/>");
+    };
+    host.answersOnce["NetLib/Send"] = {-1};
+    EXPECT_FALSE(requests.sendThenAwait(compose, [](xmlElement&) { FAIL(); }));
+    EXPECT_EQ(answer(asked), Routing::Next);
+    host.vetoes.insert(harness::hookKind("stream-out"));
+    EXPECT_FALSE(requests.sendThenAwait(compose, [](xmlElement&) { FAIL(); }));
+    EXPECT_EQ(answer(asked), Routing::Next);
+}
+
 TEST_F(RequestsTest, ThatGoOutLaterAreAwaitedAlready) {
     int answers = 0;
     const std::u16string first = requests.await([&](xmlElement&) { ++answers; });

@@ -100,7 +100,14 @@ void MiniServer::serve(std::string_view text) {
     } else if (has(text, "disco#info") && has(text, "to=\"example.org\"")) {
         say(start +
             " from='example.org'><query xmlns='http://jabber.org/protocol/disco#info'>"
-            "<feature var='http://jabber.org/protocol/disco#info'/></query></iq>");
+            "<feature var='http://jabber.org/protocol/disco#info'/>" +
+            abilities + "</query></iq>");
+    } else if (has(text, "aqq:iq:rank")) {
+        say(start + "><query xmlns='aqq:iq:rank' points='12' ranking='3'/></iq>");
+    } else if (has(text, "google:mail:notify") && has(text, "type=\"get\"")) {
+        say(start +
+            "><mailbox xmlns='google:mail:notify'><mail-thread-info><subject>s</subject></mail-thread-info>"
+            "</mailbox></iq>");
     } else if (has(text, "type=\"set\"") || has(text, "<ping")) {
         say(start + "/>");
     }

@@ -43,6 +43,9 @@ public:
     const std::string& heard() const { return heard_; }
     bool keepHeard = false;
 
+    /// What the server can do beside telling that, as children of its answer.
+    std::string abilities;
+
     /// What is on its way to the client.
     std::deque<std::string> pieces;
 

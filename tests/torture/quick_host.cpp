@@ -9,6 +9,7 @@
 #include "host/oku/log.h"
 #include "host/oku/menu.h"
 #include "host/oku/netlib.h"
+#include "host/oku/notify.h"
 #include "host/oku/protocol.h"
 #include "host/oku/settings.h"
 #include "host/oku/timer.h"
@@ -312,6 +313,11 @@ void QuickHost::write(std::u16string_view name, OKU_WORD param, OKU_WORD extra) 
         add(contact.name);
         add(contact.group);
         number(contact.authorization);
+    } else if (name == u"OKU/ShowStandardNotify") {
+        add(at<OKU_NOTIFY>(param).title);
+        add(at<OKU_NOTIFY>(param).text);
+    } else if (name == u"UI/MessageBox") {
+        add(at<OKU_MESSAGE_BOX>(param).text);
     } else if (name == u"OKU/CallProtolHooks") {
         const auto& hook = at<OKU_PROTOCOL_HOOK>(param);
         number(hook.kind);

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/torture/scenarios.h"
 
+#include "host/oku/pep.h"
+
 namespace torture {
 namespace {
 
@@ -58,14 +60,84 @@ void reconnect(Client& client) {
     client.passUntilReady(10);
 }
 
+std::string event(const std::string& node, const std::string& payload) {
+    const std::string ns = "http://jabber.org/protocol/" + node;
+    return "<message from='contact1@example.org/desk'><event xmlns='http://jabber.org/protocol/pubsub#event'>"
+           "<items node='" +
+           ns + "'><item id='i'><" + node + " xmlns='" + ns + "'>" + payload + "</" + node +
+           "></item></items></event></message>";
+}
+
+void personalEvents(Client& client) {
+    client.say(kNet, event("tune", "<artist>A</artist><title>T</title><length>125</length>") + event("tune", ""));
+    client.say(kNet, event("mood", "<happy/><text>x &amp; y</text>"));
+    client.say(kNet, event("geoloc", "<lat>52.2</lat><lon>21.0</lon>"));
+    client.pump();
+}
+
+void logInWithPersonalEvents(Client& client) {
+    client.servers.at(kNet).abilities =
+        "<identity category='pubsub' type='pep'/><feature var='http://jabber.org/protocol/pubsub'/>";
+    client.logIn();
+}
+
+template <typename Data>
+void publish(Client& client, std::uint32_t kind, Data data) {
+    data.size = sizeof data;
+    OKU_PEP_PUBLISH record{sizeof record, kind};
+    client.callService(kNet, u"PFEPublishData", reinterpret_cast<OKU_WORD>(&record), reinterpret_cast<OKU_WORD>(&data));
+}
+
+void publishAll(Client& client) {
+    OKU_PEP_TUNE_DATA tune{};
+    tune.artist = u"<&>";
+    publish(client, OKU_PEP_TUNE, tune);
+    OKU_PEP_MOOD_DATA mood{};
+    mood.mood = u"happy";
+    publish(client, OKU_PEP_MOOD, mood);
+    OKU_PEP_LOCATION_DATA location{};
+    location.lat = u"52.2";
+    publish(client, OKU_PEP_LOCATION, location);
+    client.pump();
+}
+
+void mail(Client& client) {
+    client.say(kNet, "<iq type='set' from='example.org' id='m1'><new-mail xmlns='google:mail:notify'/></iq>");
+    client.pump();
+    client.say(kNet,
+               "<iq type='result' id='m2'><mailbox xmlns='google:mail:notify'><mail-thread-info><senders>"
+               "<sender name='Bob'/></senders><subject>Obiad</subject></mail-thread-info></mailbox></iq>");
+    client.pump();
+}
+
+void questionOfAWebSite(Client& client) {
+    const std::string confirm = "<confirm xmlns='http://jabber.org/protocol/http-auth' id='1' method='GET' url='u'/>";
+    client.say(kNet, "<iq type='get' from='site@example.org' id='c1'>" + confirm + "</iq>");
+    client.say(kNet, "<message from='site@example.org' id='c2'>" + confirm + "<body>b</body></message>");
+    client.pump();
+}
+
+void rank(Client& client) {
+    client.servers.at(kNet).abilities = "<feature var='aqq:iq:rank'/><feature var='google:mail:notify'/>";
+    client.logIn();
+}
+
 void unload(Client& client) { client.unload(); }
 
 }  // namespace
 
 const std::vector<Scenario> kScenarios{
-    {"Login", nothing, logIn},       {"Roster", logIn, roster},
-    {"Message", logIn, message},     {"PresenceStorm", logIn, presenceStorm},
-    {"Reconnect", logIn, reconnect}, {"Unload", logIn, unload},
+    {"Login", nothing, logIn},
+    {"Roster", logIn, roster},
+    {"Message", logIn, message},
+    {"PresenceStorm", logIn, presenceStorm},
+    {"Reconnect", logIn, reconnect},
+    {"Unload", logIn, unload},
+    {"PersonalEvents", logIn, personalEvents},
+    {"Publish", logInWithPersonalEvents, publishAll},
+    {"Mail", logIn, mail},
+    {"QuestionOfAWebSite", logIn, questionOfAWebSite},
+    {"LoginWithMailAndRank", nothing, rank},
 };
 
 std::string scenarioName(const testing::TestParamInfo<Scenario>& info) { return info.param.name; }
