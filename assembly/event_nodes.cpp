@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+
 // Where published events go: node, payload, member of a part.
 #include "assembly/account_parts.h"
 #include "router/namespaces.h"

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+
 #include "extensions/http_confirmation.h"
 
 #include "host/services/message_boxes.h"

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+
 // Web sites that ask whether a request is the user's own (XEP-0070).
 #pragma once
 

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+
 #include "extensions/rank_query.h"
 
 #include "host/util/format.h"

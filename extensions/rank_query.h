@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+
 // The user's points in the AQQ network ("aqq:iq:rank"). Log readers alone see them.
 #pragma once
 

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+
 // What can be said of a place (XEP-0080), in the order in which it is published.
 #pragma once
 

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+
 // Other plugins that hear of personal events first ("XMPP/OnPEPEvent").
 #pragma once
 

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+
 // What other plugins publish of the user: tune, mood and location (XEP-0163).
 #pragma once
 

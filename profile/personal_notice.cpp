@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+
 #include "profile/personal_notice.h"
 
 #include "plugin/contact_record.h"

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+
 // What a contact has published of himself, as the user sees it: a pop-up, and an icon beside the contact.
 #pragma once
 

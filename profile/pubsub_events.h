@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+
 // Events that others publish (XEP-0060, XEP-0163): each payload goes to the part that knows its node.
 #pragma once
 

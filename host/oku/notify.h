@@ -1,5 +1,5 @@
-/* SPDX-FileCopyrightText: The protoLink authors */
-/* SPDX-License-Identifier: MIT */
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 /* Pop-ups: "OKU/ShowStandardNotify". */
 #ifndef OKU_NOTIFY_H
 #define OKU_NOTIFY_H

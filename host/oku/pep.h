@@ -1,5 +1,5 @@
-/* SPDX-FileCopyrightText: The protoLink authors */
-/* SPDX-License-Identifier: MIT */
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 /* Personal events: what contacts publish, as the event "XMPP/OnPEPEvent" offers it to other plugins, and what an
  * account's "PFEPublishData" publishes. */
 #ifndef OKU_PEP_H

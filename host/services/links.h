@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+
 // What the host opens with the program that the user's system has for it.
 #pragma once
 

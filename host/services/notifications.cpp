@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+
 #include "host/services/notifications.h"
 
 #include "host/record.h"

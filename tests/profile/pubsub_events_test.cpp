@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+
 // Which payload of an event reaches which part, with nodes of the test's own.
 #include "profile/pubsub_events.h"
 

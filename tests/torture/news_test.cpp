@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+
 // Much and awkward news: mail, personal events and questions of web sites by the thousand, and deep ones. Each is told,
 // and nothing of it stays.
 #include <gtest/gtest.h>
