@@ -41,16 +41,23 @@ std::u16string modulePath();
 std::vector<std::u16string> filesMatching(std::u16string_view directory, std::u16string_view prefix,
                                           std::u16string_view suffix);
 
+/// Whether there is something of that name, also when it cannot be opened.
+bool fileExists(const std::u16string& path);
+
 /// The whole content of a file, or nothing when it cannot be opened or read.
 std::optional<std::string> readFile(const std::u16string& path);
 
 /// Makes an empty file unless there is one. False when the file can be neither opened nor made.
 bool createFileIfMissing(const std::u16string& path);
 
-/// Replaces a file as a whole: the target is opened first without truncation (a missing one is made), then `content`
+/// Replaces a file as a whole, or makes it: a target that is there is opened first without truncation, then `content`
 /// is written aside in the same folder, synced and renamed over it. False when any step fails; the old file then
-/// stays as it was.
+/// stays as it was, and where there was none is none.
 bool replaceFile(const std::u16string& path, std::string_view content);
+
+/// Makes a folder for its owner alone, in one that is there. `path` may end in the separator. A folder that is there
+/// already stays, and a failure shows when a file in it cannot be opened.
+void createFolder(const std::u16string& path);
 
 /// Minutes to add to local standard time to reach UTC; daylight saving plays no part.
 std::int32_t timeZoneBias();

@@ -17,6 +17,7 @@ namespace {
 
 /// New files hold passwords' neighbours, talks and contacts: they are their owner's alone.
 constexpr mode_t kNewFileMode = 0600;
+constexpr mode_t kNewFolderMode = 0700;
 
 /// A file descriptor, closed at the end.
 class Descriptor {
@@ -92,10 +93,29 @@ private:
     bool pending_ = false;
 };
 
+/// What a new file takes the place of.
+struct Target {
+    std::string path;
+    mode_t mode;
+};
+
+/// The file behind a path, when it can be opened. One that is not there yet is not made: a write that fails later, or a
+/// loss of power, must leave no empty file behind, which would pass for a whole one.
+std::optional<Target> findTarget(const std::string& name) {
+    struct stat state {};
+    if (lstat(name.c_str(), &state) != 0) return Target{name, kNewFileMode};
+    if (!openPlain(name, O_RDWR | O_CREAT, state).isOpen()) return std::nullopt;
+    // The file behind a link is replaced, and the link stays.
+    const std::unique_ptr<char, decltype(&free)> whole(realpath(name.c_str(), nullptr), &free);
+    if (!whole) return std::nullopt;
+    return Target{whole.get(), state.st_mode & 07777};
+}
+
 /// Makes a rename outlast a loss of power. Some file systems cannot sync a folder; the rename has happened all the
 /// same.
 void syncFolder(const std::string& folder) {
-    const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const char* const name = folder.empty() ? "." : folder.c_str();
+    const Descriptor descriptor(open(name, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (descriptor.isOpen()) fsync(descriptor.number());
 }
 
@@ -128,6 +148,12 @@ std::vector<std::u16string> filesMatching(std::u16string_view directory, std::u1
     return names;
 }
 
+bool fileExists(const std::u16string& path) {
+    const std::optional<std::string> name = systemPath(path);
+    struct stat state {};
+    return name && stat(name->c_str(), &state) == 0;
+}
+
 std::optional<std::string> readFile(const std::u16string& path) {
     const std::optional<std::string> name = systemPath(path);
     struct stat state {};
@@ -154,17 +180,17 @@ bool createFileIfMissing(const std::u16string& path) {
 
 bool replaceFile(const std::u16string& path, std::string_view content) {
     const std::optional<std::string> name = systemPath(path);
-    struct stat state {};
-    if (!name || !openPlain(*name, O_RDWR | O_CREAT, state).isOpen()) return false;
-    // The file behind a link is replaced, and the link stays.
-    const std::unique_ptr<char, decltype(&free)> whole(realpath(name->c_str(), nullptr), &free);
-    if (!whole) return false;
-    const std::string target = whole.get();
-    const std::string folder = target.substr(0, target.rfind('/') + 1);
+    const std::optional<Target> target = name ? findTarget(*name) : std::nullopt;
+    if (!target) return false;
+    const std::string folder = target->path.substr(0, target->path.rfind('/') + 1);
     Replacement replacement(folder);
-    if (!replacement.write(content, state.st_mode & 07777) || !replacement.takePlaceOf(target)) return false;
+    if (!replacement.write(content, target->mode) || !replacement.takePlaceOf(target->path)) return false;
     syncFolder(folder);
     return true;
+}
+
+void createFolder(const std::u16string& path) {
+    if (const std::optional<std::string> name = systemPath(path)) mkdir(name->c_str(), kNewFolderMode);
 }
 
 }  // namespace platform

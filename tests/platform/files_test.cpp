@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <functional>
 
 #include "platform/platform.h"
 #include "tests/platform/temporary_folder.h"
@@ -79,6 +80,36 @@ TEST(CreateFile, FailsWithoutAFolder) {
     const TemporaryFolder folder;
     EXPECT_FALSE(platform::createFileIfMissing(folder.wide("absent/file")));
     EXPECT_FALSE(platform::createFileIfMissing(folder.directory()));
+}
+
+TEST(FileExists, TellsWhatIsThereWhateverItIs) {
+    const TemporaryFolder folder;
+    folder.write("empty", "");
+    EXPECT_TRUE(platform::fileExists(folder.wide("empty")));
+    EXPECT_TRUE(platform::fileExists(folder.directory()));
+    EXPECT_FALSE(platform::fileExists(folder.wide("absent")));
+    EXPECT_FALSE(platform::fileExists(folder.wide("empty") + u"\0"s));
+    EXPECT_FALSE(platform::fileExists(u""));
+}
+
+TEST(CreateFolder, MakesOneForItsOwnerAloneAndLeavesOneThatIsThere) {
+    const TemporaryFolder folder;
+    platform::createFolder(folder.wide("new") + u"/");
+    EXPECT_TRUE(std::filesystem::is_directory(folder / "new"));
+    EXPECT_EQ(folder.mode("new"), 0700u);
+    folder.write("new/file", "x");
+    platform::createFolder(folder.wide("new") + u"/");
+    EXPECT_EQ(folder.read("new/file"), "x");
+}
+
+TEST(CreateFolder, FailsWithoutAWord) {
+    const TemporaryFolder folder;
+    folder.write("file", "x");
+    platform::createFolder(folder.wide("file"));
+    platform::createFolder(folder.wide("absent/new"));
+    platform::createFolder(folder.wide("new") + u"\0"s);
+    platform::createFolder(u"");
+    EXPECT_EQ(folder.count(), 1u);
 }
 
 TEST(ReplaceFile, MakesANewFileForItsOwnerAlone) {
@@ -153,22 +184,32 @@ TEST(ReplaceFile, WorksWithARelativePath) {
     EXPECT_EQ(folder.read("file"), "x");
 }
 
+/// Does something while no file may grow over four bytes, as on a full disk. The system would also send a signal, which
+/// ends programs.
+bool withoutRoomForFiles(const std::function<bool()>& act) {
+    rlimit limit{};
+    EXPECT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
+    const rlimit small{4, limit.rlim_max};
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const bool done = act();
+    EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    std::signal(SIGXFSZ, handler);
+    return done;
+}
+
 TEST(ReplaceFile, AFailedWriteLeavesTheOldFileAndNothingElse) {
     const TemporaryFolder folder;
     folder.write("file", "old");
-    // No file may grow over four bytes now, as on a full disk. The system would also send a signal, which ends
-    // programs.
-    rlimit limit{};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
-    const rlimit small{4, limit.rlim_max};
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    const bool replaced = platform::replaceFile(folder.wide("file"), "new content");
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
-    std::signal(SIGXFSZ, handler);
-    EXPECT_FALSE(replaced);
+    EXPECT_FALSE(withoutRoomForFiles([&] { return platform::replaceFile(folder.wide("file"), "new content"); }));
     EXPECT_EQ(folder.read("file"), "old");
     EXPECT_EQ(folder.count(), 1u);
+}
+
+TEST(ReplaceFile, AFailedWriteOfANewFileLeavesNone) {
+    const TemporaryFolder folder;
+    EXPECT_FALSE(withoutRoomForFiles([&] { return platform::replaceFile(folder.wide("file"), "new content"); }));
+    EXPECT_EQ(folder.count(), 0u);
 }
 
 TEST(ReplaceFile, AFileThatMayNotBeWrittenStays) {

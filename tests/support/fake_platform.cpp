@@ -67,6 +67,8 @@ std::vector<std::u16string> filesMatching(std::u16string_view directory, std::u1
     return names;
 }
 
+bool fileExists(const std::u16string& path) { return world().files.count(harness::toUtf8(path)) != 0; }
+
 std::optional<std::string> readFile(const std::u16string& path) {
     const auto name = harness::toUtf8(path);
     const auto found = world().files.find(name);
@@ -83,14 +85,15 @@ bool createFileIfMissing(const std::u16string& path) {
 
 bool replaceFile(const std::u16string& path, std::string_view content) {
     const auto name = harness::toUtf8(path);
-    if (world().unopenable.count(name)) return false;
-    if (world().unwritable.count(name)) {
-        world().files.emplace(name, "");
-        return false;
-    }
+    if (world().unopenable.count(name) || world().unwritable.count(name)) return false;
     world().files[name] = std::string(content);
     harness::tell("writes", name, std::string(content));
     return true;
+}
+
+void createFolder(const std::u16string& path) {
+    const auto name = harness::toUtf8(path);
+    if (world().folders.insert(name).second) harness::tell("makes folder", name, "");
 }
 
 std::int32_t timeZoneBias() { return world().timeZoneBias; }

@@ -29,10 +29,11 @@ struct FakeWorld {
     std::string operatingSystem = "Linux x86_64 6.1";
 
     std::map<std::string, std::string> files;  // by path, both UTF-8
+    std::set<std::string> folders;             // that were made
     std::set<std::string> unopenable;          // paths that cannot be opened
     std::set<std::string> unwritable;          // paths that open, but take no content
 
-    /// Told of each file that is made ("makes") or replaced ("writes").
+    /// Told of each file that is made ("makes") or replaced ("writes"), and of each new folder ("makes folder").
     std::function<void(const std::string& verb, const std::string& path, const std::string& content)> onFile;
     /// Told of each icon that is destroyed.
     std::function<void(std::uint64_t icon)> onIconDestroyed;
