@@ -45,6 +45,8 @@ void AccountParts::onStateReset() {
     roster.rosterDownloaded = 0;
     login.authStep = 0;
     presence.resetSharedStatus();
+    // Of all accounts, as they share it. A picture that never came is asked for again.
+    shared->avatars.inFlight.clear();
 }
 
 void AccountParts::onSocketConnected() {

@@ -26,6 +26,11 @@
 #include "im/subscriptions.h"
 #include "plugin/client_class.h"
 #include "plugin/status_menu.h"
+#include "profile/avatar_publication.h"
+#include "profile/contact_avatars.h"
+#include "profile/contact_cards.h"
+#include "profile/own_avatar.h"
+#include "profile/own_card.h"
 #include "profile/pep_listeners.h"
 #include "profile/pep_publisher.h"
 #include "profile/personal_notice.h"
@@ -108,6 +113,14 @@ public:
     UserLocation userLocation{client, pepListeners};
     PepPublisher pepPublisher{client, requests, features};
     PubSubEvents<AccountParts> pubSubEvents{*this, accountEventNodes()};
+
+    ContactAvatars contactAvatars{client, output, requests, contacts, shared->avatars, connection.avatarEnabled};
+    ContactVCards contactCards{client, requests, contactAvatars, shared->avatars};
+    OwnCardRequest ownCardRequest{client};
+    OwnVCard ownCard{client, requests, ownCardRequest};
+    OwnAvatar ownAvatar{client, output, presence, shared->own, shared->directories.profile};
+    AvatarPublication avatarPublication{
+        client, requests, features, shared->own, shared->avatars, shared->directories.profile, ownCardRequest};
 
 private:
     // What the account's frame asks for.

@@ -13,6 +13,7 @@ using A = AccountParts;
 
 // clang-format off
 constexpr EventNode<A> kEventNodes[] = {
+    {ns::kAvatarMetadata, u"metadata", itemTo<&A::contactAvatars, &ContactAvatars::onMetadata>},
     {ns::kTune, u"tune", itemTo<&A::userTune, &UserTune::onEvent>},
     {ns::kMood, u"mood", itemTo<&A::userMood, &UserMood::onEvent>},
     {ns::kLocation, u"geoloc", itemTo<&A::userLocation, &UserLocation::onEvent>},

@@ -4,7 +4,9 @@
 // What all accounts share above the plugin's frame.
 #pragma once
 
+#include "host/services/directories.h"
 #include "plugin/own_presentation.h"
+#include "profile/avatar_cache.h"
 #include "profile/client_database.h"
 
 namespace protolink {
@@ -13,7 +15,9 @@ namespace protolink {
 struct SharedParts {
     CClientDatabase clientDb;
     OwnPresentation own;
-    OKU_WORD pepEvent = 0;  // the host's handle of the event that offers personal events to other plugins
+    OKU_WORD pepEvent = 0;    // the host's handle of the event that offers personal events to other plugins
+    Directories directories;  // empty until the host was asked for them
+    AvatarCache avatars;
 };
 
 }  // namespace protolink

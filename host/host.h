@@ -21,6 +21,7 @@ inline constexpr char16_t kGeneral[] = u"XMPP";
 inline constexpr char16_t kStream[] = u"XMSC";
 inline constexpr char16_t kCompression[] = u"XMCM";
 inline constexpr char16_t kPersonalEvents[] = u"PEPD";
+inline constexpr char16_t kAvatars[] = u"XMAV";
 }  // namespace tag
 
 enum class LogLevel : std::int32_t {

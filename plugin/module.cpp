@@ -77,19 +77,19 @@ void load(OKU_WORD module, const OKU_FUNCTION_TABLE* table) {
     // Known only now that it is whole: unloading asks for its parts also when a later step fails.
     pluginState() = state;
     // The profile directory is not known yet: the file is looked for in the current directory.
-    state->shared->clientDb.load(state->profileDir);
+    state->shared->clientDb.load(state->shared->directories.profile);
     state->host.log(LogLevel::Warning, tag::kGeneral, u"XMPP protocol plugin starting up...");
     state->shared->own.ownCapsVer = ownCaps::buildOwnCaps();
-    const Directories directories = askDirectories(state->host);
-    state->cacheDir = directories.cache;
-    state->profileDir = directories.profile;
+    state->shared->directories = askDirectories(state->host);
+    state->shared->avatars.open(state->shared->directories.cache);
     addBrowserItem(state->host);
     loadIcons(state->host);
     state->shared->pepEvent = state->host.createEvent(u"XMPP/OnPEPEvent");
     const std::u16string base = moduleBaseName(platform::modulePath());
-    beginAccount(*state, defaultAccount(state->profileDir, base));
+    const std::u16string& profile = state->shared->directories.profile;
+    beginAccount(*state, defaultAccount(profile, base));
     // Looked for only now: a host may write the other accounts' files when it hears of the first.
-    for (const AccountFiles& files : furtherAccounts(state->profileDir, base)) beginAccount(*state, files);
+    for (const AccountFiles& files : furtherAccounts(profile, base)) beginAccount(*state, files);
 }
 
 void unload() {
@@ -103,7 +103,7 @@ void unload() {
         tolerate([&] { releaseAfterCall(account); });
     }
     state->host.destroyEvent(std::exchange(state->shared->pepEvent, 0));
-    tolerate([&] { state->shared->clientDb.save(state->profileDir); });
+    tolerate([&] { state->shared->clientDb.save(state->shared->directories.profile); });
     // A load may be further out on the stack: what it does from here on reaches nobody.
     state->host.mute();
     state->accounts.clear();

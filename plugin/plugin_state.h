@@ -5,7 +5,6 @@
 #pragma once
 
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "host/host.h"
@@ -18,8 +17,6 @@ struct SharedParts;
 /// Made anew by each pluginLoad and gone after pluginUnload.
 struct PluginState {
     Host host;
-    std::u16string cacheDir;    // where cached data goes, with its trailing separator as the host gave it
-    std::u16string profileDir;  // where account files lie, likewise
     std::shared_ptr<SharedParts> shared;
     std::vector<std::shared_ptr<CClientClass>> accounts;  // in order of creation; the default account first
     bool ending = false;                                  // unloading has begun; the host may still call back

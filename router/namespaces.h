@@ -45,6 +45,11 @@ inline constexpr std::u16string_view kSharedStatus = u"google:shared-status";
 inline constexpr std::u16string_view kMailNotify = u"google:mail:notify";
 inline constexpr std::u16string_view kRank = u"aqq:iq:rank";
 
+inline constexpr std::u16string_view kAvatarData = u"urn:xmpp:avatar:data";  // XEP-0084
+inline constexpr std::u16string_view kAvatarMetadata = u"urn:xmpp:avatar:metadata";
+inline constexpr std::u16string_view kVCard = u"vcard-temp";                 // XEP-0054
+inline constexpr std::u16string_view kVCardUpdate = u"vcard-temp:x:update";  // XEP-0153
+
 }  // namespace ns
 
 }  // namespace protolink

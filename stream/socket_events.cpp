@@ -77,7 +77,7 @@ void SocketEvents::onClosed(OKU_WORD data) {
     client_.flags = 0;
     client_.contactList.setAllOffline(client_.netId);
     reconnection_.decide(data);
-    Cards(client_.host).signalBusyness(false);
+    OwnCard(client_.host).signalBusyness(false);
 }
 
 OKU_WORD SocketEvents::onReceived(OKU_WORD data) {

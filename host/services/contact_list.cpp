@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/services/contact_list.h"
 
+#include "host/oku/avatar.h"
 #include "host/record.h"
 
 namespace protolink {
@@ -54,6 +55,15 @@ void ContactList::setState(const OKU_CONTACT_STATE& state) const {
 
 void ContactList::setTyping(const OKU_CONTACT_RECORD& contact, bool composing) const {
     host_.call(u"OKU/PFTNSet", toWord(&contact), composing ? 1 : 0);
+}
+
+void ContactList::setAvatar(const OKU_CONTACT_RECORD& contact, const std::u16string& path) const {
+    auto record = makeRecord<OKU_CONTACT_AVATAR>();
+    record.path = path.c_str();
+    record.kind = 1;
+    record.contact = &contact;
+    record.count = 1;
+    host_.call(u"OKU/CTL/SetAvatar", toWord(&record));
 }
 
 void ContactList::askForAuthorization(const OKU_CONTACT_RECORD& contact) const {

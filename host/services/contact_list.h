@@ -28,6 +28,8 @@ public:
     void remove(OKU_WORD handle) const;
     void setState(const OKU_CONTACT_STATE& state) const;
     void setTyping(const OKU_CONTACT_RECORD& contact, bool composing) const;
+    /// The contact's picture lies in the file `path` from now on.
+    void setAvatar(const OKU_CONTACT_RECORD& contact, const std::u16string& path) const;
     void askForAuthorization(const OKU_CONTACT_RECORD& contact) const;
 
     /// For an account that ends while one of its own calls keeps the list from being drawn: it is drawn again.

@@ -136,7 +136,7 @@ TEST(Binary, PlaysTranscriptsInTheRealWorld) {
     const harness::FoldBook folds(PROTOLINK_FOLDS);
     const Module module;
     int played = 0;
-    for (const char* name : {"plugin", "stream", "router"}) {
+    for (const char* name : {"plugin", "stream", "router", "profile"}) {
         for (const auto& entry : fs::directory_iterator(fs::path(PROTOLINK_SOURCE_DIR) / "tests" / name)) {
             if (entry.path().extension() != ".transcript") continue;
             const auto transcript = folds.read(entry.path());

@@ -34,6 +34,11 @@ protected:
 
 TEST_F(MissingRecords, OfAStatus) { EXPECT_EQ(stage.service("PFStatusSet", 0, 0), 0u); }
 
+TEST_F(MissingRecords, OfACard) {
+    for (const char* name : {"PFGetContactVCard", "PFGetMyVCard", "PFSetMyVCard", "PFGetMyAvatar", "PFSetMyAvatar"})
+        EXPECT_EQ(stage.service(name, 0, 0), 0u) << name;
+}
+
 TEST_F(MissingRecords, OfAMenuItem) {
     const auto& item = menuItem("XMPP/1/Presence/Away");
     EXPECT_EQ(item(0, 0), 0u);

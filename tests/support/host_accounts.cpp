@@ -43,7 +43,6 @@ constexpr ServiceRow kRows[] = {
     {"OKU/ProtocolAdd", {K::Record, "", &layouts::kProtocol}, {}, protocolAdd},
     {"OKU/ProtocolDel", {K::Class, "class"}, {K::Net, "net"}, protocolDel},
     {"OKU/PFSetInfo", {K::Record, "", &layouts::kInfo}, {}, nothing},
-    {"MyVCard/SignalBusyness", {K::Number, "busy"}, {}, nothing},
     {.name = "OKU/Log", .tellAndAct = log},
 };
 // clang-format on

@@ -68,6 +68,7 @@ constexpr ServiceRow kRows[] = {
     {.name = "OKU/CTL/FndContact", .tellAndAct = tellFind},
     {"OKU/CTL/DelContact", {K::Contact, "contact"}, {}, contactDelete},
     {"OKU/CTL/SetContactState", {K::Record, "", &layouts::kContactState}, {}, nothing},
+    {"OKU/CTL/SetAvatar", {K::Record, "", &layouts::kContactAvatar}, {}, nothing},
     {"OKU/PFTNSet", {K::Record, "", &layouts::kContact}, {K::Number, "composing"}, nothing},
     {"OKU/PFAskForAuth", {K::Record, "", &layouts::kContact}, {}, nothing},
 };

@@ -15,7 +15,7 @@ using K = ServiceArgument::Kind;
 
 const ServiceRow* find(const std::string& service) {
     static const std::array kFamilies{settingsServices(), timerServices(),   accountServices(), windowServices(),
-                                      socketServices(),   contactServices(), hookServices()};
+                                      socketServices(),   contactServices(), hookServices(),    cardServices()};
     for (const auto& family : kFamilies) {
         for (const auto& row : family) {
             if (service == row.name) return &row;

@@ -30,6 +30,7 @@ struct ServiceRow {
 };
 
 std::span<const ServiceRow> accountServices();
+std::span<const ServiceRow> cardServices();
 std::span<const ServiceRow> contactServices();
 std::span<const ServiceRow> hookServices();
 std::span<const ServiceRow> settingsServices();

@@ -23,6 +23,7 @@ struct Phrase {
 
 using Role = Phrase::Role;
 
+std::span<const Phrase> cardPhrases();
 std::span<const Phrase> connectionPhrases();
 std::span<const Phrase> contactPhrases();
 std::span<const Phrase> hostPhrases();

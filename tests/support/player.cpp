@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -231,6 +232,10 @@ void Player::expect(const std::string& text) {
 
 /// On the real platform nobody tells of files: what stands on the disk is what counts.
 void Player::expectRealFile(const Line& line) {
+    if (line.head == "makes folder") {
+        if (!std::filesystem::is_directory(scene_.textOf(line))) scene_.fail("there is no such folder");
+        return;
+    }
     std::ifstream in(scene_.textOf(line), std::ios::binary);
     if (!in) scene_.fail("there is no such file");
     std::ostringstream content;

@@ -30,6 +30,16 @@ constexpr FieldLayout kContactAddFields[] = {{"jid", 24, Text},          {"class
 constexpr FieldLayout kContactIdentityFields[] = {{"jid", 16, Text}, {"class", 24, Class}, {"net", 32, Net}};
 constexpr FieldLayout kContactIconFields[] = {
     {"icon", 8, Text}, {"value52", 52, U32}, {"value56", 56, U32}, {"tooltip", 72, Text}};
+constexpr FieldLayout kContactAvatarFields[] = {
+    {"path", 8, Text}, {"kind", 16, U32}, {"contact", 32, Contact}, {"count", 48, U32}};
+constexpr FieldLayout kCardElementFields[] = {
+    {"label", 8, Text}, {"value", 16, Text}, {"kind", 24, U32}, {"token", 32, Word}};
+constexpr FieldLayout kCardStatusFields[] = {{"text", 8, Text}, {"state", 16, U32}, {"token", 24, Word}};
+constexpr FieldLayout kOwnCardFieldFields[] = {{"key", 8, Text}, {"value", 16, Text}, {"token", 32, Word}};
+constexpr FieldLayout kOwnCardFieldGetFields[] = {
+    {"key", 8, Text}, {"buffer", 16, Skip}, {"capacity", 24, U32}, {"token", 32, Word}};
+constexpr FieldLayout kOwnCardStatusFields[] = {
+    {"text", 8, Text}, {"token", 16, Word}, {"class", 24, Class}, {"net", 32, Net}};
 constexpr FieldLayout kMessageFields[] = {{"jid", 24, Text},          {"class", 32, Class},  {"net", 40, Net},
                                           {"resource", 56, Resource}, {"subject", 64, Text}, {"body", 72, Text},
                                           {"flags", 80, U32},         {"time", 88, Time},    {"resource2", 112, Skip}};
@@ -110,6 +120,12 @@ const RecordLayout kContactState{"OKU_CONTACT_STATE", 64, kContactStateFields};
 const RecordLayout kContactAdd{"OKU_CONTACT_ADD", 104, kContactAddFields};
 const RecordLayout kContactIdentity{"OKU_CONTACT_IDENTITY", 56, kContactIdentityFields, false};
 const RecordLayout kContactIcon{"OKU_CONTACT_ICON", 80, kContactIconFields};
+const RecordLayout kContactAvatar{"OKU_CONTACT_AVATAR", 56, kContactAvatarFields};
+const RecordLayout kCardElement{"OKU_CARD_ELEMENT", 40, kCardElementFields};
+const RecordLayout kCardStatus{"OKU_CARD_STATUS", 32, kCardStatusFields};
+const RecordLayout kOwnCardField{"OKU_OWN_CARD_FIELD", 40, kOwnCardFieldFields};
+const RecordLayout kOwnCardFieldGet{"OKU_OWN_CARD_FIELD_GET", 40, kOwnCardFieldGetFields};
+const RecordLayout kOwnCardStatus{"OKU_OWN_CARD_STATUS", 40, kOwnCardStatusFields};
 const RecordLayout kMessage{"OKU_MESSAGE_DATA", 128, kMessageFields};
 const RecordLayout kMessageSend{"OKU_MESSAGE_SEND", 88, kMessageSendFields};
 const RecordLayout kProtocol{"OKU_PROTOCOL_RECORD", 104, kProtocolFields};

@@ -88,7 +88,8 @@ public:
     std::function<std::int64_t()> now;  // seconds since the epoch
     std::map<std::string, SettingsFile> settingsFiles;
     ProxyDefaults proxy;
-    OKU_WORD pageIcon = 0;  // what the host leaves in the record of an options page
+    std::map<std::string, std::string> cardForm;  // the user's own card as the host's form holds it
+    OKU_WORD pageIcon = 0;                        // what the host leaves in the record of an options page
 
     // What the test tells the host to do.
     std::map<std::string, std::deque<OKU_WORD>> answersOnce;  // by service: results instead of the host's own

@@ -84,6 +84,7 @@ std::string statusWord(std::uint32_t status);
 std::uint32_t statusCode(const std::string& word);
 
 namespace layouts {
+extern const RecordLayout kContactAvatar, kCardElement, kCardStatus, kOwnCardField, kOwnCardFieldGet, kOwnCardStatus;
 extern const RecordLayout kLog, kSettings, kTimer, kHook, kHookData, kStatusData, kContact, kResource, kContactState,
     kContactAdd, kContactIdentity, kContactIcon, kMessage, kMessageSend, kProtocol, kInfo, kMenu, kDirectory,
     kIconClass, kIconLoad, kIconSet, kOptionsPage, kPropertiesPage, kStatusPrepare, kStatusShow, kStatusTexts,

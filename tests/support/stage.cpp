@@ -8,6 +8,8 @@
 #include <memory>
 #include <vector>
 
+#include "host/oku/avatar.h"
+#include "host/oku/cards.h"
 #include "host/oku/menu.h"
 #include "host/oku/message.h"
 #include "host/oku/netlib.h"
@@ -164,6 +166,28 @@ OKU_WORD withContact(const std::string& jid, std::uint32_t account, Use use) {
 
 OKU_WORD Stage::sendTyping(const std::string& jid, OKU_WORD composing) {
     return withContact(jid, account, [&](OKU_WORD contact) { return service("PFTNSend", contact, composing); });
+}
+
+OKU_WORD Stage::askForCard(const std::string& jid, OKU_WORD token) {
+    auto record = sized<OKU_CONTACT_CARD_REQUEST>();
+    const WideText id(jid);
+    record.token = token;
+    record.jid = id;
+    return service("PFGetContactVCard", word(&record), 0);
+}
+
+OKU_WORD Stage::ownCard(const std::string& shortName, OKU_WORD token) {
+    auto record = sized<OKU_OWN_CARD_REQUEST>();
+    record.token = token;
+    return service(shortName, word(&record), 0);
+}
+
+OKU_WORD Stage::changePicture(const std::optional<std::string>& hash, std::uint32_t action) {
+    auto record = sized<OKU_AVATAR_CHANGED>();
+    const WideText text(hash.value_or(""));
+    record.hash = hash ? static_cast<const char16_t*>(text) : nullptr;
+    record.action = action;
+    return raise("OKU/OnAvatarChanged", word(&record), 0);
 }
 
 OKU_WORD Stage::sendRaw(const std::string& bytes) {

@@ -58,6 +58,11 @@ public:
     OKU_WORD sendMessage(const std::string& jid, const std::string& body, const std::string& subject,
                          std::uint32_t flags);
     OKU_WORD sendTyping(const std::string& jid, OKU_WORD composing);
+    OKU_WORD askForCard(const std::string& jid, OKU_WORD token);
+    /// Calls a service about the user's own card or picture ("PFSetMyVCard").
+    OKU_WORD ownCard(const std::string& shortName, OKU_WORD token);
+    /// Tells the listeners that the user's picture is another one; 2 means that one is set.
+    OKU_WORD changePicture(const std::optional<std::string>& hash, std::uint32_t action);
     OKU_WORD sendRaw(const std::string& bytes);
     /// "PFEPublishData" with a record that ends before the item's id; texts by the names of the layout's fields.
     OKU_WORD publish(std::uint32_t kind, const RecordLayout& layout, const std::map<std::string, std::string>& texts);
