@@ -39,6 +39,13 @@ void AccountParts::freeZInput() { connection.input().freeZInput(); }
 void AccountParts::rosterLoad() { roster.rosterLoad(client.files.rosterPath); }
 void AccountParts::rosterSave() { roster.rosterSave(client.files.rosterPath); }
 
+void AccountParts::stopDownloads() { sessionManager.stopDownloads(); }
+
+void AccountParts::endTransfers() {
+    fileChoice.end();
+    sessionManager.end();
+}
+
 void AccountParts::forgetSession() { login.sessionStep = 0; }
 
 void AccountParts::onStateReset() {

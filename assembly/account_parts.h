@@ -49,6 +49,8 @@
 #include "stream/socket_events.h"
 #include "stream/stream_output.h"
 #include "stream/zip_stream.h"
+#include "transfer/file_choice.h"
+#include "transfer/session_manager.h"
 
 namespace protolink {
 
@@ -122,6 +124,9 @@ public:
     AvatarPublication avatarPublication{
         client, requests, features, shared->own, shared->avatars, shared->directories.profile, ownCardRequest};
 
+    CSessionManager sessionManager{client, output, dispatcher, contacts, downloadTick};
+    FileChoice fileChoice{client, sessionManager};
+
 private:
     // What the account's frame asks for.
     void setStatus(Status status, const std::u16string& description, OKU_WORD flagsWord) override;
@@ -132,6 +137,8 @@ private:
     void freeZInput() override;
     void rosterLoad() override;
     void rosterSave() override;
+    void stopDownloads() override;
+    void endTransfers() override;
 
     // What the stream tells.
     void forgetSession() override;

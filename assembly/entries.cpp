@@ -58,7 +58,7 @@ const AccountEntries& accountEntries() {
                 {u"PFSetMyAvatar", entry<&A::avatarPublication, &AvatarPublication::onSetMyAvatar>},
                 {u"PFGetMyVCard", entry<&A::ownCard, &OwnVCard::onGetMyVCard>},
                 {u"PFSetMyVCard", entry<&A::ownCard, &OwnVCard::onSetMyVCard>},
-                {u"PFInitSendFile", notServed},
+                {u"PFInitSendFile", entry<&A::fileChoice, &FileChoice::onInitSendFile>},
                 {u"PFEPublishData", entry<&A::pepPublisher, &PepPublisher::onPublishData>},
             },
         .hintHook = {u"OKU/OnHintDataRequest", notServed},
@@ -83,6 +83,10 @@ const AccountEntries& accountEntries() {
 
 OKU_WORD OKU_CALL reconnectTick(OKU_WORD param, OKU_WORD extra, OKU_WORD context) noexcept {
     return entry<&AccountParts::connection, &Connection::onReconnectTimer>(param, extra, context);
+}
+
+OKU_WORD OKU_CALL downloadTick(OKU_WORD param, OKU_WORD extra, OKU_WORD context) noexcept {
+    return entry<&AccountParts::sessionManager, &CSessionManager::onDownloadTick>(param, extra, context);
 }
 
 }  // namespace protolink

@@ -19,6 +19,8 @@ const AccountEntries& accountEntries();
 
 /// The host's callback for the reconnection timer.
 OKU_WORD OKU_CALL reconnectTick(OKU_WORD param, OKU_WORD extra, OKU_WORD context) noexcept;
+/// The host's callback for the timer that looks for ended downloads.
+OKU_WORD OKU_CALL downloadTick(OKU_WORD param, OKU_WORD extra, OKU_WORD context) noexcept;
 
 /// Where received elements go. The order decides: the first row that takes an element has it.
 std::span<const Route<AccountParts>> accountRoutes();

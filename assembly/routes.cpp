@@ -37,8 +37,10 @@ constexpr Route<A> kRoutes[] = {
     {"avatar in a presence", kPresence, always, to<&A::contactAvatars, &ContactAvatars::onPresence>},
     {"presence", kPresence, always, to<&A::presence, &Presence::onPresence>},
 
-    {"in-band bytes", kIq, firstChildIs(ns::kIbb), drop},
-    {"stream initiation", kIq, hasChild(u"si", ns::kStreamInitiation), drop},
+    {"in-band bytes", kIq, firstChildIs(ns::kIbb),
+     to<&A::sessionManager, &CSessionManager::DispatchStanza>},
+    {"stream initiation", kIq, hasChild(u"si", ns::kStreamInitiation),
+     to<&A::sessionManager, &CSessionManager::HandleOffer>},
     {"http confirmation", kIq, hasChild(u"confirm", ns::kHttpAuth),
      to<&A::httpConfirmation, &HttpConfirmation::onHttpAuthConfirm>},
     {"time", kIq, hasChild(u"time", ns::kTime), to<&A::timeReply, &TimeReply::onTimeIq>},

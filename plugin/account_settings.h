@@ -8,6 +8,7 @@
 #include <string>
 
 #include "host/services/settings_store.h"
+#include "platform/platform.h"
 #include "plugin/deployment.h"
 
 namespace protolink {
@@ -38,6 +39,11 @@ inline constexpr TextSetting kDescription{u"desc/String", u""};
 inline constexpr NumberSetting kPriority{u"XMPP/Priority", 0};
 inline constexpr NumberSetting kAuthType{u"XMPP/AuthType", 0};
 inline constexpr SwitchSetting kMessageAsChat{u"XMPP/MessageAsChat", false};
+
+/// Where received files go; the host replaces what stands between per cent signs.
+inline constexpr TextSetting kReceivedFiles{u"XMPP/SI/Path", platform::kPathSeparator == u'/'
+                                                                 ? u"%documents%/Odebrane Pliki/%from%"
+                                                                 : u"%documents%\\Odebrane Pliki\\%from%"};
 
 inline constexpr SwitchSetting kMail{u"XMPP/GMail", true};
 inline constexpr SwitchSetting kKeepMailNotice{u"XMPP/GMailLeave", false};

@@ -97,6 +97,7 @@ void CClientClass::shutdown() {
     for (const OKU_WORD hook : hooks_) host.removeHook(hook);
     layers->freeZInput();
     tolerate([&] { layers->dropReconnection(); });
+    tolerate([&] { layers->endTransfers(); });
     // A call of this account may still be on the stack: what it does from here on reaches nobody.
     contactList.endPauses();
     host.mute();

@@ -44,6 +44,10 @@ public:
     virtual void freeZInput() = 0;
     virtual void rosterLoad() = 0;
     virtual void rosterSave() = 0;
+    /// Tells the threads of downloads to end, and waits for none.
+    virtual void stopDownloads() = 0;
+    /// Ends the file transfers, and what would still call back for one.
+    virtual void endTransfers() = 0;
 };
 
 /// A service or hook of an account: the name that the host knows and the function behind it.

@@ -96,6 +96,8 @@ void unload() {
     const std::shared_ptr<PluginState> state = pluginState();
     if (!state || state->ending) return;
     state->ending = true;
+    // All at once, so that one wait is enough for all of them.
+    for (const auto& account : state->accounts) account->layers->stopDownloads();
     for (const auto& account : state->accounts) {
         account->shutdown();
         AccountParts::retire(account->context);

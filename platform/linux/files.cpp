@@ -11,58 +11,12 @@
 #include <utility>
 
 #include "host/util/utf.h"
+#include "platform/linux/descriptor.h"
 #include "platform/platform.h"
 
 namespace {
 
-/// New files hold passwords' neighbours, talks and contacts: they are their owner's alone.
-constexpr mode_t kNewFileMode = 0600;
 constexpr mode_t kNewFolderMode = 0700;
-
-/// A file descriptor, closed at the end.
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (isOpen()) ::close(number_);
-    }
-
-    bool isOpen() const { return number_ >= 0; }
-    int number() const { return number_; }
-
-    /// Closes at once; false when the system only now tells that a write went wrong.
-    bool close() { return ::close(std::exchange(number_, -1)) == 0; }
-
-private:
-    int number_;
-};
-
-/// The path as the system takes it, or nothing when it cannot be a path: behind a NUL the system would not look, and
-/// another file would be opened than the one that was named.
-std::optional<std::string> systemPath(std::u16string_view path) {
-    if (path.empty() || path.find(u'\0') != std::u16string_view::npos) return std::nullopt;
-    return wtou(path);
-}
-
-/// Opens a plain file. A pipe or a device of that name is none: reading it could wait for ever.
-Descriptor openPlain(const std::string& path, int flags, struct stat& state) {
-    Descriptor file(open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, kNewFileMode));
-    if (file.isOpen() && (fstat(file.number(), &state) != 0 || !S_ISREG(state.st_mode))) return Descriptor(-1);
-    return file;
-}
-
-bool writeAll(int file, std::string_view content) {
-    while (!content.empty()) {
-        const ssize_t written = write(file, content.data(), content.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written <= 0) return false;
-        content.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
 
 /// A new file beside the one that it is to replace. It is deleted at the end unless it took that place.
 class Replacement {

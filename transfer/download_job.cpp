@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+#include "transfer/download_job.h"
+
+#include <chrono>
+#include <utility>
+
+#include "transfer/transfer_base.h"
+
+namespace protolink {
+
+namespace {
+
+constexpr int kOk = 200;
+/// Longer than a host that keeps its word ever holds a write to a window.
+constexpr std::chrono::seconds kPatience{5};
+
+}  // namespace
+
+DownloadJob::DownloadJob(const TransferWindowLink& window, std::uint64_t size, std::u16string path,
+                         std::u16string chosenName)
+    : window_(window), size_(size), path_(std::move(path)), chosenName_(std::move(chosenName)) {}
+
+void DownloadJob::onBegin() {
+    tell([&](const TransferWindowLink& window) {
+        window.setCancelEnabled(false);
+        window.setStatusText(u"Łączenie...");
+        window.setTotalSize(size_);
+    });
+}
+
+bool DownloadJob::onAnswer(int status) {
+    file_ = openReceived(path_, chosenName_);
+    whole_ = file_ && status == kOk;
+    if (!whole_) return false;
+    tell([&](const TransferWindowLink& window) {
+        window.setState(OKU_FT_RUNNING);
+        window.setStatusText(u"Przesyłanie...");
+        window.setTotalSize(size_);
+    });
+    return true;
+}
+
+bool DownloadJob::onBlock(std::string_view bytes) {
+    whole_ = false;
+    if (!file_->write(bytes)) return false;
+    whole_ = true;
+    tell([&](const TransferWindowLink& window) { window.setProgress(file_->position()); });
+    return true;
+}
+
+void DownloadJob::onEnd() noexcept {
+    const bool closed = file_ && file_->close();
+    file_.reset();
+    outcome_ = whole_ && closed ? Outcome::Received : Outcome::Failed;
+}
+
+void DownloadJob::detachWindow() {
+    const std::unique_lock lock(windowLock_, kPatience);
+    detached_ = true;
+}
+
+}  // namespace protolink

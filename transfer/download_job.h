@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
+// What the thread of a download has: its own link to the window, its own file, its own account of how it went.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <string>
+
+#include "host/services/transfer_windows.h"
+#include "platform/download.h"
+#include "platform/file.h"
+
+namespace protolink {
+
+class DownloadJob final : public platform::DownloadListener {
+public:
+    /// `size` in bytes is what the peer told; the file's `path` ends in the name that he chose.
+    DownloadJob(const TransferWindowLink& window, std::uint64_t size, std::u16string path, std::u16string chosenName);
+
+    void onBegin() override;
+    bool onAnswer(int status) override;
+    bool onBlock(std::string_view bytes) override;
+    void onEnd() noexcept override;
+
+    // For the account.
+    bool ended() const { return outcome_ != Outcome::None; }
+    /// Whether the server gave the document. One that broke off counts, a file that could not be written does not.
+    bool received() const { return outcome_ == Outcome::Received; }
+    /// From now on the thread writes to the window no more. Waits for a write that is under way.
+    void detachWindow();
+
+private:
+    enum class Outcome { None, Received, Failed };
+
+    /// The host takes what comes from a thread of its own and returns at once; it does so while the window is there.
+    template <typename Step>
+    void tell(Step&& step) {
+        const std::lock_guard lock(windowLock_);
+        if (!detached_) step(window_);
+    }
+
+    const TransferWindowLink window_;
+    std::recursive_timed_mutex windowLock_;  // a host may call back on the same thread
+    std::atomic<bool> detached_{false};
+
+    const std::uint64_t size_;
+    const std::u16string path_;
+    const std::u16string chosenName_;
+    std::unique_ptr<platform::File> file_;
+    bool whole_ = false;  // so far all that came was written
+    std::atomic<Outcome> outcome_{Outcome::None};
+};
+
+}  // namespace protolink
