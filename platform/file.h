@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
 
-// Files that are read or written piece by piece, and names that others chose for files. Part of the platform: see
-// platform.h.
+// Files that are read or written piece by piece. Part of the platform: see platform.h.
 #pragma once
 
 #include <cstddef>
@@ -43,10 +42,5 @@ std::unique_ptr<File> openForWriting(const std::u16string& path);
 
 /// The size of a file in bytes; 0 when there is none.
 std::uint64_t fileSize(const std::u16string& path);
-
-/// Whether a name that somebody else chose is one plain component of a path, so that it cannot lead out of the folder
-/// it is put behind: no separator of any target, no drive's colon, no control character, neither "." nor "..", nothing
-/// empty, and no more than 255 bytes of UTF-8. On Windows also nothing that names a device or cannot be a name.
-bool isPlainFileName(std::u16string_view name);
 
 }  // namespace platform

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "transfer/transfer_base.h"
 
+#include "platform/file_names.h"
 #include "transfer/session.h"
 
 namespace protolink {

@@ -162,10 +162,13 @@ public:
         : shared_(std::move(shared)), thread_([own = shared_] { work(own); }) {}
     ~CurlDownload() override {
         stop();
-        if (endedInTime()) return thread_.join();
-        // Its code and what it calls must stay where they are, and it keeps its own data.
-        keepMapped(&kOwnAddress);
-        thread_.detach();
+        if (endedInTime()) {
+            thread_.join();
+        } else {
+            // Its code and what it calls must stay where they are, and it keeps its own data.
+            keepMapped(&kOwnAddress);
+            thread_.detach();
+        }
     }
 
     void stop() noexcept override {

@@ -6,7 +6,6 @@
 #include <cerrno>
 #include <utility>
 
-#include "host/util/utf.h"
 #include "platform/file.h"
 #include "platform/linux/descriptor.h"
 
@@ -75,14 +74,6 @@ std::uint64_t fileSize(const std::u16string& path) {
     return name && stat(name->c_str(), &state) == 0 && S_ISREG(state.st_mode)
                ? static_cast<std::uint64_t>(state.st_size)
                : 0;
-}
-
-bool isPlainFileName(std::u16string_view name) {
-    constexpr std::size_t kLongest = 255;
-    if (name.empty() || name == u"." || name == u"..") return false;
-    for (const char16_t unit : name)
-        if (unit < 0x20 || unit == 0x7F || unit == u'/' || unit == u'\\' || unit == u':') return false;
-    return wtou(name).size() <= kLongest;
 }
 
 }  // namespace platform

@@ -2,6 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/fake_platform.h"
 
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "platform/download.h"
+#include "platform/file.h"
 #include "platform/platform.h"
 #include "tests/support/text.h"
 
@@ -25,7 +31,72 @@ void tell(const char* verb, const std::string& path, const std::string& content)
     if (world().onFile) world().onFile(verb, path, content);
 }
 
+/// A file of the world that is open. The world may be another one when it is closed.
+class FakeFile final : public platform::File {
+public:
+    explicit FakeFile(std::string path) : path_(std::move(path)) {}
+
+    std::optional<std::string> read(std::size_t most) override {
+        const auto found = world().files.find(path_);
+        if (found == world().files.end() || world().unreadable.count(path_)) return std::nullopt;
+        const auto bytes = found->second.substr(std::min<std::size_t>(position_, found->second.size()), most);
+        position_ += bytes.size();
+        return bytes;
+    }
+    bool write(std::string_view bytes) override {
+        if (world().unwritable.count(path_)) return false;
+        world().files[path_].append(bytes);
+        position_ += bytes.size();
+        return true;
+    }
+    std::optional<std::uint64_t> length() const override {
+        const auto found = world().files.find(path_);
+        return found == world().files.end() ? std::nullopt : std::optional<std::uint64_t>(found->second.size());
+    }
+    std::uint64_t position() const override { return position_; }
+    bool close() override { return true; }
+
+private:
+    std::string path_;
+    std::uint64_t position_ = 0;
+};
+
+class FakeThread final : public platform::Download {
+public:
+    explicit FakeThread(std::shared_ptr<FakeDownload> download) : download_(std::move(download)) {}
+    ~FakeThread() override {
+        download_->stop();
+        download_->end();
+    }
+    void stop() noexcept override { download_->stop(); }
+
+private:
+    std::shared_ptr<FakeDownload> download_;
+};
+
 }  // namespace
+
+void FakeDownload::begin() {
+    if (!begun_) listener_->onBegin();
+    begun_ = true;
+}
+void FakeDownload::answer(int status) {
+    begin();
+    if (!ended_ && !stopped_ && !listener_->onAnswer(status)) end();
+}
+void FakeDownload::block(const std::string& bytes) {
+    if (!ended_ && !stopped_ && !listener_->onBlock(bytes)) end();
+}
+void FakeDownload::end() {
+    if (ended_) return;
+    ended_ = true;
+    listener_->onEnd();
+}
+void FakeDownload::stop() {
+    if (!stopped_ && !ended_) tell("gives up", url_, "");
+    stopped_ = true;
+}
+
 }  // namespace harness
 
 namespace platform {
@@ -74,6 +145,38 @@ std::optional<std::string> readFile(const std::u16string& path) {
     const auto found = world().files.find(name);
     if (found == world().files.end() || world().unopenable.count(name)) return std::nullopt;
     return found->second;
+}
+
+std::unique_ptr<File> openForReading(const std::u16string& path) {
+    const auto name = harness::toUtf8(path);
+    if (!world().files.count(name) || world().unopenable.count(name)) return nullptr;
+    return std::make_unique<harness::FakeFile>(name);
+}
+
+std::unique_ptr<File> openForWriting(const std::u16string& path) {
+    const auto name = harness::toUtf8(path);
+    if (world().unopenable.count(name)) return nullptr;
+    world().files[name].clear();
+    harness::tell("makes", name, "");
+    return std::make_unique<harness::FakeFile>(name);
+}
+
+std::uint64_t fileSize(const std::u16string& path) {
+    const auto name = harness::toUtf8(path);
+    const auto told = world().sizes.find(name);
+    if (told != world().sizes.end()) return told->second;
+    const auto found = world().files.find(name);
+    return found == world().files.end() ? 0 : found->second.size();
+}
+
+std::unique_ptr<Download> startDownload(const std::u16string& url, const std::u16string&,
+                                        std::shared_ptr<DownloadListener> listener) {
+    if (!world().threads) return nullptr;
+    const auto name = harness::toUtf8(url);
+    const auto download = std::make_shared<harness::FakeDownload>(name, std::move(listener));
+    world().downloads.push_back(download);
+    harness::tell("downloads", name, "");
+    return std::make_unique<harness::FakeThread>(download);
 }
 
 bool createFileIfMissing(const std::u16string& path) {

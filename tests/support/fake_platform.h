@@ -9,14 +9,40 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
+
+namespace platform {
+class DownloadListener;
+}
 
 namespace harness {
 
 /// How many seeds are remembered: a month of connections must not grow by them.
 constexpr std::size_t kKeptSeeds = 16;
+
+/// A download, whose thread is the test's own.
+class FakeDownload {
+public:
+    FakeDownload(std::string url, std::shared_ptr<platform::DownloadListener> listener)
+        : url_(std::move(url)), listener_(std::move(listener)) {}
+
+    void begin();
+    void answer(int status);
+    void block(const std::string& bytes);
+    void end();
+    void stop();
+    bool stopped() const { return stopped_; }
+
+private:
+    std::string url_;
+    std::shared_ptr<platform::DownloadListener> listener_;
+    bool begun_ = false;
+    bool ended_ = false;
+    bool stopped_ = false;
+};
 
 struct FakeWorld {
     std::int64_t now = 1700000000;      // seconds since the epoch
@@ -28,12 +54,19 @@ struct FakeWorld {
     std::int32_t timeZoneBias = -60;
     std::string operatingSystem = "Linux x86_64 6.1";
 
-    std::map<std::string, std::string> files;  // by path, both UTF-8
-    std::set<std::string> folders;             // that were made
-    std::set<std::string> unopenable;          // paths that cannot be opened
-    std::set<std::string> unwritable;          // paths that open, but take no content
+    std::map<std::string, std::string> files;    // by path, both UTF-8
+    std::set<std::string> folders;               // that were made
+    std::set<std::string> unopenable;            // paths that cannot be opened
+    std::set<std::string> unreadable;            // paths that open, but cannot be read
+    std::map<std::string, std::uint64_t> sizes;  // of files that are larger than a test wants to hold
+    std::set<std::string> unwritable;            // paths that open, but take no content
 
-    /// Told of each file that is made ("makes") or replaced ("writes"), and of each new folder ("makes folder").
+    bool threads = true;                                   // can be started
+    std::vector<std::shared_ptr<FakeDownload>> downloads;  // in the order of their beginning
+
+    /// Told of each file that is made ("makes") or replaced ("writes"), of each new folder ("makes folder"),
+    /// and of each address that is fetched
+    /// ("downloads") or given up ("gives up").
     std::function<void(const std::string& verb, const std::string& path, const std::string& content)> onFile;
     /// Told of each icon that is destroyed.
     std::function<void(std::uint64_t icon)> onIconDestroyed;

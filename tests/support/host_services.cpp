@@ -14,8 +14,9 @@ namespace {
 using K = ServiceArgument::Kind;
 
 const ServiceRow* find(const std::string& service) {
-    static const std::array kFamilies{settingsServices(), timerServices(),   accountServices(), windowServices(),
-                                      socketServices(),   contactServices(), hookServices(),    cardServices()};
+    static const std::array kFamilies{settingsServices(), timerServices(),  accountServices(),
+                                      windowServices(),   socketServices(), contactServices(),
+                                      hookServices(),     cardServices(),   transferServices()};
     for (const auto& family : kFamilies) {
         for (const auto& row : family) {
             if (service == row.name) return &row;

@@ -36,6 +36,7 @@ std::span<const ServiceRow> hookServices();
 std::span<const ServiceRow> settingsServices();
 std::span<const ServiceRow> socketServices();
 std::span<const ServiceRow> timerServices();
+std::span<const ServiceRow> transferServices();
 std::span<const ServiceRow> windowServices();
 
 /// Calls a service: decodes, records, then answers what the test scripted, or what the host does.

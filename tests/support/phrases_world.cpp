@@ -40,8 +40,15 @@ void fileFails(Scene& scene, const Line& line, const std::string&) {
     const auto name = scene.path(line.lastWord());
     world().unopenable.erase(name);
     world().unwritable.erase(name);
+    world().unreadable.erase(name);
     if (startsWith(line.head, "cannot open")) world().unopenable.insert(name);
     if (startsWith(line.head, "cannot write")) world().unwritable.insert(name);
+    if (startsWith(line.head, "cannot read")) world().unreadable.insert(name);
+}
+
+/// size of NAME = 5368709120
+void fileSize(Scene& scene, const Line& line, const std::string&) {
+    world().sizes[scene.path(line.lastWord())] = std::stoull(scene.textOf(line));
 }
 
 void modulePath(Scene& scene, const Line& line, const std::string&) { world().modulePath = scene.textOf(line); }
@@ -67,6 +74,8 @@ constexpr Phrase kPhrases[] = {
     {"no file ", file, Role::World},
     {"cannot open ", fileFails, Role::World},
     {"cannot write ", fileFails, Role::World},
+    {"cannot read ", fileFails, Role::World},
+    {"size of ", fileSize, Role::World},
     {"can open and write ", fileFails, Role::World},
     {"module path ", modulePath, Role::World},
     {"directories ", directories, Role::World},

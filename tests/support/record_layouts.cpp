@@ -106,6 +106,22 @@ constexpr FieldLayout kSocketConnectFields[] = {
     {"proxyEnabled", 72, U32}, {"service", 80, Text}};
 constexpr FieldLayout kSocketSendFields[] = {{"data", 8, Skip}, {"length", 16, U32}, {"socket", 24, Text}};
 
+constexpr FieldLayout kTransferInitFields[] = {
+    {"callback", 8, Callback}, {"context", 16, Context}, {"status", 24, Text}, {"title", 40, Text},
+    {"contact", 48, Text},     {"contact2", 56, Text},   {"update", 64, Skip}, {"data", 72, Skip},
+    {"record", 80, Contact},   {"module", 104, Module}};
+constexpr FieldLayout kTransferAskFields[] = {
+    {"question", 8, Text}, {"path", 16, Text}, {"capacity", 24, U32}, {"sender", 32, Text}};
+constexpr FieldLayout kPublishFields[] = {{"file", 16, Published},
+                                          {"state", 32, Callback},
+                                          {"context", 40, Context},
+                                          {"progress", 56, Callback},
+                                          {"context", 64, Context}};
+constexpr FieldLayout kFileChooserFields[] = {
+    {"filter", 8, Text},        {"flags", 16, U32},       {"title", 24, Text},   {"owner", 32, Word},
+    {"callback", 40, Callback}, {"context", 48, Context}, {"module", 56, Module}};
+constexpr FieldLayout kPublishedFields[] = {{"path", 8, Text}};
+
 }  // namespace
 
 const RecordLayout kLog{"OKU_LOG_RECORD", 40, kLogFields};
@@ -149,6 +165,11 @@ const RecordLayout kPepLocation{"OKU_PEP_LOCATION_DATA", 192, kPepLocationFields
 const RecordLayout kSocketCreate{"NL_CREATE_RECORD", 72, kSocketCreateFields};
 const RecordLayout kSocketConnect{"NL_CONNECT_RECORD", 88, kSocketConnectFields};
 const RecordLayout kSocketSend{"NL_SEND_RECORD", 32, kSocketSendFields};
+const RecordLayout kTransferInit{"OKU_FT_INIT_RECORD", 112, kTransferInitFields};
+const RecordLayout kTransferAsk{"OKU_FT_ASK_RECORD", 40, kTransferAskFields};
+const RecordLayout kPublish{"OK7_PREPARE_RECORD", 72, kPublishFields};
+const RecordLayout kPublished{"OK7_PREPARE_RESULT", 2064, kPublishedFields};
+const RecordLayout kFileChooser{"OKU_FILE_CHOOSER", 64, kFileChooserFields};
 const RecordLayout kProxyDefaults{"NL_PROXY_DEFAULTS", 1556, {}};
 
 }  // namespace harness::layouts

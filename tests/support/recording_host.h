@@ -65,6 +65,19 @@ struct Protocol {
     const std::uint32_t* flags = nullptr;
 };
 
+/// A window of a file transfer; `number` counts from 1 in the order of opening.
+struct TransferWindow {
+    Callback callback;
+    OKU_WORD number = 0;
+    OKU_WORD data = 0;  // what updates come with
+};
+
+/// A file that the host publishes.
+struct Publication {
+    Callback state;
+    Callback progress;
+};
+
 /// The host's own proxy settings.
 struct ProxyDefaults {
     std::string host, user, password;
@@ -88,8 +101,10 @@ public:
     std::function<std::int64_t()> now;  // seconds since the epoch
     std::map<std::string, SettingsFile> settingsFiles;
     ProxyDefaults proxy;
-    std::map<std::string, std::string> cardForm;  // the user's own card as the host's form holds it
-    OKU_WORD pageIcon = 0;                        // what the host leaves in the record of an options page
+    std::map<std::string, std::string> cardForm;                    // the user's own card as the host's form holds it
+    std::string receivedFolder = "/received/";                      // where an accepted file goes
+    std::string publishedUrl = "http://host.example/file?a=1&b=2";  // of a file that the host publishes
+    OKU_WORD pageIcon = 0;  // what the host leaves in the record of an options page
 
     // What the test tells the host to do.
     std::map<std::string, std::deque<OKU_WORD>> answersOnce;  // by service: results instead of the host's own
@@ -108,7 +123,12 @@ public:
     std::vector<std::pair<std::string, Callback>> hooks;
     std::map<std::uint32_t, Protocol> protocols;
     std::map<std::uint32_t, Callback> statusWindows;
-    Callback popUp;                                    // the last one; its context is its user data
+    Callback popUp;                                      // the last one; its context is its user data
+    std::map<OKU_WORD, TransferWindow> transferWindows;  // by handle
+    std::map<OKU_WORD, Callback> droppedWindows;         // by number
+    OKU_WORD windowsOpened = 0;
+    std::vector<Publication> publications;             // in order
+    std::vector<Callback> choosers;                    // in order
     std::map<std::uint32_t, Compression> compression;  // the server's side of each account's stream
     std::int64_t clock = 0;                            // milliseconds
     std::size_t calls = 0;                             // calls of the table so far

@@ -120,6 +120,8 @@ private:
                 if (pointer) append(readRecord(layouts::kContact, pointer, context_));
                 contact_ = pointer;
                 return;
+            case Published:
+                return append(readRecord(layouts::kPublished, pointer, context_));
             case Resource:
                 if (pointer) append(readRecord(layouts::kResource, pointer, context_));
                 return;

@@ -34,6 +34,7 @@ enum class FieldKind {
     Statuses,      // pointer to u32 values whose count stands at `other`
     Contact,       // pointer to a contact record, its fields shown in place
     Resource,      // pointer to a resource record, its fields shown in place
+    Published,     // pointer to the record of a file to publish, its fields shown in place
     SameResource,  // pointer to what the field at `other` of the contact points to; shown as "other" when it is not
     Skip,          // bytes that mean nothing to a reader: addresses of buffers and what the host fills in
 };
@@ -89,7 +90,7 @@ extern const RecordLayout kLog, kSettings, kTimer, kHook, kHookData, kStatusData
     kContactAdd, kContactIdentity, kContactIcon, kMessage, kMessageSend, kProtocol, kInfo, kMenu, kDirectory,
     kIconClass, kIconLoad, kIconSet, kOptionsPage, kPropertiesPage, kStatusPrepare, kStatusShow, kStatusTexts,
     kMessageBox, kNotify, kPepEvent, kPepTune, kPepMood, kPepLocation, kSocketCreate, kSocketConnect, kSocketSend,
-    kProxyDefaults;
+    kProxyDefaults, kTransferInit, kTransferAsk, kPublish, kPublished, kFileChooser;
 }  // namespace layouts
 
 }  // namespace harness

@@ -17,6 +17,7 @@
 #include "host/oku/pep.h"
 #include "host/oku/protocol.h"
 #include "host/oku/timer.h"
+#include "host/oku/transfer.h"
 #include "host/oku/windows.h"
 #include "tests/support/fake_platform.h"
 #include "tests/support/text.h"
@@ -237,6 +238,49 @@ const Protocol& Stage::protocol() const {
 
 OKU_WORD Stage::deleteContact(const std::string& jid) {
     return withContact(jid, account, [&](OKU_WORD contact) { return protocol().remove(contact, 0); });
+}
+
+OKU_WORD Stage::sendFile(const std::string& jid) {
+    return withContact(jid, account, [&](OKU_WORD contact) { return service("PFInitSendFile", contact, 0); });
+}
+
+namespace {
+/// The element of this number, counted from 1.
+template <typename List>
+auto& numbered(List& list, long long number, const char* what) {
+    if (number < 1 || static_cast<std::size_t>(number) > list.size())
+        throw NotThere(std::string("there is no such ") + what);
+    return list[static_cast<std::size_t>(number) - 1];
+}
+}  // namespace
+
+OKU_WORD Stage::choose(long long chooser, const std::optional<std::string>& path, long long kind) {
+    const auto callback = numbered(host.choosers, chooser, "chooser");
+    const WideText text(path.value_or(""));
+    auto choice = sized<OKU_FILE_CHOICE>();
+    if (kind == 0) kind = path ? static_cast<int>(OKU_FILE_CHOSEN) : static_cast<int>(OKU_FILE_CHOICE_CANCELLED);
+    choice.kind = static_cast<std::uint32_t>(kind);
+    choice.path = path ? static_cast<const char16_t*>(text) : nullptr;
+    return callback(word(&choice), 0);
+}
+
+OKU_WORD Stage::transferWindow(OKU_WORD number, std::optional<long long> event) {
+    const auto open = std::find_if(host.transferWindows.begin(), host.transferWindows.end(),
+                                   [&](const auto& entry) { return entry.second.number == number; });
+    const auto callback =
+        open == host.transferWindows.end() ? required(host.droppedWindows, number, "window") : open->second.callback;
+    OKU_FT_EVENT record{sizeof(OKU_FT_EVENT), static_cast<std::uint32_t>(event.value_or(0))};
+    return callback(event ? word(&record) : 0, 0);
+}
+
+OKU_WORD Stage::publishedState(long long file, OKU_WORD state) {
+    const auto callback = numbered(host.publications, file, "published file").state;
+    return callback(state, 0);
+}
+
+OKU_WORD Stage::publishedProgress(long long file, OKU_WORD position, OKU_WORD total) {
+    const auto callback = numbered(host.publications, file, "published file").progress;
+    return callback(position, total);
 }
 
 OKU_WORD Stage::authorize(const std::string& jid, OKU_WORD bits) {

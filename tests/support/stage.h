@@ -72,6 +72,13 @@ public:
     OKU_WORD popUp(std::uint32_t action);
     OKU_WORD popUpNull();
     OKU_WORD deleteContact(const std::string& jid);
+    OKU_WORD sendFile(const std::string& jid);
+    /// The user answers a chooser: with a path, or with none. `kind` 0 is the one that goes with that.
+    OKU_WORD choose(long long chooser, const std::optional<std::string>& path, long long kind);
+    /// An event of a transfer's window, open or dropped; a null record without one.
+    OKU_WORD transferWindow(OKU_WORD number, std::optional<long long> event);
+    OKU_WORD publishedState(long long file, OKU_WORD state);
+    OKU_WORD publishedProgress(long long file, OKU_WORD position, OKU_WORD total);
     OKU_WORD authorize(const std::string& jid, OKU_WORD bits);
     /// Calls a service that the plugin registered for this account ("PFStatusSet").
     OKU_WORD service(const std::string& shortName, OKU_WORD param, OKU_WORD extra);
