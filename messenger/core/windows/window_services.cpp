@@ -1,6 +1,7 @@
 #include "messenger/core/windows/window_services.h"
 
 #include "host/oku/graphics.h"
+#include "host/oku/transfer.h"
 #include "host/oku/windows.h"
 #include "messenger/core/accounts/accounts.h"
 #include "messenger/core/boundary/plugin_queue.h"
@@ -40,6 +41,8 @@ WindowServices::WindowServices(ServiceRegistry& services, Accounts& accounts, Pl
     services.provide(u"OKU/StatusWND/Show", [this](OKU_WORD param, OKU_WORD) { return showStatusWindow(param); });
     services.provide(u"OKU/StatusWND/SetTexts",
                      [this](OKU_WORD param, OKU_WORD) { return setStatusWindowTexts(param); });
+    // This messenger cannot show a transfer, so nobody can be asked: a file that somebody offers is not taken.
+    services.provide(u"OKU/FTAskForConfirmation", [](OKU_WORD, OKU_WORD) -> OKU_WORD { return OKU_FT_ANSWER_REFUSE; });
     services.provide(u"MyVCard/SignalBusyness", [this](OKU_WORD busy, OKU_WORD) -> OKU_WORD {
         emit busyChanged(busy != 0);
         return 1;

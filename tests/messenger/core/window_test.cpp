@@ -139,6 +139,11 @@ TEST_F(Windows, WhatIsHandedOverForWindowsIsKept) {
     EXPECT_EQ(core->windows.optionPages().size() + core->windows.propertyPages().size(), 2U);
 }
 
+TEST_F(Windows, AFileThatSomebodyOffersIsRefused) {
+    constexpr OKU_WORD kRefuse = 7;
+    EXPECT_EQ(call(u"OKU/FTAskForConfirmation", 0, 0), kRefuse);
+}
+
 TEST_F(Windows, EveryServiceBearsANullRecord) {
     for (const char16_t* name : {u"OKU/Log",
                                  u"OKU/Settings/Init",
