@@ -22,22 +22,18 @@ DownloadJob::DownloadJob(const TransferWindowLink& window, std::uint64_t size, s
     : window_(window), size_(size), path_(std::move(path)), chosenName_(std::move(chosenName)) {}
 
 void DownloadJob::onBegin() {
-    tell([&](const TransferWindowLink& window) {
-        window.setCancelEnabled(false);
-        window.setStatusText(u"Łączenie...");
-        window.setTotalSize(size_);
-    });
+    tell([](const TransferWindowLink& window) { window.setCancelEnabled(false); });
+    tell([](const TransferWindowLink& window) { window.setStatusText(u"Łączenie..."); });
+    tell([&](const TransferWindowLink& window) { window.setTotalSize(size_); });
 }
 
 bool DownloadJob::onAnswer(int status) {
     file_ = openReceived(path_, chosenName_);
     whole_ = file_ && status == kOk;
     if (!whole_) return false;
-    tell([&](const TransferWindowLink& window) {
-        window.setState(OKU_FT_RUNNING);
-        window.setStatusText(u"Przesyłanie...");
-        window.setTotalSize(size_);
-    });
+    tell([](const TransferWindowLink& window) { window.setState(OKU_FT_RUNNING); });
+    tell([](const TransferWindowLink& window) { window.setStatusText(u"Przesyłanie..."); });
+    tell([&](const TransferWindowLink& window) { window.setTotalSize(size_); });
     return true;
 }
 

@@ -36,7 +36,8 @@ public:
 private:
     enum class Outcome { None, Received, Failed };
 
-    /// The host takes what comes from a thread of its own and returns at once; it does so while the window is there.
+    /// Makes one update of the window, while there is one. The host takes what comes from another thread, and returns
+    /// at once.
     template <typename Step>
     void tell(Step&& step) {
         const std::lock_guard lock(windowLock_);
