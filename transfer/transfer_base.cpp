@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "transfer/transfer_base.h"
 
-#include "platform/file_names.h"
+#include "host/util/file_name.h"
 #include "transfer/session.h"
 
 namespace protolink {
@@ -73,7 +73,7 @@ void CTransferBase::retire() {
 }
 
 std::unique_ptr<platform::File> openReceived(const std::u16string& path, std::u16string_view chosenName) {
-    return platform::isPlainFileName(chosenName) ? platform::openForWriting(path) : nullptr;
+    return isPlainFileName(chosenName) ? platform::openForWriting(path) : nullptr;
 }
 
 }  // namespace protolink

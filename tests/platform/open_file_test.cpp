@@ -1,12 +1,11 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
 
-// Files piece by piece, and names that others chose.
+// Files piece by piece.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include "platform/file.h"
-#include "platform/file_names.h"
 #include "tests/platform/temporary_folder.h"
 
 namespace {
@@ -65,32 +64,6 @@ TEST(OpenFile, TellsItsSize) {
     EXPECT_EQ(platform::fileSize(folder.wide("file")), std::uint64_t{5} << 30);
     EXPECT_EQ(platform::fileSize(folder.wide("absent")), 0u);
     EXPECT_EQ(platform::fileSize(folder.directory()), 0u);
-}
-
-TEST(FileNames, ThatStayInTheirFolder) {
-    for (const char16_t* name :
-         {u"a", u"a.txt", u".a", u"...", u"za\u017C\u00F3\u0142\u0107 g\u0119\u015Bl\u0105", u"a b", u"~", u"-rf"})
-        EXPECT_TRUE(platform::isPlainFileName(name, false)) << wtou(name);
-    EXPECT_TRUE(platform::isPlainFileName(std::u16string(255, u'a')));
-}
-
-TEST(FileNames, ThatLeadElsewhere) {
-    using namespace std::string_literals;
-    for (const std::u16string& name : {u""s, u"."s, u".."s, u"a/b"s, u"/a"s, u"a/"s, u"a\\b"s, u"..\\a"s, u"c:"s,
-                                       u"c:a"s, u"a\0b"s, u"a\nb"s, u"a\x7F"s, u"a\u0085"s})
-        EXPECT_FALSE(platform::isPlainFileName(name)) << wtou(name);
-    EXPECT_FALSE(platform::isPlainFileName(std::u16string(256, u'a')));
-    EXPECT_FALSE(platform::isPlainFileName(std::u16string(128, u'\u0105')));
-}
-
-TEST(FileNames, ThatWindowsMisreads) {
-    for (const char16_t* name : {u"a*", u"a?", u"a\"", u"<a", u"a>", u"a|b", u"a.", u"a ", u"con", u"NUL.txt", u"Com1",
-                                 u"lpt\u00B9", u"aux .x", u"CONIN$"}) {
-        EXPECT_FALSE(platform::isPlainFileName(name, true)) << wtou(name);
-        EXPECT_TRUE(platform::isPlainFileName(name, false)) << wtou(name);
-    }
-    for (const char16_t* name : {u"a", u"console", u"com", u"com11", u"a.con"})
-        EXPECT_TRUE(platform::isPlainFileName(name, true)) << wtou(name);
 }
 
 }  // namespace
