@@ -4,11 +4,9 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
-#include "messenger/core/passwords/key_ring.h"
-#include "messenger/core/boundary/plugin_loader.h"
+#include "messenger/core/messenger.h"
 #include "messenger/core/process/process_protection.h"
 #include "messenger/core/texts.h"
-#include "messenger/terminal/messenger_client.h"
 #include "messenger/terminal/options.h"
 #include "messenger/terminal/posix_io.h"
 #include "messenger/terminal/run_interactive.h"
@@ -23,13 +21,11 @@ using namespace oku::terminal;
 QString absolute(const QString& path) { return path.isEmpty() ? path : QFileInfo(path).absoluteFilePath(); }
 
 oku::MessengerOptions messengerOptions(const Options& options) {
-    oku::MessengerOptions result;
+    oku::MessengerOptions result = oku::installedOptions();
     result.profileDir = absolute(options.profileDir);
-    result.modulePath = options.modulePath.isEmpty() ? oku::findModule(QCoreApplication::applicationDirPath())
-                                                     : absolute(options.modulePath);
+    if (!options.modulePath.isEmpty()) result.modulePath = absolute(options.modulePath);
     result.verbose = options.verbose;
     result.caFile = absolute(options.caFile);
-    result.keyRing = oku::systemKeyRing();
     return result;
 }
 
@@ -46,8 +42,8 @@ ExitCode run(const QStringList& arguments, const QString& password) {
     }
     Options options = std::get<Options>(read);
     options.password = password;
-    MessengerClient client(messengerOptions(options));
-    return options.json ? runJson(client, options) : runInteractive(client, options);
+    oku::Messenger messenger(messengerOptions(options));
+    return options.json ? runJson(messenger, options) : runInteractive(messenger, options);
 }
 
 }  // namespace

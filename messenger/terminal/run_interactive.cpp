@@ -40,12 +40,12 @@ bool started(Session& session) {
     return reason.isEmpty();
 }
 
-ExitCode runPlain(Client& client, const Options& options) {
+ExitCode runPlain(MessengerFace& messenger, const Options& options) {
     QEventLoop loop;
     const bool terminal = ::isatty(STDOUT_FILENO) != 0;
     Output output(STDOUT_FILENO);
     const auto write = [&output](const QByteArray& bytes) { output.write(bytes); };
-    PlainDisplay display(client, sessionOptions(options, true), terminal ? coloursOfEnvironment() : Colours::None,
+    PlainDisplay display(messenger, sessionOptions(options, true), terminal ? coloursOfEnvironment() : Colours::None,
                          terminal ? terminalSize(STDOUT_FILENO).columns : 0, STDIN_FILENO, write,
                          [&loop] { loop.quit(); });
     output.whenLost([&display] { display.session().quit(); });
@@ -59,12 +59,12 @@ ExitCode runPlain(Client& client, const Options& options) {
     return endOf(output);
 }
 
-ExitCode runScreen(Client& client, const Options& options) {
+ExitCode runScreen(MessengerFace& messenger, const Options& options) {
     QEventLoop loop;
     Output output(STDOUT_FILENO);
     const auto write = [&output](const QByteArray& bytes) { output.write(bytes); };
-    ScreenDisplay display(client, sessionOptions(options, false), coloursOfEnvironment(), terminalSize(STDOUT_FILENO),
-                          write, [&loop] { loop.quit(); });
+    ScreenDisplay display(messenger, sessionOptions(options, false), coloursOfEnvironment(),
+                          terminalSize(STDOUT_FILENO), write, [&loop] { loop.quit(); });
     output.whenLost([&display] { display.session().quit(); });
     warned = &display.session();
     const QtMessageHandler before = qInstallMessageHandler(onQtMessage);
@@ -91,10 +91,10 @@ ExitCode runScreen(Client& client, const Options& options) {
 
 }  // namespace
 
-ExitCode runInteractive(Client& client, const Options& options) {
+ExitCode runInteractive(MessengerFace& messenger, const Options& options) {
     const bool terminal = ::isatty(STDIN_FILENO) != 0 && ::isatty(STDOUT_FILENO) != 0;
     const bool plain = options.plain || !terminal || coloursOfEnvironment() == Colours::None;
-    return plain ? runPlain(client, options) : runScreen(client, options);
+    return plain ? runPlain(messenger, options) : runScreen(messenger, options);
 }
 
 }  // namespace oku::terminal

@@ -12,11 +12,11 @@
 
 namespace oku::terminal {
 
-ExitCode runJson(Client& client, const Options& options) {
+ExitCode runJson(MessengerFace& messenger, const Options& options) {
     QEventLoop loop;
     Output output(STDOUT_FILENO);
     const auto write = [&output](const QByteArray& line) { output.writeSoon(line); };
-    JsonMode mode(client, write, options.verbose, bareJid(options.account), [&loop] { loop.quit(); });
+    JsonMode mode(messenger, write, options.verbose, bareJid(options.account), [&loop] { loop.quit(); });
     output.whenLost([&mode] { mode.end(); });
     if (const QString reason = mode.start(); !reason.isEmpty()) {
         output.flush();
@@ -24,7 +24,8 @@ ExitCode runJson(Client& client, const Options& options) {
         return ExitCode::Failure;
     }
     if (!options.account.isEmpty() && !options.password.isEmpty())
-        if (const QString reason = client.addAccount(options.account, options.password, {}); !reason.isEmpty())
+        if (const QString reason = messenger.accounts().addAccount(options.account, options.password, {});
+            !reason.isEmpty())
             mode.noticed(bareJid(options.account), say(Text::AccountRefused, options.account, reason));
     if (!options.status.isEmpty()) mode.setStatusAtStart(statusFromWord(options.status));
     InputReader input(STDIN_FILENO, [&](const QByteArray& bytes) {

@@ -304,6 +304,10 @@ Trust this certificate on this account from now on?</translation>
         <source>Nie podano adresu.</source>
         <translation>No address is given.</translation>
     </message>
+    <message>
+        <source>Na odpowiedź czeka tak wiele próśb o autoryzację, że dalsze nie są pokazywane.</source>
+        <translation>So many requests for authorization wait for an answer that further ones are not shown.</translation>
+    </message>
 </context>
 <context>
     <name>History</name>
@@ -903,10 +907,6 @@ Commands inside the program: /help. All of it: man oku-terminal
     <message>
         <source>Serwer nie podał listy kontaktów; pokazana jest ostatnia znana.</source>
         <translation>The server gave no contact list; the last known one is shown.</translation>
-    </message>
-    <message>
-        <source>Na odpowiedź czeka tak wiele próśb o autoryzację, że dalsze nie są pokazywane.</source>
-        <translation>So many requests for authorization wait for an answer that further ones are not shown.</translation>
     </message>
 </context>
 <context>

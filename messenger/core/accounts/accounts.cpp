@@ -80,12 +80,20 @@ AccountEntry* Accounts::bySocket(const QString& socket) const {
     return first([&](const AccountEntry& entry) { return entry.registered && entry.socket == socket; });
 }
 
+AccountEntry* Accounts::inPlugin(const QString& jid) const {
+    auto* entry = byJid(jid);
+    return entry && entry->registered ? entry : nullptr;
+}
+
+QString Accounts::noAccount(const QString& jid) {
+    return QCoreApplication::translate("Messenger", "Nie ma takiego konta: %1").arg(jid);
+}
+
 void Accounts::dropPlugin() {
     for (const auto& entry : entries_) {
         entry->registered = false;
         entry->flags = nullptr;
         entry->socket.clear();
-        entry->statusWindowCallback = nullptr;
     }
 }
 

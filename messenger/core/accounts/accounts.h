@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <QByteArray>
@@ -12,7 +11,6 @@
 #include "messenger/core/storage/settings_file.h"
 #include "messenger/core/values/account.h"
 #include "messenger/core/values/status.h"
-#include "messenger/core/values/windows.h"
 
 namespace oku {
 
@@ -60,17 +58,8 @@ struct AccountEntry {
     QString description;
     bool rosterComplete = false;
     QString reason;  ///< why the last connection ended
-    struct Choice {
-        Status status;
-        QString description;
-        std::function<void()> give;  ///< tells the plugin, in the way in which the user chose
-    };
-    std::optional<Choice> keptChoice;  ///< made while a login was under way
 
     AuthorizationRequests authorizations;
-    StatusWindow statusWindow;  ///< as it was prepared
-    OKU_HANDLER statusWindowCallback = nullptr;
-    OKU_WORD statusWindowContext = 0;
 
     /// The bare JID of the settings; empty while there is none.
     [[nodiscard]] QString jid() const;
@@ -112,6 +101,14 @@ public:
     AccountEntry* byNetId(std::uint32_t netId) const;
     AccountEntry* byContext(OKU_WORD context) const;
     AccountEntry* bySocket(const QString& socket) const;
+    /// The one with this address while the plugin has it; null otherwise.
+    AccountEntry* inPlugin(const QString& jid) const;
+    /// Runs `command` for that account and gives its reason, or tells that there is no such account.
+    template <typename Command>
+    QString with(const QString& jid, Command command) const {
+        auto* account = inPlugin(jid);
+        return account ? command(*account) : noAccount(jid);
+    }
     /// The plugin is gone: nothing is registered any more.
     void dropPlugin();
 
@@ -122,6 +119,7 @@ signals:
 private:
     OKU_WORD add(OKU_WORD param);
     OKU_WORD remove(OKU_WORD netId);
+    static QString noAccount(const QString& jid);
     AccountEntry* ownerOf(const OKU_PROTOCOL_RECORD& record) const;
     template <typename Test>
     AccountEntry* first(Test test) const;

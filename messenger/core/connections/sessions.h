@@ -6,7 +6,6 @@
 #include "messenger/core/accounts/accounts.h"
 #include "messenger/core/net/socket_types.h"
 #include "messenger/core/values/account.h"
-#include "messenger/core/values/message.h"
 #include "messenger/core/wire/hook_chain.h"
 
 namespace oku {
@@ -16,19 +15,18 @@ class Delivery;
 class History;
 class IqQueries;
 class PluginQueue;
-class ServiceRegistry;
 class SocketBridge;
+class StatusChoices;
 class StreamWatch;
 class TypingNotices;
 
-/// The life of the accounts' connections: what state each is in, what the plugin reports of status and messages, and
-/// what has to happen when a login is complete or a connection has ended.
+/// The life of the accounts' connections: what state each is in, what the plugin reports of the own status, and what
+/// has to happen when a login is complete or a connection has ended.
 class Sessions : public QObject, public ProtocolListener {
     Q_OBJECT
 
 public:
     struct Parts {
-        ServiceRegistry& services;
         Accounts& accounts;
         PluginQueue& queue;
         ContactService& contacts;
@@ -38,12 +36,10 @@ public:
         StreamWatch& watch;
         TypingNotices& typing;
         SocketBridge& sockets;
+        StatusChoices& choices;
     };
     explicit Sessions(Parts parts, QObject* parent = nullptr);
 
-    void setStatus(AccountEntry& account, Status status, const QString& description);
-    /// A choice made while a login is under way waits for its end, as the plugin would drop the attempt.
-    void choose(AccountEntry& account, AccountEntry::Choice choice);
     bool onProtocolEvent(ProtocolEvent& event) override;
     /// Looks at the accounts' flags, and tells what has changed.
     void update();
@@ -52,15 +48,10 @@ signals:
     void connectionChanged(const QString& account, oku::ConnectionState state, const QString& reason);
     void ownStatusChanged(const QString& account, oku::Status status, const QString& description);
     void rosterComplete(const QString& account);
-    void messageReceived(const QString& account, const oku::Message& message);
-    void authorizationRequested(const QString& account, const QString& jid);
     void noticed(const QString& account, const QString& text);
 
 private:
-    void giveStatus(AccountEntry& account, Status status, const QString& description);
-    void askForAuthorization(AccountEntry& account, const QString& jid);
     void readOwnStatus(ProtocolEvent& event);
-    void readMessage(ProtocolEvent& event);
     void connectionEnded(AccountEntry& account, const net::End& end, bool told);
     void streamError(AccountEntry& account, const QString& condition, const QString& text);
     void changeState(AccountEntry& account, ConnectionState state);

@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "messenger/core/accounts/accounts.h"
-#include "messenger/core/passwords/passwords.h"
-#include "messenger/core/connections/sessions.h"
 #include "messenger/core/connections/socket_bridge.h"
+#include "messenger/core/connections/status_choices.h"
+#include "messenger/core/passwords/passwords.h"
 
 namespace oku {
 namespace {
@@ -14,8 +14,9 @@ constexpr int kPatience = 3000;  // milliseconds for the servers to close, and f
 
 }  // namespace
 
-SignOff::SignOff(Accounts& accounts, Sessions& sessions, SocketBridge& sockets, Passwords& passwords, QObject* parent)
-    : QObject(parent), accounts_(accounts), sessions_(sessions), passwords_(passwords) {
+SignOff::SignOff(Accounts& accounts, StatusChoices& choices, SocketBridge& sockets, Passwords& passwords,
+                 QObject* parent)
+    : QObject(parent), accounts_(accounts), choices_(choices), passwords_(passwords) {
     patience_.setSingleShot(true);
     connect(&patience_, &QTimer::timeout, this, [this] {
         leaving_.clear();
@@ -38,7 +39,7 @@ void SignOff::start(std::function<void()> then) {
     for (const auto& account : accounts_.all()) {
         if (account->has(OKU_FLAG_CONNECTED)) leaving_.insert(account->key);
         if (account->connection != ConnectionState::offline) {
-            sessions_.setStatus(*account, Status::offline, account->description);
+            choices_.set(*account, Status::offline, account->description);
         }
     }
     patience_.start(lingers() ? kPatience : 0);

@@ -9,8 +9,8 @@ namespace oku {
 
 class Accounts;
 class Passwords;
-class Sessions;
 class SocketBridge;
+class StatusChoices;
 
 /// Takes all accounts offline in good order, before the plugin is unloaded. The servers get the time to close their
 /// streams, so that what was sent last is known to have arrived, and the key ring that to keep what it was given.
@@ -18,7 +18,7 @@ class SignOff : public QObject {
     Q_OBJECT
 
 public:
-    SignOff(Accounts& accounts, Sessions& sessions, SocketBridge& sockets, Passwords& passwords,
+    SignOff(Accounts& accounts, StatusChoices& choices, SocketBridge& sockets, Passwords& passwords,
             QObject* parent = nullptr);
 
     /// Calls `then` from the event loop when all is done, at the latest after 3 s. What an earlier call was to be
@@ -31,7 +31,7 @@ private:
     void goOn();
 
     Accounts& accounts_;
-    Sessions& sessions_;
+    StatusChoices& choices_;
     Passwords& passwords_;
     QSet<QString> leaving_;  ///< keys of accounts whose server has not closed yet
     QTimer patience_;

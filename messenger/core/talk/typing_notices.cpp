@@ -2,17 +2,20 @@
 
 #include <vector>
 
+#include "host/oku/contact.h"
 #include "messenger/core/accounts/accounts.h"
-#include "messenger/core/roster/contact_service.h"
-#include "messenger/core/values/jid_text.h"
+#include "messenger/core/boundary/plugin_queue.h"
 #include "messenger/core/boundary/service_registry.h"
 #include "messenger/core/boundary/wide.h"
+#include "messenger/core/roster/contact_service.h"
+#include "messenger/core/values/jid_text.h"
+#include "messenger/core/values/setting_keys.h"
 
 namespace oku {
 
-TypingNotices::TypingNotices(ServiceRegistry& services, Accounts& accounts, ContactService& contacts, int seconds,
-                             QObject* parent)
-    : QObject(parent), seconds_(seconds) {
+TypingNotices::TypingNotices(ServiceRegistry& services, Accounts& accounts, PluginQueue& queue,
+                             ContactService& contacts, int seconds, QObject* parent)
+    : QObject(parent), services_(services), queue_(queue), seconds_(seconds) {
     services.provide(u"OKU/PFTNSet", [this, &accounts, &contacts](OKU_WORD param, OKU_WORD composing) -> OKU_WORD {
         const auto* contact = recordAt<OKU_CONTACT_RECORD>(param);
         const auto* account = contact ? accounts.byNetId(contact->netId) : nullptr;
@@ -21,6 +24,19 @@ TypingNotices::TypingNotices(ServiceRegistry& services, Accounts& accounts, Cont
         if (composing != 0 && !contacts.list(*account).has(jid)) return 0;
         set(account->jid(), jid, composing != 0);
         return 1;
+    });
+}
+
+void TypingNotices::send(AccountEntry& account, const QString& jid, bool composing) {
+    const bool wanted = account.settings->number(QString::fromUtf16(setting::sendTyping), 1) != 0;
+    if (!wanted || !account.ready()) return;
+    queue_.post(account.key, [this, &account, jid, composing] {
+        if (!account.registered) return;
+        auto record = makeRecord<OKU_CONTACT_RECORD>();
+        record.id = widePointer(jid);
+        record.pfClass = widePointer(account.pfClass);
+        record.netId = account.netId;
+        services_.call(account.service(u"PFTNSend"), wordOf(&record), composing ? 1 : 0);
     });
 }
 

@@ -22,7 +22,7 @@ struct Account {
     bool encrypted = false;  ///< the connection is, by TLS
 };
 
-/// What became of a bad certificate (Messenger::certificateRefused).
+/// What became of a bad certificate (AccountsFace::certificateRefused).
 struct CertificateProblem {
     QString host;
     QString reason;

@@ -7,7 +7,7 @@
 
 namespace oku {
 
-/// What is known of one resource of a contact (Messenger::requestInfo).
+/// What is known of one resource of a contact (RosterFace::requestInfo).
 struct ContactInfo {
     QString jid;
     Resource resource;
@@ -17,7 +17,7 @@ struct ContactInfo {
     QStringList features;
 };
 
-/// What the account's server tells of itself (Messenger::requestServerInfo).
+/// What the account's server tells of itself (RosterFace::requestServerInfo).
 struct ServerInfo {
     QString domain;
     QStringList identities;  ///< `category/type name`

@@ -14,7 +14,7 @@ enum class BoxButton { ok = 1, yes = 6, no = 7 };
 /// The same word as the enumerator's.
 QString boxStyleWord(BoxStyle style);
 
-/// A message box of the plugin that waits for Messenger::answerBox.
+/// A message box of the plugin that waits for WindowsFace::answerBox().
 struct MessageBox {
     int number = 0;
     QString text;
@@ -33,7 +33,7 @@ struct MenuItem {
 };
 
 /// A status window that the plugin asked for: the person picks status, description and protection, and the answer
-/// goes to Messenger::confirmStatusWindow.
+/// goes to WindowsFace::confirmStatusWindow().
 struct StatusWindow {
     QString title;
     QList<Status> choices;

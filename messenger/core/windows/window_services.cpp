@@ -4,14 +4,11 @@
 #include "host/oku/transfer.h"
 #include "host/oku/windows.h"
 #include "messenger/core/accounts/accounts.h"
-#include "messenger/core/boundary/plugin_queue.h"
 #include "messenger/core/boundary/service_registry.h"
 #include "messenger/core/boundary/wide.h"
 
 namespace oku {
 namespace {
-
-constexpr std::uint32_t kMostStatuses = 64;
 
 /// Param of "MyVCard/SetStatus".
 struct CardStatus {
@@ -31,16 +28,12 @@ OKU_ASSERT_OFFSET(CardStatus, netId, 32);
 
 }  // namespace
 
-WindowServices::WindowServices(ServiceRegistry& services, Accounts& accounts, PluginQueue& queue, QObject* parent)
-    : QObject(parent), accounts_(accounts), queue_(queue) {
+WindowServices::WindowServices(ServiceRegistry& services, Accounts& accounts, QObject* parent)
+    : QObject(parent), accounts_(accounts) {
     provideGraphics(services);
     services.provide(u"OKU/AddOptionsPage", [this](OKU_WORD, OKU_WORD extra) { return addOptionsPage(extra); });
     services.provide(u"OKU/PropertiesStaticPageAdd",
                      [this](OKU_WORD param, OKU_WORD) { return addPropertiesPage(param); });
-    services.provide(u"OKU/StatusWND/Prepare", [this](OKU_WORD param, OKU_WORD) { return prepareStatusWindow(param); });
-    services.provide(u"OKU/StatusWND/Show", [this](OKU_WORD param, OKU_WORD) { return showStatusWindow(param); });
-    services.provide(u"OKU/StatusWND/SetTexts",
-                     [this](OKU_WORD param, OKU_WORD) { return setStatusWindowTexts(param); });
     // This messenger cannot show a transfer, so nobody can be asked: a file that somebody offers is not taken.
     services.provide(u"OKU/FTAskForConfirmation", [](OKU_WORD, OKU_WORD) -> OKU_WORD { return OKU_FT_ANSWER_REFUSE; });
     services.provide(u"MyVCard/SignalBusyness", [this](OKU_WORD busy, OKU_WORD) -> OKU_WORD {
@@ -79,21 +72,6 @@ void WindowServices::provideGraphics(ServiceRegistry& services) {
     });
 }
 
-bool WindowServices::confirmStatusWindow(AccountEntry& account, Status status, const QString& description,
-                                         bool protect) {
-    if (!account.statusWindowCallback) return false;
-    queue_.post(account.key, [&account, status, description, protect] {
-        if (!account.statusWindowCallback) return;
-        auto event = makeRecord<OKU_STATUS_WINDOW_EVENT>();
-        event.event = OKU_STATUS_WINDOW_CONFIRMED;
-        event.status = static_cast<std::uint32_t>(status);
-        event.description = widePointer(description);
-        event.protect = protect ? 1 : 0;
-        account.statusWindowCallback(wordOf(&event), 0, account.statusWindowContext);
-    });
-    return true;
-}
-
 void WindowServices::dropPlugin() {
     icons_.clear();
     optionPages_.clear();
@@ -114,47 +92,6 @@ OKU_WORD WindowServices::addPropertiesPage(OKU_WORD param) {
     const auto* record = recordAt<OKU_PROPERTIES_PAGE>(param);
     if (!record) return 0;
     propertyPages_.push_back({wideText(record->id), {}, wideText(record->caption), record->callback, record->context});
-    return 1;
-}
-
-OKU_WORD WindowServices::prepareStatusWindow(OKU_WORD param) {
-    const auto* record = recordAt<OKU_STATUS_WINDOW_PREPARE>(param);
-    auto* account = record ? accounts_.byNetId(record->netId) : nullptr;
-    if (!account) return 0;
-    account->statusWindow.title = wideText(record->title);
-    account->statusWindow.choices.clear();
-    for (std::uint32_t at = 0; record->statuses && at < std::min(record->statusCount, kMostStatuses); ++at) {
-        account->statusWindow.choices.append(static_cast<Status>(record->statuses[at]));
-    }
-    account->statusWindowCallback = record->callback;
-    account->statusWindowContext = record->context;
-    return 1;
-}
-
-OKU_WORD WindowServices::showStatusWindow(OKU_WORD param) {
-    const auto* record = recordAt<OKU_STATUS_WINDOW_SHOW>(param);
-    auto* account = record ? accounts_.byNetId(record->netId) : nullptr;
-    if (!account) return 0;
-    account->statusWindow.status = static_cast<Status>(record->status);
-    account->statusWindow.description = wideText(record->description);
-    account->statusWindow.protect = record->protect != 0;
-    // The plugin gives the window's texts when it is asked, and not before.
-    queue_.post(account->key, [this, account] {
-        if (!account->statusWindowCallback) return;
-        auto event = makeRecord<OKU_STATUS_WINDOW_EVENT>();
-        event.event = OKU_STATUS_WINDOW_WANTS_TEXTS;
-        event.window = static_cast<OKU_WORD>(account->netId);
-        account->statusWindowCallback(wordOf(&event), 0, account->statusWindowContext);
-        emit statusWindowRequested(account->jid(), account->statusWindow);
-    });
-    return 1;
-}
-
-OKU_WORD WindowServices::setStatusWindowTexts(OKU_WORD param) {
-    const auto* record = recordAt<OKU_STATUS_WINDOW_TEXTS>(param);
-    auto* account = record ? accounts_.byNetId(static_cast<std::uint32_t>(record->window)) : nullptr;
-    if (!account) return 0;
-    account->statusWindow.title = wideText(record->title);
     return 1;
 }
 

@@ -65,21 +65,47 @@ const JsonMode::Row JsonMode::kRows[] = {
     {"quit", false, &JsonMode::onQuit},
 };
 
-JsonMode::JsonMode(Client& client, Writer write, bool verbose, QString account, std::function<void()> onFinished)
-    : client_(client),
+JsonMode::JsonMode(MessengerFace& messenger, Writer write, bool verbose, QString account,
+                   std::function<void()> onFinished)
+    : messenger_(messenger),
       write_(std::move(write)),
       verbose_(verbose),
       account_(std::move(account)),
       onFinished_(std::move(onFinished)) {
-    client_.setListener(this);
+    const auto hear = [this](auto& face, auto signal, auto function) {
+        QObject::connect(&face, signal, &context_,
+                         [this, function](const auto&... values) { (this->*function)(values...); });
+    };
+    hear(messenger_.accounts(), &AccountsFace::accountChanged, &JsonMode::accountChanged);
+    hear(messenger_.accounts(), &AccountsFace::accountRemoved, &JsonMode::accountRemoved);
+    hear(messenger_.accounts(), &AccountsFace::connectionChanged, &JsonMode::connectionChanged);
+    hear(messenger_.accounts(), &AccountsFace::ownStatusChanged, &JsonMode::ownStatusChanged);
+    hear(messenger_.accounts(), &AccountsFace::certificateRefused, &JsonMode::certificateRefused);
+    hear(messenger_.roster(), &RosterFace::rosterComplete, &JsonMode::rosterComplete);
+    hear(messenger_.roster(), &RosterFace::contactChanged, &JsonMode::contactChanged);
+    hear(messenger_.roster(), &RosterFace::contactRemoved, &JsonMode::contactRemoved);
+    hear(messenger_.roster(), &RosterFace::presenceReceived, &JsonMode::presenceReceived);
+    hear(messenger_.roster(), &RosterFace::authorizationRequested, &JsonMode::authorizationRequested);
+    hear(messenger_.roster(), &RosterFace::infoReceived, &JsonMode::infoReceived);
+    hear(messenger_.roster(), &RosterFace::infoComplete, &JsonMode::infoComplete);
+    hear(messenger_.roster(), &RosterFace::serverInfoReceived, &JsonMode::serverInfoReceived);
+    hear(messenger_.talk(), &TalkFace::messageReceived, &JsonMode::messageReceived);
+    hear(messenger_.talk(), &TalkFace::messageSent, &JsonMode::messageSent);
+    hear(messenger_.talk(), &TalkFace::messageQueued, &JsonMode::messageQueued);
+    hear(messenger_.talk(), &TalkFace::messageStateChanged, &JsonMode::messageStateChanged);
+    hear(messenger_.talk(), &TalkFace::typingReceived, &JsonMode::typingReceived);
+    hear(messenger_.windows(), &WindowsFace::boxOpened, &JsonMode::boxOpened);
+    hear(messenger_.windows(), &WindowsFace::boxClosed, &JsonMode::boxClosed);
+    hear(messenger_.windows(), &WindowsFace::noticed, &JsonMode::noticed);
+    hear(messenger_.wire(), &WireFace::logged, &JsonMode::logged);
+    hear(messenger_.wire(), &WireFace::xmlSeen, &JsonMode::xmlSeen);
+    hear(messenger_, &MessengerFace::finished, &JsonMode::finished);
 }
 
-JsonMode::~JsonMode() { client_.setListener(nullptr); }
-
 QString JsonMode::start() {
-    const QString reason = client_.start();
+    const QString reason = messenger_.start();
     if (reason.isEmpty())
-        emitEvent(jsonReady(client_.accounts(), client_.profileDir()));
+        emitEvent(jsonReady(messenger_.accounts().accounts(), messenger_.profileDir()));
     else
         emitEvent(jsonError({}, QJsonValue(QJsonValue::Undefined), reason));
     return reason;
@@ -87,7 +113,8 @@ QString JsonMode::start() {
 
 void JsonMode::setStatusAtStart(Status status) {
     const QString account = chosenAccount({});
-    const QString reason = account.isEmpty() ? say(Text::NoAccount) : client_.setStatus(account, status, {});
+    const QString reason =
+        account.isEmpty() ? say(Text::NoAccount) : messenger_.accounts().setStatus(account, status, {});
     if (!reason.isEmpty()) emitEvent(jsonNotice(account, reason));
 }
 
@@ -110,7 +137,7 @@ void JsonMode::feed(const QByteArray& bytes) {
 
 void JsonMode::end() {
     if (!input_.isEmpty()) takeLine(std::exchange(input_, {}));
-    if (!std::exchange(ending_, true)) client_.shutdown();
+    if (!std::exchange(ending_, true)) messenger_.shutdown();
 }
 
 void JsonMode::takeLine(const QByteArray& line) {
@@ -140,7 +167,7 @@ void JsonMode::run(const JsonCommand& command) {
 QString JsonMode::chosenAccount(const JsonCommand& command) const {
     if (!command.account.isEmpty()) return bareJid(command.account);
     if (!account_.isEmpty()) return account_;
-    const QList<Account> accounts = client_.accounts();
+    const QList<Account> accounts = messenger_.accounts().accounts();
     return accounts.isEmpty() ? QString() : accounts.first().jid;
 }
 
@@ -159,14 +186,14 @@ JsonMode::Outcome JsonMode::onAccount(const QString&, const JsonCommand& command
         if (!value) return {noInteger(at.value())};
         settings.insert(at.key(), *value);
     }
-    return {client_.addAccount(command.text("jid"), command.text("password"), settings)};
+    return {messenger_.accounts().addAccount(command.text("jid"), command.text("password"), settings)};
 }
 
 JsonMode::Outcome JsonMode::onStatus(const QString& account, const JsonCommand& command) {
     bool known = false;
     const Status status = statusFromWord(command.text("status"), &known);
     if (!known || status == Status::error) return {say(Text::BadStatus, command.text("status"))};
-    return {client_.setStatus(account, status, command.text("description"))};
+    return {messenger_.accounts().setStatus(account, status, command.text("description"))};
 }
 
 JsonMode::Outcome JsonMode::onMessage(const QString& account, const JsonCommand& command) {
@@ -174,64 +201,64 @@ JsonMode::Outcome JsonMode::onMessage(const QString& account, const JsonCommand&
     if (!kind.isEmpty() && kind != QLatin1String("chat") && kind != QLatin1String("normal"))
         return {say(Text::BadKind, kind)};
     const bool normal = kind == QLatin1String("normal");
-    return {client_.sendMessage(account, command.text("to"), command.text("body"),
-                                normal ? MessageKind::normal : MessageKind::chat,
-                                normal ? command.text("subject") : QString())};
+    return {messenger_.talk().sendMessage(account, command.text("to"), command.text("body"),
+                                          normal ? MessageKind::normal : MessageKind::chat,
+                                          normal ? command.text("subject") : QString())};
 }
 
 // The number alone says which account wrote the message.
 JsonMode::Outcome JsonMode::onResend(const QString&, const JsonCommand& command) {
-    return {client_.resendMessage(command.whole("message", 0))};
+    return {messenger_.talk().resendMessage(command.whole("message", 0))};
 }
 
 JsonMode::Outcome JsonMode::onCancel(const QString&, const JsonCommand& command) {
-    return {client_.cancelMessage(command.whole("message", 0))};
+    return {messenger_.talk().cancelMessage(command.whole("message", 0))};
 }
 
 JsonMode::Outcome JsonMode::onRemoveAccount(const QString&, const JsonCommand& command) {
-    return {client_.removeAccount(command.text("jid"), command.flag("history", false))};
+    return {messenger_.accounts().removeAccount(command.text("jid"), command.flag("history", false))};
 }
 
 JsonMode::Outcome JsonMode::onTyping(const QString& account, const JsonCommand& command) {
-    return {client_.sendTyping(account, command.text("to"), command.flag("composing", false))};
+    return {messenger_.talk().sendTyping(account, command.text("to"), command.flag("composing", false))};
 }
 
 JsonMode::Outcome JsonMode::onAdd(const QString& account, const JsonCommand& command) {
-    return {client_.addContact(account, command.text("jid"), command.text("name"), command.text("group"))};
+    return {messenger_.roster().addContact(account, command.text("jid"), command.text("name"), command.text("group"))};
 }
 
 JsonMode::Outcome JsonMode::onRename(const QString& account, const JsonCommand& command) {
-    return {client_.renameContact(account, command.text("jid"), command.text("name"))};
+    return {messenger_.roster().renameContact(account, command.text("jid"), command.text("name"))};
 }
 
 JsonMode::Outcome JsonMode::onGroup(const QString& account, const JsonCommand& command) {
-    return {client_.moveContact(account, command.text("jid"), command.text("group"))};
+    return {messenger_.roster().moveContact(account, command.text("jid"), command.text("group"))};
 }
 
 JsonMode::Outcome JsonMode::onRemove(const QString& account, const JsonCommand& command) {
-    return {client_.removeContact(account, command.text("jid"))};
+    return {messenger_.roster().removeContact(account, command.text("jid"))};
 }
 
 JsonMode::Outcome JsonMode::onSubscribe(const QString& account, const JsonCommand& command) {
-    return {client_.subscribe(account, command.text("jid"))};
+    return {messenger_.roster().subscribe(account, command.text("jid"))};
 }
 
 JsonMode::Outcome JsonMode::onAuthorize(const QString& account, const JsonCommand& command) {
-    return {client_.authorize(account, command.text("jid"), command.flag("ask", false))};
+    return {messenger_.roster().authorize(account, command.text("jid"), command.flag("ask", false))};
 }
 
 JsonMode::Outcome JsonMode::onDeny(const QString& account, const JsonCommand& command) {
-    return {client_.deny(account, command.text("jid"))};
+    return {messenger_.roster().deny(account, command.text("jid"))};
 }
 
 JsonMode::Outcome JsonMode::onAnswer(const QString&, const JsonCommand& command) {
     const auto button = buttonFromWord(command.text("button"));
     if (!button) return {say(Text::BadButton, command.text("button"))};
-    return {client_.answerBox(command.whole("box", 0), *button)};
+    return {messenger_.windows().answerBox(command.whole("box", 0), *button)};
 }
 
 JsonMode::Outcome JsonMode::onRoster(const QString& account, const JsonCommand&) {
-    emitEvent(jsonRoster(account, client_.contacts(account)));
+    emitEvent(jsonRoster(account, messenger_.roster().contacts(account)));
     return {};
 }
 
@@ -239,28 +266,28 @@ JsonMode::Outcome JsonMode::onHistory(const QString& account, const JsonCommand&
     const int limit = command.whole("limit", 20);
     if (limit < 1) return {say(Text::BadLimit)};
     const QString with = command.text("with");
-    emitEvent(jsonHistory(account, with, client_.history(account, with, limit, command.text("search"))));
+    emitEvent(jsonHistory(account, with, messenger_.talk().history(account, with, limit, command.text("search"))));
     return {};
 }
 
 JsonMode::Outcome JsonMode::onSet(const QString& account, const JsonCommand& command) {
     const QJsonValue given = command.fields.value(QLatin1String("value"));
     const auto value = settingOf(given);
-    return {value ? client_.setSetting(account, command.text("key"), *value) : noInteger(given)};
+    return {value ? messenger_.accounts().setSetting(account, command.text("key"), *value) : noInteger(given)};
 }
 
 JsonMode::Outcome JsonMode::onGet(const QString& account, const JsonCommand& command) {
     const QString key = command.text("key");
-    emitEvent(jsonSetting(account, key, shownSetting(key, client_.settingValue(account, key))));
+    emitEvent(jsonSetting(account, key, shownSetting(key, messenger_.accounts().settingValue(account, key))));
     return {};
 }
 
 JsonMode::Outcome JsonMode::onRaw(const QString& account, const JsonCommand& command) {
-    return {client_.sendRaw(account, command.text("xml"))};
+    return {messenger_.wire().sendRaw(account, command.text("xml"))};
 }
 
 JsonMode::Outcome JsonMode::onConsole(const QString&, const JsonCommand& command) {
-    client_.setConsole(command.flag("on", false));
+    messenger_.wire().setConsole(command.flag("on", false));
     return {};
 }
 
@@ -268,7 +295,7 @@ JsonMode::Outcome JsonMode::onInfo(const QString& account, const JsonCommand& co
     const QString jid = bareJid(command.text("jid"));
     waiting_.push_back({command, account, jid});
     const std::size_t place = waiting_.size();
-    const QString reason = client_.requestInfo(account, jid);
+    const QString reason = messenger_.roster().requestInfo(account, jid);
     if (reason.isEmpty()) return {{}, true};
     if (waiting_.size() == place) waiting_.pop_back();
     return {reason};
@@ -277,7 +304,7 @@ JsonMode::Outcome JsonMode::onInfo(const QString& account, const JsonCommand& co
 JsonMode::Outcome JsonMode::onServer(const QString& account, const JsonCommand& command) {
     waiting_.push_back({command, account, {}});
     const std::size_t place = waiting_.size();
-    const QString reason = client_.requestServerInfo(account);
+    const QString reason = messenger_.roster().requestServerInfo(account);
     if (reason.isEmpty()) return {{}, true};
     if (waiting_.size() == place) waiting_.pop_back();
     return {reason};
@@ -286,7 +313,7 @@ JsonMode::Outcome JsonMode::onServer(const QString& account, const JsonCommand& 
 JsonMode::Outcome JsonMode::onQuit(const QString&, const JsonCommand& command) {
     emitEvent(jsonOk(command));
     ending_ = true;
-    client_.shutdown();
+    messenger_.shutdown();
     return {{}, true};
 }
 

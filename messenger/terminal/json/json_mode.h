@@ -8,25 +8,25 @@
 #include <QString>
 #include <vector>
 
+#include "messenger/core/messenger_face.h"
 #include "messenger/core/values/account.h"
 #include "messenger/core/values/contact.h"
 #include "messenger/core/values/info.h"
 #include "messenger/core/values/log_line.h"
 #include "messenger/core/values/message.h"
 #include "messenger/core/values/windows.h"
-#include "messenger/terminal/client.h"
 #include "messenger/terminal/json/json_command.h"
 
 namespace oku::terminal {
 
-class JsonMode final : public ClientListener {
+class JsonMode final {
 public:
     using Writer = std::function<void(const QByteArray& line)>;
 
     // `write` gets each line with its line feed. `account` is the chosen account; empty stands for the first one.
     // `onFinished` is called after the last line.
-    JsonMode(Client& client, Writer write, bool verbose, QString account = {}, std::function<void()> onFinished = {});
-    ~JsonMode() override;
+    JsonMode(MessengerFace& messenger, Writer write, bool verbose, QString account = {},
+             std::function<void()> onFinished = {});
 
     // Starts the messenger; gives an empty text, or the reason of the failure after an error event.
     QString start();
@@ -39,30 +39,30 @@ public:
     // The input has ended: a last line without a line feed counts, then the messenger is told to quit.
     void end();
 
-    void accountChanged(const QString& account) override;
-    void accountRemoved(const QString& account) override;
-    void connectionChanged(const QString& account, ConnectionState state, const QString& reason) override;
-    void ownStatusChanged(const QString& account, Status status, const QString& description) override;
-    void rosterComplete(const QString& account) override;
-    void contactChanged(const QString& account, const Contact& contact) override;
-    void contactRemoved(const QString& account, const QString& jid) override;
-    void presenceReceived(const QString& account, const QString& jid, const Resource& resource) override;
-    void messageReceived(const QString& account, const Message& message) override;
-    void messageSent(const QString& account, const Message& message) override;
-    void messageQueued(const QString& account, const Message& message) override;
-    void messageStateChanged(const QString& account, const Message& message) override;
-    void typingReceived(const QString& account, const QString& jid, bool composing) override;
-    void authorizationRequested(const QString& account, const QString& jid) override;
-    void boxOpened(const MessageBox& box) override;
-    void boxClosed(int number) override;
-    void noticed(const QString& account, const QString& text) override;
-    void logged(const LogLine& line) override;
-    void xmlSeen(const QString& account, bool incoming, const QString& data) override;
-    void infoReceived(const QString& account, const ContactInfo& info) override;
-    void infoComplete(const QString& account, const QString& jid) override;
-    void serverInfoReceived(const QString& account, const ServerInfo& info) override;
-    void certificateRefused(const QString& account, const CertificateProblem& problem) override;
-    void finished() override;
+    void accountChanged(const QString& account);
+    void accountRemoved(const QString& account);
+    void connectionChanged(const QString& account, ConnectionState state, const QString& reason);
+    void ownStatusChanged(const QString& account, Status status, const QString& description);
+    void rosterComplete(const QString& account);
+    void contactChanged(const QString& account, const Contact& contact);
+    void contactRemoved(const QString& account, const QString& jid);
+    void presenceReceived(const QString& account, const QString& jid, const Resource& resource);
+    void messageReceived(const QString& account, const Message& message);
+    void messageSent(const QString& account, const Message& message);
+    void messageQueued(const QString& account, const Message& message);
+    void messageStateChanged(const QString& account, const Message& message);
+    void typingReceived(const QString& account, const QString& jid, bool composing);
+    void authorizationRequested(const QString& account, const QString& jid);
+    void boxOpened(const MessageBox& box);
+    void boxClosed(int number);
+    void noticed(const QString& account, const QString& text);
+    void logged(const LogLine& line);
+    void xmlSeen(const QString& account, bool incoming, const QString& data);
+    void infoReceived(const QString& account, const ContactInfo& info);
+    void infoComplete(const QString& account, const QString& jid);
+    void serverInfoReceived(const QString& account, const ServerInfo& info);
+    void certificateRefused(const QString& account, const CertificateProblem& problem);
+    void finished();
 
 private:
     // What a command gives: done, refused with a reason, or answered later.
@@ -112,7 +112,7 @@ private:
     Outcome onServer(const QString& account, const JsonCommand& command);
     Outcome onQuit(const QString& account, const JsonCommand& command);
 
-    Client& client_;
+    MessengerFace& messenger_;
     Writer write_;
     bool verbose_;
     QString account_;
@@ -121,6 +121,7 @@ private:
     bool skipping_ = false;  // inside a line that is too long
     bool ending_ = false;
     std::vector<Waiting> waiting_;
+    QObject context_;  // of what is heard: gone with the mode
 };
 
 }  // namespace oku::terminal

@@ -14,14 +14,16 @@ void JsonMode::accountRemoved(const QString& account) {
 }
 
 void JsonMode::connectionChanged(const QString& account, ConnectionState state, const QString& reason) {
-    emitEvent(jsonConnection(account, state, client_.encrypted(account), reason));
+    emitEvent(jsonConnection(account, state, messenger_.accounts().encrypted(account), reason));
 }
 
 void JsonMode::ownStatusChanged(const QString& account, Status status, const QString& description) {
     emitEvent(jsonStatus(account, status, description));
 }
 
-void JsonMode::rosterComplete(const QString& account) { emitEvent(jsonRoster(account, client_.contacts(account))); }
+void JsonMode::rosterComplete(const QString& account) {
+    emitEvent(jsonRoster(account, messenger_.roster().contacts(account)));
+}
 
 void JsonMode::contactChanged(const QString& account, const Contact& contact) {
     emitEvent(jsonContact(account, contact));

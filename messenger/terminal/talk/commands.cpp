@@ -66,26 +66,26 @@ QString Commands::takeContact(Arguments& arguments, Peer& peer) {
 QString Commands::console(Arguments& arguments) {
     const QString word = arguments.word();
     if (word != QLatin1String("on") && word != QLatin1String("off")) return say(Text::Usage);
-    session_.client().setConsole(word == QLatin1String("on"));
+    session_.messenger().wire().setConsole(word == QLatin1String("on"));
     session_.tell(say(word == QLatin1String("on") ? Text::ConsoleOn : Text::ConsoleOff));
     return {};
 }
 
 QString Commands::raw(Arguments& arguments) {
     if (arguments.empty()) return say(Text::Usage);
-    return session_.client().sendRaw(session_.account(), arguments.verbatim());
+    return session_.messenger().wire().sendRaw(session_.account(), arguments.verbatim());
 }
 
 QString Commands::info(Arguments& arguments) {
     Peer peer;
     if (const QString reason = takeContact(arguments, peer); !reason.isEmpty()) return reason;
-    return session_.client().requestInfo(peer.account, peer.jid);
+    return session_.messenger().roster().requestInfo(peer.account, peer.jid);
 }
 
-QString Commands::server(Arguments&) { return session_.client().requestServerInfo(session_.account()); }
+QString Commands::server(Arguments&) { return session_.messenger().roster().requestServerInfo(session_.account()); }
 
 QString Commands::answer(Arguments& arguments) {
-    const QList<MessageBox> boxes = session_.client().openBoxes();
+    const QList<MessageBox> boxes = session_.messenger().windows().openBoxes();
     QString word = arguments.word();
     int number = boxes.isEmpty() ? 0 : boxes.first().number;
     bool isNumber = false;
@@ -98,7 +98,7 @@ QString Commands::answer(Arguments& arguments) {
     const auto button = buttonFromWord(word);
     if (!button) return say(Text::BadButton, word);
     if (boxes.isEmpty()) return say(Text::NoQuestion);
-    const QString reason = session_.client().answerBox(number, *button);
+    const QString reason = session_.messenger().windows().answerBox(number, *button);
     if (reason.isEmpty()) session_.tell(say(Text::Answered, number, word));
     return reason;
 }

@@ -4,8 +4,8 @@
 #include <QString>
 #include <span>
 
+#include "messenger/core/messenger_face.h"
 #include "messenger/core/values/contact.h"
-#include "messenger/terminal/client.h"
 #include "messenger/terminal/screen/line_editor.h"
 #include "messenger/terminal/screen/log_entry.h"
 #include "messenger/terminal/talk/arguments.h"

@@ -52,11 +52,11 @@ QString Commands::removeAccount(Arguments& arguments) {
     const QString more = arguments.word();
     const bool withHistory = more == QLatin1String("history");
     if (jid.isEmpty() || (!more.isEmpty() && !withHistory)) return say(Text::Usage);
-    return session_.client().removeAccount(jid, withHistory);
+    return session_.messenger().accounts().removeAccount(jid, withHistory);
 }
 
 void Commands::listAccounts() {
-    const QList<Account> accounts = session_.client().accounts();
+    const QList<Account> accounts = session_.messenger().accounts().accounts();
     if (accounts.isEmpty()) session_.tell(say(Text::NoAccountYet));
     int number = 0;
     for (const Account& one : accounts) {
@@ -71,7 +71,7 @@ void Commands::listAccounts() {
 }
 
 QString Commands::pickAccount(const QString& text) {
-    const QList<Account> accounts = session_.client().accounts();
+    const QList<Account> accounts = session_.messenger().accounts().accounts();
     bool isNumber = false;
     const int number = text.toInt(&isNumber);
     for (qsizetype at = 0; at < accounts.size(); ++at) {
@@ -108,7 +108,7 @@ QString Commands::set(Arguments& arguments) {
         if (!whole) return say(Text::BadNumber, text);
     }
     const QString name = QString::fromLatin1(row->key);
-    const QString reason = session_.client().setSetting(session_.account(), name, value);
+    const QString reason = session_.messenger().accounts().setSetting(session_.account(), name, value);
     if (reason.isEmpty()) session_.tell(QStringLiteral("%1 = %2").arg(name, shownValue(*row, value)));
     return reason;
 }
@@ -121,7 +121,7 @@ QString Commands::get(Arguments& arguments) {
     int left = 0;
     for (const SettingRow& row : settingTable()) {
         const QString name = QString::fromLatin1(row.key);
-        const QVariant value = session_.client().settingValue(session_.account(), name);
+        const QVariant value = session_.messenger().accounts().settingValue(session_.account(), name);
         const bool wanted = part.isEmpty() ? value.isValid() : all || name.contains(part, Qt::CaseInsensitive);
         ++(wanted ? listed : left);
         if (!wanted) continue;
@@ -140,7 +140,7 @@ QString Commands::typing(Arguments& arguments) {
     const QString key = QString::fromUtf16(setting::sendTyping);
     if (word != QLatin1String("on") && word != QLatin1String("off")) return say(Text::Usage);
     const bool on = word == QLatin1String("on");
-    const QString reason = session_.client().setSetting(session_.account(), key, on ? 1 : 0);
+    const QString reason = session_.messenger().accounts().setSetting(session_.account(), key, on ? 1 : 0);
     if (reason.isEmpty()) session_.tell(say(on ? Text::TypingOn : Text::TypingOff));
     return reason;
 }
@@ -151,7 +151,7 @@ QString Commands::pin(Arguments& arguments) {
     const bool off = word == QLatin1String("off");
     const QString fingerprint = off ? QString() : word.isEmpty() ? session_.refusedCertificate(account) : word;
     if (!off && fingerprint.isEmpty()) return say(Text::NoCertificate);
-    const QString reason = session_.client().pinCertificate(account, fingerprint);
+    const QString reason = session_.messenger().accounts().pinCertificate(account, fingerprint);
     if (reason.isEmpty()) session_.tell(off ? say(Text::PinTakenBack) : say(Text::Pinned, fingerprint));
     return reason;
 }

@@ -38,7 +38,7 @@ QString Commands::roster(Arguments& arguments) {
     const QString filter = arguments.rest();
     QMap<QString, QList<Contact>> groups;
     QMap<QString, int> reachable;
-    for (const Contact& contact : session_.client().contacts(session_.account())) {
+    for (const Contact& contact : session_.messenger().roster().contacts(session_.account())) {
         if (contact.status != Status::offline) ++reachable[contact.group];
         if (fits(contact, filter)) groups[contact.group].append(contact);
     }
@@ -87,7 +87,7 @@ QString Commands::add(Arguments& arguments) {
     if (jid.isEmpty()) return say(Text::Usage);
     if (jid.indexOf(u'@') < 1) return say(Text::NotJid, jid);
     const QString name = arguments.word();
-    return session_.client().addContact(session_.account(), bareJid(jid), name, arguments.rest());
+    return session_.messenger().roster().addContact(session_.account(), bareJid(jid), name, arguments.rest());
 }
 
 QString Commands::rename(Arguments& arguments) {
@@ -95,7 +95,7 @@ QString Commands::rename(Arguments& arguments) {
     if (arguments.empty()) return say(Text::Usage);
     if (const QString reason = takeContact(arguments, peer); !reason.isEmpty()) return reason;
     if (arguments.empty()) return say(Text::Usage);
-    return session_.client().renameContact(peer.account, peer.jid, arguments.rest());
+    return session_.messenger().roster().renameContact(peer.account, peer.jid, arguments.rest());
 }
 
 QString Commands::group(Arguments& arguments) {
@@ -103,20 +103,20 @@ QString Commands::group(Arguments& arguments) {
     if (arguments.empty()) return say(Text::Usage);
     if (const QString reason = takeContact(arguments, peer); !reason.isEmpty()) return reason;
     if (arguments.empty()) return say(Text::Usage);
-    return session_.client().moveContact(peer.account, peer.jid, arguments.rest());
+    return session_.messenger().roster().moveContact(peer.account, peer.jid, arguments.rest());
 }
 
 QString Commands::remove(Arguments& arguments) {
     Peer peer;
     if (arguments.empty()) return say(Text::Usage);
     if (const QString reason = takeContact(arguments, peer); !reason.isEmpty()) return reason;
-    return session_.client().removeContact(peer.account, peer.jid);
+    return session_.messenger().roster().removeContact(peer.account, peer.jid);
 }
 
 QString Commands::subscribe(Arguments& arguments) {
     Peer peer;
     if (const QString reason = takeContact(arguments, peer); !reason.isEmpty()) return reason;
-    const QString reason = session_.client().subscribe(peer.account, peer.jid);
+    const QString reason = session_.messenger().roster().subscribe(peer.account, peer.jid);
     if (reason.isEmpty()) session_.tell(say(Text::AskedForPresence, session_.nameOf(peer)));
     return reason;
 }
@@ -124,7 +124,7 @@ QString Commands::subscribe(Arguments& arguments) {
 // Without a name, the only one who asks.
 QString Commands::takeRequest(Arguments& arguments, Peer& peer) {
     peer.account = session_.account();
-    const QStringList requests = session_.client().pendingAuthorizations(peer.account);
+    const QStringList requests = session_.messenger().roster().pendingAuthorizations(peer.account);
     const QString word = arguments.word();
     if (!word.isEmpty()) {
         if (!requests.contains(bareJid(word))) return session_.findContact(word, peer.jid);
@@ -147,7 +147,7 @@ QString Commands::authorize(Arguments& arguments) {
     const QString word = arguments.word();
     if (!word.isEmpty() && word != QLatin1String("ask")) return say(Text::Usage);
     const bool ask = !word.isEmpty();
-    const QString reason = session_.client().authorize(peer.account, peer.jid, ask);
+    const QString reason = session_.messenger().roster().authorize(peer.account, peer.jid, ask);
     if (reason.isEmpty()) session_.requestAnswered(peer);
     if (reason.isEmpty()) session_.tell(say(ask ? Text::AuthorizedAndAsked : Text::Authorized, session_.nameOf(peer)));
     return reason;
@@ -156,7 +156,7 @@ QString Commands::authorize(Arguments& arguments) {
 QString Commands::deny(Arguments& arguments) {
     Peer peer;
     if (const QString reason = takeRequest(arguments, peer); !reason.isEmpty()) return reason;
-    const QString reason = session_.client().deny(peer.account, peer.jid);
+    const QString reason = session_.messenger().roster().deny(peer.account, peer.jid);
     if (reason.isEmpty()) session_.requestAnswered(peer);
     if (reason.isEmpty()) session_.tell(say(Text::Denied, session_.nameOf(peer)));
     return reason;

@@ -93,7 +93,7 @@ QString Commands::history(Arguments& arguments) {
     if (isNumber && number < 1) return say(Text::BadLimit);
     const QString search = isNumber ? QString() : rest;
     const int limit = isNumber ? number : search.isEmpty() ? kUsualHistory : kFoundMessages;
-    const QList<Message> found = session_.client().history(peer.account, peer.jid, limit, search);
+    const QList<Message> found = session_.messenger().talk().history(peer.account, peer.jid, limit, search);
     if (found.isEmpty()) session_.tell(say(Text::HistoryEmpty));
     for (const Message& message : found) session_.list(historyLine(session_, message));
     return {};
@@ -112,7 +112,7 @@ QString Commands::exportTo(Arguments& arguments) {
         offeredFile_ = path;
         return say(Text::ExportExists, path);
     }
-    const QString reason = session_.client().exportHistory(account, peer.jid, path, agreed);
+    const QString reason = session_.messenger().talk().exportHistory(account, peer.jid, path, agreed);
     if (reason.isEmpty()) session_.tell(say(Text::Exported, path));
     return reason;
 }
@@ -122,14 +122,15 @@ QString Commands::cancel(Arguments& arguments) {
     const QString word = arguments.word();
     bool isNumber = false;
     const qint64 number = word.toLongLong(&isNumber);
-    if (isNumber) return session_.client().cancelMessage(number);
+    if (isNumber) return session_.messenger().talk().cancelMessage(number);
     const Peer peer = session_.windows().current();
     if (!word.isEmpty()) return say(Text::BadNumber, word);
     if (peer.none()) return say(Text::Usage);
-    const QList<Message> recent = session_.client().history(peer.account, peer.jid, kFoundMessages, {});
+    const QList<Message> recent = session_.messenger().talk().history(peer.account, peer.jid, kFoundMessages, {});
     const auto waiting = std::find_if(recent.rbegin(), recent.rend(),
                                       [](const Message& message) { return message.state == DeliveryState::queued; });
-    return waiting == recent.rend() ? say(Text::NothingWaits) : session_.client().cancelMessage(waiting->number);
+    return waiting == recent.rend() ? say(Text::NothingWaits)
+                                    : session_.messenger().talk().cancelMessage(waiting->number);
 }
 
 QString Commands::resend(Arguments& arguments) {
@@ -137,7 +138,7 @@ QString Commands::resend(Arguments& arguments) {
     bool isNumber = false;
     const qint64 number = word.toLongLong(&isNumber);
     if (!isNumber) return word.isEmpty() ? say(Text::Usage) : say(Text::BadNumber, word);
-    return session_.client().resendMessage(number);
+    return session_.messenger().talk().resendMessage(number);
 }
 
 }  // namespace oku::terminal

@@ -81,23 +81,23 @@ Completion Commands::complete(const QString& text, qsizetype cursor) const {
 }
 
 QStringList Commands::candidates(ArgumentKind kind, const QString& typed) const {
-    const Client& client = std::as_const(session_).client();
+    const MessengerFace& messenger = session_.messenger();
     QStringList found;
     switch (kind) {
         case ArgumentKind::None:
             break;
         case ArgumentKind::Contact:
-            found = contactsFor(client.contacts(session_.account()), typed);
+            found = contactsFor(messenger.roster().contacts(session_.account()), typed);
             break;
         case ArgumentKind::Request:
-            found = client.pendingAuthorizations(session_.account());
+            found = messenger.roster().pendingAuthorizations(session_.account());
             break;
         case ArgumentKind::Group:
-            for (const Contact& contact : client.contacts(session_.account())) found << contact.group;
+            for (const Contact& contact : messenger.roster().contacts(session_.account())) found << contact.group;
             break;
         case ArgumentKind::Account:
             found << QStringLiteral("add") << QStringLiteral("password") << QStringLiteral("remove");
-            for (const Account& one : client.accounts()) found << one.jid;
+            for (const Account& one : messenger.accounts().accounts()) found << one.jid;
             break;
         case ArgumentKind::Setting:
             for (const SettingRow& row : settingTable()) found << QString::fromLatin1(row.key);

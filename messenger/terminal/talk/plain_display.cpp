@@ -12,14 +12,14 @@ constexpr QByteArrayView kPasteEnds = "\x1B[201~";
 
 }  // namespace
 
-PlainDisplay::PlainDisplay(Client& client, SessionOptions options, Colours colours, int columns, int input,
+PlainDisplay::PlainDisplay(MessengerFace& messenger, SessionOptions options, Colours colours, int columns, int input,
                            Writer write, std::function<void()> onEnded)
     : colours_(colours),
       columns_(columns),
       inputDescriptor_(input),
       write_(std::move(write)),
       onEnded_(std::move(onEnded)),
-      session_(client, *this, std::move(options)) {}
+      session_(messenger, *this, std::move(options)) {}
 
 void PlainDisplay::feed(const QByteArray& bytes) {
     input_ += bytes;

@@ -15,8 +15,8 @@ public:
     using Writer = std::function<void(const QByteArray& bytes)>;
 
     // `columns` 0: lines are as long as they are. `input` is where passwords are typed.
-    PlainDisplay(Client& client, SessionOptions options, Colours colours, int columns, int input, Writer write,
-                 std::function<void()> onEnded);
+    PlainDisplay(MessengerFace& messenger, SessionOptions options, Colours colours, int columns, int input,
+                 Writer write, std::function<void()> onEnded);
 
     // What a terminal is told so that it brackets what is pasted, and what takes that back.
     static QByteArray markPastes();

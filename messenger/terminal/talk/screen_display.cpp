@@ -13,13 +13,13 @@ constexpr int kEscapeDelay = 50;  // milliseconds after which an escape was the 
 
 }  // namespace
 
-ScreenDisplay::ScreenDisplay(Client& client, SessionOptions options, Colours colours, ScreenSize size, Writer write,
-                             std::function<void()> onEnded)
+ScreenDisplay::ScreenDisplay(MessengerFace& messenger, SessionOptions options, Colours colours, ScreenSize size,
+                             Writer write, std::function<void()> onEnded)
     : size_(size),
       write_(std::move(write)),
       onEnded_(std::move(onEnded)),
       painter_(colours),
-      session_(client, *this, std::move(options)),
+      session_(messenger, *this, std::move(options)),
       pane_(session_),
       editor_([this](const QString& text, qsizetype cursor) { return session_.complete(text, cursor); }) {
     drawSoon_.setSingleShot(true);

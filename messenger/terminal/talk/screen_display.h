@@ -19,7 +19,7 @@ public:
     using Writer = std::function<void(const QByteArray& bytes)>;
 
     // `onEnded` is called when the messenger is unloaded.
-    ScreenDisplay(Client& client, SessionOptions options, Colours colours, ScreenSize size, Writer write,
+    ScreenDisplay(MessengerFace& messenger, SessionOptions options, Colours colours, ScreenSize size, Writer write,
                   std::function<void()> onEnded);
 
     Session& session() { return session_; }

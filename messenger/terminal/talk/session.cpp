@@ -33,27 +33,57 @@ QString textOf(const QString& line) { return line.startsWith(QLatin1String("//")
 
 }  // namespace
 
-Session::Session(Client& client, Display& display, SessionOptions options)
-    : client_(client), display_(display), options_(std::move(options)), commands_(std::make_unique<Commands>(*this)) {
-    client_.setListener(this);
+Session::Session(MessengerFace& messenger, Display& display, SessionOptions options)
+    : messenger_(messenger),
+      display_(display),
+      options_(std::move(options)),
+      commands_(std::make_unique<Commands>(*this)) {
+    const auto hear = [this](auto& face, auto signal, auto function) {
+        QObject::connect(&face, signal, &context_,
+                         [this, function](const auto&... values) { (this->*function)(values...); });
+    };
+    hear(messenger_.accounts(), &AccountsFace::accountChanged, &Session::accountChanged);
+    hear(messenger_.accounts(), &AccountsFace::accountRemoved, &Session::accountRemoved);
+    hear(messenger_.accounts(), &AccountsFace::connectionChanged, &Session::connectionChanged);
+    hear(messenger_.accounts(), &AccountsFace::ownStatusChanged, &Session::ownStatusChanged);
+    hear(messenger_.accounts(), &AccountsFace::certificateRefused, &Session::certificateRefused);
+    hear(messenger_.roster(), &RosterFace::rosterComplete, &Session::rosterComplete);
+    hear(messenger_.roster(), &RosterFace::contactChanged, &Session::contactChanged);
+    hear(messenger_.roster(), &RosterFace::contactRemoved, &Session::contactRemoved);
+    hear(messenger_.roster(), &RosterFace::presenceReceived, &Session::presenceReceived);
+    hear(messenger_.roster(), &RosterFace::authorizationRequested, &Session::authorizationRequested);
+    hear(messenger_.roster(), &RosterFace::infoReceived, &Session::infoReceived);
+    hear(messenger_.roster(), &RosterFace::infoComplete, &Session::infoComplete);
+    hear(messenger_.roster(), &RosterFace::serverInfoReceived, &Session::serverInfoReceived);
+    hear(messenger_.talk(), &TalkFace::messageReceived, &Session::messageReceived);
+    hear(messenger_.talk(), &TalkFace::messageSent, &Session::messageSent);
+    hear(messenger_.talk(), &TalkFace::messageQueued, &Session::messageQueued);
+    hear(messenger_.talk(), &TalkFace::messageStateChanged, &Session::messageStateChanged);
+    hear(messenger_.talk(), &TalkFace::typingReceived, &Session::typingReceived);
+    hear(messenger_.windows(), &WindowsFace::boxOpened, &Session::boxOpened);
+    hear(messenger_.windows(), &WindowsFace::boxClosed, &Session::boxClosed);
+    hear(messenger_.windows(), &WindowsFace::noticed, &Session::noticed);
+    hear(messenger_.wire(), &WireFace::logged, &Session::logged);
+    hear(messenger_.wire(), &WireFace::xmlSeen, &Session::xmlSeen);
+    hear(messenger_, &MessengerFace::finished, &Session::finished);
     typingPause_.setSingleShot(true);
     typingPause_.setInterval(options_.typingPause);
     QObject::connect(&typingPause_, &QTimer::timeout, &context_, [this] { stopTyping(); });
 }
 
-Session::~Session() { client_.setListener(nullptr); }
+Session::~Session() = default;
 
 QString Session::start() {
-    if (const QString reason = client_.start(); !reason.isEmpty()) return reason;
+    if (const QString reason = messenger_.start(); !reason.isEmpty()) return reason;
     tell(say(Text::Welcome), Style::Heading, QStringLiteral("*"));
-    for (const Account& one : client_.accounts()) {
+    for (const Account& one : messenger_.accounts().accounts()) {
         toldAccounts_.append(one.jid);
         rosterComplete(one.jid);
     }
     const QString wanted = std::exchange(options_.account, bareJid(options_.account));
     const QString password = std::exchange(options_.password, {});
     readContactView();
-    const QList<Account> accounts = client_.accounts();
+    const QList<Account> accounts = messenger_.accounts().accounts();
     const auto isWanted = [this](const Account& one) { return one.jid == options_.account; };
     bool stored = true;
     if (!wanted.isEmpty() && !password.isEmpty())
@@ -72,7 +102,7 @@ void Session::quit() {
     if (std::exchange(ending_, true)) return;
     tell(say(Text::Ending));
     stopTyping();
-    client_.shutdown();
+    messenger_.shutdown();
 }
 
 void Session::submit(const QString& typed) {
@@ -102,7 +132,7 @@ QString Session::send(const Peer& peer, const QString& text) {
     // The message itself ends the typing.
     typingTo_ = {};
     typingPause_.stop();
-    return client_.sendMessage(peer.account, peer.jid, text, MessageKind::chat, {});
+    return messenger_.talk().sendMessage(peer.account, peer.jid, text, MessageKind::chat, {});
 }
 
 void Session::typed(const QString& text) {
@@ -113,9 +143,9 @@ void Session::typed(const QString& text) {
     if (!composing) return;
     if (peer == typingTo_) return typingPause_.start();
     if (!sendsTyping(peer.account)) return;
-    const auto contact = client_.contact(peer.account, peer.jid);
+    const auto contact = messenger_.roster().contact(peer.account, peer.jid);
     if (!contact || contact->resources.isEmpty()) return;
-    if (!client_.sendTyping(peer.account, peer.jid, true).isEmpty()) return;
+    if (!messenger_.talk().sendTyping(peer.account, peer.jid, true).isEmpty()) return;
     typingTo_ = peer;
     typingPause_.start();
 }
@@ -124,17 +154,17 @@ void Session::stopTyping() {
     const Peer peer = std::exchange(typingTo_, {});
     typingPause_.stop();
     // A notice that cannot be sent has nobody to end it for.
-    if (!peer.none()) static_cast<void>(client_.sendTyping(peer.account, peer.jid, false));
+    if (!peer.none()) static_cast<void>(messenger_.talk().sendTyping(peer.account, peer.jid, false));
 }
 
 bool Session::sendsTyping(const QString& account) const {
-    const QVariant value = client_.settingValue(account, QString::fromUtf16(setting::sendTyping));
+    const QVariant value = messenger_.accounts().settingValue(account, QString::fromUtf16(setting::sendTyping));
     return !value.isValid() || value.toInt() != 0;
 }
 
 QString Session::account() const {
     if (!options_.account.isEmpty()) return options_.account;
-    const QList<Account> accounts = client_.accounts();
+    const QList<Account> accounts = messenger_.accounts().accounts();
     return accounts.isEmpty() ? QString() : accounts.first().jid;
 }
 
@@ -215,7 +245,7 @@ bool Session::showWindow(int number) {
         if (!windows_.partner().none()) loadHistory(peer);
         divideFromNew(peer, windows_.unread(peer));
         windows_.setUnread(peer, 0);
-        client_.markRead(peer.account, peer.jid);
+        messenger_.talk().markRead(peer.account, peer.jid);
         display_.contactTouched(peer);
     }
     display_.changed();
@@ -235,7 +265,7 @@ void Session::loadHistory(const Peer& peer) {
     if (historyLoaded_.contains(peer)) return;
     historyLoaded_.insert(peer);
     std::vector<LogEntry> older;
-    for (const Message& message : client_.history(peer.account, peer.jid, kHistoryAtOpening, {})) {
+    for (const Message& message : messenger_.talk().history(peer.account, peer.jid, kHistoryAtOpening, {})) {
         const bool known = std::any_of(log_.begin(), log_.end(), [&](const LogEntry& entry) {
             return entry.message != 0 && entry.message == message.number;
         });
@@ -272,12 +302,12 @@ void Session::divideFromNew(const Peer& peer, int unread) {
 
 QString Session::nameOf(const Peer& peer) const {
     if (peer == Windows::strangers()) return say(Text::Strangers);
-    const auto contact = client_.contact(peer.account, peer.jid);
+    const auto contact = messenger_.roster().contact(peer.account, peer.jid);
     return oneLine(contact && !contact->name.isEmpty() ? contact->name : peer.jid);
 }
 
 QString Session::findContact(const QString& text, QString& jid) const {
-    const QList<Contact> contacts = client_.contacts(account());
+    const QList<Contact> contacts = messenger_.roster().contacts(account());
     QStringList exact;
     QStringList beginning;
     for (const Contact& contact : contacts) {

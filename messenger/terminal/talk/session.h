@@ -15,13 +15,13 @@
 #include <QTimer>
 #include <vector>
 
+#include "messenger/core/messenger_face.h"
 #include "messenger/core/values/account.h"
 #include "messenger/core/values/contact.h"
 #include "messenger/core/values/info.h"
 #include "messenger/core/values/log_line.h"
 #include "messenger/core/values/message.h"
 #include "messenger/core/values/windows.h"
-#include "messenger/terminal/client.h"
 #include "messenger/terminal/screen/line_editor.h"
 #include "messenger/terminal/screen/log_entry.h"
 #include "messenger/terminal/talk/contact_tree.h"
@@ -65,10 +65,10 @@ struct SessionOptions {
     int typingPause = 10'000;  // milliseconds without a key after which nobody is typing any more
 };
 
-class Session final : public ClientListener {
+class Session final {
 public:
-    Session(Client& client, Display& display, SessionOptions options);
-    ~Session() override;
+    Session(MessengerFace& messenger, Display& display, SessionOptions options);
+    ~Session();
 
     // Starts the messenger and says how things are. Gives the reason of a failure.
     QString start();
@@ -91,8 +91,7 @@ public:
     Completion complete(const QString& text, qsizetype cursor) const;
 
     // What commands use.
-    Client& client() { return client_; }
-    const Client& client() const { return client_; }
+    MessengerFace& messenger() const { return messenger_; }
     const Windows& windows() const { return windows_; }
     QString account() const;
     void chooseAccount(const QString& jid) { options_.account = jid; }
@@ -137,30 +136,30 @@ public:
     // Asks for the password, then adds the account or changes it. `server` may be empty.
     void addAccount(const QString& jid, const QString& server);
 
-    void accountChanged(const QString& account) override;
-    void accountRemoved(const QString& account) override;
-    void connectionChanged(const QString& account, ConnectionState state, const QString& reason) override;
-    void ownStatusChanged(const QString& account, Status status, const QString& description) override;
-    void rosterComplete(const QString& account) override;
-    void contactChanged(const QString& account, const Contact& contact) override;
-    void contactRemoved(const QString& account, const QString& jid) override;
-    void presenceReceived(const QString& account, const QString& jid, const Resource& resource) override;
-    void messageReceived(const QString& account, const Message& message) override;
-    void messageSent(const QString& account, const Message& message) override;
-    void messageQueued(const QString& account, const Message& message) override;
-    void messageStateChanged(const QString& account, const Message& message) override;
-    void typingReceived(const QString& account, const QString& jid, bool composing) override;
-    void authorizationRequested(const QString& account, const QString& jid) override;
-    void boxOpened(const MessageBox& box) override;
-    void boxClosed(int number) override;
-    void noticed(const QString& account, const QString& text) override;
-    void logged(const LogLine& line) override;
-    void xmlSeen(const QString& account, bool incoming, const QString& data) override;
-    void infoReceived(const QString& account, const ContactInfo& info) override;
-    void infoComplete(const QString& account, const QString& jid) override;
-    void serverInfoReceived(const QString& account, const ServerInfo& info) override;
-    void certificateRefused(const QString& account, const CertificateProblem& problem) override;
-    void finished() override;
+    void accountChanged(const QString& account);
+    void accountRemoved(const QString& account);
+    void connectionChanged(const QString& account, ConnectionState state, const QString& reason);
+    void ownStatusChanged(const QString& account, Status status, const QString& description);
+    void rosterComplete(const QString& account);
+    void contactChanged(const QString& account, const Contact& contact);
+    void contactRemoved(const QString& account, const QString& jid);
+    void presenceReceived(const QString& account, const QString& jid, const Resource& resource);
+    void messageReceived(const QString& account, const Message& message);
+    void messageSent(const QString& account, const Message& message);
+    void messageQueued(const QString& account, const Message& message);
+    void messageStateChanged(const QString& account, const Message& message);
+    void typingReceived(const QString& account, const QString& jid, bool composing);
+    void authorizationRequested(const QString& account, const QString& jid);
+    void boxOpened(const MessageBox& box);
+    void boxClosed(int number);
+    void noticed(const QString& account, const QString& text);
+    void logged(const LogLine& line);
+    void xmlSeen(const QString& account, bool incoming, const QString& data);
+    void infoReceived(const QString& account, const ContactInfo& info);
+    void infoComplete(const QString& account, const QString& jid);
+    void serverInfoReceived(const QString& account, const ServerInfo& info);
+    void certificateRefused(const QString& account, const CertificateProblem& problem);
+    void finished();
 
 private:
     struct SecretRequest {
@@ -206,14 +205,14 @@ private:
     void divideFromNew(const Peer& peer, int unread);
     void tellContact(const QString& account, const KnownContact& before, const Contact& now);
     void tellRemoved(const Peer& peer, const QString& name);
-    bool isContact(const Peer& peer) const { return client_.contact(peer.account, peer.jid).has_value(); }
+    bool isContact(const Peer& peer) const { return messenger_.roster().contact(peer.account, peer.jid).has_value(); }
     // The window, open, for what somebody wrote: his own, or the one that strangers share.
     Peer windowOf(const Peer& peer);
     bool isNewPresence(const Peer& peer, const Resource& resource);
     void stopTyping();
     bool sendsTyping(const QString& account) const;
 
-    Client& client_;
+    MessengerFace& messenger_;
     Display& display_;
     SessionOptions options_;
     std::unique_ptr<Commands> commands_;

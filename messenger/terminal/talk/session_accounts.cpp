@@ -16,16 +16,18 @@ void Session::connectAtStart() {
 
 bool Session::hasPassword(const QString& account) const {
     // What lies in the key ring is fetched before the login.
-    return client_.settingValue(account, QString::fromUtf16(setting::passwordInRing)).toInt() == 1 ||
-           !client_.settingValue(account, QStringLiteral("XMPP/Pass")).toString().isEmpty();
+    return messenger_.accounts().settingValue(account, QString::fromUtf16(setting::passwordInRing)).toInt() == 1 ||
+           !messenger_.accounts().settingValue(account, QStringLiteral("XMPP/Pass")).toString().isEmpty();
 }
 
 QString Session::setStatus(Status status, const QString& description) {
     const QString chosen = account();
-    if (status == Status::offline || hasPassword(chosen)) return client_.setStatus(chosen, status, description);
+    if (status == Status::offline || hasPassword(chosen))
+        return messenger_.accounts().setStatus(chosen, status, description);
     askSecret(say(Text::PasswordQuestion, chosen), [this, chosen, status, description](const QString& password) {
         if (!storeAccount(chosen, password, {})) return;
-        if (const QString reason = client_.setStatus(chosen, status, description); !reason.isEmpty()) tellError(reason);
+        if (const QString reason = messenger_.accounts().setStatus(chosen, status, description); !reason.isEmpty())
+            tellError(reason);
     });
     return {};
 }
@@ -55,7 +57,7 @@ void Session::addAccount(const QString& jid, const QString& server) {
 bool Session::storeAccount(const QString& jid, const QString& password, const QVariantMap& settings) {
     const bool known = toldAccounts_.contains(bareJid(jid));
     const QString before = account();
-    if (const QString reason = client_.addAccount(jid, password, settings); !reason.isEmpty()) {
+    if (const QString reason = messenger_.accounts().addAccount(jid, password, settings); !reason.isEmpty()) {
         tellError(say(Text::AccountRefused, jid, reason));
         return false;
     }

@@ -8,16 +8,16 @@ namespace oku::terminal {
 
 void Session::readContactView() {
     if (account().isEmpty()) return;
-    const QVariant shown = client_.settingValue(account(), QString::fromUtf16(setting::contactList));
+    const QVariant shown = messenger_.accounts().settingValue(account(), QString::fromUtf16(setting::contactList));
     if (shown.isValid()) contactView_.shown = shown.toInt() != 0;
     contactView_.reachableOnly =
-        client_.settingValue(account(), QString::fromUtf16(setting::reachableOnly)).toInt() != 0;
+        messenger_.accounts().settingValue(account(), QString::fromUtf16(setting::reachableOnly)).toInt() != 0;
 }
 
 void Session::setContactView(const ContactView& view) {
     const auto keep = [this](const char16_t* key, bool value) {
         if (account().isEmpty()) return;
-        const QString reason = client_.setSetting(account(), QString::fromUtf16(key), value ? 1 : 0);
+        const QString reason = messenger_.accounts().setSetting(account(), QString::fromUtf16(key), value ? 1 : 0);
         if (!reason.isEmpty()) tellError(reason);
     };
     if (view.shown && view.shown != contactView_.shown) keep(setting::contactList, *view.shown);
@@ -28,7 +28,7 @@ void Session::setContactView(const ContactView& view) {
 
 QStringList Session::accountNames() const {
     QStringList names;
-    for (const Account& one : client_.accounts()) names.append(one.jid);
+    for (const Account& one : messenger_.accounts().accounts()) names.append(one.jid);
     return names;
 }
 
@@ -44,14 +44,15 @@ ListedContact Session::listedOf(const QString& account, const Contact& contact) 
 }
 
 void Session::eachListed(const std::function<void(const ListedContact&)>& take) const {
-    for (const Account& one : client_.accounts())
-        for (const Contact& contact : client_.contacts(one.jid)) take(listedOf(one.jid, contact));
+    for (const Account& one : messenger_.accounts().accounts())
+        for (const Contact& contact : messenger_.roster().contacts(one.jid)) take(listedOf(one.jid, contact));
     for (const Peer& peer : windows_.conversations())
         if (const auto contact = listed(peer); contact && contact->stranger) take(*contact);
 }
 
 std::optional<ListedContact> Session::listed(const Peer& peer) const {
-    if (const auto contact = client_.contact(peer.account, peer.jid)) return listedOf(peer.account, *contact);
+    if (const auto contact = messenger_.roster().contact(peer.account, peer.jid))
+        return listedOf(peer.account, *contact);
     if (!windows_.isOpen(peer)) return std::nullopt;
     ListedContact stranger;
     stranger.peer = peer;

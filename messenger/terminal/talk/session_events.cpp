@@ -54,7 +54,7 @@ void Session::connectionChanged(const QString& account, ConnectionState state, c
         windows_.forgetTyping(account);
         if (typingTo_.account == account) typingTo_ = {};
     }
-    QString text = connectionText(state, client_.encrypted(account));
+    QString text = connectionText(state, messenger_.accounts().encrypted(account));
     const bool told = notices_.take(account) == reason;  // the plugin's own notice said it already
     if (!reason.isEmpty() && !told) text += QStringLiteral(": ") + oneLine(reason);
     const bool settled = state == ConnectionState::online || state == ConnectionState::offline;
@@ -69,7 +69,7 @@ void Session::ownStatusChanged(const QString& account, Status status, const QStr
 
 // Contacts that are new with a list are not told: after the first login that is all of them.
 void Session::rosterComplete(const QString& account) {
-    const QList<Contact> contacts = client_.contacts(account);
+    const QList<Contact> contacts = messenger_.roster().contacts(account);
     QHash<QString, KnownContact> before = std::exchange(known_[account], {});
     QHash<QString, KnownContact>& known = known_[account];
     known.reserve(contacts.size());
@@ -127,7 +127,7 @@ void Session::tellRemoved(const Peer& peer, const QString& name) {
 void Session::presenceReceived(const QString& account, const QString& jid, const Resource& resource) {
     // The server tells us of ourselves too.
     const auto own = [&] {
-        return client_.settingValue(account, QStringLiteral("XMPP/User")).toString().section(u'/', 1);
+        return messenger_.accounts().settingValue(account, QStringLiteral("XMPP/User")).toString().section(u'/', 1);
     };
     if (jid == account && resource.name == own()) return;
     const Peer peer{account, jid};
@@ -202,7 +202,7 @@ void Session::messageReceived(const QString& account, const Message& message) {
     windows_.setTyping(peer, false);
     const Peer window = windowOf(peer);
     if (windows_.current() == window)
-        client_.markRead(account, message.contact);
+        messenger_.talk().markRead(account, message.contact);
     else
         windows_.setUnread(window, windows_.unread(window) + 1);
     display_.contactTouched(peer);
@@ -279,7 +279,8 @@ void Session::boxOpened(const MessageBox& box) {
     tellOf({}, text, error ? Style::Error : Style::Notice, kBang, Shown::InSight);
     // A notice has been read when it is shown, and the plugin waits until it is answered.
     QTimer::singleShot(0, &context_, [this, number = box.number] {
-        if (const QString reason = client_.answerBox(number, BoxButton::ok); !reason.isEmpty()) tellError(reason);
+        if (const QString reason = messenger_.windows().answerBox(number, BoxButton::ok); !reason.isEmpty())
+            tellError(reason);
     });
 }
 

@@ -54,7 +54,7 @@ QString atMost(const QString& text, int columns) {
 LogLayout Session::layout() const {
     LogLayout layout;
     layout.conversation = !windows_.partner().none() && !options_.oneWindow;
-    layout.manyAccounts = client_.accounts().size() > 1;
+    layout.manyAccounts = messenger_.accounts().accounts().size() > 1;
     layout.me = oneLine(account().section(u'@', 0, 0));
     return layout;
 }
@@ -63,7 +63,7 @@ Line Session::title() const {
     const Peer peer = windows_.current();
     if (peer.none()) return {bar(u' ' + say(Text::MainTitle))};
     if (peer == Windows::strangers()) return {bar(u' ' + say(Text::StrangersTitle))};
-    const auto contact = client_.contact(peer.account, peer.jid);
+    const auto contact = messenger_.roster().contact(peer.account, peer.jid);
     if (!contact) return {bar(QStringLiteral(" %1 · %2").arg(oneLine(peer.jid), say(Text::NotOnRoster)))};
     // A long name leaves room for the address and the status.
     const QString name = atMost(nameOf(peer), std::max(kShortestName, display_.columns() / 3));
@@ -91,7 +91,7 @@ Line Session::status() const {
 Line Session::statusLine(const StatusLineKind& kind) const {
     Line line;
     const QString chosen = account();
-    const QList<Account> accounts = client_.accounts();
+    const QList<Account> accounts = messenger_.accounts().accounts();
     const auto mine =
         std::find_if(accounts.begin(), accounts.end(), [&](const Account& one) { return one.jid == chosen; });
     if (mine == accounts.end())

@@ -157,7 +157,7 @@ TEST_F(Contacts, MayBeAskedForByAThousandWhoWaitForAnAnswer) {
     logIn({});
     notices.clear();
     QStringList asked;
-    QObject::connect(&core->sessions, &Sessions::authorizationRequested, core.get(),
+    QObject::connect(&core->authorizations, &Authorizations::requested, core.get(),
                      [&](const QString&, const QString& jid) { asked.append(jid); });
     const auto ask = [&](int number) {
         const std::u16string jid = QStringLiteral("s%1@example.org").arg(number).toStdU16String();
@@ -393,7 +393,7 @@ TEST_F(Contacts, AreRemovedAndAnsweredByThePluginsHandlers) {
     identity.id = u"eve@example.org";
     identity.netId = account().netId;
     QStringList asked;
-    QObject::connect(&core->sessions, &Sessions::authorizationRequested, core.get(),
+    QObject::connect(&core->authorizations, &Authorizations::requested, core.get(),
                      [&](const QString&, const QString& jid) { asked.append(jid); });
     inPlugin([&] { call(u"OKU/PFAskForAuth", wordOf(&identity)); });
     EXPECT_EQ(asked, QStringList(QStringLiteral("eve@example.org")));

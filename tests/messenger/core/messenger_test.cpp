@@ -24,14 +24,14 @@ protected:
         given.profileDir = directory.path();
         given.modulePath = QStringLiteral(TINY_MODULE);
         messenger = std::make_unique<Messenger>(given);
-        QObject::connect(messenger.get(), &Messenger::accountChanged, messenger.get(),
+        QObject::connect(&messenger->accounts(), &AccountsFace::accountChanged, messenger.get(),
                          [this](const QString& jid) { changed.append(jid); });
     }
     void TearDown() override { messenger.reset(); }
     ~Facade() override { QDir::setCurrent(before); }
 
     QVariant setting(const QString& jid, const char* key) {
-        return messenger->settingValue(jid, QString::fromLatin1(key));
+        return messenger->accounts().settingValue(jid, QString::fromLatin1(key));
     }
 
     QString before = QDir::currentPath();
@@ -42,55 +42,57 @@ protected:
 
 TEST_F(Facade, MakesTheFirstAccountFromTheDefaultOne) {
     ASSERT_EQ(messenger->start(), QString());
-    EXPECT_TRUE(messenger->accounts().isEmpty());
-    EXPECT_EQ(messenger->addAccount(QStringLiteral("Alice@Example.org"), QStringLiteral("tajne")), QString());
-    ASSERT_EQ(messenger->accounts().size(), 1);
-    EXPECT_EQ(messenger->accounts()[0].jid, kAlice);
-    EXPECT_EQ(messenger->accounts()[0].settingsPath, messenger->profileDir() + QStringLiteral("tiny.config"));
+    EXPECT_TRUE(messenger->accounts().accounts().isEmpty());
+    EXPECT_EQ(messenger->accounts().addAccount(QStringLiteral("Alice@Example.org"), QStringLiteral("tajne")),
+              QString());
+    ASSERT_EQ(messenger->accounts().accounts().size(), 1);
+    EXPECT_EQ(messenger->accounts().accounts()[0].jid, kAlice);
+    EXPECT_EQ(messenger->accounts().accounts()[0].settingsPath,
+              messenger->profileDir() + QStringLiteral("tiny.config"));
     EXPECT_TRUE(setting(kAlice, "XMPP/User").toString().startsWith(QStringLiteral("alice@example.org/OKU-")));
     EXPECT_EQ(setting(kAlice, "XMPP/Serv/SSL").toInt(), 1);
     EXPECT_EQ(setting(kAlice, "XMPP/Serv/Compress").toInt(), 0);
     EXPECT_EQ(changed, QStringList(kAlice));
-    const QString path = messenger->accounts()[0].settingsPath;
+    const QString path = messenger->accounts().accounts()[0].settingsPath;
     EXPECT_TRUE(QFile::exists(path)) << "written at once";
     EXPECT_FALSE(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther));
 }
 
 TEST_F(Facade, ChangesAnAccountThatIsThere) {
     ASSERT_EQ(messenger->start(), QString());
-    messenger->addAccount(QStringLiteral("alice@example.org/dom"), QStringLiteral("a"));
-    messenger->addAccount(kAlice, QStringLiteral("b"),
-                          {{QStringLiteral("XMPP/Priority"), 5}, {QStringLiteral("x"), true}});
-    EXPECT_EQ(messenger->accounts().size(), 1);
+    messenger->accounts().addAccount(QStringLiteral("alice@example.org/dom"), QStringLiteral("a"));
+    messenger->accounts().addAccount(kAlice, QStringLiteral("b"),
+                                     {{QStringLiteral("XMPP/Priority"), 5}, {QStringLiteral("x"), true}});
+    EXPECT_EQ(messenger->accounts().accounts().size(), 1);
     EXPECT_EQ(setting(kAlice, "XMPP/User").toString(), QStringLiteral("alice@example.org/dom"));
     EXPECT_EQ(setting(kAlice, "XMPP/Pass").toString(), QStringLiteral("b"));
     EXPECT_EQ(setting(kAlice, "XMPP/Priority"), QVariant(5LL));
     EXPECT_EQ(setting(kAlice, "x"), QVariant(1LL));
-    messenger->addAccount(kAlice, {});
+    messenger->accounts().addAccount(kAlice, {});
     EXPECT_EQ(setting(kAlice, "XMPP/Pass").toString(), QStringLiteral("b"));
 }
 
 TEST_F(Facade, RefusesASettingWhoseKeyTheFileCannotHold) {
     ASSERT_EQ(messenger->start(), QString());
     const QString bad = QStringLiteral("a=b");
-    EXPECT_TRUE(messenger->addAccount(kAlice, QStringLiteral("a"), {{bad, 1}}).contains(bad));
-    EXPECT_TRUE(messenger->accounts().isEmpty()) << "nothing of it was done";
-    messenger->addAccount(kAlice, QStringLiteral("a"));
-    EXPECT_FALSE(messenger->addAccount(kAlice, QStringLiteral("b"), {{QString(), 1}}).isEmpty());
+    EXPECT_TRUE(messenger->accounts().addAccount(kAlice, QStringLiteral("a"), {{bad, 1}}).contains(bad));
+    EXPECT_TRUE(messenger->accounts().accounts().isEmpty()) << "nothing of it was done";
+    messenger->accounts().addAccount(kAlice, QStringLiteral("a"));
+    EXPECT_FALSE(messenger->accounts().addAccount(kAlice, QStringLiteral("b"), {{QString(), 1}}).isEmpty());
     EXPECT_EQ(setting(kAlice, "XMPP/Pass").toString(), QStringLiteral("a"));
-    EXPECT_TRUE(messenger->setSetting(kAlice, bad, 1).contains(bad));
+    EXPECT_TRUE(messenger->accounts().setSetting(kAlice, bad, 1).contains(bad));
     EXPECT_FALSE(setting(kAlice, "a=b").isValid());
-    EXPECT_EQ(messenger->setSetting(kAlice, QStringLiteral("XMPP/Priority"), 1), QString());
+    EXPECT_EQ(messenger->accounts().setSetting(kAlice, QStringLiteral("XMPP/Priority"), 1), QString());
 }
 
 TEST_F(Facade, ChecksTheKindAndRangeOfSettings) {
     ASSERT_EQ(messenger->start(), QString());
-    messenger->addAccount(kAlice, QStringLiteral("a"));
+    messenger->accounts().addAccount(kAlice, QStringLiteral("a"));
     const auto fault = [&](const char* key, const QVariant& value) {
         const QString name = QString::fromLatin1(key);
-        const QVariant old = messenger->settingValue(kAlice, name);
-        const QString reason = messenger->setSetting(kAlice, name, value);
-        EXPECT_EQ(messenger->settingValue(kAlice, name) == old, !reason.isEmpty() || old == value) << key;
+        const QVariant old = messenger->accounts().settingValue(kAlice, name);
+        const QString reason = messenger->accounts().setSetting(kAlice, name, value);
+        EXPECT_EQ(messenger->accounts().settingValue(kAlice, name) == old, !reason.isEmpty() || old == value) << key;
         EXPECT_TRUE(reason.isEmpty() || reason.contains(name)) << reason.toStdString();
         return !reason.isEmpty();
     };
@@ -108,42 +110,44 @@ TEST_F(Facade, ChecksTheKindAndRangeOfSettings) {
         EXPECT_FALSE(fault("XMPP/Serv/Host", QString(server))) << server;
     EXPECT_TRUE(fault("XMPP/User", QStringLiteral("nobody")));
     EXPECT_FALSE(fault("XMPP/Unknown", QStringLiteral("anything")));
-    EXPECT_FALSE(messenger->addAccount(kAlice, {}, {{QStringLiteral("XMPP/Priority"), 500}}).isEmpty());
-    EXPECT_FALSE(
-        messenger->addAccount(QStringLiteral("b@example.org"), {}, {{QStringLiteral("XMPP/Priority"), 500}}).isEmpty());
-    EXPECT_EQ(messenger->accounts().size(), 1) << "nothing of it was done";
+    EXPECT_FALSE(messenger->accounts().addAccount(kAlice, {}, {{QStringLiteral("XMPP/Priority"), 500}}).isEmpty());
+    EXPECT_FALSE(messenger->accounts()
+                     .addAccount(QStringLiteral("b@example.org"), {}, {{QStringLiteral("XMPP/Priority"), 500}})
+                     .isEmpty());
+    EXPECT_EQ(messenger->accounts().accounts().size(), 1) << "nothing of it was done";
 }
 
 TEST_F(Facade, ReplacesNoExportWithWhatItCannotRead) {
     ASSERT_EQ(messenger->start(), QString());
-    messenger->addAccount(kAlice, QStringLiteral("a"));
+    messenger->accounts().addAccount(kAlice, QStringLiteral("a"));
     ASSERT_TRUE(QDir().mkpath(messenger->profileDir() + QStringLiteral("history.sqlite")));  // cannot be opened
     const QString path = messenger->profileDir() + QStringLiteral("export.txt");
     QFile exported(path);
     ASSERT_TRUE(exported.open(QIODevice::WriteOnly));
     exported.write("kept");
     exported.close();
-    EXPECT_FALSE(messenger->exportHistory(kAlice, {}, Messenger::ExportFormat::text, path, true).isEmpty());
+    EXPECT_FALSE(messenger->talk().exportHistory(kAlice, {}, path, true).isEmpty());
     ASSERT_TRUE(exported.open(QIODevice::ReadOnly));
     EXPECT_EQ(exported.readAll(), "kept");
 }
 
 TEST_F(Facade, TakesBackAMessageThatWaits) {
     ASSERT_EQ(messenger->start(), QString());
-    messenger->addAccount(kAlice, QStringLiteral("a"));
+    messenger->accounts().addAccount(kAlice, QStringLiteral("a"));
     QStringList told;
-    QObject::connect(messenger.get(), &Messenger::messageStateChanged, messenger.get(),
+    QObject::connect(&messenger->talk(), &TalkFace::messageStateChanged, messenger.get(),
                      [&](const QString&, const Message& message) {
                          told.append(message.body + u' ' + deliveryStateWord(message.state));
                      });
     qint64 number = 0;
     const QString bob = QStringLiteral("bob@example.org");
-    EXPECT_EQ(messenger->sendMessage(kAlice, bob, QStringLiteral("oops"), MessageKind::chat, {}, &number), QString());
-    EXPECT_EQ(messenger->cancelMessage(number), QString());
+    EXPECT_EQ(messenger->talk().sendMessage(kAlice, bob, QStringLiteral("oops"), MessageKind::chat, {}, &number),
+              QString());
+    EXPECT_EQ(messenger->talk().cancelMessage(number), QString());
     EXPECT_EQ(told, QStringList(QStringLiteral("oops cancelled")));
-    EXPECT_TRUE(messenger->history(kAlice, bob).isEmpty());
-    EXPECT_NE(messenger->cancelMessage(number), QString()) << "once is enough";
-    EXPECT_NE(messenger->cancelMessage(4711), QString());
+    EXPECT_TRUE(messenger->talk().history(kAlice, bob).isEmpty());
+    EXPECT_NE(messenger->talk().cancelMessage(number), QString()) << "once is enough";
+    EXPECT_NE(messenger->talk().cancelMessage(4711), QString());
     messenger.reset();
     QFile file(directory.filePath(QStringLiteral("history.sqlite")));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -154,45 +158,45 @@ TEST_F(Facade, RemovesAnAccountWithItsFiles) {
     ASSERT_EQ(messenger->start(), QString());
     const QString bob = QStringLiteral("bob@example.org");
     QStringList removed;
-    QObject::connect(messenger.get(), &Messenger::accountRemoved, messenger.get(),
+    QObject::connect(&messenger->accounts(), &AccountsFace::accountRemoved, messenger.get(),
                      [&](const QString& jid) { removed.append(jid); });
     for (const bool withHistory : {false, true}) {
-        messenger->addAccount(kAlice, QStringLiteral("a"));
-        messenger->addAccount(bob, QStringLiteral("b"));
-        ASSERT_EQ(messenger->accounts().size(), 2);
-        const QString path = messenger->account(bob)->settingsPath;
+        messenger->accounts().addAccount(kAlice, QStringLiteral("a"));
+        messenger->accounts().addAccount(bob, QStringLiteral("b"));
+        ASSERT_EQ(messenger->accounts().accounts().size(), 2);
+        const QString path = messenger->accounts().account(bob)->settingsPath;
         const QString base = path.chopped(static_cast<int>(std::strlen(".config")));
         for (const char* ending : {".contacts", ".roster"}) {
             QFile file(base + QLatin1String(ending));
             ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         }
-        EXPECT_EQ(messenger->sendMessage(bob, kAlice, QStringLiteral("x")), QString());
-        EXPECT_EQ(messenger->removeAccount(bob, withHistory), QString());
-        ASSERT_EQ(messenger->accounts().size(), 1);
-        EXPECT_EQ(messenger->accounts()[0].jid, kAlice);
+        EXPECT_EQ(messenger->talk().sendMessage(bob, kAlice, QStringLiteral("x")), QString());
+        EXPECT_EQ(messenger->accounts().removeAccount(bob, withHistory), QString());
+        ASSERT_EQ(messenger->accounts().accounts().size(), 1);
+        EXPECT_EQ(messenger->accounts().accounts()[0].jid, kAlice);
         for (const char* ending : {".config", ".contacts", ".roster"})
             EXPECT_FALSE(QFile::exists(base + QLatin1String(ending))) << ending;
-        const auto kept = messenger->history(bob, {});
+        const auto kept = messenger->talk().history(bob, {});
         ASSERT_EQ(kept.size(), withHistory ? 0 : 1);
         if (!withHistory) {
             EXPECT_EQ(kept[0].state, DeliveryState::failed) << "it goes out at no later login";
         }
-        EXPECT_NE(messenger->removeAccount(bob), QString()) << "it is gone";
+        EXPECT_NE(messenger->accounts().removeAccount(bob), QString()) << "it is gone";
     }
     EXPECT_EQ(removed, (QStringList{bob, bob}));
-    EXPECT_EQ(messenger->removeAccount(kAlice), QString()) << "the first one as well";
-    EXPECT_TRUE(messenger->accounts().isEmpty());
-    messenger->addAccount(bob, QStringLiteral("new"));
+    EXPECT_EQ(messenger->accounts().removeAccount(kAlice), QString()) << "the first one as well";
+    EXPECT_TRUE(messenger->accounts().accounts().isEmpty());
+    messenger->accounts().addAccount(bob, QStringLiteral("new"));
     EXPECT_EQ(setting(bob, "XMPP/Pass").toString(), QStringLiteral("new"));
 }
 
 TEST_F(Facade, LoadsThePluginAnewForAFurtherAccount) {
     ASSERT_EQ(messenger->start(), QString());
-    messenger->addAccount(kAlice, QStringLiteral("a"));
-    EXPECT_EQ(messenger->addAccount(QStringLiteral("bob_x@example.org"), QStringLiteral("b")), QString());
-    ASSERT_EQ(messenger->accounts().size(), 2);
-    EXPECT_EQ(messenger->accounts()[0].jid, kAlice) << "the first one stays the first";
-    EXPECT_EQ(messenger->accounts()[1].settingsPath,
+    messenger->accounts().addAccount(kAlice, QStringLiteral("a"));
+    EXPECT_EQ(messenger->accounts().addAccount(QStringLiteral("bob_x@example.org"), QStringLiteral("b")), QString());
+    ASSERT_EQ(messenger->accounts().accounts().size(), 2);
+    EXPECT_EQ(messenger->accounts().accounts()[0].jid, kAlice) << "the first one stays the first";
+    EXPECT_EQ(messenger->accounts().accounts()[1].settingsPath,
               messenger->profileDir() + QStringLiteral("tiny_bob-x@example.org.config"));
     EXPECT_EQ(setting(QStringLiteral("bob_x@example.org"), "XMPP/Pass").toString(), QStringLiteral("b"));
     EXPECT_EQ(changed, (QStringList{kAlice, QStringLiteral("bob_x@example.org")}));
@@ -200,14 +204,14 @@ TEST_F(Facade, LoadsThePluginAnewForAFurtherAccount) {
 
 TEST_F(Facade, CarriesOutWhatWaitedBehindTheNewLoad) {
     ASSERT_EQ(messenger->start(), QString());
-    messenger->addAccount(kAlice, QStringLiteral("a"));
+    messenger->accounts().addAccount(kAlice, QStringLiteral("a"));
     const QString bob = QStringLiteral("bob@example.org");
-    QObject::connect(messenger.get(), &Messenger::accountChanged, messenger.get(), [&](const QString& jid) {
+    QObject::connect(&messenger->accounts(), &AccountsFace::accountChanged, messenger.get(), [&](const QString& jid) {
         if (jid == bob) {
-            EXPECT_EQ(messenger->setStatus(kAlice, Status::away, QStringLiteral("x")), QString());
+            EXPECT_EQ(messenger->accounts().setStatus(kAlice, Status::away, QStringLiteral("x")), QString());
         }
     });
-    messenger->addAccount(bob, QStringLiteral("b"));
+    messenger->accounts().addAccount(bob, QStringLiteral("b"));
     void* library = dlopen(TINY_MODULE, RTLD_NOW | RTLD_NOLOAD);
     ASSERT_NE(library, nullptr);
     const auto& state = *reinterpret_cast<tiny::StateExport>(dlsym(library, "tinyState"))();
@@ -217,84 +221,88 @@ TEST_F(Facade, CarriesOutWhatWaitedBehindTheNewLoad) {
 }
 
 TEST_F(Facade, TellsWhyACommandCannotBeCarriedOut) {
-    EXPECT_FALSE(messenger->addAccount(kAlice, QStringLiteral("a")).isEmpty()) << "nothing is loaded yet";
+    EXPECT_FALSE(messenger->accounts().addAccount(kAlice, QStringLiteral("a")).isEmpty()) << "nothing is loaded yet";
     ASSERT_EQ(messenger->start(), QString());
     for (const char* jid : {"", "alice", "@example.org", "alice@", "a b@example.org", "a@b@c", "a\"@example.org"}) {
-        EXPECT_FALSE(messenger->addAccount(QString::fromLatin1(jid), QStringLiteral("a")).isEmpty()) << jid;
+        EXPECT_FALSE(messenger->accounts().addAccount(QString::fromLatin1(jid), QStringLiteral("a")).isEmpty()) << jid;
     }
     const QString nobody = QStringLiteral("nobody@example.org");
-    EXPECT_EQ(messenger->setStatus(nobody, Status::online), QStringLiteral("Nie ma takiego konta: nobody@example.org"));
-    EXPECT_FALSE(messenger->sendMessage(nobody, kAlice, QStringLiteral("x")).isEmpty());
-    EXPECT_FALSE(messenger->answerBox(1, BoxButton::ok).isEmpty());
-    EXPECT_FALSE(messenger->resendMessage(17).isEmpty());
-    EXPECT_FALSE(messenger->activateMenu(QStringLiteral("none")).isEmpty());
-    messenger->addAccount(kAlice, QStringLiteral("a"));
-    EXPECT_FALSE(messenger->sendMessage(kAlice, nobody, QString()).isEmpty());
-    EXPECT_FALSE(messenger->addContact(kAlice, nobody).isEmpty()) << "not connected";
-    EXPECT_FALSE(messenger->sendRaw(kAlice, QStringLiteral("<a/>")).isEmpty());
-    EXPECT_FALSE(messenger->confirmStatusWindow(kAlice, Status::online, {}, false).isEmpty());
+    EXPECT_EQ(messenger->accounts().setStatus(nobody, Status::online),
+              QStringLiteral("Nie ma takiego konta: nobody@example.org"));
+    EXPECT_FALSE(messenger->talk().sendMessage(nobody, kAlice, QStringLiteral("x")).isEmpty());
+    EXPECT_FALSE(messenger->windows().answerBox(1, BoxButton::ok).isEmpty());
+    EXPECT_FALSE(messenger->talk().resendMessage(17).isEmpty());
+    EXPECT_FALSE(messenger->windows().activateMenu(QStringLiteral("none")).isEmpty());
+    messenger->accounts().addAccount(kAlice, QStringLiteral("a"));
+    EXPECT_FALSE(messenger->talk().sendMessage(kAlice, nobody, QString()).isEmpty());
+    EXPECT_FALSE(messenger->roster().addContact(kAlice, nobody).isEmpty()) << "not connected";
+    EXPECT_FALSE(messenger->wire().sendRaw(kAlice, QStringLiteral("<a/>")).isEmpty());
+    EXPECT_FALSE(messenger->windows().confirmStatusWindow(kAlice, Status::online, {}, false).isEmpty());
 }
 
 TEST_F(Facade, TakesNoMessageThatCouldNotArriveAsItIs) {
     ASSERT_EQ(messenger->start(), QString());
-    messenger->addAccount(kAlice, QStringLiteral("a"));
+    messenger->accounts().addAccount(kAlice, QStringLiteral("a"));
     const QString bob = QStringLiteral("bob@example.org");
     const QString unsendable = QStringLiteral("Wiadomość zawiera znaki, których nie można wysłać.");
     for (const QString& part : {QString(QChar(0)), QString(QChar(1)), QString(QChar(0x1b)), QString(QChar(0xd83d)),
                                 QString(QChar(0xdc00)), QString(QChar(0xfffe)), QString(QChar(0xffff))}) {
         const QString body = QStringLiteral("a") + part + QStringLiteral("b");
-        EXPECT_EQ(messenger->sendMessage(kAlice, bob, body), unsendable) << static_cast<int>(part.at(0).unicode());
-        EXPECT_EQ(messenger->sendMessage(kAlice, bob, QStringLiteral("x"), MessageKind::normal, body), unsendable);
+        EXPECT_EQ(messenger->talk().sendMessage(kAlice, bob, body), unsendable)
+            << static_cast<int>(part.at(0).unicode());
+        EXPECT_EQ(messenger->talk().sendMessage(kAlice, bob, QStringLiteral("x"), MessageKind::normal, body),
+                  unsendable);
     }
     for (const char* nobody : {"nie adres", "@", "bob@", "@example.org", "/dom", "a@b@c", "bob@exa mple.org"}) {
-        EXPECT_EQ(messenger->sendMessage(kAlice, QString::fromLatin1(nobody), QStringLiteral("x")),
+        EXPECT_EQ(messenger->talk().sendMessage(kAlice, QString::fromLatin1(nobody), QStringLiteral("x")),
                   QStringLiteral("To nie jest adres: %1").arg(QLatin1String(nobody)));
     }
-    EXPECT_EQ(messenger->sendMessage(kAlice, {}, QStringLiteral("x")), QStringLiteral("Nie podano adresu."));
-    EXPECT_EQ(messenger->sendMessage(kAlice, bob, {}), QStringLiteral("Wiadomość jest pusta."));
-    EXPECT_TRUE(messenger->history(kAlice, {}).isEmpty());
+    EXPECT_EQ(messenger->talk().sendMessage(kAlice, {}, QStringLiteral("x")), QStringLiteral("Nie podano adresu."));
+    EXPECT_EQ(messenger->talk().sendMessage(kAlice, bob, {}), QStringLiteral("Wiadomość jest pusta."));
+    EXPECT_TRUE(messenger->talk().history(kAlice, {}).isEmpty());
 
     const QString lively = QStringLiteral("🦆\tżółw\r\n\x7f");
-    EXPECT_EQ(messenger->sendMessage(kAlice, bob, lively), QString());
-    EXPECT_EQ(messenger->sendMessage(kAlice, QStringLiteral("icq.example.org"), QStringLiteral("x")), QString());
-    EXPECT_EQ(messenger->history(kAlice, bob).value(0).body, lively);
+    EXPECT_EQ(messenger->talk().sendMessage(kAlice, bob, lively), QString());
+    EXPECT_EQ(messenger->talk().sendMessage(kAlice, QStringLiteral("icq.example.org"), QStringLiteral("x")), QString());
+    EXPECT_EQ(messenger->talk().history(kAlice, bob).value(0).body, lively);
 }
 
 TEST_F(Facade, AddsCertificatesToThoseAcceptedEarlier) {
     ASSERT_EQ(messenger->start(), QString());
-    messenger->addAccount(kAlice, QStringLiteral("a"));
+    messenger->accounts().addAccount(kAlice, QStringLiteral("a"));
     const auto pins = [&] { return setting(kAlice, "OKU/PinnedCertificate").toString(); };
     const QString first = QStringLiteral("5A:").repeated(32).chopped(1);
     const QString second = QStringLiteral("17:").repeated(32).chopped(1);
-    EXPECT_EQ(messenger->pinCertificate(kAlice, first), QString());
+    EXPECT_EQ(messenger->accounts().pinCertificate(kAlice, first), QString());
     EXPECT_EQ(pins(), first);
-    EXPECT_EQ(messenger->pinCertificate(kAlice, QStringLiteral("17").repeated(32)), QString());
+    EXPECT_EQ(messenger->accounts().pinCertificate(kAlice, QStringLiteral("17").repeated(32)), QString());
     EXPECT_EQ(pins(), first + u' ' + second);
-    EXPECT_EQ(messenger->pinCertificate(kAlice, first.toLower()), QString()) << "it is there already";
+    EXPECT_EQ(messenger->accounts().pinCertificate(kAlice, first.toLower()), QString()) << "it is there already";
     EXPECT_EQ(pins(), first + u' ' + second);
     for (const QString& wrong : {QStringLiteral("tak"), first.chopped(3), first + QStringLiteral(":00"),
                                  QString(first).replace(u'A', u'G'), first + u' ' + second, first + u'\n'}) {
-        EXPECT_EQ(messenger->pinCertificate(kAlice, wrong), QStringLiteral("To nie jest odcisk SHA-256: ") + wrong);
+        EXPECT_EQ(messenger->accounts().pinCertificate(kAlice, wrong),
+                  QStringLiteral("To nie jest odcisk SHA-256: ") + wrong);
     }
     EXPECT_EQ(pins(), first + u' ' + second);
-    EXPECT_EQ(messenger->pinCertificate(kAlice, {}), QString());
+    EXPECT_EQ(messenger->accounts().pinCertificate(kAlice, {}), QString());
     EXPECT_EQ(pins(), QString());
 }
 
 TEST_F(Facade, KeepsHistoryThatCanBeSearchedAndExported) {
     ASSERT_EQ(messenger->start(), QString());
-    messenger->addAccount(kAlice, QStringLiteral("a"));
+    messenger->accounts().addAccount(kAlice, QStringLiteral("a"));
     const QString bob = QStringLiteral("bob@example.org");
     qint64 number = 0;
     for (const char* body :
          {"Pierwsza wiadomość", "druga \"z cudzysłowem\" (i)", "trzecia\nw dwóch wierszach", "ostatnia"}) {
-        EXPECT_EQ(messenger->sendMessage(kAlice, bob, QString::fromUtf8(body), MessageKind::chat, {}, &number),
+        EXPECT_EQ(messenger->talk().sendMessage(kAlice, bob, QString::fromUtf8(body), MessageKind::chat, {}, &number),
                   QString());
     }
-    messenger->sendMessage(kAlice, QStringLiteral("eve@example.org"), QStringLiteral("inna wiadomosc"));
+    messenger->talk().sendMessage(kAlice, QStringLiteral("eve@example.org"), QStringLiteral("inna wiadomosc"));
     const auto bodies = [&](const QString& with, int limit, const char* search) {
         QStringList list;
-        for (const Message& message : messenger->history(kAlice, with, limit, QString::fromUtf8(search)))
+        for (const Message& message : messenger->talk().history(kAlice, with, limit, QString::fromUtf8(search)))
             list.append(message.body);
         return list;
     };
@@ -311,7 +319,7 @@ TEST_F(Facade, KeepsHistoryThatCanBeSearchedAndExported) {
     EXPECT_EQ(bodies(bob, 20, "").size(), 4);
 
     const QString json = directory.filePath(QStringLiteral("out.json"));
-    EXPECT_EQ(messenger->exportHistory(kAlice, bob, Messenger::ExportFormat::json, json), QString());
+    EXPECT_EQ(messenger->talk().exportHistory(kAlice, bob, json), QString());
     QFile file(json);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QJsonArray list = QJsonDocument::fromJson(file.readAll()).array();
@@ -319,29 +327,28 @@ TEST_F(Facade, KeepsHistoryThatCanBeSearchedAndExported) {
     EXPECT_EQ(list[0][QStringLiteral("direction")].toString(), QStringLiteral("out"));
     EXPECT_EQ(list[0][QStringLiteral("state")].toString(), QStringLiteral("queued"));
     const QString text = directory.filePath(QStringLiteral("out.txt"));
-    EXPECT_EQ(messenger->exportHistory(kAlice, {}, Messenger::ExportFormat::text, text), QString());
+    EXPECT_EQ(messenger->talk().exportHistory(kAlice, {}, text), QString());
     QFile plain(text);
     ASSERT_TRUE(plain.open(QIODevice::ReadOnly));
     EXPECT_TRUE(plain.readAll().contains("    w dwóch wierszach\n"));
-    EXPECT_FALSE(
-        messenger->exportHistory(kAlice, bob, Messenger::ExportFormat::text, QStringLiteral("/nowhere/x")).isEmpty());
+    EXPECT_FALSE(messenger->talk().exportHistory(kAlice, bob, QStringLiteral("/nowhere/x")).isEmpty());
 }
 
 TEST_F(Facade, ExportsForItsOwnerOnly) {
     ASSERT_EQ(messenger->start(), QString());
-    messenger->addAccount(kAlice, QStringLiteral("a"));
+    messenger->accounts().addAccount(kAlice, QStringLiteral("a"));
     const QString path = directory.filePath(QStringLiteral("out.txt"));
     const auto permissions = [&] { return QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther); };
-    EXPECT_EQ(messenger->exportHistory(kAlice, {}, Messenger::ExportFormat::text, path), QString());
+    EXPECT_EQ(messenger->talk().exportHistory(kAlice, {}, path), QString());
     EXPECT_FALSE(permissions());
     ASSERT_TRUE(QFile::setPermissions(path, QFile::permissions(path) | QFile::ReadGroup | QFile::ReadOther));
-    EXPECT_EQ(messenger->exportHistory(kAlice, {}, Messenger::ExportFormat::text, path, true), QString());
+    EXPECT_EQ(messenger->talk().exportHistory(kAlice, {}, path, true), QString());
     EXPECT_FALSE(permissions()) << "also in place of another file";
 }
 
 TEST_F(Facade, ExportsOverNoFileUnlessItIsToldToAndThroughNoLink) {
     ASSERT_EQ(messenger->start(), QString());
-    messenger->addAccount(kAlice, QStringLiteral("a"));
+    messenger->accounts().addAccount(kAlice, QStringLiteral("a"));
     const QString path = directory.filePath(QStringLiteral("out.txt"));
     const QString link = directory.filePath(QStringLiteral("link.txt"));
     QFile file(path);
@@ -350,7 +357,7 @@ TEST_F(Facade, ExportsOverNoFileUnlessItIsToldToAndThroughNoLink) {
     file.close();
     ASSERT_TRUE(QFile::link(path, link));
     const auto exportTo = [&](const QString& to, bool replace) {
-        return messenger->exportHistory(kAlice, {}, Messenger::ExportFormat::text, to, replace);
+        return messenger->talk().exportHistory(kAlice, {}, to, replace);
     };
     EXPECT_TRUE(exportTo(path, false).contains(fileExistsReason()));
     EXPECT_NE(exportTo(link, false), QString());
@@ -362,18 +369,18 @@ TEST_F(Facade, ExportsOverNoFileUnlessItIsToldToAndThroughNoLink) {
 
 TEST_F(Facade, TellsOfASettingThatIsNotWritten) {
     ASSERT_EQ(messenger->start(), QString());
-    ASSERT_EQ(messenger->addAccount(kAlice, QStringLiteral("a")), QString());
+    ASSERT_EQ(messenger->accounts().addAccount(kAlice, QStringLiteral("a")), QString());
     const auto steps = fileSteps();
     fileSteps().sync = [](int) {
         errno = ENOSPC;
         return -1;
     };
     const QString priority = QStringLiteral("XMPP/Priority");
-    EXPECT_NE(messenger->setSetting(kAlice, priority, 7), QString());
-    EXPECT_EQ(messenger->settingValue(kAlice, priority), QVariant(7LL)) << "it counts all the same";
-    EXPECT_NE(messenger->addAccount(kAlice, QStringLiteral("b")), QString());
+    EXPECT_NE(messenger->accounts().setSetting(kAlice, priority, 7), QString());
+    EXPECT_EQ(messenger->accounts().settingValue(kAlice, priority), QVariant(7LL)) << "it counts all the same";
+    EXPECT_NE(messenger->accounts().addAccount(kAlice, QStringLiteral("b")), QString());
     fileSteps() = steps;
-    EXPECT_EQ(messenger->setSetting(kAlice, priority, 7), QString()) << "written now";
+    EXPECT_EQ(messenger->accounts().setSetting(kAlice, priority, 7), QString()) << "written now";
 }
 
 TEST_F(Facade, RemovesWhatAKillLeftWhileFilesWereReplaced) {
@@ -418,14 +425,16 @@ TEST(Export, TellsTimesThatAreTheSameEverywhere) {
 TEST_F(Facade, TellsOfAHistoryThatCannotBeOpenedAndSendsNothingUnwritten) {
     ASSERT_TRUE(QDir(directory.path()).mkdir(QStringLiteral("history.sqlite")));  // no file, not even for root
     QStringList notices;
-    QObject::connect(messenger.get(), &Messenger::noticed, messenger.get(),
+    QObject::connect(&messenger->windows(), &WindowsFace::noticed, messenger.get(),
                      [&](const QString&, const QString& text) { notices.append(text); });
     ASSERT_EQ(messenger->start(), QString());
-    messenger->addAccount(kAlice, QStringLiteral("a"));
-    EXPECT_FALSE(messenger->sendMessage(kAlice, QStringLiteral("bob@example.org"), QStringLiteral("x")).isEmpty());
-    EXPECT_FALSE(messenger->sendMessage(kAlice, QStringLiteral("bob@example.org"), QStringLiteral("y")).isEmpty());
+    messenger->accounts().addAccount(kAlice, QStringLiteral("a"));
+    EXPECT_FALSE(
+        messenger->talk().sendMessage(kAlice, QStringLiteral("bob@example.org"), QStringLiteral("x")).isEmpty());
+    EXPECT_FALSE(
+        messenger->talk().sendMessage(kAlice, QStringLiteral("bob@example.org"), QStringLiteral("y")).isEmpty());
     EXPECT_EQ(notices.size(), 1) << "once is enough";
-    EXPECT_TRUE(messenger->history(kAlice, {}).isEmpty());
+    EXPECT_TRUE(messenger->talk().history(kAlice, {}).isEmpty());
 }
 
 TEST_F(Facade, TellsThatItHasFinished) {
@@ -438,7 +447,7 @@ TEST_F(Facade, TellsThatItHasFinished) {
     pass(20);
     EXPECT_EQ(finished, 1);
     EXPECT_FALSE(messenger->running());
-    EXPECT_FALSE(messenger->addAccount(kAlice, QStringLiteral("a")).isEmpty());
+    EXPECT_FALSE(messenger->accounts().addAccount(kAlice, QStringLiteral("a")).isEmpty());
 }
 
 TEST(AccountPath, IsOnePlainFileName) {

@@ -1,9 +1,9 @@
 #include <QCoreApplication>
 
 #include "host/oku/settings.h"
-#include "messenger/core/passwords/key_ring.h"
-#include "messenger/core/messenger.h"
 #include "messenger/core/boundary/wide.h"
+#include "messenger/core/messenger.h"
+#include "messenger/core/passwords/key_ring.h"
 #include "tests/messenger/core/stage.h"
 
 namespace oku::test {
@@ -65,19 +65,19 @@ protected:
         auto given = options();
         given.keyRing = keyRing;
         messenger = std::make_unique<Messenger>(given);
-        QObject::connect(messenger.get(), &Messenger::noticed, messenger.get(),
+        QObject::connect(&messenger->windows(), &WindowsFace::noticed, messenger.get(),
                          [this](const QString&, const QString& text) { notices.append(text); });
-        QObject::connect(messenger.get(), &Messenger::boxOpened, messenger.get(),
+        QObject::connect(&messenger->windows(), &WindowsFace::boxOpened, messenger.get(),
                          [this](const MessageBox& box) { questions.append(box.text); });
         ASSERT_EQ(messenger->start(), QString());
         findPlugin();
     }
     void add(const QVariantMap& settings = {}) {
-        ASSERT_EQ(messenger->addAccount(kAlice, kSecret, settings), QString());
+        ASSERT_EQ(messenger->accounts().addAccount(kAlice, kSecret, settings), QString());
     }
     /// What the plugin would get for the login.
     QString password(const QString& jid = kAlice) const {
-        return messenger->settingValue(jid, QStringLiteral("XMPP/Pass")).toString();
+        return messenger->accounts().settingValue(jid, QStringLiteral("XMPP/Pass")).toString();
     }
     QByteArray file() const {
         QFile kept(directory.filePath(QStringLiteral("tiny.config")));
@@ -96,7 +96,7 @@ TEST_F(KeptPasswords, LieInTheKeyRingWhereThereIsOne) {
     add();
     EXPECT_EQ(ring->kept.value(kAlice), kSecret);
     EXPECT_EQ(password(), kSecret);
-    messenger->setSetting(kAlice, QStringLiteral("XMPP/Priority"), 5);
+    messenger->accounts().setSetting(kAlice, QStringLiteral("XMPP/Priority"), 5);
     begin(ring);
     EXPECT_FALSE(inFile());
     EXPECT_TRUE(file().contains("XMPP/Priority"));
@@ -108,27 +108,28 @@ TEST_F(KeptPasswords, ForAProxyLieInTheKeyRingToo) {
     const QString key = QStringLiteral("XMPP/Proxy/Pass");
     begin(ring);
     add();
-    messenger->setSetting(kAlice, key, QStringLiteral("hasło-bramy"));
+    messenger->accounts().setSetting(kAlice, key, QStringLiteral("hasło-bramy"));
     EXPECT_EQ(ring->kept.value(kAlice), kSecret);
     EXPECT_EQ(ring->kept.value(kAlice + QStringLiteral("#proxy")), QStringLiteral("hasło-bramy"));
     begin(ring);
     EXPECT_FALSE(file().contains("bramy"));
-    EXPECT_EQ(messenger->settingValue(kAlice, key).toString(), QStringLiteral("hasło-bramy")) << "at the next start";
+    EXPECT_EQ(messenger->accounts().settingValue(kAlice, key).toString(), QStringLiteral("hasło-bramy"))
+        << "at the next start";
     EXPECT_EQ(password(), kSecret);
 }
 
 TEST_F(KeptPasswords, GoFromTheKeyRingWithTheirAccount) {
     begin(ring);
     add();
-    messenger->setSetting(kAlice, QStringLiteral("XMPP/Proxy/Pass"), QStringLiteral("hasło-bramy"));
+    messenger->accounts().setSetting(kAlice, QStringLiteral("XMPP/Proxy/Pass"), QStringLiteral("hasło-bramy"));
     EXPECT_EQ(ring->kept.size(), 2);
-    EXPECT_EQ(messenger->removeAccount(kAlice), QString());
+    EXPECT_EQ(messenger->accounts().removeAccount(kAlice), QString());
     EXPECT_TRUE(ring->kept.isEmpty());
     EXPECT_TRUE(notices.isEmpty());
     add();
     EXPECT_EQ(ring->kept.value(kAlice), kSecret) << "the same password is kept anew";
     ring->refusal = QStringLiteral("locked");
-    EXPECT_EQ(messenger->removeAccount(kAlice), QString());
+    EXPECT_EQ(messenger->accounts().removeAccount(kAlice), QString());
     EXPECT_EQ(notices.size(), 1) << "it is still there";
 }
 
@@ -136,15 +137,15 @@ TEST_F(KeptPasswords, ForAProxyNeedTheSameConsentInAFile) {
     const QString key = QStringLiteral("XMPP/Proxy/Pass");
     begin(nullptr);
     add();
-    messenger->setSetting(kAlice, key, QStringLiteral("hasło-bramy"));
+    messenger->accounts().setSetting(kAlice, key, QStringLiteral("hasło-bramy"));
     pass(600);
     EXPECT_EQ(questions.size(), 1) << "one question for both";
     EXPECT_FALSE(file().contains("bramy"));
-    messenger->answerBox(messenger->openBoxes()[0].number, BoxButton::yes);
+    messenger->windows().answerBox(messenger->windows().openBoxes()[0].number, BoxButton::yes);
     EXPECT_TRUE(file().contains("bramy"));
     EXPECT_TRUE(inFile());
     begin(nullptr);
-    EXPECT_EQ(messenger->settingValue(kAlice, key).toString(), QStringLiteral("hasło-bramy"));
+    EXPECT_EQ(messenger->accounts().settingValue(kAlice, key).toString(), QStringLiteral("hasło-bramy"));
 }
 
 TEST_F(KeptPasswords, LieInTheFileOnceTheUserHasAgreed) {
@@ -156,7 +157,7 @@ TEST_F(KeptPasswords, LieInTheFileOnceTheUserHasAgreed) {
     pass(600);
     EXPECT_FALSE(inFile()) << "while nobody has answered";
     EXPECT_EQ(password(), kSecret) << "a login need not wait for the answer";
-    EXPECT_EQ(messenger->answerBox(messenger->openBoxes()[0].number, BoxButton::yes), QString());
+    EXPECT_EQ(messenger->windows().answerBox(messenger->windows().openBoxes()[0].number, BoxButton::yes), QString());
     EXPECT_TRUE(inFile());
     EXPECT_FALSE(QFile::permissions(directory.filePath(QStringLiteral("tiny.config"))) &
                  (QFile::ReadGroup | QFile::ReadOther | QFile::WriteGroup | QFile::WriteOther));
@@ -167,7 +168,7 @@ TEST_F(KeptPasswords, LieInTheFileOnceTheUserHasAgreed) {
 TEST_F(KeptPasswords, AreForgottenAtTheEndWhereTheUserRefused) {
     begin(nullptr);
     add();
-    messenger->answerBox(messenger->openBoxes()[0].number, BoxButton::no);
+    messenger->windows().answerBox(messenger->windows().openBoxes()[0].number, BoxButton::no);
     EXPECT_EQ(password(), kSecret);
     begin(nullptr);
     EXPECT_FALSE(inFile());
@@ -201,10 +202,10 @@ TEST_F(KeptPasswords, AreAskedAboutWhenTheKeyRingRefuses) {
     add();
     EXPECT_EQ(questions.size(), 1);
     EXPECT_FALSE(inFile());
-    messenger->answerBox(messenger->openBoxes()[0].number, BoxButton::yes);
+    messenger->windows().answerBox(messenger->windows().openBoxes()[0].number, BoxButton::yes);
     EXPECT_TRUE(inFile());
     ring->refusal.clear();
-    messenger->setSetting(kAlice, QStringLiteral("XMPP/Pass"), QStringLiteral("nowe"));
+    messenger->accounts().setSetting(kAlice, QStringLiteral("XMPP/Pass"), QStringLiteral("nowe"));
     EXPECT_EQ(ring->kept.value(kAlice), QStringLiteral("nowe"));
     messenger.reset();
     EXPECT_FALSE(file().contains("nowe") || inFile()) << "it has moved to the key ring";
@@ -215,7 +216,7 @@ TEST_F(KeptPasswords, AreWaitedForBeforeALogin) {
     add();
     ring->slow = true;
     begin(ring);
-    messenger->setStatus(kAlice, Status::away);
+    messenger->accounts().setStatus(kAlice, Status::away);
     EXPECT_TRUE(plugin().log.empty());
     ring->answer();
     EXPECT_EQ(plugin().log, std::vector<std::string>{"status 4 "});
@@ -229,7 +230,7 @@ TEST_F(KeptPasswords, AreToldToBeMissingWhenTheKeyRingDoesNotGiveThem) {
     begin(ring);
     ASSERT_EQ(notices.size(), 1);
     EXPECT_TRUE(notices[0].contains(QStringLiteral("locked")));
-    messenger->setStatus(kAlice, Status::away);
+    messenger->accounts().setStatus(kAlice, Status::away);
     EXPECT_EQ(plugin().log.size(), 1U) << "the plugin tells what it thinks of that";
 }
 
@@ -238,7 +239,7 @@ TEST_F(KeptPasswords, GivenWhileTheKeyRingThinksCountMore) {
     add();
     ring->slow = true;
     begin(ring);
-    messenger->setSetting(kAlice, QStringLiteral("XMPP/Pass"), QStringLiteral("nowe"));
+    messenger->accounts().setSetting(kAlice, QStringLiteral("XMPP/Pass"), QStringLiteral("nowe"));
     ring->answer();
     EXPECT_EQ(password(), QStringLiteral("nowe"));
     EXPECT_EQ(ring->kept.value(kAlice), QStringLiteral("nowe"));
@@ -249,7 +250,7 @@ TEST_F(KeptPasswords, OutlastANewLoadOfThePlugin) {
     for (const auto& keyRing : {std::shared_ptr<KeyRing>(), std::shared_ptr<KeyRing>(ring)}) {
         begin(keyRing);
         add();
-        EXPECT_EQ(messenger->addAccount(bob, QStringLiteral("sekret")), QString());
+        EXPECT_EQ(messenger->accounts().addAccount(bob, QStringLiteral("sekret")), QString());
         EXPECT_EQ(password(), kSecret);
         EXPECT_EQ(password(bob), QStringLiteral("sekret"));
         EXPECT_FALSE(inFile());

@@ -154,7 +154,7 @@ TEST_F(HeldPlugin, HearsNothingWhileABoxIsOpen) {
     hold(OKU_BOX_QUESTION, BoxButton::yes, [&] {
         trace.clear();
         pass(30);  // ticks come due
-        core->sessions.setStatus(entry(), Status::away, QStringLiteral("obiad"));
+        core->choices.set(entry(), Status::away, QStringLiteral("obiad"));
         core->queue.post({}, [&] { trace += '1'; });
         core->queue.post({}, [&] { trace += '2'; });
         pass(30);

@@ -1,5 +1,6 @@
 #include "messenger/core/xml/raw_xml.h"
 
+#include "messenger/core/wire_on_host.h"
 #include "tests/messenger/core/stage.h"
 
 namespace oku::test {
@@ -40,8 +41,8 @@ TEST_F(RawXmlOfAnAccount, IsSentAsItIsOrNotAtAll) {
     start();
     logIn();
     plugin().log.clear();
-    EXPECT_NE(core->rawXml(entry(), QStringLiteral("<a/><!-- x -->")), QString());
-    EXPECT_EQ(core->rawXml(entry(), QStringLiteral("<a  b='1'/>")), QString());
+    EXPECT_NE(wireOnHost(*core)->sendRaw(entry().jid(), QStringLiteral("<a/><!-- x -->")), QString());
+    EXPECT_EQ(wireOnHost(*core)->sendRaw(entry().jid(), QStringLiteral("<a  b='1'/>")), QString());
     EXPECT_EQ(plugin().log, std::vector<std::string>{"raw <a  b='1'/>"});
 }
 

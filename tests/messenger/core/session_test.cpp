@@ -14,7 +14,7 @@ protected:
         auto given = options();
         given.typingSeconds = 1;
         start(given);
-        QObject::connect(&core->sessions, &Sessions::messageReceived, core.get(),
+        QObject::connect(&core->arrivals, &Arrivals::received, core.get(),
                          [this](const QString&, const Message& message) { received.append(message); });
         const auto note = [this](const char* word) {
             return [this, word](const QString&, const Message& message) {
@@ -81,22 +81,22 @@ TEST_F(SessionsOfAccounts, TellHowFarAConnectionIs) {
 
 TEST_F(SessionsOfAccounts, KeepAChoiceMadeDuringALogin) {
     inPlugin([&] { account().flags = OKU_FLAG_CONNECTING | OKU_FLAG_CONNECTED; });
-    core->sessions.setStatus(entry(), Status::away, QStringLiteral("a"));
-    core->sessions.setStatus(entry(), Status::dnd, QStringLiteral("b"));
+    core->choices.set(entry(), Status::away, QStringLiteral("a"));
+    core->choices.set(entry(), Status::dnd, QStringLiteral("b"));
     EXPECT_TRUE(plugin().log.empty()) << "the plugin would drop the attempt";
     inPlugin([&] { account().flags = OKU_FLAG_CONNECTED | OKU_FLAG_AUTHORIZED; });
-    core->sessions.setStatus(entry(), Status::xa, QStringLiteral("c"));
+    core->choices.set(entry(), Status::xa, QStringLiteral("c"));
     EXPECT_TRUE(plugin().log.empty()) << "the roster is not complete";
     inPlugin([&] { answerRoster({}); });
     EXPECT_EQ(plugin().log, std::vector<std::string>{"status 5 c"});
-    core->sessions.setStatus(entry(), Status::online, {});
+    core->choices.set(entry(), Status::online, {});
     EXPECT_EQ(plugin().log.back(), "status 1 ");
 }
 
 TEST_F(SessionsOfAccounts, GoOfflineAtOnceAlsoDuringALogin) {
     inPlugin([&] { account().flags = OKU_FLAG_CONNECTING | OKU_FLAG_CONNECTED; });
-    core->sessions.setStatus(entry(), Status::away, QStringLiteral("a"));
-    core->sessions.setStatus(entry(), Status::offline, {});
+    core->choices.set(entry(), Status::away, QStringLiteral("a"));
+    core->choices.set(entry(), Status::offline, {});
     EXPECT_EQ(plugin().log, std::vector<std::string>{"status 7 "});
     logIn();
     EXPECT_EQ(plugin().log.size(), 1U) << "the choice before it is forgotten";
@@ -104,12 +104,11 @@ TEST_F(SessionsOfAccounts, GoOfflineAtOnceAlsoDuringALogin) {
 
 TEST_F(SessionsOfAccounts, WriteAMessageDownBeforeTheyShowIt) {
     logIn();
-    QObject::connect(&core->sessions, &Sessions::messageReceived, core.get(),
-                     [&](const QString&, const Message& message) {
-                         const auto kept = core->history.message(message.number);
-                         ASSERT_TRUE(kept);
-                         EXPECT_EQ(kept->body, message.body);
-                     });
+    QObject::connect(&core->arrivals, &Arrivals::received, core.get(), [&](const QString&, const Message& message) {
+        const auto kept = core->history.message(message.number);
+        ASSERT_TRUE(kept);
+        EXPECT_EQ(kept->body, message.body);
+    });
     inPlugin([&] { receiveMessage(u"bob@example.org", u"Zażółć 😀\nx"); });
     ASSERT_EQ(received.size(), 1);
     EXPECT_EQ(received[0].contact, QStringLiteral("bob@example.org"));
@@ -161,10 +160,10 @@ TEST_F(SessionsOfAccounts, SendWhatWasWrittenOfflineAfterTheNextLogin) {
 TEST_F(SessionsOfAccounts, SignOffBeforeThePluginIsLoadedAnew) {
     logIn();
     plugin().log.clear();
-    core->reload(QStringLiteral("new@example.org"), QStringLiteral("new"));
+    core->reload.addAccount(QStringLiteral("new@example.org"), QStringLiteral("new"));
     EXPECT_EQ(plugin().log, std::vector<std::string>{"status 7 "});
     EXPECT_EQ(plugin().loads, 1) << "the server has not closed yet";
-    core->setStatus(entry(), Status::away, QStringLiteral("meanwhile"));
+    core->reload.setStatus(entry(), Status::away, QStringLiteral("meanwhile"));
     EXPECT_EQ(plugin().log.size(), 1U) << "kept for later";
     emit core->sockets.ended(&entry(), net::End{}, true);
     EXPECT_TRUE(waitFor([&] { return plugin().loads == 2; }, 1000)) << "at once then";
@@ -175,18 +174,19 @@ TEST_F(SessionsOfAccounts, SignOffBeforeThePluginIsLoadedAnew) {
 TEST_F(SessionsOfAccounts, TakeAStatusForANewOneBeforeItIsLoaded) {
     logIn();
     plugin().log.clear();
-    core->reload(QStringLiteral("new@example.org"), entry().key);
-    EXPECT_FALSE(core->setStatusOfNew(QStringLiteral("nobody@example.org"), Status::dnd, {}));
-    EXPECT_TRUE(core->setStatusOfNew(QStringLiteral("new@example.org/home"), Status::away, QStringLiteral("soon")));
+    core->reload.addAccount(QStringLiteral("new@example.org"), entry().key);
+    EXPECT_FALSE(core->reload.setStatusOfNew(QStringLiteral("nobody@example.org"), Status::dnd, {}));
+    EXPECT_TRUE(
+        core->reload.setStatusOfNew(QStringLiteral("new@example.org/home"), Status::away, QStringLiteral("soon")));
     emit core->sockets.ended(&entry(), net::End{}, true);
     EXPECT_TRUE(waitFor([&] { return plugin().log.back() == "status 4 soon"; }));
-    EXPECT_FALSE(core->setStatusOfNew(QStringLiteral("new@example.org"), Status::dnd, {})) << "it is there now";
+    EXPECT_FALSE(core->reload.setStatusOfNew(QStringLiteral("new@example.org"), Status::dnd, {})) << "it is there now";
 }
 
 TEST_F(SessionsOfAccounts, WaitForAServerThatDoesNotCloseOnlyAWhile) {
     logIn();
-    core->reload(QStringLiteral("new@example.org"), QStringLiteral("new"));
-    core->reload(QStringLiteral("another@example.org"), QStringLiteral("another"));
+    core->reload.addAccount(QStringLiteral("new@example.org"), QStringLiteral("new"));
+    core->reload.addAccount(QStringLiteral("another@example.org"), QStringLiteral("another"));
     EXPECT_TRUE(waitFor([&] { return plugin().loads == 2; }, 10000));
     EXPECT_TRUE(waitFor([&] { return plugin().log.back() == "status 1 "; })) << "as it was before";
 }

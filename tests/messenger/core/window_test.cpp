@@ -104,7 +104,7 @@ TEST_F(Windows, StatusWindowsAreFilledShownAndAnswered) {
         return HostTable::table()->fnCall(u"OKU/StatusWND/SetTexts", wordOf(&texts), 0);
     };
     EXPECT_EQ(call(u"OKU/StatusWND/Prepare", wordOf(&prepare)), 1);
-    QObject::connect(&core->windows, &WindowServices::statusWindowRequested, core.get(),
+    QObject::connect(&core->statusWindows, &StatusWindows::requested, core.get(),
                      [&](const QString&, const StatusWindow& window) { shown.append(window); });
     auto show = makeRecord<OKU_STATUS_WINDOW_SHOW>();
     show.netId = account().netId;
@@ -117,7 +117,8 @@ TEST_F(Windows, StatusWindowsAreFilledShownAndAnswered) {
     EXPECT_EQ(shown[0].choices, (QList<Status>{Status::online, Status::away, Status::offline}));
     EXPECT_EQ(shown[0].status, Status::away);
     EXPECT_TRUE(shown[0].protect);
-    EXPECT_TRUE(core->windows.confirmStatusWindow(entry(), Status::xa, QStringLiteral("dalej"), true));
+    ASSERT_TRUE(core->statusWindows.has(entry()));
+    core->statusWindows.confirm(entry(), Status::xa, QStringLiteral("dalej"), true);
     EXPECT_EQ(events, (QStringList{QStringLiteral("4 0 0 "), QStringLiteral("1 5 1 dalej")}));
 }
 

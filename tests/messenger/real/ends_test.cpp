@@ -25,7 +25,7 @@ TEST_F(RealEnds, AConflictLeavesTheAccountOffline) {
     EXPECT_FALSE(dialledAgain(4000)) << "or two clients with one resource throw each other out for ever";
     EXPECT_EQ(entry().status, Status::offline);
     EXPECT_TRUE(entry().reason.contains(QStringLiteral("zasob"))) << entry().reason.toStdString();
-    core->sessions.setStatus(entry(), Status::online, {});
+    core->choices.set(entry(), Status::online, {});
     EXPECT_TRUE(waitFor([&] { return entry().ready(); })) << "the user may take it back";
 }
 
@@ -38,7 +38,7 @@ TEST_F(RealEnds, AnyOtherEndIsFollowedByAnotherDial) {
 
 TEST_F(RealEnds, TheUsersOwnEndIsNotFollowedByAnotherDial) {
     logIn(true);
-    core->sessions.setStatus(entry(), Status::offline, {});
+    core->choices.set(entry(), Status::offline, {});
     ASSERT_TRUE(waitFor([&] { return entry().connection == ConnectionState::offline; }));
     EXPECT_FALSE(dialledAgain(4000));
 }
@@ -47,13 +47,13 @@ TEST_F(RealEnds, AfterFailedLoginsTheUsersChoiceDialsAtOnce) {
     server.refusing = true;
     start(true);
     for (int attempt = 1; attempt <= 3; ++attempt) {
-        core->sessions.setStatus(entry(), Status::online, {});
+        core->choices.set(entry(), Status::online, {});
         ASSERT_TRUE(waitFor([&] { return server.connections() >= attempt; })) << attempt;
         ASSERT_TRUE(waitFor([&] { return entry().connection == ConnectionState::offline; }));
     }
     server.refusing = false;
     const int before = server.connections();
-    core->sessions.setStatus(entry(), Status::online, {});
+    core->choices.set(entry(), Status::online, {});
     EXPECT_TRUE(waitFor([&] { return server.connections() > before; }, 9000)) << "not the 10 s of a paced dial";
     EXPECT_TRUE(waitFor([&] { return entry().ready(); }));
 }

@@ -115,7 +115,7 @@ INSTANTIATE_TEST_SUITE_P(, Tricks, testing::Bool(),
 
 TEST_F(RealGuard, AServerWithoutStarttlsGetsNoLoginData) {
     start(true, {});
-    core->sessions.setStatus(entry(), Status::online, {});
+    core->choices.set(entry(), Status::online, {});
     ASSERT_TRUE(waitFor([&] { return states.contains(QStringLiteral("offline")); }));
     EXPECT_FALSE(server.heardOf("<auth"));
     EXPECT_EQ(notices.size(), 1) << notices.join(u'\n').toStdString();
@@ -124,7 +124,7 @@ TEST_F(RealGuard, AServerWithoutStarttlsGetsNoLoginData) {
 
 TEST_F(RealGuard, AServerWithoutStarttlsGetsItWhereTheUserAllowedThat) {
     start(true);
-    core->sessions.setStatus(entry(), Status::online, {});
+    core->choices.set(entry(), Status::online, {});
     EXPECT_TRUE(waitFor([&] { return server.heardOf("<auth"); }));
 }
 

@@ -88,7 +88,7 @@ TEST_F(LongBox, LosesAndReordersNothingAndKeepsTheConnection) {
         sayNumber(step);
         toSend.append(QStringLiteral("w%1").arg(step));
         sendMessage(toSend.back());
-        if (step == 20) core->sessions.setStatus(entry(), Status::away, QStringLiteral("przerwa"));
+        if (step == 20) core->choices.set(entry(), Status::away, QStringLiteral("przerwa"));
     });
     steps.start(5 * kMinute / kSteps);
 

@@ -1,4 +1,5 @@
 // What a whole login leaves in the log and in the console when both show all that they have.
+#include "messenger/core/wire_on_host.h"
 #include "tests/messenger/real/stage.h"
 
 namespace oku::test {
@@ -14,7 +15,7 @@ protected:
         core->console.setOn(true);
         QObject::connect(&core->console, &Console::seen, core.get(),
                          [this](const QString&, bool, const QString& data) { console += data; });
-        core->sessions.setStatus(entry(), Status::online, {});
+        core->choices.set(entry(), Status::online, {});
         ASSERT_TRUE(waitFor([&] { return entry().ready(); }));
     }
 
@@ -37,7 +38,7 @@ TEST_F(RealSecrets, OfARegistrationStandNeitherInTheLogNorInTheConsole) {
     const QString registration = QStringLiteral(
         "<iq type='set' id='r1'><query xmlns='jabber:iq:register'><username>alice</username>"
         "<password>nowe-haslo</password><email>alice@poczta.example</email></query></iq>");
-    EXPECT_EQ(core->rawXml(entry(), registration), QString());
+    EXPECT_EQ(wireOnHost(*core)->sendRaw(entry().jid(), registration), QString());
     settle();
     ASSERT_TRUE(server.heardOf("nowe-haslo"));
     ASSERT_TRUE(console.contains(QStringLiteral("jabber:iq:register")));

@@ -27,7 +27,7 @@ void RealStage::start(bool guarded, const QByteArray& settings) {
     core = std::make_unique<HostCore>(options);
     QObject::connect(core.get(), &HostCore::noticed, core.get(),
                      [this](const QString&, const QString& text) { notices.append(text); });
-    QObject::connect(&core->sessions, &Sessions::messageReceived, core.get(),
+    QObject::connect(&core->arrivals, &Arrivals::received, core.get(),
                      [this](const QString&, const Message& message) { received.append(message); });
     QObject::connect(
         &core->sessions, &Sessions::connectionChanged, core.get(),
@@ -37,7 +37,7 @@ void RealStage::start(bool guarded, const QByteArray& settings) {
 
 void RealStage::logIn(bool guarded) {
     start(guarded);
-    core->sessions.setStatus(entry(), Status::online, {});
+    core->choices.set(entry(), Status::online, {});
     ASSERT_TRUE(waitFor([&] { return entry().ready(); })) << notices.join(u'\n').toStdString();
     settle();
     server.clear();

@@ -1,5 +1,6 @@
 // A status chosen while a login is under way, in each way in which a person can choose one. The plugin would drop the
 // attempt, and dial no more.
+#include "messenger/core/windows_on_host.h"
 #include "tests/messenger/real/stage.h"
 
 namespace oku::test {
@@ -9,7 +10,7 @@ class ChosenDuringALogin : public RealStage {
 protected:
     void beginLogin() {
         start(true);
-        core->sessions.setStatus(entry(), Status::online, QStringLiteral("opis"));
+        core->choices.set(entry(), Status::online, QStringLiteral("opis"));
         ASSERT_TRUE(entry().loggingIn());
     }
     void expectOneLoginWith(Status status) {
@@ -19,6 +20,7 @@ protected:
         settle();
         EXPECT_TRUE(server.heardOf("<show>" + statusWord(status).toLatin1() + "</show>"));
     }
+    bool activate(const QString& id) { return windowsOnHost(*core)->activateMenu(id).isEmpty(); }
     QString menuItem(const char* word) const {
         return QString::fromStdU16String(entry().service(u"Presence")) + u'/' + QString::fromLatin1(word);
     }
@@ -26,20 +28,21 @@ protected:
 
 TEST_F(ChosenDuringALogin, ByCommand) {
     beginLogin();
-    core->sessions.setStatus(entry(), Status::away, QStringLiteral("obiad"));
+    core->choices.set(entry(), Status::away, QStringLiteral("obiad"));
     expectOneLoginWith(Status::away);
     EXPECT_EQ(entry().description, QStringLiteral("obiad"));
 }
 
 TEST_F(ChosenDuringALogin, InTheMenu) {
     beginLogin();
-    EXPECT_TRUE(core->activateMenu(menuItem("DND")));
+    EXPECT_TRUE(activate(menuItem("DND")));
     expectOneLoginWith(Status::dnd);
 }
 
 TEST_F(ChosenDuringALogin, InTheStatusWindow) {
     beginLogin();
-    EXPECT_TRUE(core->confirmStatusWindow(entry(), Status::xa, QStringLiteral("jutro"), true));
+    EXPECT_EQ(windowsOnHost(*core)->confirmStatusWindow(entry().jid(), Status::xa, QStringLiteral("jutro"), true),
+              QString());
     expectOneLoginWith(Status::xa);
     EXPECT_EQ(entry().description, QStringLiteral("jutro"));
     EXPECT_EQ(entry().settings->number(QStringLiteral("desc/Protect"), 0), 1);
@@ -47,9 +50,9 @@ TEST_F(ChosenDuringALogin, InTheStatusWindow) {
 
 TEST_F(ChosenDuringALogin, TheLastOneCounts) {
     beginLogin();
-    EXPECT_TRUE(core->activateMenu(menuItem("DND")));
-    core->sessions.setStatus(entry(), Status::chat, {});
-    EXPECT_TRUE(core->activateMenu(menuItem("Away")));
+    EXPECT_TRUE(activate(menuItem("DND")));
+    core->choices.set(entry(), Status::chat, {});
+    EXPECT_TRUE(activate(menuItem("Away")));
     expectOneLoginWith(Status::away);
     EXPECT_FALSE(server.heardOf("<show>dnd</show>"));
     EXPECT_FALSE(server.heardOf("<show>chat</show>"));
@@ -57,7 +60,7 @@ TEST_F(ChosenDuringALogin, TheLastOneCounts) {
 
 TEST_F(ChosenDuringALogin, OfflineInTheMenuEndsItAtOnce) {
     beginLogin();
-    EXPECT_TRUE(core->activateMenu(menuItem("Unavailable")));
+    EXPECT_TRUE(activate(menuItem("Unavailable")));
     EXPECT_TRUE(waitFor([&] { return entry().connection == ConnectionState::offline; }));
     EXPECT_FALSE(server.heardOf("<auth"));
 }
@@ -65,16 +68,16 @@ TEST_F(ChosenDuringALogin, OfflineInTheMenuEndsItAtOnce) {
 TEST_F(ChosenDuringALogin, WhatChoosesNoStatusIsCarriedOutAtOnce) {
     beginLogin();
     bool shown = false;
-    QObject::connect(&core->windows, &WindowServices::statusWindowRequested, core.get(), [&] { shown = true; });
-    EXPECT_TRUE(core->activateMenu(menuItem("Descr")));
+    QObject::connect(&core->statusWindows, &StatusWindows::requested, core.get(), [&] { shown = true; });
+    EXPECT_TRUE(activate(menuItem("Descr")));
     EXPECT_TRUE(shown);
-    EXPECT_FALSE(core->activateMenu(menuItem("None")));
+    EXPECT_FALSE(activate(menuItem("None")));
     EXPECT_TRUE(waitFor([&] { return entry().ready(); }));
 }
 
 TEST_F(ChosenDuringALogin, AfterItTheMenuCountsAtOnce) {
     logIn(true);
-    EXPECT_TRUE(core->activateMenu(menuItem("Away")));
+    EXPECT_TRUE(activate(menuItem("Away")));
     EXPECT_EQ(entry().status, Status::away);
 }
 

@@ -8,7 +8,7 @@
 
 #include "messenger/core/texts.h"
 #include "messenger/terminal/talk/session.h"
-#include "tests/messenger/terminal/fake_client.h"
+#include "tests/messenger/terminal/fake_messenger.h"
 
 namespace oku::terminal::test {
 namespace {
@@ -30,14 +30,14 @@ class CommandsTest : public testing::Test {
 protected:
     void SetUp() override {
         setLanguage(Language::English);
-        client.accountList = {account("ala@localhost"), account("druga@localhost")};
-        client.contactLists[kMe] = {contact("olek@localhost", "Olek", "Znajomi", Status::away),
-                                    contact("ewa@localhost", "Ewa Żółć", "Praca"),
-                                    contact("ola@localhost", "Ola", "Praca")};
-        client.contactLists[kMe][0].resources = {resource("dom", Status::away, 5, "Zaraz wracam"),
-                                                 resource("", Status::dnd)};
-        client.contactLists[kMe][1].subscription = QStringLiteral("none");
-        client.contactLists[kMe][1].unread = 2;
+        messenger.accountList = {account("ala@localhost"), account("druga@localhost")};
+        messenger.contactLists[kMe] = {contact("olek@localhost", "Olek", "Znajomi", Status::away),
+                                       contact("ewa@localhost", "Ewa Żółć", "Praca"),
+                                       contact("ola@localhost", "Ola", "Praca")};
+        messenger.contactLists[kMe][0].resources = {resource("dom", Status::away, 5, "Zaraz wracam"),
+                                                    resource("", Status::dnd)};
+        messenger.contactLists[kMe][1].subscription = QStringLiteral("none");
+        messenger.contactLists[kMe][1].unread = 2;
         session.start();
         display.lines.clear();
     }
@@ -45,18 +45,18 @@ protected:
 
     // Types a command; gives what the messenger was asked for, and what was told behind an arrow.
     std::string type(const char* line) {
-        client.calls.clear();
+        messenger.calls.clear();
         display.lines.clear();
         session.submit(QString::fromUtf8(line));
         static const QRegularExpression changes("^(?!settingValue|markRead)");
-        QString result = client.takeCalls().filter(changes).join(u'\n');
+        QString result = messenger.takeCalls().filter(changes).join(u'\n');
         if (!display.lines.isEmpty()) result += QStringLiteral(" > ") + display.lines.join(u'\n');
         return result.toStdString();
     }
 
-    FakeClient client;
+    FakeMessenger messenger;
     NotingDisplay display;
-    Session session{client, display, {{}, {}, {}, false, false, QStringLiteral("/start")}};
+    Session session{messenger, display, {{}, {}, {}, false, false, QStringLiteral("/start")}};
 };
 
 TEST_F(CommandsTest, CancelTakesBackTheLastThatWaitsInTheConversation) {
@@ -67,12 +67,12 @@ TEST_F(CommandsTest, CancelTakesBackTheLastThatWaitsInTheConversation) {
         message.contact = QStringLiteral("olek@localhost");
         message.direction = Direction::out;
         message.state = number == 9 ? DeliveryState::sent : DeliveryState::queued;
-        client.messages.append(message);
+        messenger.messages.append(message);
     }
     EXPECT_EQ(type("/cancel").find("cancelMessage"), std::string::npos) << "in no conversation";
     type("/chat-with Olek");
     EXPECT_NE(type("/cancel").find("cancelMessage|8"), std::string::npos);
-    client.messages.clear();
+    messenger.messages.clear();
     EXPECT_NE(type("/cancel").find("no message of this conversation waits"), std::string::npos);
 }
 
@@ -81,7 +81,7 @@ TEST_F(CommandsTest, AccountRemoveWantsTheAddress) {
     EXPECT_EQ(type("/account remove druga@localhost history"), "removeAccount|druga@localhost|history");
     EXPECT_EQ(type("/account remove").find("removeAccount"), std::string::npos);
     EXPECT_EQ(type("/account remove druga@localhost all").find("removeAccount"), std::string::npos);
-    session.accountRemoved(kMe);
+    emit messenger.accounts().accountRemoved(kMe);
     EXPECT_NE(display.lines.join(u'\n').indexOf(QStringLiteral("the account ala@localhost was removed")), -1);
 }
 
@@ -172,7 +172,7 @@ TEST_F(CommandsTest, SetsStatuses) {
     EXPECT_EQ(type("/chat"), "setStatus|ala@localhost|chat|");
     EXPECT_EQ(type("/invisible"), "setStatus|ala@localhost|invisible|");
     EXPECT_EQ(type("/offline pa"), "setStatus|ala@localhost|offline|pa");
-    client.refusals["setStatus"] = "no password is set";
+    messenger.refusals["setStatus"] = "no password is set";
     EXPECT_EQ(type("/online"), "setStatus|ala@localhost|online| > no password is set");
 }
 
@@ -190,7 +190,7 @@ TEST_F(CommandsTest, ListsAddsAndPicksAccounts) {
     type("/account password");
     EXPECT_EQ(type("inne").find("addAccount|nowa@localhost|inne"), 0U);
     type("/account add zła@localhost");
-    client.refusals["addAccount"] = "no";
+    messenger.refusals["addAccount"] = "no";
     EXPECT_EQ(type("x"), "addAccount|zła@localhost|x > account zła@localhost: no");
 }
 
@@ -207,7 +207,7 @@ TEST_F(CommandsTest, ShowsTheListByGroupsWithEachResource) {
     EXPECT_EQ(type("/roster prac").find(" > Praca (0/2)\n"), 0U);
     EXPECT_EQ(type("/roster ola@"), " > Praca (0/1)\n  ○ Ola                  ola@localhost");
     EXPECT_EQ(type("/roster nikt"), " > no contact fits");
-    client.contactLists.clear();
+    messenger.contactLists.clear();
     EXPECT_EQ(type("/roster"), " > the contact list is empty; /add adds a contact");
 }
 
@@ -222,13 +222,13 @@ TEST_F(CommandsTest, ChangesContacts) {
     EXPECT_EQ(type("/remove nikt"), " > there is no contact \"nikt\"");
     EXPECT_EQ(type("/remove o"), " > \"o\" fits several contacts: olek@localhost, ola@localhost");
     EXPECT_EQ(type("/subscribe Ewa"), "subscribe|ala@localhost|ewa@localhost > asked Ewa Żółć for authorization");
-    client.refusals["removeContact"] = "not logged in";
+    messenger.refusals["removeContact"] = "not logged in";
     EXPECT_EQ(type("/remove Olek"), "removeContact|ala@localhost|olek@localhost > not logged in");
 }
 
 TEST_F(CommandsTest, AnswersRequestsForAuthorization) {
     EXPECT_EQ(type("/authorize"), " > nobody asks for authorization");
-    client.requests = {"obcy@localhost"};
+    messenger.requests = {"obcy@localhost"};
     EXPECT_EQ(type("/authorize"), "authorize|ala@localhost|obcy@localhost| > obcy@localhost will see your presence");
     EXPECT_EQ(
         type("/authorize ask"),
@@ -237,7 +237,7 @@ TEST_F(CommandsTest, AnswersRequestsForAuthorization) {
     EXPECT_EQ(type("/authorize Obcy@Localhost ask").find("authorize|ala@localhost|obcy@localhost|ask"), 0U);
     EXPECT_EQ(type("/deny"), "deny|ala@localhost|obcy@localhost > refused: obcy@localhost");
     EXPECT_EQ(type("/authorize obcy@localhost tak").find(" > usage: /authorize"), 0U);
-    client.requests = {"obcy@localhost", "inny@localhost"};
+    messenger.requests = {"obcy@localhost", "inny@localhost"};
     EXPECT_EQ(type("/deny"), " > several people ask for authorization, name one: obcy@localhost, inny@localhost");
     EXPECT_EQ(type("/deny inny@localhost").find("deny|ala@localhost|inny@localhost"), 0U);
 }
@@ -254,7 +254,7 @@ TEST_F(CommandsTest, TalksInAConversationAndOutsideOfIt) {
     EXPECT_EQ(type("//quit").find("sendMessage|ala@localhost|olek@localhost|/quit|chat|"), 0U);
     EXPECT_EQ(type("/me macha").find("sendMessage|ala@localhost|olek@localhost|/me macha|chat|"), 0U);
     EXPECT_EQ(type("/info"), "requestInfo|ala@localhost|olek@localhost");
-    client.refusals["sendMessage"] = "too long";
+    messenger.refusals["sendMessage"] = "too long";
     EXPECT_EQ(type("raz"), "sendMessage|ala@localhost|olek@localhost|raz|chat| > too long");
     type("/close");
     EXPECT_EQ(type("raz"), " > no conversation is open; /chat-with WHO opens one");
@@ -266,9 +266,9 @@ TEST_F(CommandsTest, TalksInAConversationAndOutsideOfIt) {
 
 TEST_F(CommandsTest, ShowsFindsAndExportsHistory) {
     EXPECT_EQ(type("/history Olek"), "history|ala@localhost|olek@localhost|20| > no messages");
-    client.messages = {incoming("ala@localhost", "olek@localhost", "raz\ndwa"),
-                       outgoing("ala@localhost", "olek@localhost", "trzy", 2)};
-    client.messages[1].state = DeliveryState::failed;
+    messenger.messages = {incoming("ala@localhost", "olek@localhost", "raz\ndwa"),
+                          outgoing("ala@localhost", "olek@localhost", "trzy", 2)};
+    messenger.messages[1].state = DeliveryState::failed;
     EXPECT_EQ(type("/history Olek 5"),
               "history|ala@localhost|olek@localhost|5| > 21.11.2026 09:05 Olek: raz⏎dwa\n"
               "21.11.2026 09:05 →Olek: trzy (message 2 to Olek was not delivered)");
@@ -288,7 +288,7 @@ TEST_F(CommandsTest, ShowsFindsAndExportsHistory) {
 }
 
 TEST_F(CommandsTest, ExportsTheConversationThatIsOpenWhicheverAccountIsChosen) {
-    client.accountList.append(account("ola@localhost"));
+    messenger.accountList.append(account("ola@localhost"));
     type("/chat-with Olek");
     type("/account ola@localhost");
     EXPECT_EQ(type("/export x").find("exportHistory|ala@localhost|olek@localhost|/start/x"), 0U);
@@ -302,7 +302,7 @@ TEST_F(CommandsTest, AnswersQuestions) {
     first.number = 3;
     MessageBox second;
     second.number = 8;
-    client.boxes = {first, second};
+    messenger.boxes = {first, second};
     EXPECT_EQ(type("/answer 8 no"), "answerBox|8|7 > answer to question 8: no");
     EXPECT_EQ(type("/answer tak"), "answerBox|3|6 > answer to question 3: tak");
     EXPECT_EQ(type("/answer 3 może"), " > unknown answer \"może\" (one of: ok yes no)");
@@ -327,13 +327,13 @@ TEST_F(CommandsTest, ReadsAndWritesSettings) {
               "XMPP/Proxy/Pass         = ***  (the proxy's password)\n"
               "… and 24 settings at their default: /get all, /get PART");
     EXPECT_EQ(QString::fromStdString(type("/get proxy")).count(u'\n'), 7);
-    client.refusals["setSetting"] = "out of range";
+    messenger.refusals["setSetting"] = "out of range";
     EXPECT_EQ(type("/set XMPP/Priority 5"), "setSetting|ala@localhost|XMPP/Priority|int|5 > out of range");
 }
 
 TEST_F(CommandsTest, PinsTheCertificateThatWasRefused) {
     EXPECT_EQ(type("/pin"), " > no certificate was refused");
-    session.certificateRefused(kMe, {"srv", "expired", "AA:BB"});
+    emit messenger.accounts().certificateRefused(kMe, {"srv", "expired", "AA:BB"});
     EXPECT_EQ(type("/pin"), "pinCertificate|ala@localhost|AA:BB > certificate accepted: AA:BB");
     EXPECT_EQ(type("/pin CC:DD"), "pinCertificate|ala@localhost|CC:DD > certificate accepted: CC:DD");
     EXPECT_EQ(type("/pin off"), "pinCertificate|ala@localhost| > the accepted certificate is taken back");
@@ -373,9 +373,9 @@ TEST_F(CommandsTest, OffersWhatFits) {
     EXPECT_EQ(offered("hej ol"), "Ola |Olek ");
     EXPECT_EQ(offered("hej ew"), "Ewa Żółć ");
     EXPECT_EQ(offered("hej "), "");
-    client.requests = {"obcy@localhost"};
+    messenger.requests = {"obcy@localhost"};
     EXPECT_EQ(offered("/deny "), "obcy@localhost ");
-    client.contactLists[kMe][2].name = QStringLiteral("Olek");
+    messenger.contactLists[kMe][2].name = QStringLiteral("Olek");
     EXPECT_EQ(offered("/msg ol"), "ola@localhost |olek@localhost ");
 }
 

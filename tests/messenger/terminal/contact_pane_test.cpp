@@ -31,7 +31,7 @@ protected:
     }
 
     void begin() {
-        session = std::make_unique<Session>(client, paneDisplay, SessionOptions{});
+        session = std::make_unique<Session>(messenger, paneDisplay, SessionOptions{});
         EXPECT_EQ(session->start(), "");
         pane = std::make_unique<ContactPane>(*session);
         paneDisplay.pane = pane.get();
@@ -57,9 +57,9 @@ protected:
 
 TEST_F(ContactPaneTest, ShowsGroupsMarksAndWhatIsUnread) {
     EXPECT_EQ(shown(), "▾ Praca (0/2)\n ○ Ewa Żółć\n ○ Ola\n▾ Znajomi (1/1)\n ◐ Olek");
-    session->messageReceived(kMe, incoming("ala@localhost", "ola@localhost", "hej"));
-    session->typingReceived(kMe, "olek@localhost", true);
-    session->messageReceived(kMe, incoming("ala@localhost", "obcy@localhost", "hej"));
+    emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "ola@localhost", "hej"));
+    emit messenger.talk().typingReceived(kMe, "olek@localhost", true);
+    emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "obcy@localhost", "hej"));
     type("/chat-with Olek");
     EXPECT_EQ(shown(),
               "▾ Praca (0/2)\n ○ Ola           (1)\n ○ Ewa Żółć\n▾ Znajomi (1/1)\n>◐ Olek            …\n"
@@ -72,26 +72,26 @@ TEST_F(ContactPaneTest, ShowsGroupsMarksAndWhatIsUnread) {
 
 TEST_F(ContactPaneTest, ForgetsTheContactsOfAnAccountThatIsRemoved) {
     EXPECT_NE(shown().find("Olek"), std::string::npos);
-    client.accountList.clear();
-    client.contactLists.clear();
-    session->accountRemoved(kMe);
+    messenger.accountList.clear();
+    messenger.contactLists.clear();
+    emit messenger.accounts().accountRemoved(kMe);
     EXPECT_EQ(shown().find("Olek"), std::string::npos) << shown();
     // Added once more it begins anew.
-    session->rosterComplete(kMe);
+    emit messenger.roster().rosterComplete(kMe);
     for (const LogEntry* entry : session->entries())
         EXPECT_FALSE(entry->text.contains(QStringLiteral("Olek"))) << entry->text.toStdString();
 }
 
 TEST_F(ContactPaneTest, FollowsPresenceAndTheList) {
     shown();
-    client.contactLists[kMe][2].status = Status::dnd;
-    session->contactChanged(kMe, client.contactLists[kMe][2]);
+    messenger.contactLists[kMe][2].status = Status::dnd;
+    emit messenger.roster().contactChanged(kMe, messenger.contactLists[kMe][2]);
     EXPECT_EQ(shown(), "▾ Praca (1/2)\n ⊘ Ola\n ○ Ewa Żółć\n▾ Znajomi (1/1)\n ◐ Olek");
-    client.contactLists[kMe].removeAt(2);
-    session->contactRemoved(kMe, "ola@localhost");
+    messenger.contactLists[kMe].removeAt(2);
+    emit messenger.roster().contactRemoved(kMe, "ola@localhost");
     EXPECT_EQ(shown(), "▾ Praca (0/1)\n ○ Ewa Żółć\n▾ Znajomi (1/1)\n ◐ Olek");
-    client.contactLists[kMe].clear();
-    session->rosterComplete(kMe);
+    messenger.contactLists[kMe].clear();
+    emit messenger.roster().rosterComplete(kMe);
     EXPECT_EQ(shown(), "the contact list is\nempty; /add adds a\ncontact");
     pane->focus();
     press(KeyCode::Down);
@@ -106,8 +106,8 @@ TEST_F(ContactPaneTest, MovesByKeysAndOpens) {
     press(KeyCode::Down);
     EXPECT_NE(shown().find("* ○ Ola"), std::string::npos);
     // The contact moves, and the cursor with it.
-    client.contactLists[kMe][2].status = Status::online;
-    session->contactChanged(kMe, client.contactLists[kMe][2]);
+    messenger.contactLists[kMe][2].status = Status::online;
+    emit messenger.roster().contactChanged(kMe, messenger.contactLists[kMe][2]);
     EXPECT_NE(shown().find("* ● Ola"), std::string::npos);
     press(KeyCode::End);
     press(KeyCode::Enter);
@@ -121,7 +121,7 @@ TEST_F(ContactPaneTest, FoldsGroups) {
     press(KeyCode::Down);
     outcome = pane->handle({KeyCode::Text, " "});
     EXPECT_EQ(shown(), "*▸ Praca (0/2)\n▾ Znajomi (1/1)\n ◐ Olek");
-    session->messageReceived(kMe, incoming("ala@localhost", "ola@localhost", "hej"));
+    emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "ola@localhost", "hej"));
     EXPECT_EQ(shown(), "*▸ Praca (0/2)    (1)\n▾ Znajomi (1/1)\n ◐ Olek");
     press(KeyCode::Enter);
     EXPECT_EQ(shown(), "*▾ Praca (0/2)\n ○ Ola           (1)\n ○ Ewa Żółć\n▾ Znajomi (1/1)\n ◐ Olek");
@@ -145,7 +145,7 @@ TEST_F(ContactPaneTest, GivesOtherKeysBackToTheLine) {
 TEST_F(ContactPaneTest, ScrollsWithTheCursorAndTheConversation) {
     for (int number = 0; number < 50; ++number) {
         const QByteArray name = "k" + QByteArray::number(number).rightJustified(2, '0');
-        client.contactLists[kMe].append(contact(name + "@localhost", name, "Znajomi"));
+        messenger.contactLists[kMe].append(contact(name + "@localhost", name, "Znajomi"));
     }
     pane->reset();
     EXPECT_EQ(shown(20, 5), "▾ Praca (0/2)\n ○ Ewa Żółć\n ○ Ola\n▾ Znajomi (1/51)\n ◐ Olek");
@@ -167,7 +167,8 @@ TEST_F(ContactPaneTest, ShowsNamesOfAnyScriptInItsWidth) {
     for (const char* name :
          {"李梅李梅李梅李梅李梅", "👩‍👩‍👧🦆👍🏽🇵🇱", "אברהם בן דוד הלוי ממשפחה ארוכה",
           "محمد‏ عبد", "z̷̧̢̛", "Bardzo Długie Imię I Nazwisko", "a\u202Eb\x1b[2J"})
-        client.contactLists[kMe].append(contact("x" + QByteArray::number(++number) + "@l", name, name, Status::online));
+        messenger.contactLists[kMe].append(
+            contact("x" + QByteArray::number(++number) + "@l", name, name, Status::online));
     pane->reset();
     for (int columns = 1; columns < 40; ++columns) {
         const QString text = QString::fromStdString(shown(columns, 30));
@@ -197,8 +198,8 @@ TEST_F(ContactPaneTest, TakesItsPlaceByTheScreenAndTheWish) {
     EXPECT_EQ(columns(), "40 18 24 25 32") << "in place of the log where there is no room for both";
     EXPECT_EQ(type("/contacts online"), "setSetting|ala@localhost|OKU/ReachableOnly|int|1");
     EXPECT_EQ(shown(), "*▾ Znajomi (1/1)\n ◐ Olek");
-    client.contactLists[kMe][0].status = Status::offline;
-    session->contactChanged(kMe, client.contactLists[kMe][0]);
+    messenger.contactLists[kMe][0].status = Status::offline;
+    emit messenger.roster().contactChanged(kMe, messenger.contactLists[kMe][0]);
     EXPECT_EQ(shown(), "no contact fits");
     begin();
     EXPECT_EQ(columns(), "0 0 0 0 0") << "as it was left";

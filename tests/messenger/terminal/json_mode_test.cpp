@@ -5,7 +5,7 @@
 #include "messenger/core/texts.h"
 #include "messenger/terminal/json/json_command.h"
 #include "messenger/terminal/json/json_mode.h"
-#include "tests/messenger/terminal/fake_client.h"
+#include "tests/messenger/terminal/fake_messenger.h"
 
 namespace oku::terminal::test {
 namespace {
@@ -14,14 +14,14 @@ class JsonModeTest : public testing::Test {
 protected:
     void SetUp() override {
         setLanguage(Language::English);
-        client.accountList = {account("ala@localhost"), account("ola@localhost")};
-        client.contactLists[QStringLiteral("ala@localhost")] = {
+        messenger.accountList = {account("ala@localhost"), account("ola@localhost")};
+        messenger.contactLists[QStringLiteral("ala@localhost")] = {
             contact("olek@localhost", "Olek", "Znajomi", Status::away)};
-        client.contactLists[QStringLiteral("ala@localhost")][0].resources = {
+        messenger.contactLists[QStringLiteral("ala@localhost")][0].resources = {
             resource("dom", Status::away, 5, "Zaraz wracam ☕")};
         ASSERT_EQ(mode.start(), QString());
         events.clear();
-        client.calls.clear();
+        messenger.calls.clear();
     }
     void TearDown() override { setLanguage(Language::Polish); }
 
@@ -42,20 +42,20 @@ protected:
 
     // Feeds a command that must be answered with `ok` last and nothing else but what comes before.
     void expectOk(const QByteArray& line, const char* call) {
-        client.calls.clear();
+        messenger.calls.clear();
         const auto answers = say_(line);
         ASSERT_FALSE(answers.isEmpty()) << line.constData();
         EXPECT_EQ(answers.last().value("event"), "ok") << line.constData();
-        EXPECT_EQ(client.takeCalls().join(u'\n').toStdString(), call) << line.constData();
+        EXPECT_EQ(messenger.takeCalls().join(u'\n').toStdString(), call) << line.constData();
     }
 
     // Feeds a line that must be answered with one `error` and reach nothing; gives the reason.
     std::string expectError(const QByteArray& line) {
-        client.calls.clear();
+        messenger.calls.clear();
         const auto answers = say_(line);
         EXPECT_EQ(answers.size(), 1) << line.constData();
         EXPECT_EQ(answers.value(0).value("event"), "error") << line.constData();
-        EXPECT_TRUE(client.takeCalls().isEmpty()) << line.constData();
+        EXPECT_TRUE(messenger.takeCalls().isEmpty()) << line.constData();
         const QString reason = answers.value(0).value("reason").toString();
         EXPECT_FALSE(reason.contains(u'\n'));
         return reason.toStdString();
@@ -64,10 +64,10 @@ protected:
     // The event that the mode wrote last.
     QJsonObject last() const { return events.isEmpty() ? QJsonObject() : events.last(); }
 
-    FakeClient client;
+    FakeMessenger messenger;
     QList<QJsonObject> events;
     bool ended = false;
-    JsonMode mode{client, [this](const QByteArray& line) { take(line); }, true, {}, [this] { ended = true; }};
+    JsonMode mode{messenger, [this](const QByteArray& line) { take(line); }, true, {}, [this] { ended = true; }};
 };
 
 TEST_F(JsonModeTest, SaysThatItIsReady) {
@@ -77,7 +77,7 @@ TEST_F(JsonModeTest, SaysThatItIsReady) {
 }
 
 TEST_F(JsonModeTest, TellsWhyItCannotStart) {
-    client.refusals["start"] = "no such module";
+    messenger.refusals["start"] = "no such module";
     EXPECT_EQ(mode.start(), "no such module");
     EXPECT_EQ(last().value("event"), "error");
     EXPECT_EQ(last().value("reason"), "no such module");
@@ -181,14 +181,14 @@ TEST_F(JsonModeTest, RefusesWrongValues) {
 }
 
 TEST_F(JsonModeTest, PassesTheReasonOfARefusalOn) {
-    client.refusals["renameContact"] = "not logged in";
+    messenger.refusals["renameContact"] = "not logged in";
     const auto answers = say_(R"({"cmd":"rename","jid":"o@l","name":"N","id":4})");
     ASSERT_EQ(answers.size(), 1);
     EXPECT_EQ(answers[0], (QJsonObject{{"event", "error"}, {"cmd", "rename"}, {"id", 4}, {"reason", "not logged in"}}));
 }
 
 TEST_F(JsonModeTest, NeedsAnAccountForWhatIsDoneWithOne) {
-    client.accountList.clear();
+    messenger.accountList.clear();
     EXPECT_EQ(expectError(R"({"cmd":"roster"})"), "there is no account yet");
     expectOk(R"({"cmd":"console","on":true})", "setConsole|on");
 }
@@ -204,14 +204,14 @@ TEST_F(JsonModeTest, GivesTheListBeforeItsAnswer) {
 }
 
 TEST_F(JsonModeTest, GivesTheHistoryBeforeItsAnswer) {
-    client.messages = {incoming("ala@localhost", "olek@localhost", "hej"),
-                       outgoing("ala@localhost", "olek@localhost", "no hej", 2)};
-    client.messages[0].number = 1;
-    client.messages[0].delayed = QDateTime(QDate(2026, 11, 20), QTime(8, 0), Qt::UTC);
-    client.messages[0].time = QDateTime(QDate(2026, 11, 21), QTime(9, 5, 7, 250), Qt::UTC);
-    client.messages[1].state = DeliveryState::unconfirmed;
+    messenger.messages = {incoming("ala@localhost", "olek@localhost", "hej"),
+                          outgoing("ala@localhost", "olek@localhost", "no hej", 2)};
+    messenger.messages[0].number = 1;
+    messenger.messages[0].delayed = QDateTime(QDate(2026, 11, 20), QTime(8, 0), Qt::UTC);
+    messenger.messages[0].time = QDateTime(QDate(2026, 11, 21), QTime(9, 5, 7, 250), Qt::UTC);
+    messenger.messages[1].state = DeliveryState::unconfirmed;
     const auto answers = say_(R"({"cmd":"history","with":"olek@localhost","limit":5,"search":"hej"})");
-    EXPECT_EQ(client.takeCalls().join(u'\n'), "history|ala@localhost|olek@localhost|5|hej");
+    EXPECT_EQ(messenger.takeCalls().join(u'\n'), "history|ala@localhost|olek@localhost|5|hej");
     ASSERT_EQ(answers.size(), 2);
     const QJsonArray list = answers[0].value("messages").toArray();
     ASSERT_EQ(list.size(), 2);
@@ -228,11 +228,11 @@ TEST_F(JsonModeTest, GivesTheHistoryBeforeItsAnswer) {
     EXPECT_EQ(list[1].toObject().value("message"), 2);
     EXPECT_TRUE(list[1].toObject().value("delayed").isNull());
     say_(R"({"cmd":"history"})");
-    EXPECT_EQ(client.takeCalls().join(u'\n'), "history|ala@localhost||20|");
+    EXPECT_EQ(messenger.takeCalls().join(u'\n'), "history|ala@localhost||20|");
 }
 
 TEST_F(JsonModeTest, GivesASettingBeforeItsAnswer) {
-    client.settings["XMPP/Priority"] = 7;
+    messenger.settings["XMPP/Priority"] = 7;
     const auto answers = say_(R"({"cmd":"get","key":"XMPP/Priority"})");
     ASSERT_EQ(answers.size(), 2);
     EXPECT_EQ(
@@ -244,16 +244,16 @@ TEST_F(JsonModeTest, GivesASettingBeforeItsAnswer) {
 TEST_F(JsonModeTest, ShowsNoPassword) {
     for (const char* key : {"XMPP/Pass", "XMPP/Proxy/Pass"}) {
         const QByteArray get = QByteArrayLiteral("{\"cmd\":\"get\",\"key\":\"") + key + "\"}";
-        client.settings.remove(key);
+        messenger.settings.remove(key);
         EXPECT_TRUE(say_(get).value(0).value("value").isNull()) << "that there is none may be told";
-        client.settings[key] = "tajne";
+        messenger.settings[key] = "tajne";
         EXPECT_EQ(say_(get).value(0).value("value"), "***");
     }
 }
 
 TEST_F(JsonModeTest, AnswersAQuestionAboutAContactWhenAllIsKnown) {
     EXPECT_TRUE(say_(R"({"cmd":"info","jid":"Olek@localhost/dom","id":1})").isEmpty());
-    EXPECT_EQ(client.takeCalls().join(u'\n'), "requestInfo|ala@localhost|olek@localhost");
+    EXPECT_EQ(messenger.takeCalls().join(u'\n'), "requestInfo|ala@localhost|olek@localhost");
     ContactInfo info;
     info.jid = QStringLiteral("olek@localhost");
     info.resource = resource("dom", Status::away, 5, "opis");
@@ -262,9 +262,9 @@ TEST_F(JsonModeTest, AnswersAQuestionAboutAContactWhenAllIsKnown) {
     info.version = QStringLiteral("1.0");
     info.os = QStringLiteral("Linux");
     info.features = QStringList{"urn:xmpp:ping"};
-    mode.infoReceived("ala@localhost", info);
-    mode.infoComplete("ola@localhost", "olek@localhost");
-    mode.infoComplete("ala@localhost", "other@localhost");
+    emit messenger.roster().infoReceived("ala@localhost", info);
+    emit messenger.roster().infoComplete("ola@localhost", "olek@localhost");
+    emit messenger.roster().infoComplete("ala@localhost", "other@localhost");
     ASSERT_EQ(events.size(), 1);
     EXPECT_EQ(events[0], (QJsonObject{{"event", "info"},
                                       {"account", "ala@localhost"},
@@ -278,8 +278,8 @@ TEST_F(JsonModeTest, AnswersAQuestionAboutAContactWhenAllIsKnown) {
                                       {"version", "1.0"},
                                       {"os", "Linux"},
                                       {"features", QJsonArray{"urn:xmpp:ping"}}}));
-    mode.infoComplete("ala@localhost", "olek@localhost");
-    mode.infoComplete("ala@localhost", "olek@localhost");
+    emit messenger.roster().infoComplete("ala@localhost", "olek@localhost");
+    emit messenger.roster().infoComplete("ala@localhost", "olek@localhost");
     ASSERT_EQ(events.size(), 2);
     EXPECT_EQ(last(), (QJsonObject{{"event", "ok"}, {"cmd", "info"}, {"id", 1}}));
 }
@@ -290,7 +290,7 @@ TEST_F(JsonModeTest, AnswersAQuestionAboutTheServerWhenItIsKnown) {
     info.domain = QStringLiteral("localhost");
     info.identities = QStringList{"server/im Prosody"};
     info.features = QStringList{"msgoffline"};
-    mode.serverInfoReceived("ala@localhost", info);
+    emit messenger.roster().serverInfoReceived("ala@localhost", info);
     ASSERT_EQ(events.size(), 2);
     EXPECT_EQ(events[0], (QJsonObject{{"event", "server"},
                                       {"account", "ala@localhost"},
@@ -301,12 +301,12 @@ TEST_F(JsonModeTest, AnswersAQuestionAboutTheServerWhenItIsKnown) {
 }
 
 TEST_F(JsonModeTest, RefusesAQuestionAtOnceWhenTheMessengerDoes) {
-    client.refusals["requestInfo"] = "not logged in";
-    client.refusals["requestServerInfo"] = "not logged in";
+    messenger.refusals["requestInfo"] = "not logged in";
+    messenger.refusals["requestServerInfo"] = "not logged in";
     EXPECT_EQ(say_(R"({"cmd":"info","jid":"o@l"})").value(0).value("reason"), "not logged in");
     EXPECT_EQ(say_(R"({"cmd":"server"})").value(0).value("reason"), "not logged in");
-    mode.infoComplete("ala@localhost", "o@l");
-    mode.serverInfoReceived("ala@localhost", {});
+    emit messenger.roster().infoComplete("ala@localhost", "o@l");
+    emit messenger.roster().serverInfoReceived("ala@localhost", {});
     ASSERT_EQ(events.size(), 1);
     EXPECT_EQ(last().value("event"), "server");
 }
@@ -318,70 +318,70 @@ TEST_F(JsonModeTest, TellsEachEvent) {
         events.clear();
         return text.toStdString();
     };
-    mode.accountChanged(me);
+    emit messenger.accounts().accountChanged(me);
     EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"account","jid":"ala@localhost"})");
-    mode.connectionChanged(me, ConnectionState::online, {});
+    emit messenger.accounts().connectionChanged(me, ConnectionState::online, {});
     EXPECT_EQ(told(),
               R"({"account":"ala@localhost","encrypted":true,"event":"connection","reason":"","state":"online"})");
-    client.accountList[0].encrypted = false;
-    mode.connectionChanged(me, ConnectionState::online, {});
+    messenger.accountList[0].encrypted = false;
+    emit messenger.accounts().connectionChanged(me, ConnectionState::online, {});
     EXPECT_EQ(told(),
               R"({"account":"ala@localhost","encrypted":false,"event":"connection","reason":"","state":"online"})");
-    mode.connectionChanged(me, ConnectionState::offline, "refused");
+    emit messenger.accounts().connectionChanged(me, ConnectionState::offline, "refused");
     EXPECT_EQ(told(), R"({"account":"ala@localhost","encrypted":false,"event":"connection","reason":"refused",)"
                       R"("state":"offline"})");
-    mode.ownStatusChanged(me, Status::away, "ż");
+    emit messenger.accounts().ownStatusChanged(me, Status::away, "ż");
     EXPECT_EQ(told(), R"({"account":"ala@localhost","description":"ż","event":"status","status":"away"})");
-    mode.rosterComplete(me);
+    emit messenger.roster().rosterComplete(me);
     EXPECT_EQ(told().find(R"({"account":"ala@localhost","contacts":[{)"), 0U);
-    mode.contactChanged(me, contact("o@l", "O", "G", Status::online));
+    emit messenger.roster().contactChanged(me, contact("o@l", "O", "G", Status::online));
     EXPECT_EQ(told(), R"({"account":"ala@localhost","description":"","event":"contact","group":"G","jid":"o@l",)"
                       R"("name":"O","resources":[],"status":"online","subscription":"both","waiting":false})");
-    mode.accountRemoved("x@l");
+    emit messenger.accounts().accountRemoved("x@l");
     EXPECT_EQ(told(), R"({"account":"x@l","event":"account-removed","jid":"x@l"})");
-    mode.contactRemoved(me, "o@l");
+    emit messenger.roster().contactRemoved(me, "o@l");
     EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"removed","jid":"o@l"})");
-    mode.presenceReceived(me, "o@l", resource("r", Status::dnd, -3, "d"));
+    emit messenger.roster().presenceReceived(me, "o@l", resource("r", Status::dnd, -3, "d"));
     EXPECT_EQ(told(), R"({"account":"ala@localhost","description":"d","event":"presence","jid":"o@l","priority":-3,)"
                       R"("resource":"r","status":"dnd"})");
     Message message = incoming("ala@localhost", "o@l", "raz\ndwa");
     message.time = QDateTime(QDate(2026, 11, 21), QTime(9, 5, 7), Qt::UTC);
     message.resource = QStringLiteral("r");
-    mode.messageReceived(me, message);
+    emit messenger.talk().messageReceived(me, message);
     EXPECT_EQ(told(), R"({"account":"ala@localhost","body":"raz\ndwa","delayed":null,"event":"message",)"
                       R"("failed":false,"from":"o@l","kind":"chat","resource":"r","subject":"",)"
                       R"("time":"2026-11-21T09:05:07.000Z"})");
-    mode.messageSent(me, outgoing("ala@localhost", "o@l", "b", 7));
+    emit messenger.talk().messageSent(me, outgoing("ala@localhost", "o@l", "b", 7));
     EXPECT_EQ(told(), R"({"account":"ala@localhost","body":"b","event":"sent","message":7,"to":"o@l"})");
     Message waiting = outgoing("ala@localhost", "o@l", "b", 8);
     waiting.state = DeliveryState::queued;
-    mode.messageQueued(me, waiting);
+    emit messenger.talk().messageQueued(me, waiting);
     EXPECT_EQ(told(), R"({"account":"ala@localhost","body":"b","event":"queued","message":8,"to":"o@l"})");
-    mode.typingReceived(me, "o@l", true);
+    emit messenger.talk().typingReceived(me, "o@l", true);
     EXPECT_EQ(told(), R"({"account":"ala@localhost","composing":true,"event":"typing","from":"o@l"})");
-    mode.authorizationRequested(me, "o@l");
+    emit messenger.roster().authorizationRequested(me, "o@l");
     EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"authorization","jid":"o@l"})");
     MessageBox box;
     box.number = 2;
     box.text = QStringLiteral("Na pewno?");
     box.title = QStringLiteral("XMPP");
     box.style = BoxStyle::question;
-    mode.boxOpened(box);
+    emit messenger.windows().boxOpened(box);
     EXPECT_EQ(told(), R"({"box":2,"event":"question","style":"question","text":"Na pewno?","title":"XMPP"})");
-    mode.noticed({}, "tekst");
+    emit messenger.windows().noticed({}, "tekst");
     EXPECT_EQ(told(), R"({"event":"notice","text":"tekst"})");
-    mode.logged({1, "XMSC", "line"});
+    emit messenger.wire().logged({1, "XMSC", "line"});
     EXPECT_EQ(told(), R"({"event":"log","level":1,"tag":"XMSC","text":"line"})");
-    mode.xmlSeen(me, true, "<a/>");
+    emit messenger.wire().xmlSeen(me, true, "<a/>");
     EXPECT_EQ(told(), R"({"account":"ala@localhost","data":"<a/>","direction":"in","event":"xml"})");
-    mode.xmlSeen(me, false, "<b/>");
+    emit messenger.wire().xmlSeen(me, false, "<b/>");
     EXPECT_EQ(told(), R"({"account":"ala@localhost","data":"<b/>","direction":"out","event":"xml"})");
-    mode.certificateRefused(me, {"srv", "self-signed", "AA:BB"});
+    emit messenger.accounts().certificateRefused(me, {"srv", "self-signed", "AA:BB"});
     EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"notice","text":"the certificate of srv was refused: )"
                       R"(self-signed; SHA-256 fingerprint: AA:BB"})");
     Message lost = outgoing("ala@localhost", "o@l", "b", 8);
     lost.state = DeliveryState::unconfirmed;
-    mode.messageStateChanged(me, lost);
+    emit messenger.talk().messageStateChanged(me, lost);
     EXPECT_EQ(
         events.value(0),
         (QJsonObject{
@@ -389,14 +389,14 @@ TEST_F(JsonModeTest, TellsEachEvent) {
     EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"notice","text":"message 8 to o@l is not confirmed: )"
                       R"(the connection broke after it was sent"})");
     lost.state = DeliveryState::failed;
-    mode.messageStateChanged(me, lost);
+    emit messenger.talk().messageStateChanged(me, lost);
     EXPECT_EQ(events.value(0).value("event"), "failed");
     EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"notice","text":"message 8 to o@l was not delivered"})");
 }
 
 TEST_F(JsonModeTest, KeepsTheLogToItselfUnlessVerbose) {
     JsonMode quiet(
-        client, [this](const QByteArray& line) { take(line); }, false);
+        messenger, [this](const QByteArray& line) { take(line); }, false);
     events.clear();
     quiet.logged({0, "XMPP", "line"});
     EXPECT_TRUE(events.isEmpty());
@@ -408,7 +408,7 @@ TEST_F(JsonModeTest, ReadsLinesCutAnywhere) {
                             R"({"cmd":"deny","jid":"żó@b"})"
                             "\r\n";
     for (qsizetype at = 0; at < text.size(); ++at) mode.feed(text.mid(at, 1));
-    EXPECT_EQ(client.takeCalls().join(u'\n'), "deny|ala@localhost|a@b\ndeny|ala@localhost|żó@b");
+    EXPECT_EQ(messenger.takeCalls().join(u'\n'), "deny|ala@localhost|a@b\ndeny|ala@localhost|żó@b");
     EXPECT_EQ(events.size(), 2);
 }
 
@@ -427,7 +427,7 @@ TEST_F(JsonModeTest, QuitsWithByeAsTheLastLine) {
     ASSERT_EQ(answers.size(), 2);
     EXPECT_EQ(answers[0].value("event"), "ok");
     EXPECT_EQ(answers[1], (QJsonObject{{"event", "bye"}}));
-    EXPECT_EQ(client.takeCalls().join(u'\n'), "shutdown");
+    EXPECT_EQ(messenger.takeCalls().join(u'\n'), "shutdown");
     EXPECT_TRUE(ended);
 }
 
@@ -436,16 +436,16 @@ TEST_F(JsonModeTest, QuitsAtTheEndOfTheInputAfterTheLastLine) {
     EXPECT_TRUE(events.isEmpty());
     mode.end();
     mode.end();
-    EXPECT_EQ(client.takeCalls().join(u'\n'), "deny|ala@localhost|a@b\nshutdown");
+    EXPECT_EQ(messenger.takeCalls().join(u'\n'), "deny|ala@localhost|a@b\nshutdown");
     EXPECT_EQ(last().value("event"), "bye");
 }
 
 TEST_F(JsonModeTest, AnswersWhatStillWaitsWhenItEnds) {
-    client.finishAtOnce = false;
+    messenger.finishAtOnce = false;
     say_(R"({"cmd":"info","jid":"o@l","id":5})");
     say_(R"({"cmd":"quit","id":6})");
     EXPECT_EQ(say_(R"({"cmd":"roster","id":7})").value(0).value("reason"), "the program is ending");
-    mode.finished();
+    emit messenger.finished();
     ASSERT_EQ(events.size(), 2);
     EXPECT_EQ(events[0].value("id"), 5);
     EXPECT_EQ(events[0].value("event"), "error");

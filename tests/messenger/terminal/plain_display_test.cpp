@@ -10,18 +10,18 @@ class PlainDisplayTest : public testing::Test {
 protected:
     PlainDisplayTest()
         : display(
-              client, {}, Colours::None, 0, -1, [](const QByteArray&) {}, [] {}) {
-        client.accountList = {account("ala@localhost")};
-        client.contactLists[kMe] = {contact("olek@localhost", "Olek", "Znajomi")};
+              messenger, {}, Colours::None, 0, -1, [](const QByteArray&) {}, [] {}) {
+        messenger.accountList = {account("ala@localhost")};
+        messenger.contactLists[kMe] = {contact("olek@localhost", "Olek", "Znajomi")};
         EXPECT_EQ(display.session().start(), "");
         display.feed("/chat-with Olek\n");
-        client.calls.clear();
+        messenger.calls.clear();
     }
 
     // The messages that the lines sent, and the end.
     std::string feed(const QByteArray& bytes) {
         display.feed(bytes);
-        return client.takeCalls()
+        return messenger.takeCalls()
             .filter(QRegularExpression("^(sendMessage|setStatus|shutdown|addAccount)"))
             .join(u'\n')
             .replace("sendMessage|ala@localhost|olek@localhost|", "")
@@ -29,7 +29,7 @@ protected:
             .toStdString();
     }
 
-    FakeClient client;
+    FakeMessenger messenger;
     PlainDisplay display;
 };
 

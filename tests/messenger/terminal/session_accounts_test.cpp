@@ -5,8 +5,8 @@ namespace oku::terminal::test {
 namespace {
 
 TEST_F(SessionTest, SaysHowToBeginWithoutAnAccount) {
-    client.accountList.clear();
-    session = std::make_unique<Session>(client, display, SessionOptions{});
+    messenger.accountList.clear();
+    session = std::make_unique<Session>(messenger, display, SessionOptions{});
     display.lines.clear();
     EXPECT_EQ(session->start(), "");
     EXPECT_EQ(display.lines.last(), "- there is no account yet; /account add you@server adds one");
@@ -15,7 +15,7 @@ TEST_F(SessionTest, SaysHowToBeginWithoutAnAccount) {
 }
 
 TEST_F(SessionTest, TellsWhyItCannotStart) {
-    client.refusals["start"] = "no such module";
+    messenger.refusals["start"] = "no such module";
     start({});
     EXPECT_EQ(reason, "no such module");
 }
@@ -34,19 +34,19 @@ TEST_F(SessionTest, AsksForThePasswordOfANewAccountThenConnects) {
 }
 
 TEST_F(SessionTest, AsksForAPasswordThatIsNotKnownBeforeItConnects) {
-    client.settings.remove("XMPP/Pass");
+    messenger.settings.remove("XMPP/Pass");
     EXPECT_EQ(type("/away na chwilę"), "");
     EXPECT_EQ(session->prompt(), "password of ala@localhost (not shown): ");
     EXPECT_EQ(type("tajne"), "addAccount|ala@localhost|tajne\nsetStatus|ala@localhost|away|na chwilę");
     EXPECT_EQ(type("/online"), "setStatus|ala@localhost|online|");
-    client.settings.remove("XMPP/Pass");
+    messenger.settings.remove("XMPP/Pass");
     EXPECT_EQ(type("/offline"), "setStatus|ala@localhost|offline|");
-    client.settings["OKU/PasswordInRing"] = 1;
+    messenger.settings["OKU/PasswordInRing"] = 1;
     EXPECT_EQ(type("/online"), "setStatus|ala@localhost|online|");
 }
 
 TEST_F(SessionTest, AsksForAPasswordThatIsNotKnownAtTheStart) {
-    client.settings.remove("XMPP/Pass");
+    messenger.settings.remove("XMPP/Pass");
     SessionOptions options;
     options.status = QStringLiteral("online");
     start(options);
@@ -61,10 +61,10 @@ TEST_F(SessionTest, TakesThePasswordOfTheEnvironment) {
     options.account = kMe;
     options.password = QStringLiteral("tajne");
     options.status = QStringLiteral("online");
-    session = std::make_unique<Session>(client, display, options);
-    client.calls.clear();
+    session = std::make_unique<Session>(messenger, display, options);
+    messenger.calls.clear();
     session->start();
-    EXPECT_EQ(client.takeCalls().filter(QRegularExpression("^(?!settingValue)")).join(u'\n'),
+    EXPECT_EQ(messenger.takeCalls().filter(QRegularExpression("^(?!settingValue)")).join(u'\n'),
               "start\naddAccount|ala@localhost|tajne\nsetStatus|ala@localhost|online|");
 }
 
@@ -90,11 +90,11 @@ TEST_F(SessionTest, ForgetsAPasswordThatIsCancelled) {
 }
 
 TEST_F(SessionTest, UnloadsBeforeItEnds) {
-    client.finishAtOnce = false;
+    messenger.finishAtOnce = false;
     EXPECT_EQ(type("/quit"), "shutdown");
     EXPECT_EQ(type("/quit"), "");
     EXPECT_FALSE(display.over);
-    session->finished();
+    emit messenger.finished();
     EXPECT_TRUE(display.over);
 }
 

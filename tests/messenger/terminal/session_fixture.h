@@ -6,7 +6,7 @@
 
 #include "messenger/core/texts.h"
 #include "messenger/terminal/talk/session.h"
-#include "tests/messenger/terminal/fake_client.h"
+#include "tests/messenger/terminal/fake_messenger.h"
 
 namespace oku::terminal::test {
 
@@ -33,11 +33,11 @@ protected:
 
     void SetUp() override {
         setLanguage(Language::English);
-        client.accountList = {account("ala@localhost")};
-        client.contactLists[kMe] = {contact("olek@localhost", "Olek", "Znajomi", Status::away),
-                                    contact("ewa@localhost", "Ewa Żółć", "Praca"),
-                                    contact("ola@localhost", "Ola", "Praca")};
-        client.contactLists[kMe][0].resources = {resource("dom", Status::away, 5, "Zaraz wracam")};
+        messenger.accountList = {account("ala@localhost")};
+        messenger.contactLists[kMe] = {contact("olek@localhost", "Olek", "Znajomi", Status::away),
+                                       contact("ewa@localhost", "Ewa Żółć", "Praca"),
+                                       contact("ola@localhost", "Ola", "Praca")};
+        messenger.contactLists[kMe][0].resources = {resource("dom", Status::away, 5, "Zaraz wracam")};
         start({});
     }
     void TearDown() override { setLanguage(Language::Polish); }
@@ -45,24 +45,24 @@ protected:
     void start(SessionOptions options) {
         session.reset();
         options.startDirectory = QStringLiteral("/start");
-        session = std::make_unique<Session>(client, display, options);
+        session = std::make_unique<Session>(messenger, display, options);
         reason = session->start();
         heard();
-        client.calls.clear();
+        messenger.calls.clear();
     }
     // What the display was told since the last time.
     std::string heard() { return std::exchange(display.lines, {}).join(u'\n').toStdString(); }
     // Types a line; gives what the messenger was asked for.
     std::string type(const char* line) {
-        client.calls.clear();
+        messenger.calls.clear();
         session->submit(QString::fromUtf8(line));
-        return client.takeCalls().filter(QRegularExpression("^(?!settingValue)")).join(u'\n').toStdString();
+        return messenger.takeCalls().filter(QRegularExpression("^(?!settingValue)")).join(u'\n').toStdString();
     }
     void typing(const char* text) { session->typed(QString::fromUtf8(text)); }
-    std::string typingCalls() { return client.takeCalls().filter("sendTyping").join(u'\n').toStdString(); }
+    std::string typingCalls() { return messenger.takeCalls().filter("sendTyping").join(u'\n').toStdString(); }
     std::string status() { return lineText(session->status()).toStdString(); }
 
-    FakeClient client;
+    FakeMessenger messenger;
     NotingDisplay display;
     std::unique_ptr<Session> session;
     QString reason;

@@ -6,15 +6,15 @@ namespace oku::terminal::test {
 namespace {
 
 TEST_F(SessionTest, CountsWhatIsUnreadAndShowsItWhereItIsRead) {
-    session->messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "raz"));
-    session->messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "dwa"));
+    emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "raz"));
+    emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "dwa"));
     EXPECT_NE(status().find(" 1:Olek(2)"), std::string::npos);
     EXPECT_EQ(type("/window"), "history|ala@localhost|olek@localhost|20|\nmarkRead|ala@localhost|olek@localhost");
     EXPECT_EQ(status().find("(2)"), std::string::npos);
     EXPECT_NE(status().find("[1:Olek]"), std::string::npos);
     EXPECT_EQ(session->entries().size(), 3U);
     heard();
-    session->messageReceived(kMe, incoming("ala@localhost", "ewa@localhost", "inna"));
+    emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "ewa@localhost", "inna"));
     EXPECT_EQ(heard(), "");
     EXPECT_NE(status().find("2:Ewa Żółć(1)"), std::string::npos);
     type("/window 0");
@@ -30,15 +30,15 @@ TEST_F(SessionTest, DividesNewMessagesFromThoseThatWereReadUntilTheNextLook) {
         return result.join(u'|').toStdString();
     };
     type("/chat-with Olek");
-    session->messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "raz"));
+    emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "raz"));
     session->showWindow(0);
-    session->messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "dwa"));
-    session->messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "trzy"));
+    emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "dwa"));
+    emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "trzy"));
     EXPECT_EQ(texts().find("new messages"), std::string::npos);
     session->showWindow(1);
     EXPECT_EQ(texts(), "raz|new messages|dwa|trzy");
     session->showWindow(0);
-    session->messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "cztery"));
+    emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "cztery"));
     session->showWindow(1);
     EXPECT_EQ(texts(), "raz|dwa|trzy|new messages|cztery");
     session->showWindow(0);
@@ -49,8 +49,8 @@ TEST_F(SessionTest, DividesNewMessagesFromThoseThatWereReadUntilTheNextLook) {
 TEST_F(SessionTest, ShowsWhatMustNotBeMissedInTheWindowThatIsLookedAt) {
     type("/chat-with Olek");
     heard();
-    session->noticed(kMe, "notice");
-    session->authorizationRequested(kMe, "ewa@localhost");
+    emit messenger.windows().noticed(kMe, "notice");
+    emit messenger.roster().authorizationRequested(kMe, "ewa@localhost");
     EXPECT_EQ(session->entries().size(), 2U);
     // Conversations that nobody looked at are not filled with it, but a request stands in its own.
     type("/chat-with Ola");
@@ -62,12 +62,12 @@ TEST_F(SessionTest, ShowsWhatMustNotBeMissedInTheWindowThatIsLookedAt) {
 }
 
 TEST_F(SessionTest, LeavesOutOfANarrowStatusLineWhatMattersLeast) {
-    client.accountList[0].connection = ConnectionState::online;
-    client.accountList[0].status = Status::away;
-    client.accountList[0].description = QStringLiteral("w pociągu");
+    messenger.accountList[0].connection = ConnectionState::online;
+    messenger.accountList[0].status = Status::away;
+    messenger.accountList[0].description = QStringLiteral("w pociągu");
     for (const char* who : {"olek@localhost", "ola@localhost", "ewa@localhost"})
         session->openConversation({kMe, QString::fromUtf8(who)});
-    session->messageReceived(kMe, incoming("ala@localhost", "ola@localhost", "hej"));
+    emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "ola@localhost", "hej"));
     EXPECT_EQ(status(), " ala@localhost ◐ away — w pociągu │ 0:main 1:Olek 2:Ola(1) [3:Ewa Żółć]");
     display.width = 60;
     EXPECT_EQ(status(), " ala@localhost ◐ │ 0:main 1:Olek 2:Ola(1) [3:Ewa Żółć]");
@@ -83,9 +83,9 @@ TEST_F(SessionTest, LeavesOutOfANarrowStatusLineWhatMattersLeast) {
 }
 
 TEST_F(SessionTest, LeavesLongNamesNoMoreThanTheirRoom) {
-    client.contactLists[kMe][0].name = QStringLiteral("Aleksander ").repeated(20);
+    messenger.contactLists[kMe][0].name = QStringLiteral("Aleksander ").repeated(20);
     session->openConversation({kMe, "olek@localhost"});
-    session->typingReceived(kMe, "olek@localhost", true);
+    emit messenger.talk().typingReceived(kMe, "olek@localhost", true);
     EXPECT_TRUE(lineText(session->title()).contains("… <olek@localhost> ◐ away"));
     EXPECT_LE(lineWidth(session->title()), display.width);
     EXPECT_EQ(status(), " ala@localhost ○ offline │ Aleksander … is writing… │ 0:main [1:Aleksander …]");
@@ -111,20 +111,20 @@ TEST_F(SessionTest, SaysItselfThatAMessageCameBack) {
     heard();
     Message back = incoming("ala@localhost", "olek@localhost", "Twoja wiadomość nie została dostarczona");
     back.failed = true;
-    session->messageReceived(kMe, back);
+    emit messenger.talk().messageReceived(kMe, back);
     EXPECT_EQ(heard(), "Olek Olek: Twoja wiadomość nie została dostarczona");
     const LogEntry& entry = *session->entries().back();
     EXPECT_EQ(entry.style, Style::Error);
     EXPECT_EQ(lineText(layOut(entry, session->layout()).front()).mid(6),
               "            ! │ Olek: Twoja wiadomość nie została dostarczona");
     session->showWindow(0);
-    session->messageReceived(kMe, back);
+    emit messenger.talk().messageReceived(kMe, back);
     session->showWindow(1);
     EXPECT_EQ((*(session->entries().end() - 2))->text, "new messages");
 }
 
 TEST_F(SessionTest, TakesUnreadMessagesOfTheLastTimeOver) {
-    client.contactLists[kMe][1].unread = 3;
+    messenger.contactLists[kMe][1].unread = 3;
     start({});
     EXPECT_NE(status().find("1:Ewa Żółć(3)"), std::string::npos);
 }
@@ -134,8 +134,8 @@ TEST_F(SessionTest, PutsTheHistoryAboveWhatCame) {
     older.number = 3;
     Message live = incoming("ala@localhost", "olek@localhost", "teraz");
     live.number = 4;
-    client.messages = {older, live};
-    session->messageReceived(kMe, live);
+    messenger.messages = {older, live};
+    emit messenger.talk().messageReceived(kMe, live);
     type("/chat-with Olek");
     const auto entries = session->entries();
     ASSERT_EQ(entries.size(), 3U);
@@ -153,18 +153,18 @@ TEST_F(SessionTest, ShowsEverythingInOneWindowWhereItIsAskedTo) {
     options.oneWindow = true;
     start(options);
     type("/chat-with Olek");
-    session->messageReceived(kMe, incoming("ala@localhost", "ewa@localhost", "inna"));
-    session->typingReceived(kMe, "ewa@localhost", true);
+    emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "ewa@localhost", "inna"));
+    emit messenger.talk().typingReceived(kMe, "ewa@localhost", true);
     EXPECT_EQ(heard(), "Ewa Żółć inna\n- Ewa Żółć is writing…");
 }
 
 TEST_F(SessionTest, ShowsWhoIsWritingUntilTheMessageComes) {
-    session->typingReceived(kMe, "olek@localhost", true);
+    emit messenger.talk().typingReceived(kMe, "olek@localhost", true);
     EXPECT_NE(status().find("Olek is writing…"), std::string::npos);
-    session->messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "x"));
+    emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "x"));
     EXPECT_EQ(status().find("is writing"), std::string::npos);
-    session->typingReceived(kMe, "olek@localhost", true);
-    session->typingReceived(kMe, "olek@localhost", false);
+    emit messenger.talk().typingReceived(kMe, "olek@localhost", true);
+    emit messenger.talk().typingReceived(kMe, "olek@localhost", false);
     EXPECT_EQ(status().find("is writing"), std::string::npos);
 }
 
@@ -177,7 +177,7 @@ TEST_F(SessionTest, TitlesAConversation) {
 }
 
 TEST_F(SessionTest, ClearsAWindow) {
-    session->noticed(kMe, "x");
+    emit messenger.windows().noticed(kMe, "x");
     type("/clear");
     EXPECT_TRUE(session->entries().empty());
 }
@@ -236,7 +236,7 @@ TEST_F(SessionTest, KeepsTypingToItselfWhereNobodyShouldHear) {
 TEST_F(SessionTest, StopsTypingWhenTheWindowChanges) {
     type("/chat-with Olek");
     typing("hej");
-    client.calls.clear();
+    messenger.calls.clear();
     session->showWindow(0);
     EXPECT_EQ(typingCalls(), "sendTyping|ala@localhost|olek@localhost|paused");
 }
@@ -245,7 +245,7 @@ class StrangersTest : public SessionTest {
 protected:
     static std::string jidOf(int number) { return "obcy" + std::to_string(number) + "@daleko"; }
     void write(int number, const char* text) {
-        session->messageReceived(kMe, incoming("ala@localhost", jidOf(number).c_str(), text));
+        emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", jidOf(number).c_str(), text));
     }
     std::size_t windows() const { return session->windows().conversations().size(); }
 };
@@ -255,7 +255,7 @@ TEST_F(StrangersTest, ShareAWindowWhenTheyAreMany) {
     EXPECT_EQ(windows(), 50U);
     for (int number = 51; number <= 5000; ++number) write(number, "oferta");
     EXPECT_EQ(windows(), 51U);
-    session->messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "kontakt"));
+    emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "kontakt"));
     EXPECT_EQ(windows(), 52U) << "contacts have their own";
     write(7, "znowu");
     EXPECT_EQ(windows(), 52U);
@@ -293,7 +293,7 @@ TEST_F(StrangersTest, MakeRoomWhenTheirWindowIsClosedOrTheyBecomeContacts) {
     write(51, "hej");
     EXPECT_EQ(windows(), 50U);
     EXPECT_FALSE(session->windows().isOpen(Windows::strangers()));
-    session->contactChanged(kMe, contact(jidOf(3).c_str(), "Trzeci", "Praca"));
+    emit messenger.roster().contactChanged(kMe, contact(jidOf(3).c_str(), "Trzeci", "Praca"));
     write(52, "hej");
     EXPECT_EQ(windows(), 51U);
     EXPECT_FALSE(session->windows().isOpen(Windows::strangers()));
@@ -304,8 +304,8 @@ TEST_F(StrangersTest, MakeRoomWhenTheirWindowIsClosedOrTheyBecomeContacts) {
 TEST_F(StrangersTest, DoNotMakeTheStatusLineLonger) {
     for (int number = 1; number <= 200; ++number) {
         const std::string jid = "znajomy" + std::to_string(number) + "@localhost";
-        client.contactLists[kMe].append(contact(jid.c_str(), jid.c_str(), "Praca"));
-        session->messageReceived(kMe, incoming("ala@localhost", jid.c_str(), "hej"));
+        messenger.contactLists[kMe].append(contact(jid.c_str(), jid.c_str(), "Praca"));
+        emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", jid.c_str(), "hej"));
     }
     EXPECT_LE(session->status().size(), 90U) << "no more windows than the line has columns";
     EXPECT_NE(status().find("1:"), std::string::npos);
@@ -314,9 +314,9 @@ TEST_F(StrangersTest, DoNotMakeTheStatusLineLonger) {
 TEST_F(SessionTest, KeepsCountOfWindowsThatMoveUp) {
     for (const char* who : {"olek@localhost", "ola@localhost", "ewa@localhost"})
         session->openConversation({kMe, QString::fromUtf8(who)});
-    session->messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "hej"));
+    emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "hej"));
     type("/window 2");
-    session->messageReceived(kMe, incoming("ala@localhost", "ewa@localhost", "hej"));
+    emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "ewa@localhost", "hej"));
     type("/close");
     EXPECT_EQ(status(), " ala@localhost ○ offline │ [0:main] 1:Olek(1) 2:Ewa Żółć(1)");
     type("/window");
@@ -329,12 +329,12 @@ TEST_F(SessionTest, KeepsCountOfWindowsThatMoveUp) {
 TEST_F(SessionTest, ReadsInTheHistoryWhatTheLogHasNoRoomFor) {
     Message old = incoming("ala@localhost", "olek@localhost", "dawno");
     old.number = 1;
-    session->messageReceived(kMe, old);
+    emit messenger.talk().messageReceived(kMe, old);
     type("/chat-with Olek");
     type("/window 0");
-    for (int number = 0; number < 6000; ++number) session->noticed(kMe, QString::number(number));
+    for (int number = 0; number < 6000; ++number) emit messenger.windows().noticed(kMe, QString::number(number));
     EXPECT_EQ(session->entries().size(), 5000U);
-    client.messages = {old};
+    messenger.messages = {old};
     type("/chat-with Olek");
     ASSERT_FALSE(session->entries().empty());
     EXPECT_EQ(session->entries().front()->text, "dawno");

@@ -1,0 +1,107 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+#include "messenger/core/plugin_reload.h"
+
+#include <QFile>
+#include <utility>
+
+#include "messenger/core/host_core.h"
+#include "messenger/core/values/jid_text.h"
+
+namespace oku {
+
+void PluginReload::addAccount(const QString& jid, const QString& key) {
+    newAccounts_.insert_or_assign(jid, key);
+    start();
+}
+
+void PluginReload::start() {
+    core_.queue.post({}, [this] {
+        keepChoices();
+        waiting_ = true;
+        if (backOnline_.empty()) {
+            loadAnew();
+        } else {
+            core_.signOff.start([this] { core_.queue.post({}, [this] { loadAnew(); }); });
+        }
+    });
+}
+
+void PluginReload::keepChoices() {
+    for (const auto& account : core_.accounts.all()) {
+        if (const auto* kept = core_.choices.kept(account->key)) {
+            backOnline_.insert_or_assign(account->key, Choice{kept->status, kept->description});
+        } else if (account->connection != ConnectionState::offline) {
+            // While it signs off, what was chosen before counts.
+            const Status status = account->status == Status::offline ? Status::online : account->status;
+            backOnline_.try_emplace(account->key, Choice{status, account->description});
+        }
+    }
+}
+
+void PluginReload::loadAnew() {
+    if (core_.shuttingDown() || !std::exchange(waiting_, false)) return;
+    core_.unload();
+    for (const Removal& account : std::exchange(removals_, {})) forget(account);
+    core_.load();
+    const auto backOnline = std::exchange(backOnline_, {});
+    for (const auto& [jid, key] : std::exchange(newAccounts_, {})) emit accountAdded(jid);
+    for (const auto& [key, choice] : backOnline) {
+        auto* account = core_.accounts.byKey(key);
+        if (!account) continue;
+        core_.passwords.whenLoaded(key, [this, account, status = choice.status, description = choice.description] {
+            setStatus(*account, status, description);
+        });
+    }
+}
+
+void PluginReload::removeAccount(const AccountEntry& account, bool withHistory) {
+    removals_.push_back({account.key, account.jid(), withHistory});
+    start();
+}
+
+void PluginReload::forget(const Removal& account) {
+    backOnline_.erase(account.key);
+    core_.passwords.forget(account.key);
+    core_.contacts.forget(account.key);
+    QString base = account.key;
+    base.chop(QStringLiteral(".config").size());
+    QFile::remove(base + QStringLiteral(".roster"));
+    if (!core_.settings.store(account.key)->remove()) {
+        emit noticed(account.jid,
+                     QCoreApplication::translate("HostCore", "Nie można usunąć pliku %1").arg(account.key));
+    }
+    if (account.withHistory) {
+        core_.history.removeAll(account.jid);
+    } else {
+        // An account of the same name that is added later must not send it.
+        for (const Message& waiting : core_.history.outgoing(account.jid, DeliveryState::queued))
+            core_.history.setState(waiting.number, DeliveryState::failed);
+    }
+    emit accountRemoved(account.jid);
+}
+
+void PluginReload::setStatus(AccountEntry& account, Status status, const QString& description) {
+    if (waiting_) {
+        setStatusThen(account.key, status, description);
+    } else {
+        core_.choices.set(account, status, description);
+    }
+}
+
+bool PluginReload::setStatusOfNew(const QString& jid, Status status, const QString& description) {
+    const auto found = newAccounts_.find(bareJid(jid));
+    if (found == newAccounts_.end()) return false;
+    setStatusThen(found->second, status, description);
+    return true;
+}
+
+void PluginReload::setStatusThen(const QString& key, Status status, const QString& description) {
+    if (status == Status::offline) {
+        backOnline_.erase(key);
+    } else {
+        backOnline_.insert_or_assign(key, Choice{status, description});
+    }
+}
+
+}  // namespace oku

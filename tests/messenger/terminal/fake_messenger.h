@@ -1,0 +1,172 @@
+// A scripted messenger: keeps what it was told, answers with what the test has laid ready, and tells what the test
+// says. Its small life of its own (an account, a list) is enough to run the program on.
+#pragma once
+
+#include <memory>
+#include <QMap>
+#include <QStringList>
+#include <utility>
+
+#include "messenger/core/messenger_face.h"
+
+namespace oku::terminal::test {
+
+// What all faces share.
+struct Script {
+    // Each command as one line: its name and its values, with a bar between. Queries are written down as well.
+    mutable QStringList calls;
+    // The reason that the commands of this name are refused with.
+    QMap<QString, QString> refusals;
+
+    QList<Account> accountList;
+    QMap<QString, QList<Contact>> contactLists;                // by account
+    QMap<QString, QVariant> settings{{"XMPP/Pass", "znane"}};  // by key
+    QList<Message> messages;
+    QStringList requests;
+    QList<MessageBox> boxes;
+    bool finishAtOnce = true;
+
+    // The calls since the last time.
+    QStringList takeCalls() { return std::exchange(calls, {}); }
+    // Keeps the call; gives the reason laid ready for it.
+    QString note(const char* name, const QStringList& values) const;
+};
+
+class FakeAccounts : public AccountsFace {
+public:
+    explicit FakeAccounts(Script& script) : script_(script) {}
+
+    QList<Account> accounts() const override { return script_.accountList; }
+    std::optional<Account> account(const QString& jid) const override;
+    QString addAccount(const QString& jid, const QString& password, const QVariantMap& given) override;
+    QString removeAccount(const QString& jid, bool withHistory) override {
+        return script_.note("removeAccount", {jid, withHistory ? "history" : ""});
+    }
+    QString setStatus(const QString& account, Status status, const QString& description) override;
+    QVariant settingValue(const QString& account, const QString& key) const override;
+    QString setSetting(const QString& account, const QString& key, const QVariant& value) override;
+    QString pinCertificate(const QString& account, const QString& fingerprint) override {
+        return script_.note("pinCertificate", {account, fingerprint});
+    }
+
+protected:
+    Script& script_;
+};
+
+class FakeRoster : public RosterFace {
+public:
+    explicit FakeRoster(Script& script) : script_(script) {}
+
+    QList<Contact> contacts(const QString& account) const override { return script_.contactLists.value(account); }
+    std::optional<Contact> contact(const QString& account, const QString& jid) const override;
+    QString addContact(const QString& account, const QString& jid, const QString& name, const QString& group) override {
+        return script_.note("addContact", {account, jid, name, group});
+    }
+    QString renameContact(const QString& account, const QString& jid, const QString& name) override {
+        return script_.note("renameContact", {account, jid, name});
+    }
+    QString moveContact(const QString& account, const QString& jid, const QString& group) override {
+        return script_.note("moveContact", {account, jid, group});
+    }
+    QString removeContact(const QString& account, const QString& jid) override {
+        return script_.note("removeContact", {account, jid});
+    }
+    QString subscribe(const QString& account, const QString& jid) override {
+        return script_.note("subscribe", {account, jid});
+    }
+    QString authorize(const QString& account, const QString& jid, bool ask) override {
+        return script_.note("authorize", {account, jid, ask ? "ask" : ""});
+    }
+    QString deny(const QString& account, const QString& jid) override { return script_.note("deny", {account, jid}); }
+    QStringList pendingAuthorizations(const QString&) const override { return script_.requests; }
+    QString requestInfo(const QString& account, const QString& jid) override {
+        return script_.note("requestInfo", {account, jid});
+    }
+    QString requestServerInfo(const QString& account) override { return script_.note("requestServerInfo", {account}); }
+
+private:
+    Script& script_;
+};
+
+class FakeTalk : public TalkFace {
+public:
+    explicit FakeTalk(Script& script) : script_(script) {}
+
+    QString sendMessage(const QString& account, const QString& to, const QString& body, MessageKind kind,
+                        const QString& subject, qint64* number) override;
+    QString cancelMessage(qint64 number) override { return script_.note("cancelMessage", {QString::number(number)}); }
+    QString resendMessage(qint64 number) override { return script_.note("resendMessage", {QString::number(number)}); }
+    QString sendTyping(const QString& account, const QString& to, bool composing) override {
+        return script_.note("sendTyping", {account, to, composing ? "composing" : "paused"});
+    }
+    void markRead(const QString& account, const QString& jid) override { script_.note("markRead", {account, jid}); }
+    QList<Message> history(const QString& account, const QString& with, int limit,
+                           const QString& search) const override;
+    QString exportHistory(const QString& account, const QString& with, const QString& path,
+                          bool replace) const override;
+
+protected:
+    Script& script_;
+};
+
+class FakeWindows : public WindowsFace {
+public:
+    explicit FakeWindows(Script& script) : script_(script) {}
+
+    QString answerBox(int number, BoxButton button) override;
+    QList<MessageBox> openBoxes() const override { return script_.boxes; }
+    QList<MenuItem> menu(const QString&) const override { return {}; }
+    QString statusMenu(const QString&) const override { return {}; }
+    QString activateMenu(const QString& id) override { return script_.note("activateMenu", {id}); }
+    QString confirmStatusWindow(const QString& account, Status status, const QString& description, bool) override {
+        return script_.note("confirmStatusWindow", {account, statusWord(status), description});
+    }
+
+private:
+    Script& script_;
+};
+
+class FakeWire : public WireFace {
+public:
+    explicit FakeWire(Script& script) : script_(script) {}
+
+    QString sendRaw(const QString& account, const QString& xml) override {
+        return script_.note("sendRaw", {account, xml});
+    }
+    void setConsole(bool on) override { script_.note("setConsole", {on ? "on" : "off"}); }
+    bool console() const override { return false; }
+
+private:
+    Script& script_;
+};
+
+class FakeMessenger : public MessengerFace, public Script {
+public:
+    QString start() override { return note("start", {}); }
+    void shutdown() override;
+    bool running() const override { return true; }
+    QString profileDir() const override { return QStringLiteral("profile/"); }
+
+    AccountsFace& accounts() const override { return *accounts_; }
+    RosterFace& roster() const override { return *roster_; }
+    TalkFace& talk() const override { return *talk_; }
+    WindowsFace& windows() const override { return *windows_; }
+    WireFace& wire() const override { return *wire_; }
+
+protected:
+    // A livelier messenger puts its own in their place.
+    std::unique_ptr<AccountsFace> accounts_ = std::make_unique<FakeAccounts>(*this);
+    std::unique_ptr<RosterFace> roster_ = std::make_unique<FakeRoster>(*this);
+    std::unique_ptr<TalkFace> talk_ = std::make_unique<FakeTalk>(*this);
+    std::unique_ptr<WindowsFace> windows_ = std::make_unique<FakeWindows>(*this);
+    std::unique_ptr<WireFace> wire_ = std::make_unique<FakeWire>(*this);
+};
+
+// Values for tests.
+Account account(const char* jid);
+Contact contact(const char* jid, const char* name, const char* group, Status status = Status::offline);
+Resource resource(const char* name, Status status, int priority = 0, const char* description = "");
+Message incoming(const char* account, const char* from, const char* body);
+Message outgoing(const char* account, const char* to, const char* body, qint64 number);
+
+}  // namespace oku::terminal::test
