@@ -54,6 +54,34 @@ def transcripts():
     return dict(list(texts.items())[::step])
 
 
+def long(text):
+    return len(text).to_bytes(2, "big") + text
+
+
+def texts_with(*words):
+    """What the server says in every transcript that speaks of one of these words."""
+    seeds = {}
+    for path in sorted(ROOT.parent.glob("tests/*/*.transcript")):
+        text = received_texts(path)
+        if len(text) < 4096 and any(word.encode() in text for word in words):
+            seeds[path.stem] = text
+    return seeds
+
+
+def pubsub_seeds():
+    seeds = {name: b"\x00" + long(text) for name, text in texts_with("pubsub").items()}
+    tune = b"\x01" + b"".join(map(short, [b"3", b"A & B", b"T", b"", b"u", b"125"]))
+    location = b"\x03" + short(b"1") * 22
+    answers = b"\x04" + short(b"") + b"\x04" + short(b"<error/>")
+    return seeds | {"publish": tune + answers + b"\x02" + short(b"<&") + b"\x01" + answers + location + answers + b"\x05\x09",
+                    "switches": b"\x06\x00\x00\x06\x01\x00" + next(iter(seeds.values()))}
+
+
+def mailbox_seeds():
+    texts = texts_with("mailbox", "new-mail", "http-auth", "aqq:iq:rank")
+    return {name: bytes([len(text) % 4]) + long(text) for name, text in texts.items()}
+
+
 def write(target, seeds):
     folder = pathlib.Path(sys.argv[1]) / target
     folder.mkdir(parents=True, exist_ok=True)
@@ -140,6 +168,8 @@ def main():
     write("negotiation", negotiation_seeds())
     compressor = zlib.compressobj()
     stream = compressor.compress(b"<message><body>a</body></message>") + compressor.flush(zlib.Z_SYNC_FLUSH)
+    write("pubsub", pubsub_seeds())
+    write("mailbox", mailbox_seeds())
     write("inflate", {"valid": b"\x01" + short(b"\x03\x01") + b"<presence/>" * 9, "stream": b"\x00" + short(b"\x02") + stream,
                       "damaged": b"\x00\x00" + stream[:9] + b"\xff" + stream[10:]})
     write("roster_file", numbered([

@@ -10,6 +10,7 @@
 #include "host/oku/menu.h"
 #include "host/oku/netlib.h"
 #include "host/oku/notify.h"
+#include "host/oku/pep.h"
 #include "host/oku/protocol.h"
 #include "host/oku/settings.h"
 #include "host/oku/timer.h"
@@ -257,9 +258,9 @@ struct QuickTable {
         host.events.erase(event);
         return 1;
     }
-    static OKU_WORD OKU_CALL notify(OKU_WORD event, OKU_WORD, OKU_WORD) {
+    static OKU_WORD OKU_CALL notify(OKU_WORD, OKU_WORD param, OKU_WORD extra) {
         const Side side(false);
-        return g_current->enter(u"evNotify", event, 0).value_or(0);
+        return g_current->enter(u"evNotify", param, extra).value_or(0);
     }
     static OKU_WORD OKU_CALL addHook(const char16_t* name, OKU_HANDLER handler, OKU_WORD context) {
         const Side side(false);
@@ -313,6 +314,9 @@ void QuickHost::write(std::u16string_view name, OKU_WORD param, OKU_WORD extra) 
         add(contact.name);
         add(contact.group);
         number(contact.authorization);
+    } else if (name == u"evNotify") {
+        number(at<OKU_PEP_EVENT>(param).kind);
+        add(at<OKU_PEP_EVENT>(param).contact.id);
     } else if (name == u"OKU/ShowStandardNotify") {
         add(at<OKU_NOTIFY>(param).title);
         add(at<OKU_NOTIFY>(param).text);
