@@ -29,11 +29,24 @@ protected:
         }
         return {};
     }
+    static QByteArray requestForAConfirmation(const QByteArray& from) {
+        return "<iq type='get' id='p1' from='" + from +
+               "'><confirm xmlns='http://jabber.org/protocol/http-auth' id='1' method='GET' url='http://x/'/></iq>";
+    }
+    /// Answers each question of the plugin at once; a box holds the plugin until then.
+    void answerQuestionsWith(BoxButton button) {
+        QObject::connect(&core->boxes, &MessageBoxes::opened, core.get(), [this, button](const MessageBox& box) {
+            questions.append(box.text);
+            EXPECT_TRUE(core->boxes.answer(box.number, button));
+        });
+    }
     static QByteArray capabilities(const QByteArray& from, const QByteArray& id, const QByteArray& feature) {
         return "<iq type='result' from='" + from + "' id='" + id +
                "'><query xmlns='http://jabber.org/protocol/disco#info' node='http://bob.example/#v1'><feature var='" +
                feature + "'/></query></iq>";
     }
+
+    QStringList questions;
 };
 
 class Tricks : public RealGuard, public testing::WithParamInterface<bool> {
@@ -95,12 +108,11 @@ TEST_P(Tricks, SharedStatus) {
 
 TEST_P(Tricks, ARequestForAConfirmation) {
     begin();
-    server.say("<iq type='get' id='p1' from='" + kStranger +
-               "'><confirm xmlns='http://jabber.org/protocol/http-auth' id='1' method='GET' url='http://x/'/></iq>");
+    answerQuestionsWith(BoxButton::no);
+    server.say(requestForAConfirmation(kStranger));
     settle();
-    // This version of the plugin asks nobody and confirms nothing, guarded or not.
-    EXPECT_FALSE(server.heardOf("p1"));
-    EXPECT_TRUE(core->boxes.open().isEmpty());
+    EXPECT_EQ(server.heardOf("p1"), !guarded());
+    EXPECT_EQ(questions.isEmpty(), guarded());
 }
 
 TEST_P(Tricks, AnEndTagOfTheWrapper) {
@@ -112,6 +124,16 @@ TEST_P(Tricks, AnEndTagOfTheWrapper) {
 
 INSTANTIATE_TEST_SUITE_P(, Tricks, testing::Bool(),
                          [](const auto& test) { return test.param ? "Guarded" : "Unguarded"; });
+
+TEST_F(RealGuard, LeavesTheQuestionOfAWebSiteToTheUser) {
+    logIn(true);
+    answerQuestionsWith(BoxButton::yes);
+    server.say(requestForAConfirmation("site.example.net"));
+    settle();
+    ASSERT_EQ(questions.size(), 1);
+    EXPECT_TRUE(questions.front().contains(QStringLiteral("http://x/"))) << questions.front().toStdString();
+    EXPECT_TRUE(server.heardOf("<iq id=\"p1\" type=\"result\" to=\"site.example.net\">"));
+}
 
 TEST_F(RealGuard, AServerWithoutStarttlsGetsNoLoginData) {
     start(true, {});
