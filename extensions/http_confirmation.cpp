@@ -32,10 +32,10 @@ bool HttpConfirmation::userAllows(const xmlElement& confirm) const {
 void HttpConfirmation::onHttpAuthConfirm(const Stanza& stanza) const {
     if (stanza.id.empty() || stanza.from.empty()) return;
     const xmlElement& confirm = *stanza.child(u"confirm", ns::kHttpAuth);
-    const bool wasLoggedIn = client_.loggedIn();
+    const std::uint32_t reached = client_.flags & (FLAG_CONNECTED | FLAG_AUTHORIZED);
     const bool allowed = userAllows(confirm);
     // The connection may have ended while the user thought, and the next one must not begin with an old answer.
-    if (wasLoggedIn && !client_.loggedIn()) return;
+    if ((client_.flags & reached) != reached) return;
     const std::u16string answer = (allowed ? std::u16string() : refusal()) + confirm.GetXML(1);
     const std::u16string_view type = allowed ? u"result" : u"error";
     output_.sendText(lutCPW(stanza.element.name, answer, {{u"id", stanza.id}, {u"type", type}, {u"to", stanza.from}}));
