@@ -7,6 +7,19 @@
 
 namespace protolink {
 
+namespace {
+
+/// The text is the caller's and has to live as long as the record.
+OKU_CONTACT_ICON furtherIcon(const char16_t* icon, const char16_t* tooltip) {
+    auto record = makeRecord<OKU_CONTACT_ICON>();
+    record.icon = icon;
+    record.value56 = 1;
+    record.tooltip = tooltip;
+    return record;
+}
+
+}  // namespace
+
 void ContactList::deleteAll(std::uint32_t netId) const {
     host_.call(u"OKU/CTL/DeleteAll", toWord(kProtocolClass), static_cast<OKU_WORD>(netId));
 }
@@ -33,17 +46,13 @@ OKU_WORD ContactList::find(const OKU_CONTACT_RECORD& contact) const {
 }
 
 void ContactList::addIcon(OKU_WORD handle, const char16_t* icon, const std::u16string& tooltip) const {
-    auto record = makeRecord<OKU_CONTACT_ICON>();
-    record.icon = icon;
-    record.value56 = 1;
-    record.tooltip = tooltip.c_str();
+    const OKU_CONTACT_ICON record = furtherIcon(icon, tooltip.c_str());
     host_.call(u"OKU/CTL/AddContactIcon", handle, toWord(&record));
 }
 
 void ContactList::removeIcon(OKU_WORD handle, const char16_t* icon) const {
-    auto record = makeRecord<OKU_CONTACT_ICON>();
-    record.icon = icon;
-    record.value56 = 1;
+    // The same record as for showing it, with a tooltip that tells nothing.
+    const OKU_CONTACT_ICON record = furtherIcon(icon, u"");
     host_.call(u"OKU/CTL/DelContactIcon", handle, toWord(&record));
 }
 
