@@ -9,6 +9,6 @@ set(PROTOLINK_EMAIL "dev@protolink.example" CACHE STRING "E-mail address in the 
 set(PROTOLINK_SITE "https://protolink.example/" CACHE STRING "Web address in the description")
 set(PROTOLINK_UPDATE_URL "https://protolink.example/update.xml" CACHE STRING "Address of the update description")
 set(PROTOLINK_AQQ_DOMAIN "aqq.eu" CACHE STRING "Domain of the AQQ network")
-set(PROTOLINK_WEB_MAIL "https://mail.example/" CACHE STRING "Web mail page of mail notifications")
+set(PROTOLINK_WEB_MAIL "https://mail.google.com/mail/" CACHE STRING "Web mail page of mail notifications")
 set(PROTOLINK_PROXY_HOST "" CACHE STRING "Default proxy host of an account")
 configure_file(${PROJECT_SOURCE_DIR}/plugin/deployment.h.in ${PROJECT_BINARY_DIR}/generated/plugin/deployment.h @ONLY)
