@@ -67,6 +67,21 @@ void tellStreamHook(RecordingHost& host, Line line, std::uint32_t kind, std::uin
     if (phase == 2) std::memset(data, ' ', length);
 }
 
+/// The contact that a hook is about. Of a message to be sent it is the one in the record of whoever sends it.
+void showSubject(RecordingHost& host, Line& line, std::uint32_t kind, std::uint32_t net, const void* subject) {
+    constexpr std::size_t kClass = 24, kNet = 32;
+    const bool sendersOwn = kind == 6;
+    const auto fields =
+        sendersOwn ? readRecord(layouts::kContactIdentity, subject, {host.module, 0, [](const std::string&) {}})
+                   : readRecord(layouts::kContact, subject, host.context());
+    const auto jid = std::find_if(fields.begin(), fields.end(), [](const Field& f) { return f.name == "jid"; });
+    line.field("of", jid == fields.end() ? "" : jid->value.text);
+    if (sendersOwn) return;
+    if (copyText(peek<const void*>(subject, kClass)) != "XMPP")
+        host.complain("the subject of a hook has another class");
+    if (peek<std::uint32_t>(subject, kNet) != net) host.complain("the subject of a hook is of another account");
+}
+
 OKU_WORD hook(RecordingHost& host, OKU_WORD param, OKU_WORD extra) {
     const auto* record = reinterpret_cast<const void*>(param);
     const auto fields = readRecord(layouts::kHook, record, host.context());
@@ -76,12 +91,8 @@ OKU_WORD hook(RecordingHost& host, OKU_WORD param, OKU_WORD extra) {
     for (const auto& field : fields) {
         if (field.name == "net" || field.name == "class") line.fields.push_back(field);
     }
-    if (const auto* subject = peek<const void*>(record, 32)) {
-        const auto contact = readRecord(kind == 6 ? layouts::kContactIdentity : layouts::kContact, subject,
-                                        {host.module, 0, [](const std::string&) {}});
-        const auto jid = std::find_if(contact.begin(), contact.end(), [](const Field& f) { return f.name == "jid"; });
-        line.field("of", jid == contact.end() ? "" : jid->value.text);
-    }
+    const auto net = peek<std::uint32_t>(record, 16);
+    if (const auto* subject = peek<const void*>(record, 32)) showSubject(host, line, kind, net, subject);
     auto answer = host.scripted("OKU/CallProtolHooks");
     if (const auto veto = host.vetoes.find(kind); veto != host.vetoes.end() && phase == 1) {
         host.vetoes.erase(veto);
