@@ -3,6 +3,9 @@
 
 #include "extensions/http_confirmation.h"
 
+#include <set>
+#include <string_view>
+
 #include "host/services/message_boxes.h"
 #include "host/util/format.h"
 #include "host/util/xml_compose.h"
@@ -22,6 +25,18 @@ std::u16string refusal() {
     return lutCPW(u"error", condition, {{u"type", u"auth"}, {u"code", u"401"}});
 }
 
+/// The question as it came. A prefix that the stanza around it declares is declared by itself in the answer, where an
+/// unknown prefix would end the stream: otherwise any stranger could have the user thrown out.
+std::u16string writtenAgain(const xmlElement& confirm, const xmlElement& stanza) {
+    std::set<std::u16string_view> own;
+    for (const xmlAttribute& attribute : confirm.attributes) own.insert(attribute.name);
+    xmlElement whole = confirm;
+    for (const xmlAttribute& attribute : stanza.attributes)
+        if (attribute.name.starts_with(u"xmlns:") && !own.contains(attribute.name))
+            whole.attributes.push_back(attribute);
+    return whole.GetXML(1);
+}
+
 }  // namespace
 
 bool HttpConfirmation::userAllows(const xmlElement& confirm) const {
@@ -36,7 +51,7 @@ void HttpConfirmation::onHttpAuthConfirm(const Stanza& stanza) const {
     const bool allowed = userAllows(confirm);
     // The connection may have ended while the user thought, and the next one must not begin with an old answer.
     if ((client_.flags & reached) != reached) return;
-    const std::u16string answer = (allowed ? std::u16string() : refusal()) + confirm.GetXML(1);
+    const std::u16string answer = (allowed ? std::u16string() : refusal()) + writtenAgain(confirm, stanza.element);
     const std::u16string_view type = allowed ? u"result" : u"error";
     output_.sendText(lutCPW(stanza.element.name, answer, {{u"id", stanza.id}, {u"type", type}, {u"to", stanza.from}}));
 }
