@@ -27,10 +27,9 @@ bool StreamCompression::begin(const xmlElement& features) {
 }
 
 Routing StreamCompression::onCompressed(const Stanza&) {
-    // Flag and compressor together: a stanza that the host sends while it logs is compressed already.
     client_.flags |= FLAG_COMPRESSED;
-    zip_.zStart();
     client_.log(LogLevel::Debug, tag::kCompression, formatText(u"Compression enabled @ %s", client_.jid.bare));
+    zip_.zStart();
     connection_.sendStreamHeader();
     // What follows in the batch would be compressed data of the new stream.
     return Routing::Abandon;
