@@ -688,6 +688,10 @@ Trust this certificate on this account from now on?</translation>
         <source>port %1 nie mieści się między 1 a 65535</source>
         <translation>the port %1 is not between 1 and 65535</translation>
     </message>
+    <message>
+        <source>Na wysłanie czekało więcej niż %1 MiB danych.</source>
+        <translation>More than %1 MiB of data waited to be sent.</translation>
+    </message>
 </context>
 <context>
     <name>Options</name>

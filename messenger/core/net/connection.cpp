@@ -154,6 +154,8 @@ void Connection::finish(EndCause cause, const QString& sentence) {
  * A server that ends its stream over an error may have stopped reading before. */
 bool Connection::answeredOurEnd(EndCause cause) const {
     if (fault_) return false;
+    // Bytes were refused, perhaps our closing tag among them.
+    if (pendingEnd_ && pendingEnd_->cause == EndCause::BacklogFull) return false;
     // Compressed, its closing tag cannot be read: what it said last, and the line closed in order, stand for it.
     if (compressed_) return heardBehindClosing_ && cause == EndCause::Reset;
     return endAnswered_;
@@ -176,9 +178,12 @@ qint32 Connection::send(QByteArrayView bytes) {
         state_ == State::Open && !pendingEnd_ && !closingSent_ && socket_->state() == QAbstractSocket::ConnectedState;
     // Until the handshake is done the socket keeps what it is given; behind it a certificate may still be in doubt.
     const bool doubtful = tlsUp_ && asked_ != Asked::Nobody;
-    if (!open || doubtful ||
-        socket_->bytesToWrite() + socket_->encryptedBytesToWrite() + bytes.size() > settings_.sendBacklog)
+    if (!open || doubtful) return -1;
+    if (socket_->bytesToWrite() + socket_->encryptedBytesToWrite() + bytes.size() > settings_.sendBacklog) {
+        // The plugin sends on after a refusal: behind a gap nothing may go out, nor count as sent.
+        end(EndCause::BacklogFull, text(Text::BacklogFull, QString::number(settings_.sendBacklog / 1024 / 1024)));
         return -1;
+    }
     const qint64 taken = socket_->write(bytes.data(), bytes.size());
     if (bytes.trimmed().endsWith("</stream:stream>")) streamEnded();
     return static_cast<qint32>(taken);

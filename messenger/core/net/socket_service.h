@@ -34,7 +34,8 @@ public:
      * event. The number is 0 for a name that was not created. */
     ConnectionId connect(const QString& name, const ConnectRequest& request);
 
-    /** Number of bytes taken, -1 when there is no open connection, our closing tag was sent, or too much waits. */
+    /** Number of bytes taken, -1 when there is no open connection, our closing tag was sent, or too much waits: then
+     * the connection ends. */
     qint32 send(const QString& name, QByteArrayView bytes);
 
     /** Starts TLS, both as the first thing on the line and after STARTTLS. False when it cannot start. */

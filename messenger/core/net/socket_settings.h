@@ -36,7 +36,7 @@ struct SocketSettings {
     qsizetype holdBytes = 64 * 1024 * 1024;  ///< an incomplete element is kept back up to this size...
     int holdTime = 120'000;                  ///< ...and this age
 
-    qsizetype sendBacklog = 64 * 1024 * 1024;  ///< bytes waiting to be sent, over which send() refuses more
+    qsizetype sendBacklog = 64 * 1024 * 1024;  ///< bytes waiting to be sent; more end the connection
 
     int keepaliveIdle = 15'000;
     int keepaliveInterval = 5'000;

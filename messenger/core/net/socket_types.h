@@ -48,8 +48,9 @@ enum class EndCause {
     TlsFailed,
     ClosedByServer,
     Reset,
-    LineDead,  ///< keepalive or user time-out of the system
-    Stalled,   ///< the login did not come to its end in time
+    LineDead,     ///< keepalive or user time-out of the system
+    Stalled,      ///< the login did not come to its end in time
+    BacklogFull,  ///< more waited to be sent than is kept
     NetworkGone,
     Resumed,        ///< the machine slept
     ProtocolBroken  ///< the server sent clear text behind its answer to STARTTLS

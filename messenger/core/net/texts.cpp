@@ -26,6 +26,7 @@ constexpr std::array rows{
     Row{Text::Reset, QT_TRANSLATE_NOOP("Network", "Serwer przerwał połączenie.")},
     Row{Text::LineDead, QT_TRANSLATE_NOOP("Network", "Połączenie przestało działać: %1.")},
     Row{Text::Stalled, QT_TRANSLATE_NOOP("Network", "Logowanie nie zakończyło się w ciągu %1 s.")},
+    Row{Text::BacklogFull, QT_TRANSLATE_NOOP("Network", "Na wysłanie czekało więcej niż %1 MiB danych.")},
     Row{Text::NetworkGone, QT_TRANSLATE_NOOP("Network", "Sieć przestała być dostępna.")},
     Row{Text::Resumed, QT_TRANSLATE_NOOP("Network", "Komputer był uśpiony, połączenie trzeba nawiązać od nowa.")},
     Row{Text::ProtocolBroken,

@@ -18,6 +18,7 @@ enum class Text {
     Reset,
     LineDead,
     Stalled,
+    BacklogFull,
     NetworkGone,
     Resumed,
     ProtocolBroken,

@@ -59,8 +59,8 @@ protected:
         return waitFor([&] { return events.contains(QString::fromLatin1(event)); });
     }
 
-    /// Sends a message and the closing tag behind it; gives the message's number once the server has both.
-    qint64 sendAndSignOff(QTcpSocket* peer) {
+    /// Hands a message to the plugin of an account that is logged in; gives its number.
+    qint64 sendMessage() {
         logIn();
         Message message;
         message.account = QStringLiteral("alice@localhost");
@@ -70,6 +70,11 @@ protected:
         message.time = QDateTime::currentDateTime();
         const qint64 number = core->delivery.send(entry(), message);
         EXPECT_EQ(core->history.message(number)->state, DeliveryState::sent);
+        return number;
+    }
+    /// Sends a message and the closing tag behind it; gives the message's number once the server has both.
+    qint64 sendAndSignOff(QTcpSocket* peer) {
+        const qint64 number = sendMessage();
         inPlugin([&] { send("</stream:stream>"); });
         EXPECT_TRUE(waitFor([&] { return peer->bytesAvailable() > 0; }));
         return number;
@@ -164,6 +169,21 @@ TEST_F(Sockets, CountNothingAsArrivedWhenTheLineDiesBehindTheEnd) {
     const qint64 number = sendAndSignOff(peer);
     peer->abort();
     ASSERT_TRUE(saw("3 0")) << "for the plugin it is the end that it asked for";
+    EXPECT_EQ(core->history.message(number)->state, DeliveryState::unconfirmed);
+}
+
+TEST_F(Sockets, EndAConnectionThatCanTakeNoMoreAndCountNothingAsArrived) {
+    dial(server.serverPort());
+    accept();
+    ASSERT_TRUE(saw("2 0"));
+    const qint64 number = sendMessage();
+    const std::string more(65 * 1024 * 1024, 'x');
+    inPlugin([&] {
+        EXPECT_EQ(send(more.c_str()), -1);
+        EXPECT_FALSE(events.contains(QStringLiteral("3 1"))) << "not while the plugin is on the stack";
+    });
+    ASSERT_TRUE(saw("3 1"));
+    EXPECT_TRUE(entry().reason.contains(QStringLiteral("64 MiB"))) << entry().reason.toStdString();
     EXPECT_EQ(core->history.message(number)->state, DeliveryState::unconfirmed);
 }
 

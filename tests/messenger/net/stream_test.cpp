@@ -254,12 +254,40 @@ TEST_F(Stream, SendTellsHowMuchItTook) {
     EXPECT_EQ(bench->service.send("s", "<a/>"), -1);
 }
 
-TEST_F(Stream, SendRefusesMoreThanTheBacklog) {
+TEST_F(Stream, SendTakesWhatTheBacklogHolds) {
     SocketSettings settings;
     settings.sendBacklog = 1000;
     begin(settings);
-    EXPECT_EQ(bench->service.send("s", QByteArray(1001, 'x')), -1);
     EXPECT_EQ(bench->service.send("s", QByteArray(1000, 'x')), 1000);
+    EXPECT_TRUE(waitFor([&] { return server.received() == QByteArray(1000, 'x'); }));
+    EXPECT_TRUE(bench->events.ends.empty());
+}
+
+TEST_F(Stream, MoreThanTheBacklogHoldsEndsTheConnection) {
+    SocketSettings settings;
+    settings.sendBacklog = 1024 * 1024;
+    begin(settings);
+    EXPECT_EQ(bench->service.send("s", QByteArray(1024 * 1024 + 1, 'x')), -1);
+    EXPECT_EQ(bench->service.send("s", "<a/>"), -1) << "behind a gap";
+    ASSERT_TRUE(bench->closed());
+    EXPECT_EQ(bench->events.ends[0].cause, EndCause::BacklogFull);
+    EXPECT_FALSE(bench->events.ends[0].askedFor);
+    EXPECT_TRUE(bench->events.ends[0].text.contains("1 MiB"));
+}
+
+TEST_F(Stream, NoEndIsAnAnswerToAClosingTagBehindAGap) {
+    SocketSettings settings;
+    settings.sendBacklog = 1000;
+    begin(settings);
+    bench->service.setPluginBusy(true);
+    EXPECT_EQ(bench->service.send("s", QByteArray(1001, 'x')), -1);
+    bench->service.streamEnded("s");
+    server.send("</stream:stream>");
+    settle();
+    bench->service.setPluginBusy(false);
+    ASSERT_TRUE(bench->closed());
+    EXPECT_TRUE(bench->events.ends[0].askedFor);
+    EXPECT_FALSE(bench->events.ends[0].answered);
 }
 
 TEST_F(Stream, TwoSocketsDoNotMeet) {
