@@ -68,6 +68,14 @@ TEST(Base64, ElevenBytesGiveSixteenCharactersThatEndInOneSign) {
     EXPECT_EQ(coded.find('='), 15u);
 }
 
+TEST(Base64, NothingIsReadBehindTheBytes) {
+    constexpr std::string_view kBytes = "\xFF\xFF\xFF\xFF\xFF\xFF";
+    EXPECT_EQ(lutBase64Encode(kBytes.substr(0, 1)), "/w==");
+    EXPECT_EQ(lutBase64Encode(kBytes.substr(0, 2)), "//8=");
+    EXPECT_EQ(lutBase64Encode(kBytes.substr(0, 4)), "/////w==");
+    EXPECT_EQ(lutBase64Decode(std::string_view("Zm9vYmFy").substr(0, 4)), "foo");
+}
+
 TEST(Base64, WhiteSpaceIsPassedOver) { EXPECT_EQ(lutBase64Decode(" Zm9v\r\nYm\tFy\n\v\f"), "foobar"); }
 
 TEST(Base64, DecodingStopsAtWhatIsNoPart) {

@@ -42,6 +42,19 @@ TEST(Format, PercentSigns) {
     EXPECT_EQ(formatText(u"%.", u"a"), u"%.");
 }
 
+TEST(Format, NothingIsReadBehindThePattern) {
+    constexpr std::u16string_view kWhole = u"%012.34lld";
+    for (std::size_t length = 1; length < kWhole.size(); ++length) {
+        const std::u16string_view pattern = kWhole.substr(0, length);
+        EXPECT_EQ(formatPattern(pattern, {7}), pattern);
+    }
+}
+
+TEST(Format, WhatIsNoDigitEndsAWidth) {
+    EXPECT_EQ(formatText(u"%:d %/d", 1, 2), u"%:d %/d");
+    EXPECT_EQ(formatText(u"%12d|%10s", 1, u"a"), u"           1|         a");
+}
+
 TEST(Format, ZeroFillAsPrintf) {
     EXPECT_EQ(formatText(u"%02d:%02d", -1, 30), u"-1:30");
     EXPECT_EQ(formatText(u"%02d:%02d", 5, 0), u"05:00");
@@ -59,6 +72,8 @@ TEST(Format, RealNumbers) {
     EXPECT_EQ(formatText(u"%.0f", 2.5), u"2");
     EXPECT_EQ(formatText(u"%07.2f", -1.5), u"-001.50");
     EXPECT_EQ(formatText(u"%.2f", 3), u"3.00");
+    EXPECT_EQ(formatText(u"%.1f %.1f", -3, 3u), u"-3.0 3.0");
+    EXPECT_EQ(formatText(u"%.0f", std::numeric_limits<std::uint64_t>::max()), u"18446744073709551616");
     EXPECT_EQ(formatText(u"%.40f", std::numeric_limits<double>::max()).size(), 309u + 1 + 40);
     EXPECT_EQ(formatText(u"%f", std::numeric_limits<double>::infinity()), u"inf");
 }
@@ -66,6 +81,7 @@ TEST(Format, RealNumbers) {
 TEST(Format, HexadecimalNumbers) {
     EXPECT_EQ(formatText(u"%02x%02x", 0xA, 0xFF), u"0aff");
     EXPECT_EQ(formatText(u"%08X", 0xBEEFu), u"0000BEEF");
+    EXPECT_EQ(formatText(u"%X", 0x190ABCDEFu), u"190ABCDEF");
     EXPECT_EQ(formatText(u"%x", -1), u"ffffffff");
     EXPECT_EQ(formatText(u"%x", std::int64_t{-1}), u"ffffffffffffffff");
 }
@@ -78,6 +94,7 @@ TEST(Format, TheWidestNumbers) {
 
 TEST(Format, AnArgumentOfAnotherKindIsWrittenAsWhatItIs) {
     EXPECT_EQ(formatText(u"%d %s %u %x", u"text", -5, -5, u"text"), u"text -5 -5 text");
+    EXPECT_EQ(formatText(u"%d", 1.5), u"1.500000");
 }
 
 TEST(Format, AMissingArgumentGivesNothingAndOneTooManyIsNotUsed) {
@@ -111,18 +128,39 @@ TEST(Numbers, DigitsUpToTheFirstOtherCharacter) {
     EXPECT_EQ(parseUInt32(u"5222/tcp"), 5222u);
     EXPECT_EQ(parseInt32(u"1 2"), 1);
     EXPECT_EQ(parseInt32(u"1\0002"s), 1);
+    EXPECT_EQ(parseInt32(u"1:2/3"), 1);
+    EXPECT_EQ(parseInt32(u"\t42"), 42);
 }
 
 TEST(Numbers, TextThatIsNoNumberGivesZero) {
     for (const std::u16string_view text :
-         {u"", u" ", u"-", u"+", u"--1", u"+-1", u"- 1", u"abc", u"\xFF11", u"x1", u".5"}) {
+         {u"", u" ", u"-", u"+", u"--1", u"+-1", u"- 1", u"abc", u"\xFF11", u"x1", u".5", u"\b5",
+          u"\x0E"
+          u"5"}) {
         EXPECT_EQ(parseInt32(text), 0);
         EXPECT_EQ(parseUInt32(text), 0u);
         EXPECT_EQ(parseInt64(text), 0);
     }
 }
 
+TEST(Numbers, NothingIsReadBehindTheText) {
+    constexpr std::u16string_view kWhole = u"  -123";
+    EXPECT_EQ(parseInt32(kWhole.substr(0, 0)), 0);
+    EXPECT_EQ(parseInt32(kWhole.substr(0, 2)), 0);
+    EXPECT_EQ(parseInt32(kWhole.substr(0, 3)), 0);
+    EXPECT_EQ(parseInt32(kWhole.substr(0, 4)), -1);
+    EXPECT_EQ(parseInt64(kWhole.substr(3, 0)), 0);
+    EXPECT_EQ(parseInt64(kWhole.substr(3, 2)), 12);
+}
+
 TEST(Numbers, TheLimitsAreReachedAndNotPassed) {
+    EXPECT_EQ(parseInt32(u"2000000000"), 2000000000);
+    EXPECT_EQ(parseInt32(u"2147483640"), 2147483640);
+    EXPECT_EQ(parseInt32(u"-2000000000"), -2000000000);
+    EXPECT_EQ(parseInt32(u"-2147483640"), -2147483640);
+    EXPECT_EQ(parseUInt32(u"4294967290"), 4294967290u);
+    EXPECT_EQ(parseInt64(u"9223372036854775800"), 9223372036854775800);
+
     EXPECT_EQ(parseInt32(u"2147483647"), 2147483647);
     EXPECT_EQ(parseInt32(u"2147483648"), 2147483647);
     EXPECT_EQ(parseInt32(u"-2147483648"), std::numeric_limits<std::int32_t>::min());

@@ -84,6 +84,13 @@ TEST(Utf, LettersOfEveryLength) {
     EXPECT_EQ(wtou(u"a\u017C\u20AC\U0001F600z"), "a\xC5\xBC\xE2\x82\xAC\xF0\x9F\x98\x80z");
 }
 
+TEST(Utf, NothingIsReadBehindTheText) {
+    EXPECT_EQ(utow(std::string_view("\xC5\xBC\xC5\xBC").substr(0, 2)), u"\u017C");
+    EXPECT_EQ(utow(std::string_view("\xC5\xBC").substr(0, 1)), u"\xFFFD"s);
+    EXPECT_EQ(wtou(std::u16string_view(u"\u017C\u017C").substr(0, 1)), "\xC5\xBC");
+    EXPECT_EQ(wtou(std::u16string_view(u"\U0001F600").substr(0, 1)), "\xEF\xBF\xBD");
+}
+
 TEST(Utf, NulIsACharacterLikeAnyOther) {
     EXPECT_EQ(utow("a\0b"s), u"a\0b"s);
     EXPECT_EQ(wtou(u"a\0b"s), "a\0b"s);

@@ -64,6 +64,17 @@ TEST(Escape, WhatXmlForbidsIsLeftOutAndAllElseStays) {
     }
 }
 
+TEST(Escape, NothingIsReadBehindTheText) {
+    EXPECT_EQ(lutXMLEscapeW(std::u16string_view(u"ab").substr(0, 1)), u"a");
+    EXPECT_EQ(lutXMLEscapeW(std::u16string_view(u"&&").substr(0, 1)), u"&amp;");
+    EXPECT_EQ(lutXMLEscapeW(std::u16string_view(u"\U0001F600").substr(0, 1)), u"");
+    EXPECT_EQ(lutXMLRestorW(std::u16string_view(u"&amp;").substr(0, 4)), u"&amp");
+    EXPECT_EQ(lutXMLRestorW(std::u16string_view(u"&#65;").substr(0, 4)), u"&#65");
+    EXPECT_EQ(lutXMLRestorW(std::u16string_view(u"&#x41;").substr(0, 2)), u"&#");
+}
+
+TEST(Escape, BlanksStayAndSoDoesTheReplacementCharacter) { EXPECT_EQ(lutXMLEscapeW(u"\r\n\t\xFFFD"), u"\r\n\t\xFFFD"); }
+
 TEST(Escape, PairsStayWholeAndBrokenOnesGo) {
     EXPECT_EQ(lutXMLEscapeW(u"\U0001F600"), u"\U0001F600");
     EXPECT_EQ(lutXMLEscapeW(std::u16string(u"\xD83D\xD83D\xDE00\xDE00", 4)), u"\U0001F600");
