@@ -55,10 +55,7 @@ bool haveDuplicates(const std::vector<xmlAttribute>& attributes) {
 
 }  // namespace
 
-XmlReader::XmlReader(std::string_view text) : at_(text.data()), end_(text.data() + text.size()) {
-    open_.reserve(8);
-    if (follows("\xEF\xBB\xBF")) at_ += 3;
-}
+XmlReader::XmlReader(std::string_view text) : at_(text.data()), end_(text.data() + text.size()) { open_.reserve(8); }
 
 bool XmlReader::readTopLevel() {
     do {

@@ -87,6 +87,8 @@ TEST(Utf, LettersOfEveryLength) {
 TEST(Utf, NothingIsReadBehindTheText) {
     EXPECT_EQ(utow(std::string_view("\xC5\xBC\xC5\xBC").substr(0, 2)), u"\u017C");
     EXPECT_EQ(utow(std::string_view("\xC5\xBC").substr(0, 1)), u"\xFFFD"s);
+    EXPECT_EQ(utow(std::string_view("\xE2\x82\xAC").substr(0, 2)), u"\xFFFD"s);
+    EXPECT_EQ(utow(std::string_view("\xF0\x9F\x98\x80").substr(0, 3)), u"\xFFFD"s);
     EXPECT_EQ(wtou(std::u16string_view(u"\u017C\u017C").substr(0, 1)), "\xC5\xBC");
     EXPECT_EQ(wtou(std::u16string_view(u"\U0001F600").substr(0, 1)), "\xEF\xBF\xBD");
 }

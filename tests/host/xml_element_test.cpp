@@ -80,6 +80,13 @@ TEST(XmlElement, OfTwoChildrenOfOneNameTheFirstIsFound) {
     EXPECT_EQ(element.GetChildPtr(u"body"), &element.children[2]);
 }
 
+TEST(XmlElement, OfTwoChildrenOfOneNameTheOneOfTheNamespaceIsFound) {
+    xmlElement element(u"a");
+    element.SetChild(xmlElement(u"x", u"plain"));
+    element.SetChild(xmlElement(u"x", u"named"))->SetAttribute(u"xmlns", u"urn:present");
+    EXPECT_EQ(element.GetChild(u"x", u"urn:present").text, u"named");
+}
+
 TEST(XmlElement, NamesAreComparedExactly) {
     const xmlElement element = sample();
     EXPECT_EQ(element.GetChildPtr(u"Body"), nullptr);

@@ -30,6 +30,14 @@ INSTANTIATE_TEST_SUITE_P(Tags, XmlBad,
                                          "<a b='1' b='2'/>", "<a =''/>", "<a 1=''/>", "<a></a b>", "<a></a", "<a><",
                                          "<a\x01/>", "<a></aa>", "<aa></a>", "<a b='1' c='2' d='3' b='4'/>"));
 
+// What is bad stays bad when an end tag follows that would fit.
+INSTANTIATE_TEST_SUITE_P(ClosedTags, XmlBad,
+                         testing::Values("<a b></a>", "<a b=1></a>", "<a b='1'c='2'></a>", "<a b='1' b='2'></a>",
+                                         "<a b='1' c='2' c='3'/>", "<a ='1'></a>", "<a b='<'></a>", "<a b='&x;'></a>",
+                                         "<a b!'1'/>", "<a b!'1'></a>", "<a b=!1!/>", "<a b=x1x></a>", "<a b='1></a>",
+                                         "<a/ ></a>", "<a></a x></a>", "<a></ax></a>", "<a !></a>", "<a b= c='1'></a>",
+                                         "<a b ></a>"));
+
 INSTANTIATE_TEST_SUITE_P(References, XmlBad,
                          testing::Values("<a>&</a>", "<a>&;</a>", "<a>&amp</a>", "<a>&unknown;</a>", "<a>&nbsp;</a>",
                                          "<a>&AMP;</a>", "<a>& amp;</a>", "<a>&amp ;</a>", "<a>&#;</a>", "<a>&#x;</a>",
@@ -56,6 +64,14 @@ TEST(XmlHostile, ARepeatedAttributeAmongManyIsFound) {
     for (int i = 0; i < 50; ++i) text += " n" + std::to_string(i) + "=''";
     EXPECT_EQ(parsed(text + "/>").size(), 1u);
     EXPECT_EQ(parsed(text + " n7=''/>").size(), 0u);
+}
+
+TEST(XmlHostile, ABadValueAmongManyIsFound) {
+    for (int bad = 0; bad < 40; ++bad) {
+        std::string text = "<a";
+        for (int i = 0; i < 40; ++i) text += " n" + std::to_string(i) + (i == bad ? "='&x;'" : "=''");
+        EXPECT_EQ(parsed(text + "></a>").size(), 0u) << bad;
+    }
 }
 
 TEST(XmlHostile, EveryCutOfATextKeepsTheCompleteElements) {

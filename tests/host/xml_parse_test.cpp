@@ -81,6 +81,8 @@ TEST(XmlParse, AnExpandedReferenceIsNoMarkup) {
 TEST(XmlParse, LineEndsInTextAreLineFeeds) {
     EXPECT_EQ(parsed("<a>1\r\n2\r3\n4\r\r\n5\t6</a>").at(0).text, u"1\n2\n3\n4\n\n5\t6");
     EXPECT_EQ(parsed("<a><![CDATA[1\r\n2\r3]]></a>").at(0).text, u"1\n2\n3");
+    EXPECT_EQ(parsed("<a>1\n\n2\t\n3\r\n</a>").at(0).text, u"1\n\n2\t\n3\n");
+    EXPECT_EQ(parsed("<a>1\r<b/>\n2</a>").at(0).text, u"1\n\n2");
 }
 
 TEST(XmlParse, WhiteSpaceInValuesBecomesBlanks) {
@@ -110,6 +112,31 @@ TEST(XmlParse, CommentsInstructionsAndDeclarationsArePassedOver) {
     EXPECT_EQ(readBack("\xEF\xBB\xBF<?xml version='1.0'?><!DOCTYPE a [<!ENTITY b \"]>\"><!-- ' --><?p ' ?>]>"
                        "<!-- <x> -- > & --><a><?php <b/> & ?>1<!--<b/>-->2<!-->-->3</a><!---->"),
               u"<a>123</a>");
+}
+
+TEST(XmlParse, ADeclarationHidesWhatIsQuotedOrCommentedInIt) {
+    for (const char* declaration :
+         {"<!DOCTYPE a \"><x/>\">", "<!DOCTYPE a '><x/>'>", "<!DOCTYPE a [<!-- ' -->]>", "<!DOCTYPE a [<!-- \" > -->]>",
+          "<!DOCTYPE a [<?p ' ?>]>", "<!DOCTYPE a [<?p > ?>]>", "<!DOCTYPE a [<!E <x/> >]>", "<!DOCTYPE a \"'\" '\"'>"})
+        EXPECT_EQ(readBack(std::string(declaration) + "<b/>"), u"<b/>") << declaration;
+}
+
+TEST(XmlParse, EachByteIsPartOfANameOrBlankOrNeither) {
+    const auto letter = [](unsigned byte) {
+        return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || byte == '_' || byte == ':';
+    };
+    for (unsigned byte = 1; byte < 0x80; ++byte) {
+        const std::string text(1, static_cast<char>(byte));
+        const bool blank = byte == ' ' || byte == '\t' || byte == '\r' || byte == '\n';
+        const bool part = letter(byte) || (byte >= '0' && byte <= '9') || byte == '-' || byte == '.';
+        EXPECT_EQ(parsed("<" + text + " b=''/>").size(), letter(byte) ? 1u : 0u) << byte;
+        EXPECT_EQ(parsed("<a" + text + "b=''/>").size(), blank ? 1u : 0u) << byte;
+        EXPECT_EQ(parsed("<a b" + text + "=''/>").size(), blank || part ? 1u : 0u) << byte;
+    }
+}
+
+TEST(XmlParse, AttributesThatAreAlmostOfOneNameAreTwo) {
+    EXPECT_EQ(readBack("<a ab='1' ac='2' a='3'/>"), u"<a ab=\"1\" ac=\"2\" a=\"3\"/>");
 }
 
 TEST(XmlParse, CDataIsTakenAsItStands) {
