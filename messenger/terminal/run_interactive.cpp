@@ -19,7 +19,7 @@ namespace {
 Session* warned = nullptr;
 
 void onQtMessage(QtMsgType, const QMessageLogContext&, const QString& text) {
-    if (warned != nullptr) warned->logged({1, QStringLiteral("Qt"), text});
+    if (warned != nullptr) warned->warn({1, QStringLiteral("Qt"), text});
 }
 
 SessionOptions sessionOptions(const Options& options, bool oneWindow) {

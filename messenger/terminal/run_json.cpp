@@ -24,9 +24,7 @@ ExitCode runJson(MessengerFace& messenger, const Options& options) {
         return ExitCode::Failure;
     }
     if (!options.account.isEmpty() && !options.password.isEmpty())
-        if (const QString reason = messenger.accounts().addAccount(options.account, options.password, {});
-            !reason.isEmpty())
-            mode.noticed(bareJid(options.account), say(Text::AccountRefused, options.account, reason));
+        mode.addAccountAtStart(options.account, options.password);
     if (!options.status.isEmpty()) mode.setStatusAtStart(statusFromWord(options.status));
     InputReader input(STDIN_FILENO, [&](const QByteArray& bytes) {
         if (bytes.isEmpty() || output.lost())

@@ -1,6 +1,7 @@
-// Commands of the JSON mode, read and checked; see docs/json-protocol.md.
+/// Commands of the JSON mode, read and checked; see docs/json-protocol.md.
 #pragma once
 
+#include <functional>
 #include <QByteArray>
 #include <QJsonObject>
 #include <QJsonValue>
@@ -23,13 +24,10 @@ struct JsonCommandShape {
     std::span<const JsonField> fields;
 };
 
-// All commands, in the order of the protocol's description.
-std::span<const JsonCommandShape> jsonCommandShapes();
-
-// A command whose fields have the right types, the required ones all there.
+/// A command whose fields have the right types, the required ones all there.
 struct JsonCommand {
     QString name;
-    QJsonValue id;  // undefined when the command had none
+    QJsonValue id;  ///< undefined when the command had none
     QString account;
     QJsonObject fields;
 
@@ -38,16 +36,19 @@ struct JsonCommand {
     int whole(const char* key, int otherwise) const { return fields.value(QLatin1String(key)).toInt(otherwise); }
 };
 
-// A line that is no command: what was understood of it, and why it was refused, in one line.
+/// A line that is no command: what was understood of it, and why it was refused, in one line.
 struct JsonFault {
     QString name;
     QJsonValue id;
     QString reason;
 };
 
-std::variant<JsonCommand, JsonFault> readJsonCommand(const QByteArray& line);
+/// The shape of the command with this name; null when there is none.
+using FindShape = std::function<const JsonCommandShape*(const QString& name)>;
 
-// The answers to a command, as lines with their line feed.
+std::variant<JsonCommand, JsonFault> readJsonCommand(const QByteArray& line, const FindShape& find);
+
+/// The answers to a command, as lines with their line feed.
 QByteArray jsonOk(const JsonCommand& command);
 QByteArray jsonError(const QString& name, const QJsonValue& id, const QString& reason);
 

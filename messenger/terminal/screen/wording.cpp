@@ -128,4 +128,8 @@ QString subscriptionText(const Contact& contact) {
 
 QString oneLine(const QString& text) { return printable(text); }
 
+QString withDescription(const QString& text, const QString& description) {
+    return description.isEmpty() ? text : text + QStringLiteral(" — ") + oneLine(description);
+}
+
 }  // namespace oku::terminal

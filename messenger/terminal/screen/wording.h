@@ -41,6 +41,9 @@ QString certificateText(const CertificateProblem& problem);
 // What each side sees of the other.
 QString subscriptionText(const Contact& contact);
 
+// Behind a dash, where there is one; in one line.
+QString withDescription(const QString& text, const QString& description);
+
 // A line feed and anything that could drive a terminal taken out of a text for one line.
 QString oneLine(const QString& text);
 

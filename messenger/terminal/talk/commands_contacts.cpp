@@ -1,11 +1,16 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Commands about contacts.
 #include <algorithm>
+#include <array>
 #include <QMap>
 
 #include "messenger/terminal/screen/display_width.h"
 #include "messenger/terminal/screen/wording.h"
-#include "messenger/terminal/talk/commands.h"
+#include "messenger/terminal/talk/command_families.h"
 #include "messenger/terminal/talk/session.h"
+#include "messenger/terminal/texts.h"
 
 namespace oku::terminal {
 namespace {
@@ -32,45 +37,11 @@ QString signsOf(const Contact& contact) {
     return signs;
 }
 
-}  // namespace
-
-QString Commands::roster(Arguments& arguments) {
-    const QString filter = arguments.rest();
-    QMap<QString, QList<Contact>> groups;
-    QMap<QString, int> reachable;
-    for (const Contact& contact : session_.messenger().roster().contacts(session_.account())) {
-        if (contact.status != Status::offline) ++reachable[contact.group];
-        if (fits(contact, filter)) groups[contact.group].append(contact);
-    }
-    if (groups.isEmpty()) session_.tell(say(filter.isEmpty() ? Text::RosterEmpty : Text::RosterNoneFits));
-    for (auto at = groups.begin(); at != groups.end(); ++at) {
-        QList<Contact>& contacts = at.value();
-        std::sort(contacts.begin(), contacts.end(), before);
-        session_.list(say(Text::RosterGroup, at.key(), reachable.value(at.key()), contacts.size()), Style::Heading);
-        for (const Contact& contact : contacts) listContact(contact);
-    }
-    return {};
-}
-
-QString Commands::contacts(Arguments& arguments) {
-    if (session_.oneWindow()) return say(Text::PaneNeedsScreen);
-    const QString word = arguments.word();
-    const bool shown = word == QLatin1String("on") || word == QLatin1String("off");
-    if (!shown && word != QLatin1String("online") && word != QLatin1String("all")) return say(Text::Usage);
-    ContactView view = session_.contactView();
-    if (shown)
-        view.shown = word == QLatin1String("on");
-    else
-        view.reachableOnly = word == QLatin1String("online");
-    session_.setContactView(view);
-    return {};
-}
-
-void Commands::listContact(const Contact& contact) {
-    const int columns = std::clamp(session_.columns() / 4, 10, 28);
+void listContact(Session& session, const Contact& contact) {
+    const int columns = std::clamp(session.display().logColumns() / 4, 10, 28);
     QString line = QStringLiteral("  %1 ").arg(statusMark(contact.status)) + fitToWidth(oneLine(contact.name), columns);
     line += u' ' + contact.jid + signsOf(contact);
-    session_.list(line, statusStyle(contact.status));
+    session.log().list(line, statusStyle(contact.status));
     for (const Resource& resource : contact.resources) {
         QString text = QStringLiteral("      %1 %2 (%3): %4")
                            .arg(statusMark(resource.status))
@@ -78,56 +49,87 @@ void Commands::listContact(const Contact& contact) {
                            .arg(resource.priority)
                            .arg(statusText(resource.status));
         if (!resource.description.isEmpty()) text += QStringLiteral(" — ") + oneLine(resource.description);
-        session_.list(text, statusStyle(resource.status));
+        session.log().list(text, statusStyle(resource.status));
     }
 }
 
-QString Commands::add(Arguments& arguments) {
+QString roster(Session& session, Arguments& arguments) {
+    const QString filter = arguments.rest();
+    QMap<QString, QList<Contact>> groups;
+    QMap<QString, int> reachable;
+    for (const Contact& contact : session.messenger().roster().contacts(session.chosen().jid())) {
+        if (contact.status != Status::offline) ++reachable[contact.group];
+        if (fits(contact, filter)) groups[contact.group].append(contact);
+    }
+    if (groups.isEmpty()) session.log().tell(say(filter.isEmpty() ? Text::RosterEmpty : Text::RosterNoneFits));
+    for (auto at = groups.begin(); at != groups.end(); ++at) {
+        QList<Contact>& contacts = at.value();
+        std::sort(contacts.begin(), contacts.end(), before);
+        session.log().list(say(Text::RosterGroup, at.key(), reachable.value(at.key()), contacts.size()),
+                           Style::Heading);
+        for (const Contact& contact : contacts) listContact(session, contact);
+    }
+    return {};
+}
+
+QString contacts(Session& session, Arguments& arguments) {
+    if (session.options().oneWindow) return say(Text::PaneNeedsScreen);
+    const QString word = arguments.word();
+    const bool shown = word == QLatin1String("on") || word == QLatin1String("off");
+    if (!shown && word != QLatin1String("online") && word != QLatin1String("all")) return say(Text::Usage);
+    if (shown)
+        session.contactView().setShown(word == QLatin1String("on"));
+    else
+        session.contactView().setReachableOnly(word == QLatin1String("online"));
+    return {};
+}
+
+QString add(Session& session, Arguments& arguments) {
     const QString jid = arguments.word();
     if (jid.isEmpty()) return say(Text::Usage);
     if (jid.indexOf(u'@') < 1) return say(Text::NotJid, jid);
     const QString name = arguments.word();
-    return session_.messenger().roster().addContact(session_.account(), bareJid(jid), name, arguments.rest());
+    return session.messenger().roster().addContact(session.chosen().jid(), bareJid(jid), name, arguments.rest());
 }
 
-QString Commands::rename(Arguments& arguments) {
+QString rename(Session& session, Arguments& arguments) {
     Peer peer;
     if (arguments.empty()) return say(Text::Usage);
-    if (const QString reason = takeContact(arguments, peer); !reason.isEmpty()) return reason;
+    if (const QString reason = takeContact(session, arguments, peer); !reason.isEmpty()) return reason;
     if (arguments.empty()) return say(Text::Usage);
-    return session_.messenger().roster().renameContact(peer.account, peer.jid, arguments.rest());
+    return session.messenger().roster().renameContact(peer.account, peer.jid, arguments.rest());
 }
 
-QString Commands::group(Arguments& arguments) {
+QString group(Session& session, Arguments& arguments) {
     Peer peer;
     if (arguments.empty()) return say(Text::Usage);
-    if (const QString reason = takeContact(arguments, peer); !reason.isEmpty()) return reason;
+    if (const QString reason = takeContact(session, arguments, peer); !reason.isEmpty()) return reason;
     if (arguments.empty()) return say(Text::Usage);
-    return session_.messenger().roster().moveContact(peer.account, peer.jid, arguments.rest());
+    return session.messenger().roster().moveContact(peer.account, peer.jid, arguments.rest());
 }
 
-QString Commands::remove(Arguments& arguments) {
+QString remove(Session& session, Arguments& arguments) {
     Peer peer;
     if (arguments.empty()) return say(Text::Usage);
-    if (const QString reason = takeContact(arguments, peer); !reason.isEmpty()) return reason;
-    return session_.messenger().roster().removeContact(peer.account, peer.jid);
+    if (const QString reason = takeContact(session, arguments, peer); !reason.isEmpty()) return reason;
+    return session.messenger().roster().removeContact(peer.account, peer.jid);
 }
 
-QString Commands::subscribe(Arguments& arguments) {
+QString subscribe(Session& session, Arguments& arguments) {
     Peer peer;
-    if (const QString reason = takeContact(arguments, peer); !reason.isEmpty()) return reason;
-    const QString reason = session_.messenger().roster().subscribe(peer.account, peer.jid);
-    if (reason.isEmpty()) session_.tell(say(Text::AskedForPresence, session_.nameOf(peer)));
+    if (const QString reason = takeContact(session, arguments, peer); !reason.isEmpty()) return reason;
+    const QString reason = session.messenger().roster().subscribe(peer.account, peer.jid);
+    if (reason.isEmpty()) session.log().tell(say(Text::AskedForPresence, session.contacts().nameOf(peer)));
     return reason;
 }
 
 // Without a name, the only one who asks.
-QString Commands::takeRequest(Arguments& arguments, Peer& peer) {
-    peer.account = session_.account();
-    const QStringList requests = session_.messenger().roster().pendingAuthorizations(peer.account);
+QString takeRequest(Session& session, Arguments& arguments, Peer& peer) {
+    peer.account = session.chosen().jid();
+    const QStringList requests = session.messenger().roster().pendingAuthorizations(peer.account);
     const QString word = arguments.word();
     if (!word.isEmpty()) {
-        if (!requests.contains(bareJid(word))) return session_.findContact(word, peer.jid);
+        if (!requests.contains(bareJid(word))) return session.contacts().find(peer.account, word, peer.jid);
         peer.jid = bareJid(word);
         return {};
     }
@@ -137,29 +139,59 @@ QString Commands::takeRequest(Arguments& arguments, Peer& peer) {
     return {};
 }
 
-QString Commands::authorize(Arguments& arguments) {
+QString authorize(Session& session, Arguments& arguments) {
     Peer peer;
     // The word may also be the wish to ask in return, when only one request waits.
     Arguments look = arguments;
     const bool nobodyNamed = look.word() == QLatin1String("ask") && look.empty();
     Arguments nothing{QString()};
-    if (const QString reason = takeRequest(nobodyNamed ? nothing : arguments, peer); !reason.isEmpty()) return reason;
+    if (const QString reason = takeRequest(session, nobodyNamed ? nothing : arguments, peer); !reason.isEmpty())
+        return reason;
     const QString word = arguments.word();
     if (!word.isEmpty() && word != QLatin1String("ask")) return say(Text::Usage);
     const bool ask = !word.isEmpty();
-    const QString reason = session_.messenger().roster().authorize(peer.account, peer.jid, ask);
-    if (reason.isEmpty()) session_.requestAnswered(peer);
-    if (reason.isEmpty()) session_.tell(say(ask ? Text::AuthorizedAndAsked : Text::Authorized, session_.nameOf(peer)));
+    const QString reason = session.messenger().roster().authorize(peer.account, peer.jid, ask);
+    if (reason.isEmpty()) session.contactDisplay().requestAnswered(peer);
+    if (reason.isEmpty())
+        session.log().tell(say(ask ? Text::AuthorizedAndAsked : Text::Authorized, session.contacts().nameOf(peer)));
     return reason;
 }
 
-QString Commands::deny(Arguments& arguments) {
+QString deny(Session& session, Arguments& arguments) {
     Peer peer;
-    if (const QString reason = takeRequest(arguments, peer); !reason.isEmpty()) return reason;
-    const QString reason = session_.messenger().roster().deny(peer.account, peer.jid);
-    if (reason.isEmpty()) session_.requestAnswered(peer);
-    if (reason.isEmpty()) session_.tell(say(Text::Denied, session_.nameOf(peer)));
+    if (const QString reason = takeRequest(session, arguments, peer); !reason.isEmpty()) return reason;
+    const QString reason = session.messenger().roster().deny(peer.account, peer.jid);
+    if (reason.isEmpty()) session.contactDisplay().requestAnswered(peer);
+    if (reason.isEmpty()) session.log().tell(say(Text::Denied, session.contacts().nameOf(peer)));
     return reason;
 }
+
+using Kind = ArgumentKind;
+
+constexpr std::array kRows = std::to_array<CommandRow>({
+    {"roster", QT_TRANSLATE_NOOP("Commands", "[online | GRUPA | TEKST]"),
+     QT_TRANSLATE_NOOP("Commands", "kontakty według grup, z każdym zasobem"), Kind::Group, Kind::None, true, &roster},
+    {"contacts", "on|off|online|all",
+     QT_TRANSLATE_NOOP("Commands", "lista kontaktów obok rozmów: jest czy nie, tylko dostępni czy wszyscy"), Kind::View,
+     Kind::None, false, &contacts},
+    {"add", QT_TRANSLATE_NOOP("Commands", "JID [NAZWA [GRUPA]]"),
+     QT_TRANSLATE_NOOP("Commands", "dodaje kontakt i prosi o jego obecność"), Kind::Request, Kind::None, true, &add},
+    {"rename", QT_TRANSLATE_NOOP("Commands", "KTO NAZWA"), QT_TRANSLATE_NOOP("Commands", "zmienia nazwę kontaktu"),
+     Kind::Contact, Kind::None, true, &rename},
+    {"group", QT_TRANSLATE_NOOP("Commands", "KTO GRUPA"), QT_TRANSLATE_NOOP("Commands", "przenosi kontakt do grupy"),
+     Kind::Contact, Kind::Group, true, &group},
+    {"remove", kWho, QT_TRANSLATE_NOOP("Commands", "usuwa kontakt z listy"), Kind::Contact, Kind::None, true, &remove},
+    {"subscribe", kWho, QT_TRANSLATE_NOOP("Commands", "prosi o obecność kontaktu"), Kind::Contact, Kind::None, true,
+     &subscribe},
+    {"authorize", QT_TRANSLATE_NOOP("Commands", "[KTO] [ask]"),
+     QT_TRANSLATE_NOOP("Commands", "pozwala widzieć Twoją obecność; ask: i prosi o wzajemność"), Kind::Request,
+     Kind::None, true, &authorize},
+    {"deny", kAnyone, QT_TRANSLATE_NOOP("Commands", "odmawia prośbie o obecność"), Kind::Request, Kind::None, true,
+     &deny},
+});
+
+}  // namespace
+
+std::span<const CommandRow> contactCommands() { return kRows; }
 
 }  // namespace oku::terminal

@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "messenger/terminal/screen/wording.h"
-#include "messenger/terminal/talk/commands.h"
+#include "messenger/terminal/talk/command_families.h"
 #include "messenger/terminal/talk/session.h"
 
 namespace oku::terminal {
@@ -59,41 +59,20 @@ QStringList contactsFor(const QList<Contact>& contacts, const QString& typed) {
     return found;
 }
 
-}  // namespace
-
-Completion Session::complete(const QString& text, qsizetype cursor) const { return commands_->complete(text, cursor); }
-
-Completion Commands::complete(const QString& text, qsizetype cursor) const {
-    const qsizetype start = wordStart(text, cursor);
-    const QString typed = text.mid(start, cursor - start);
-    if (!text.startsWith(u'/') && typed.isEmpty()) return {};
-    if (!text.startsWith(u'/')) return matching(candidates(ArgumentKind::Contact, typed), typed, start, Quotes::None);
-    if (start == 0) {
-        QStringList names;
-        for (const CommandRow& row : commandTable()) names.append(u'/' + QLatin1String(row.name));
-        return matching(names, typed, start, Quotes::None);
-    }
-    const CommandRow* row = findCommand(text.mid(1).section(u' ', 0, 0));
-    if (row == nullptr) return {};
-    const int words = wordsBefore(text, start);
-    if (words > 2) return {};
-    return matching(candidates(words == 1 ? row->first : row->second, typed), typed, start, Quotes::WhereNeeded);
-}
-
-QStringList Commands::candidates(ArgumentKind kind, const QString& typed) const {
-    const MessengerFace& messenger = session_.messenger();
+QStringList candidates(const Session& session, ArgumentKind kind, const QString& typed) {
+    const MessengerFace& messenger = session.messenger();
     QStringList found;
     switch (kind) {
         case ArgumentKind::None:
             break;
         case ArgumentKind::Contact:
-            found = contactsFor(messenger.roster().contacts(session_.account()), typed);
+            found = contactsFor(messenger.roster().contacts(session.chosen().jid()), typed);
             break;
         case ArgumentKind::Request:
-            found = messenger.roster().pendingAuthorizations(session_.account());
+            found = messenger.roster().pendingAuthorizations(session.chosen().jid());
             break;
         case ArgumentKind::Group:
-            for (const Contact& contact : messenger.roster().contacts(session_.account())) found << contact.group;
+            for (const Contact& contact : messenger.roster().contacts(session.chosen().jid())) found << contact.group;
             break;
         case ArgumentKind::Account:
             found << QStringLiteral("add") << QStringLiteral("password") << QStringLiteral("remove");
@@ -117,6 +96,27 @@ QStringList Commands::candidates(ArgumentKind kind, const QString& typed) const 
     }
     found.removeAll(QString());
     return found;
+}
+
+}  // namespace
+
+Completion Commands::complete(const QString& text, qsizetype cursor) const {
+    const qsizetype start = wordStart(text, cursor);
+    const QString typed = text.mid(start, cursor - start);
+    if (!text.startsWith(u'/') && typed.isEmpty()) return {};
+    if (!text.startsWith(u'/'))
+        return matching(candidates(session_, ArgumentKind::Contact, typed), typed, start, Quotes::None);
+    if (start == 0) {
+        QStringList names;
+        for (const CommandRow& row : commandTable()) names.append(u'/' + QLatin1String(row.name));
+        return matching(names, typed, start, Quotes::None);
+    }
+    const CommandRow* row = findCommand(text.mid(1).section(u' ', 0, 0));
+    if (row == nullptr) return {};
+    const int words = wordsBefore(text, start);
+    if (words > 2) return {};
+    return matching(candidates(session_, words == 1 ? row->first : row->second, typed), typed, start,
+                    Quotes::WhereNeeded);
 }
 
 }  // namespace oku::terminal

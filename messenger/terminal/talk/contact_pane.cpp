@@ -54,14 +54,14 @@ void ContactPane::touch(const Peer& peer) {
 }
 
 void ContactPane::update() {
-    tree_.showReachableOnly(session_.contactView().reachableOnly);
+    tree_.showReachableOnly(session_.contactView().reachableOnly());
     if (std::exchange(stale_, false)) {
-        tree_.reset(session_.accountNames());
-        session_.eachListed([this](const ListedContact& contact) { tree_.put(contact); });
+        tree_.reset(session_.contacts().accountNames());
+        session_.contacts().eachListed([this](const ListedContact& contact) { tree_.put(contact); });
         return;
     }
     for (const auto& [account, jid] : std::exchange(touched_, {})) {
-        if (const auto contact = session_.listed({account, jid}))
+        if (const auto contact = session_.contacts().listed({account, jid}))
             tree_.put(*contact);
         else
             tree_.remove({account, jid});
@@ -69,7 +69,7 @@ void ContactPane::update() {
 }
 
 int ContactPane::columnsOf(int screen) const {
-    const auto wish = session_.contactView().shown;
+    const auto wish = session_.contactView().shown();
     const bool shown = wish.value_or(screen >= kColumnsUnasked) || focused_;
     if (!shown) return 0;
     if (screen < kColumnsForBoth) return focused_ ? screen : 0;
@@ -204,7 +204,7 @@ Line ContactPane::contactLine(const ListedContact& contact, int columns, bool ch
     const QString mark = QString(current ? u'>' : u' ') + (unseen ? QChar(u'?') : statusMark(contact.status)) + u' ';
     const Style style = statusStyle(contact.status);
     const Style nameStyle = contact.unread > 0 ? Style::Theirs : current ? Style::Heading : style;
-    const QString typing = session_.isTyping(contact.peer) ? QStringLiteral("…") : QString();
+    const QString typing = session_.windows().isTyping(contact.peer) ? QStringLiteral("…") : QString();
     const QString right = typing + unreadSign(contact.unread);
     return row({{mark, style}, {oneLine(contact.name), nameStyle}}, right.isEmpty() ? right : u' ' + right,
                Style::Theirs, columns, chosen);

@@ -57,14 +57,14 @@ void PlainDisplay::takeLine(QByteArray line) {
     // A paste that is too long for one message becomes several; what follows is pasted as well.
     QString text = QString::fromUtf8(std::exchange(pieces_, {}));
     const bool severalLines = text.contains(u'\n');
-    if (severalLines && beginsPasted_ && text.startsWith(u'/') && !session_.wantsSecret()) text.prepend(u'/');
+    if (severalLines && beginsPasted_ && text.startsWith(u'/') && !session_.secret().wanted()) text.prepend(u'/');
     session_.submit(text);
 }
 
 int PlainDisplay::columns() const { return columns_ == 0 ? 80 : columns_; }
 
 void PlainDisplay::appended(const LogEntry& entry) {
-    LogLayout layout = session_.layout();
+    LogLayout layout = session_.view().layout();
     layout.columns = columns_ == 0 ? kEndless : columns_;
     QByteArray bytes;
     for (const Line& line : layOut(entry, layout)) bytes += paint(line, colours_) + '\n';
@@ -72,10 +72,10 @@ void PlainDisplay::appended(const LogEntry& entry) {
 }
 
 void PlainDisplay::changed() {
-    if (session_.wantsSecret() == static_cast<bool>(noEcho_)) return;
-    if (session_.wantsSecret()) {
+    if (session_.secret().wanted() == static_cast<bool>(noEcho_)) return;
+    if (session_.secret().wanted()) {
         noEcho_ = std::make_unique<NoEcho>(inputDescriptor_);
-        write_(session_.prompt().toUtf8() + '\n');
+        write_(session_.view().prompt().toUtf8() + '\n');
     } else {
         noEcho_.reset();
     }

@@ -66,9 +66,8 @@ bool ScreenDisplay::handlePaneKey(const Key& key) {
             pane_.focused() ? pane_.leave() : pane_.focus();
             return true;
         case KeyCode::PaneReachable: {
-            ContactView view = session_.contactView();
-            view.reachableOnly = !view.reachableOnly;
-            session_.setContactView(view);
+            ContactView& view = session_.contactView();
+            view.setReachableOnly(!view.reachableOnly());
             return true;
         }
         case KeyCode::PanePageUp:
@@ -81,7 +80,7 @@ bool ScreenDisplay::handlePaneKey(const Key& key) {
     const ContactPane::Outcome outcome = pane_.handle(key);
     if (outcome.opened) {
         scroll_ = 0;
-        session_.openConversation(*outcome.opened);
+        session_.conversations().open(*outcome.opened);
     }
     return outcome.taken;
 }
@@ -89,9 +88,7 @@ bool ScreenDisplay::handlePaneKey(const Key& key) {
 // Where there is no room beside the log, the list stands in its place for as long as one moves in it.
 void ScreenDisplay::togglePane() {
     const int columns = pane_.columnsOf(size_.columns);
-    ContactView view = session_.contactView();
-    view.shown = columns == 0;
-    session_.setContactView(view);
+    session_.contactView().setShown(columns == 0);
     if (columns > 0)
         pane_.leave();
     else if (pane_.columnsOf(size_.columns) == 0)
@@ -100,7 +97,7 @@ void ScreenDisplay::togglePane() {
 
 void ScreenDisplay::showNeighbour(int step) {
     const int count = static_cast<int>(session_.windows().conversations().size()) + 1;
-    if (session_.showWindow((session_.windows().currentNumber() + step + count) % count)) scroll_ = 0;
+    if (session_.conversations().show((session_.windows().currentNumber() + step + count) % count)) scroll_ = 0;
 }
 
 int ScreenDisplay::logColumns() const { return terminal::logColumns(size_, pane_.columnsOf(size_.columns)); }
@@ -141,17 +138,17 @@ bool ScreenDisplay::handleWindowKey(const Key& key) {
     }
     const QChar c = key.text.isEmpty() ? QChar() : key.text.front();
     const int next = c.toLower() == u'a' ? session_.windows().nextUnread() : c.isDigit() ? c.digitValue() : -1;
-    if (next >= 0 && session_.showWindow(next)) scroll_ = 0;
+    if (next >= 0 && session_.conversations().show(next)) scroll_ = 0;
     return true;
 }
 
 void ScreenDisplay::scrollBy(int lines) { scroll_ = std::max(0, scroll_ + lines); }
 
 void ScreenDisplay::cancel() {
-    if (session_.wantsSecret())
-        session_.cancelSecret();
+    if (session_.secret().wanted())
+        session_.secret().cancel();
     else if (editor_.text().isEmpty())
-        session_.tell(say(Text::HowToQuit));
+        session_.log().tell(say(Text::HowToQuit));
     editor_.clear();
     session_.typed({});
 }
@@ -168,7 +165,7 @@ void ScreenDisplay::edited(EditResult result) {
 void ScreenDisplay::appended(const LogEntry& entry) {
     if (scroll_ == 0) return;
     // Who reads above keeps the place.
-    LogLayout layout = session_.layout();
+    LogLayout layout = session_.view().layout();
     layout.columns = logColumns();
     scroll_ += static_cast<int>(layOut(entry, layout).size());
 }
@@ -188,16 +185,16 @@ void ScreenDisplay::ended() {
 
 void ScreenDisplay::draw() {
     drawn_.start();
-    if (editor_.secret() != session_.wantsSecret()) editor_.setSecret(session_.wantsSecret());
+    if (editor_.secret() != session_.secret().wanted()) editor_.setSecret(session_.secret().wanted());
     ScreenContent content;
-    content.title = session_.title();
-    content.entries = session_.entries();
-    content.layout = session_.layout();
+    content.title = session_.view().title();
+    content.entries = session_.log().entries();
+    content.layout = session_.view().layout();
     content.scroll = scroll_;
-    content.status = pane_.focused() ? Line{{u' ' + say(Text::PaneHint), Style::Bar}} : session_.status();
+    content.status = pane_.focused() ? Line{{u' ' + say(Text::PaneHint), Style::Bar}} : session_.view().status();
     content.paneColumns = pane_.columnsOf(size_.columns);
     if (content.paneColumns > 0) content.pane = pane_.lines(content.paneColumns, logRows(size_));
-    content.prompt = session_.prompt();
+    content.prompt = session_.view().prompt();
     const Frame frame = composeFrame(content, editor_, size_);
     scroll_ = frame.scroll;
     write_(painter_.paintFrame(frame));

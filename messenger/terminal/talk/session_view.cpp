@@ -1,4 +1,8 @@
-// What a session's display shows around the log.
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
+#include "messenger/terminal/talk/session_view.h"
+
 #include <algorithm>
 #include <array>
 #include <numeric>
@@ -51,22 +55,23 @@ QString atMost(const QString& text, int columns) {
 
 }  // namespace
 
-LogLayout Session::layout() const {
+LogLayout SessionView::layout() const {
     LogLayout layout;
-    layout.conversation = !windows_.partner().none() && !options_.oneWindow;
-    layout.manyAccounts = messenger_.accounts().accounts().size() > 1;
-    layout.me = oneLine(account().section(u'@', 0, 0));
+    layout.conversation = !session_.windows().partner().none() && !session_.options().oneWindow;
+    layout.manyAccounts = session_.messenger().accounts().accounts().size() > 1;
+    layout.me = oneLine(session_.chosen().jid().section(u'@', 0, 0));
     return layout;
 }
 
-Line Session::title() const {
-    const Peer peer = windows_.current();
+Line SessionView::title() const {
+    const Peer peer = session_.windows().current();
     if (peer.none()) return {bar(u' ' + say(Text::MainTitle))};
     if (peer == Windows::strangers()) return {bar(u' ' + say(Text::StrangersTitle))};
-    const auto contact = messenger_.roster().contact(peer.account, peer.jid);
+    const auto contact = session_.messenger().roster().contact(peer.account, peer.jid);
     if (!contact) return {bar(QStringLiteral(" %1 · %2").arg(oneLine(peer.jid), say(Text::NotOnRoster)))};
     // A long name leaves room for the address and the status.
-    const QString name = atMost(nameOf(peer), std::max(kShortestName, display_.columns() / 3));
+    const QString name =
+        atMost(session_.contacts().nameOf(peer), std::max(kShortestName, session_.display().columns() / 3));
     return {bar(QStringLiteral(" %1 <%2> ").arg(name, oneLine(peer.jid))),
             bar(statusMark(contact->status) + QStringLiteral(" ") + statusText(contact->status) +
                 resourceNames(*contact) + described(contact->description))};
@@ -74,7 +79,7 @@ Line Session::title() const {
 
 // A narrow window leaves out the words of the own status, then windows with nothing new, then parts of names; the own
 // address goes last.
-Line Session::status() const {
+Line SessionView::status() const {
     static constexpr std::array kinds = std::to_array<StatusLineKind>({{},
                                                                        {.words = false},
                                                                        {.words = false, .allWindows = false},
@@ -83,25 +88,19 @@ Line Session::status() const {
     Line line;
     for (const StatusLineKind& kind : kinds) {
         line = statusLine(kind);
-        if (lineWidth(line) <= display_.columns()) break;
+        if (lineWidth(line) <= session_.display().columns()) break;
     }
     return line;
 }
 
-Line Session::statusLine(const StatusLineKind& kind) const {
+Line SessionView::statusLine(const StatusLineKind& kind) const {
     Line line;
-    const QString chosen = account();
-    const QList<Account> accounts = messenger_.accounts().accounts();
-    const auto mine =
-        std::find_if(accounts.begin(), accounts.end(), [&](const Account& one) { return one.jid == chosen; });
-    if (mine == accounts.end())
-        line.push_back(bar(u' ' + say(Text::NoAccount)));
-    else
-        line.push_back(bar(kind.words ? fullState(*mine) : briefState(*mine, kind.wholeAddress)));
+    line.push_back(ownState(kind));
     int room = columns();  // what does not fit is not shown, however many are typing
-    for (const auto& [place, peer] : windows_.typing()) {
+    for (const auto& [place, peer] : session_.windows().typing()) {
         if (room < 0) break;
-        line.push_back(bar(QStringLiteral(" │ ") + say(Text::IsTyping, atMost(nameOf(peer), kind.nameColumns))));
+        line.push_back(bar(QStringLiteral(" │ ") +
+                           say(Text::IsTyping, atMost(session_.contacts().nameOf(peer), kind.nameColumns))));
         room -= displayWidth(line.back().text);
     }
     line.push_back(bar(QStringLiteral(" │")));
@@ -109,48 +108,57 @@ Line Session::statusLine(const StatusLineKind& kind) const {
     return line;
 }
 
-std::vector<int> Session::numbersInBar(bool all) const {
+Span SessionView::ownState(const StatusLineKind& kind) const {
+    const auto mine = session_.messenger().accounts().account(session_.chosen().jid());
+    if (!mine) return bar(u' ' + say(Text::NoAccount));
+    return bar(kind.words ? fullState(*mine) : briefState(*mine, kind.wholeAddress));
+}
+
+int SessionView::columns() const { return session_.display().logColumns(); }
+
+std::vector<int> SessionView::numbersInBar(bool all) const {
     const auto most = static_cast<std::size_t>(std::max(1, columns()));
     std::vector<int> numbers;
     if (all) {
-        numbers.resize(std::min(most, windows_.conversations().size()));
+        numbers.resize(std::min(most, session_.windows().conversations().size()));
         std::iota(numbers.begin(), numbers.end(), 1);
         return numbers;
     }
-    for (const auto& [number, count] : windows_.unreadWindows()) {
+    for (const auto& [number, count] : session_.windows().unreadWindows()) {
         if (numbers.size() >= most) break;
         numbers.push_back(number);
     }
-    const int seen = windows_.currentNumber();
+    const int seen = session_.windows().currentNumber();
     const auto place = std::lower_bound(numbers.begin(), numbers.end(), seen);
     if (seen != 0 && (place == numbers.end() || *place != seen)) numbers.insert(place, seen);
     return numbers;
 }
 
-Line Session::windowNames(const StatusLineKind& kind) const {
+Line SessionView::windowNames(const StatusLineKind& kind) const {
     Line line;
     int room = columns();
     const auto window = [&](int number, const QString& name, int unread) {
-        const bool seen = number == windows_.currentNumber();
+        const bool seen = number == session_.windows().currentNumber();
         QString text = QStringLiteral(" %1%2:%3%4").arg(seen ? "[" : "").arg(number).arg(name).arg(seen ? "]" : "");
         if (unread > 0) text += QStringLiteral("(%1)").arg(unread);
         room -= displayWidth(text);
         line.push_back({text, unread > 0 ? Style::BarAlert : Style::Bar});
     };
-    if (kind.allWindows || windows_.currentNumber() == 0) window(0, say(Text::MainWindow), 0);
+    if (kind.allWindows || session_.windows().currentNumber() == 0) window(0, say(Text::MainWindow), 0);
     // What does not fit is not shown, however many conversations are open.
     for (const int number : numbersInBar(kind.allWindows)) {
         if (room < 0) break;
-        const Peer& peer = windows_.conversations()[static_cast<std::size_t>(number - 1)];
-        window(number, atMost(nameOf(peer), kind.nameColumns), windows_.unread(peer));
+        const Peer& peer = session_.windows().conversations()[static_cast<std::size_t>(number - 1)];
+        window(number, atMost(session_.contacts().nameOf(peer), kind.nameColumns), session_.windows().unread(peer));
     }
     return line;
 }
 
-QString Session::prompt() const {
-    if (secret_) return secret_->question + QStringLiteral(": ");
-    const Peer peer = windows_.current();
-    return (peer.none() ? oneLine(account().section(u'@', 0, 0)) : nameOf(peer)) + QStringLiteral("> ");
+QString SessionView::prompt() const {
+    if (session_.secret().wanted()) return session_.secret().question() + QStringLiteral(": ");
+    const Peer peer = session_.windows().current();
+    return (peer.none() ? oneLine(session_.chosen().jid().section(u'@', 0, 0)) : session_.contacts().nameOf(peer)) +
+           QStringLiteral("> ");
 }
 
 }  // namespace oku::terminal

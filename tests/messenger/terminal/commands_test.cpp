@@ -1,4 +1,4 @@
-#include "messenger/terminal/talk/commands.h"
+#include "messenger/terminal/talk/command_families.h"
 
 #include <gtest/gtest.h>
 #include <algorithm>
@@ -123,7 +123,7 @@ TEST_F(CommandsTest, HelpsWithEveryCommand) {
     display.width = 40;
     EXPECT_NE(type("/help").find("\n/away       status: away\n"), std::string::npos);
     // What is longer than the line goes on below itself.
-    const auto entries = session.entries();
+    const auto entries = session.log().entries();
     const auto away = std::find_if(entries.rbegin(), entries.rend(),
                                    [](const LogEntry* entry) { return entry->text.startsWith("/away "); });
     ASSERT_NE(away, entries.rend());

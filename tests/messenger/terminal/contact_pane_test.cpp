@@ -64,7 +64,7 @@ TEST_F(ContactPaneTest, ShowsGroupsMarksAndWhatIsUnread) {
     EXPECT_EQ(shown(),
               "▾ Praca (0/2)\n ○ Ola           (1)\n ○ Ewa Żółć\n▾ Znajomi (1/1)\n>◐ Olek            …\n"
               "▾ not on the … (0/1)\n ? obcy@localho… (1)");
-    session->openConversation({kMe, "obcy@localhost"});
+    session->conversations().open({kMe, "obcy@localhost"});
     EXPECT_NE(shown().find(">? obcy@localhost"), std::string::npos) << shown();
     type("/close");
     EXPECT_EQ(shown().find("obcy"), std::string::npos);
@@ -78,7 +78,7 @@ TEST_F(ContactPaneTest, ForgetsTheContactsOfAnAccountThatIsRemoved) {
     EXPECT_EQ(shown().find("Olek"), std::string::npos) << shown();
     // Added once more it begins anew.
     emit messenger.roster().rosterComplete(kMe);
-    for (const LogEntry* entry : session->entries())
+    for (const LogEntry* entry : session->log().entries())
         EXPECT_FALSE(entry->text.contains(QStringLiteral("Olek"))) << entry->text.toStdString();
 }
 
@@ -158,7 +158,7 @@ TEST_F(ContactPaneTest, ScrollsWithTheCursorAndTheConversation) {
     press(KeyCode::Home);
     EXPECT_EQ(shown(20, 3), "*▾ Praca (0/2)\n ○ Ewa Żółć\n ○ Ola");
     pane->leave();
-    session->openConversation({kMe, "k49@localhost"});
+    session->conversations().open({kMe, "k49@localhost"});
     EXPECT_EQ(shown(20, 3), " ○ k47\n ○ k48\n>○ k49");
 }
 
@@ -203,7 +203,7 @@ TEST_F(ContactPaneTest, TakesItsPlaceByTheScreenAndTheWish) {
     EXPECT_EQ(shown(), "no contact fits");
     begin();
     EXPECT_EQ(columns(), "0 0 0 0 0") << "as it was left";
-    EXPECT_TRUE(session->contactView().reachableOnly);
+    EXPECT_TRUE(session->contactView().reachableOnly());
     EXPECT_EQ(type("/contacts all"), "setSetting|ala@localhost|OKU/ReachableOnly|int|0");
     EXPECT_EQ(type("/contacts"), "");
 }

@@ -3,7 +3,7 @@
 #include <QJsonDocument>
 
 #include "messenger/core/texts.h"
-#include "messenger/terminal/json/json_command.h"
+#include "messenger/terminal/json/json_commands.h"
 #include "messenger/terminal/json/json_mode.h"
 #include "tests/messenger/terminal/fake_messenger.h"
 
@@ -124,7 +124,8 @@ TEST_F(JsonModeTest, CarriesOutEachCommand) {
 }
 
 TEST_F(JsonModeTest, NamesEveryCommandThatTheProtocolHas) {
-    for (const JsonCommandShape& shape : jsonCommandShapes()) {
+    for (const JsonCommandRow& row : jsonCommands()) {
+        const JsonCommandShape& shape = row.shape;
         if (QLatin1String(shape.name) == QLatin1String("quit")) continue;
         QJsonObject object{{"cmd", shape.name}, {"id", 1}};
         const auto answers = say_(QJsonDocument(object).toJson(QJsonDocument::Compact));
@@ -395,10 +396,11 @@ TEST_F(JsonModeTest, TellsEachEvent) {
 }
 
 TEST_F(JsonModeTest, KeepsTheLogToItselfUnlessVerbose) {
+    FakeMessenger other;
     JsonMode quiet(
-        messenger, [this](const QByteArray& line) { take(line); }, false);
+        other, [this](const QByteArray& line) { take(line); }, false);
     events.clear();
-    quiet.logged({0, "XMPP", "line"});
+    emit other.wire().logged({0, "XMPP", "line"});
     EXPECT_TRUE(events.isEmpty());
 }
 

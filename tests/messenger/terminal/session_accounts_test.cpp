@@ -25,18 +25,18 @@ TEST_F(SessionTest, AsksForThePasswordOfANewAccountThenConnects) {
     options.account = QStringLiteral("Nowa@Localhost/Dom");
     options.status = QStringLiteral("away");
     start(options);
-    EXPECT_TRUE(session->wantsSecret());
-    EXPECT_EQ(session->prompt(), "password of Nowa@Localhost/Dom (not shown): ");
+    EXPECT_TRUE(session->secret().wanted());
+    EXPECT_EQ(session->view().prompt(), "password of Nowa@Localhost/Dom (not shown): ");
     EXPECT_EQ(type("tajne"), "addAccount|Nowa@Localhost/Dom|tajne\nsetStatus|nowa@localhost|away|");
-    EXPECT_FALSE(session->wantsSecret());
-    EXPECT_EQ(session->account(), "nowa@localhost");
-    for (const LogEntry* entry : session->entries()) EXPECT_FALSE(entry->text.contains("tajne"));
+    EXPECT_FALSE(session->secret().wanted());
+    EXPECT_EQ(session->chosen().jid(), "nowa@localhost");
+    for (const LogEntry* entry : session->log().entries()) EXPECT_FALSE(entry->text.contains("tajne"));
 }
 
 TEST_F(SessionTest, AsksForAPasswordThatIsNotKnownBeforeItConnects) {
     messenger.settings.remove("XMPP/Pass");
     EXPECT_EQ(type("/away na chwilę"), "");
-    EXPECT_EQ(session->prompt(), "password of ala@localhost (not shown): ");
+    EXPECT_EQ(session->view().prompt(), "password of ala@localhost (not shown): ");
     EXPECT_EQ(type("tajne"), "addAccount|ala@localhost|tajne\nsetStatus|ala@localhost|away|na chwilę");
     EXPECT_EQ(type("/online"), "setStatus|ala@localhost|online|");
     messenger.settings.remove("XMPP/Pass");
@@ -50,9 +50,9 @@ TEST_F(SessionTest, AsksForAPasswordThatIsNotKnownAtTheStart) {
     SessionOptions options;
     options.status = QStringLiteral("online");
     start(options);
-    EXPECT_TRUE(session->wantsSecret());
+    EXPECT_TRUE(session->secret().wanted());
     EXPECT_EQ(type(""), "");
-    EXPECT_FALSE(session->wantsSecret());
+    EXPECT_FALSE(session->secret().wanted());
     EXPECT_EQ(heard(), "- cancelled");
 }
 
@@ -83,8 +83,8 @@ TEST_F(SessionTest, TellsThatANewPasswordIsTaken) {
 
 TEST_F(SessionTest, ForgetsAPasswordThatIsCancelled) {
     type("/account add nowa@localhost");
-    session->cancelSecret();
-    EXPECT_FALSE(session->wantsSecret());
+    session->secret().cancel();
+    EXPECT_FALSE(session->secret().wanted());
     EXPECT_EQ(type("hej"), "");
     EXPECT_EQ(heard(), "- cancelled\n! no conversation is open; /chat-with WHO opens one");
 }

@@ -60,7 +60,7 @@ protected:
     }
     void typing(const char* text) { session->typed(QString::fromUtf8(text)); }
     std::string typingCalls() { return messenger.takeCalls().filter("sendTyping").join(u'\n').toStdString(); }
-    std::string status() { return lineText(session->status()).toStdString(); }
+    std::string status() { return lineText(session->view().status()).toStdString(); }
 
     FakeMessenger messenger;
     NotingDisplay display;

@@ -31,12 +31,12 @@ TEST_F(SessionTest, TellsOfALoginThatIsNotEncrypted) {
     for (const int width : {80, 30, 10}) {
         display.width = width;
         QString bar;
-        for (const Span& span : session->status()) bar += span.text;
+        for (const Span& span : session->view().status()) bar += span.text;
         EXPECT_TRUE(bar.contains("(not encrypted)")) << bar.toStdString();
     }
     messenger.accountList[0].encrypted = true;
     QString bar;
-    for (const Span& span : session->status()) bar += span.text;
+    for (const Span& span : session->view().status()) bar += span.text;
     EXPECT_FALSE(bar.contains("encrypted")) << bar.toStdString();
 }
 
@@ -140,11 +140,11 @@ TEST_F(SessionTest, ShowsAWaitingMessageOnceWhenItIsSent) {
     emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "hej"));
     message.state = DeliveryState::sent;
     emit messenger.talk().messageSent(kMe, message);
-    ASSERT_EQ(session->entries().size(), 2U);
-    EXPECT_EQ(session->entries()[0]->text, "no");
+    ASSERT_EQ(session->log().entries().size(), 2U);
+    EXPECT_EQ(session->log().entries()[0]->text, "no");
     // Sent once more, it stands below.
     emit messenger.talk().messageSent(kMe, message);
-    EXPECT_EQ(session->entries().size(), 3U);
+    EXPECT_EQ(session->log().entries().size(), 3U);
 }
 
 TEST_F(SessionTest, TellsInPlainLinesThatAWaitingMessageIsSent) {

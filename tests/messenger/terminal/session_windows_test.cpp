@@ -12,13 +12,13 @@ TEST_F(SessionTest, CountsWhatIsUnreadAndShowsItWhereItIsRead) {
     EXPECT_EQ(type("/window"), "history|ala@localhost|olek@localhost|20|\nmarkRead|ala@localhost|olek@localhost");
     EXPECT_EQ(status().find("(2)"), std::string::npos);
     EXPECT_NE(status().find("[1:Olek]"), std::string::npos);
-    EXPECT_EQ(session->entries().size(), 3U);
+    EXPECT_EQ(session->log().entries().size(), 3U);
     heard();
     emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "ewa@localhost", "inna"));
     EXPECT_EQ(heard(), "");
     EXPECT_NE(status().find("2:Ewa Żółć(1)"), std::string::npos);
     type("/window 0");
-    EXPECT_NE(session->entries().back()->text, "dwa");
+    EXPECT_NE(session->log().entries().back()->text, "dwa");
     EXPECT_EQ(type("/close"), "");
     EXPECT_EQ(heard(), "! no conversation is open; /chat-with WHO opens one");
 }
@@ -26,23 +26,23 @@ TEST_F(SessionTest, CountsWhatIsUnreadAndShowsItWhereItIsRead) {
 TEST_F(SessionTest, DividesNewMessagesFromThoseThatWereReadUntilTheNextLook) {
     const auto texts = [this] {
         QStringList result;
-        for (const LogEntry* entry : session->entries()) result.append(entry->text);
+        for (const LogEntry* entry : session->log().entries()) result.append(entry->text);
         return result.join(u'|').toStdString();
     };
     type("/chat-with Olek");
     emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "raz"));
-    session->showWindow(0);
+    session->conversations().show(0);
     emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "dwa"));
     emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "trzy"));
     EXPECT_EQ(texts().find("new messages"), std::string::npos);
-    session->showWindow(1);
+    session->conversations().show(1);
     EXPECT_EQ(texts(), "raz|new messages|dwa|trzy");
-    session->showWindow(0);
+    session->conversations().show(0);
     emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "cztery"));
-    session->showWindow(1);
+    session->conversations().show(1);
     EXPECT_EQ(texts(), "raz|dwa|trzy|new messages|cztery");
-    session->showWindow(0);
-    session->showWindow(1);
+    session->conversations().show(0);
+    session->conversations().show(1);
     EXPECT_EQ(texts(), "raz|dwa|trzy|cztery");
 }
 
@@ -51,14 +51,14 @@ TEST_F(SessionTest, ShowsWhatMustNotBeMissedInTheWindowThatIsLookedAt) {
     heard();
     emit messenger.windows().noticed(kMe, "notice");
     emit messenger.roster().authorizationRequested(kMe, "ewa@localhost");
-    EXPECT_EQ(session->entries().size(), 2U);
+    EXPECT_EQ(session->log().entries().size(), 2U);
     // Conversations that nobody looked at are not filled with it, but a request stands in its own.
     type("/chat-with Ola");
-    EXPECT_TRUE(session->entries().empty());
+    EXPECT_TRUE(session->log().entries().empty());
     type("/chat-with Ewa");
-    EXPECT_EQ(session->entries().size(), 1U);
+    EXPECT_EQ(session->log().entries().size(), 1U);
     type("/window 0");
-    EXPECT_EQ(session->entries().back()->style, Style::Question);
+    EXPECT_EQ(session->log().entries().back()->style, Style::Question);
 }
 
 TEST_F(SessionTest, LeavesOutOfANarrowStatusLineWhatMattersLeast) {
@@ -66,7 +66,7 @@ TEST_F(SessionTest, LeavesOutOfANarrowStatusLineWhatMattersLeast) {
     messenger.accountList[0].status = Status::away;
     messenger.accountList[0].description = QStringLiteral("w pociągu");
     for (const char* who : {"olek@localhost", "ola@localhost", "ewa@localhost"})
-        session->openConversation({kMe, QString::fromUtf8(who)});
+        session->conversations().open({kMe, QString::fromUtf8(who)});
     emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "ola@localhost", "hej"));
     EXPECT_EQ(status(), " ala@localhost ◐ away — w pociągu │ 0:main 1:Olek 2:Ola(1) [3:Ewa Żółć]");
     display.width = 60;
@@ -84,10 +84,10 @@ TEST_F(SessionTest, LeavesOutOfANarrowStatusLineWhatMattersLeast) {
 
 TEST_F(SessionTest, LeavesLongNamesNoMoreThanTheirRoom) {
     messenger.contactLists[kMe][0].name = QStringLiteral("Aleksander ").repeated(20);
-    session->openConversation({kMe, "olek@localhost"});
+    session->conversations().open({kMe, "olek@localhost"});
     emit messenger.talk().typingReceived(kMe, "olek@localhost", true);
-    EXPECT_TRUE(lineText(session->title()).contains("… <olek@localhost> ◐ away"));
-    EXPECT_LE(lineWidth(session->title()), display.width);
+    EXPECT_TRUE(lineText(session->view().title()).contains("… <olek@localhost> ◐ away"));
+    EXPECT_LE(lineWidth(session->view().title()), display.width);
     EXPECT_EQ(status(), " ala@localhost ○ offline │ Aleksander … is writing… │ 0:main [1:Aleksander …]");
 }
 
@@ -95,15 +95,15 @@ TEST_F(SessionTest, AnswersOnlyWhereItWasAsked) {
     type("/chat-with Olek");
     type("/roster");
     type("/fly");
-    const auto count = session->entries().size();
+    const auto count = session->log().entries().size();
     EXPECT_GT(count, 5U);
     type("/window 0");
-    for (const LogEntry* entry : session->entries()) {
+    for (const LogEntry* entry : session->log().entries()) {
         EXPECT_NE(entry->kind, EntryKind::Listing);
         EXPECT_FALSE(entry->text.contains("fly")) << qPrintable(entry->text);
     }
     type("/window 1");
-    EXPECT_EQ(session->entries().size(), count);
+    EXPECT_EQ(session->log().entries().size(), count);
 }
 
 TEST_F(SessionTest, SaysItselfThatAMessageCameBack) {
@@ -113,14 +113,14 @@ TEST_F(SessionTest, SaysItselfThatAMessageCameBack) {
     back.failed = true;
     emit messenger.talk().messageReceived(kMe, back);
     EXPECT_EQ(heard(), "Olek Olek: Twoja wiadomość nie została dostarczona");
-    const LogEntry& entry = *session->entries().back();
+    const LogEntry& entry = *session->log().entries().back();
     EXPECT_EQ(entry.style, Style::Error);
-    EXPECT_EQ(lineText(layOut(entry, session->layout()).front()).mid(6),
+    EXPECT_EQ(lineText(layOut(entry, session->view().layout()).front()).mid(6),
               "            ! │ Olek: Twoja wiadomość nie została dostarczona");
-    session->showWindow(0);
+    session->conversations().show(0);
     emit messenger.talk().messageReceived(kMe, back);
-    session->showWindow(1);
-    EXPECT_EQ((*(session->entries().end() - 2))->text, "new messages");
+    session->conversations().show(1);
+    EXPECT_EQ((*(session->log().entries().end() - 2))->text, "new messages");
 }
 
 TEST_F(SessionTest, TakesUnreadMessagesOfTheLastTimeOver) {
@@ -137,15 +137,15 @@ TEST_F(SessionTest, PutsTheHistoryAboveWhatCame) {
     messenger.messages = {older, live};
     emit messenger.talk().messageReceived(kMe, live);
     type("/chat-with Olek");
-    const auto entries = session->entries();
+    const auto entries = session->log().entries();
     ASSERT_EQ(entries.size(), 3U);
     EXPECT_EQ(entries[0]->text, "dawno");
     EXPECT_EQ(entries[1]->text, "new messages");
     EXPECT_EQ(entries[2]->text, "teraz");
     type("/window 0");
-    for (const LogEntry* entry : session->entries()) EXPECT_NE(entry->text, "dawno");
+    for (const LogEntry* entry : session->log().entries()) EXPECT_NE(entry->text, "dawno");
     type("/window 1");
-    EXPECT_EQ(session->entries().size(), 2U);
+    EXPECT_EQ(session->log().entries().size(), 2U);
 }
 
 TEST_F(SessionTest, ShowsEverythingInOneWindowWhereItIsAskedTo) {
@@ -170,16 +170,16 @@ TEST_F(SessionTest, ShowsWhoIsWritingUntilTheMessageComes) {
 
 TEST_F(SessionTest, TitlesAConversation) {
     type("/chat-with olek@localhost");
-    EXPECT_EQ(lineText(session->title()), " Olek <olek@localhost> ◐ away (dom)");
-    EXPECT_EQ(session->prompt(), "Olek> ");
+    EXPECT_EQ(lineText(session->view().title()), " Olek <olek@localhost> ◐ away (dom)");
+    EXPECT_EQ(session->view().prompt(), "Olek> ");
     type("/chat-with obcy@localhost");
-    EXPECT_EQ(lineText(session->title()), " obcy@localhost · not on the contact list");
+    EXPECT_EQ(lineText(session->view().title()), " obcy@localhost · not on the contact list");
 }
 
 TEST_F(SessionTest, ClearsAWindow) {
     emit messenger.windows().noticed(kMe, "x");
     type("/clear");
-    EXPECT_TRUE(session->entries().empty());
+    EXPECT_TRUE(session->log().entries().empty());
 }
 
 TEST_F(SessionTest, TellsTheOtherSideThatALineIsTyped) {
@@ -237,7 +237,7 @@ TEST_F(SessionTest, StopsTypingWhenTheWindowChanges) {
     type("/chat-with Olek");
     typing("hej");
     messenger.calls.clear();
-    session->showWindow(0);
+    session->conversations().show(0);
     EXPECT_EQ(typingCalls(), "sendTyping|ala@localhost|olek@localhost|paused");
 }
 
@@ -261,12 +261,12 @@ TEST_F(StrangersTest, ShareAWindowWhenTheyAreMany) {
     EXPECT_EQ(windows(), 52U);
     EXPECT_EQ(session->windows().unread(Windows::strangers()), 4950);
     type("/window 51");
-    EXPECT_EQ(lineText(session->title()), " strangers · answer: /chat-with ADDRESS");
-    const auto entries = session->entries();
+    EXPECT_EQ(lineText(session->view().title()), " strangers · answer: /chat-with ADDRESS");
+    const auto entries = session->log().entries();
     EXPECT_EQ(entries.front()->text, "new messages");
     EXPECT_EQ(entries.back()->text, "<obcy5000@daleko> oferta");
     write(77, "na oku");
-    EXPECT_EQ(session->entries().back()->text, "<obcy77@daleko> na oku");
+    EXPECT_EQ(session->log().entries().back()->text, "<obcy77@daleko> na oku");
     EXPECT_EQ(session->windows().unreadOfAll(), 50 + 1 + 1);
 }
 
@@ -280,10 +280,10 @@ TEST_F(StrangersTest, WhoShareAWindowAreAnsweredInTheirOwn) {
     EXPECT_EQ(typingCalls(), "");
     type("/chat-with obcy55@daleko");
     EXPECT_EQ(windows(), 52U);
-    EXPECT_EQ(session->entries().back()->text, "<obcy55@daleko> hej") << "what came stands here too";
+    EXPECT_EQ(session->log().entries().back()->text, "<obcy55@daleko> hej") << "what came stands here too";
     EXPECT_EQ(type("cześć"), "sendMessage|ala@localhost|obcy55@daleko|cześć|chat|");
     write(55, "dalej");
-    EXPECT_EQ(session->entries().back()->text, "dalej");
+    EXPECT_EQ(session->log().entries().back()->text, "dalej");
 }
 
 TEST_F(StrangersTest, MakeRoomWhenTheirWindowIsClosedOrTheyBecomeContacts) {
@@ -307,13 +307,13 @@ TEST_F(StrangersTest, DoNotMakeTheStatusLineLonger) {
         messenger.contactLists[kMe].append(contact(jid.c_str(), jid.c_str(), "Praca"));
         emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", jid.c_str(), "hej"));
     }
-    EXPECT_LE(session->status().size(), 90U) << "no more windows than the line has columns";
+    EXPECT_LE(session->view().status().size(), 90U) << "no more windows than the line has columns";
     EXPECT_NE(status().find("1:"), std::string::npos);
 }
 
 TEST_F(SessionTest, KeepsCountOfWindowsThatMoveUp) {
     for (const char* who : {"olek@localhost", "ola@localhost", "ewa@localhost"})
-        session->openConversation({kMe, QString::fromUtf8(who)});
+        session->conversations().open({kMe, QString::fromUtf8(who)});
     emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "olek@localhost", "hej"));
     type("/window 2");
     emit messenger.talk().messageReceived(kMe, incoming("ala@localhost", "ewa@localhost", "hej"));
@@ -333,11 +333,11 @@ TEST_F(SessionTest, ReadsInTheHistoryWhatTheLogHasNoRoomFor) {
     type("/chat-with Olek");
     type("/window 0");
     for (int number = 0; number < 6000; ++number) emit messenger.windows().noticed(kMe, QString::number(number));
-    EXPECT_EQ(session->entries().size(), 5000U);
+    EXPECT_EQ(session->log().entries().size(), 5000U);
     messenger.messages = {old};
     type("/chat-with Olek");
-    ASSERT_FALSE(session->entries().empty());
-    EXPECT_EQ(session->entries().front()->text, "dawno");
+    ASSERT_FALSE(session->log().entries().empty());
+    EXPECT_EQ(session->log().entries().front()->text, "dawno");
 }
 
 }  // namespace

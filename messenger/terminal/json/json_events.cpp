@@ -1,0 +1,189 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
+#include "messenger/terminal/json/json_events.h"
+
+#include <utility>
+
+#include "messenger/terminal/json/json_answer.h"
+#include "messenger/terminal/json/json_line.h"
+#include "messenger/terminal/screen/wording.h"
+
+namespace oku::terminal {
+namespace {
+
+QStringView kindWord(MessageKind kind) { return kind == MessageKind::chat ? u"chat" : u"normal"; }
+
+QByteArray accountRemovedLine(const QString& account) {
+    JsonLine line(u"account-removed", account);
+    line.put("jid", account);
+    return std::move(line).take();
+}
+
+QByteArray accountLine(const QString& account) {
+    JsonLine line(u"account", account);
+    line.put("jid", account);
+    return std::move(line).take();
+}
+
+QByteArray connectionLine(const QString& account, ConnectionState state, bool encrypted, const QString& reason) {
+    JsonLine line(u"connection", account);
+    line.put("state", connectionStateWord(state));
+    line.put("encrypted", encrypted);
+    line.put("reason", reason);
+    return std::move(line).take();
+}
+
+QByteArray statusLine(const QString& account, Status status, const QString& description) {
+    JsonLine line(u"status", account);
+    line.put("status", statusWord(status));
+    line.put("description", description);
+    return std::move(line).take();
+}
+
+QByteArray contactLine(const QString& account, const Contact& contact) {
+    JsonLine line(u"contact", account);
+    putContact(line, contact);
+    return std::move(line).take();
+}
+
+QByteArray removedLine(const QString& account, const QString& jid) {
+    JsonLine line(u"removed", account);
+    line.put("jid", jid);
+    return std::move(line).take();
+}
+
+QByteArray presenceLine(const QString& account, const QString& jid, const Resource& resource) {
+    JsonLine line(u"presence", account);
+    line.put("jid", jid);
+    putResource(line, resource);
+    return std::move(line).take();
+}
+
+QByteArray messageLine(const QString& account, const Message& message) {
+    JsonLine line(u"message", account);
+    line.put("from", message.contact);
+    line.put("resource", message.resource);
+    line.put("body", message.body);
+    line.put("subject", message.subject);
+    line.put("kind", kindWord(message.kind));
+    line.put("time", message.time);
+    line.put("delayed", message.delayed);
+    line.put("failed", message.failed);
+    return std::move(line).take();
+}
+
+QByteArray outgoingLine(const QString& account, const Message& message) {
+    JsonLine line(deliveryStateWord(message.state), account);
+    line.put("to", message.contact);
+    line.put("body", message.body);
+    line.put("message", message.number);
+    return std::move(line).take();
+}
+
+QByteArray typingLine(const QString& account, const QString& jid, bool composing) {
+    JsonLine line(u"typing", account);
+    line.put("from", jid);
+    line.put("composing", composing);
+    return std::move(line).take();
+}
+
+QByteArray authorizationLine(const QString& account, const QString& jid) {
+    JsonLine line(u"authorization", account);
+    line.put("jid", jid);
+    return std::move(line).take();
+}
+
+QByteArray questionLine(const MessageBox& box) {
+    JsonLine line(u"question");
+    line.put("box", box.number);
+    line.put("text", box.text);
+    line.put("title", box.title);
+    line.put("style", boxStyleWord(box.style));
+    return std::move(line).take();
+}
+
+QByteArray logLine(const LogLine& logged) {
+    JsonLine line(u"log");
+    line.put("level", logged.level);
+    line.put("tag", logged.tag);
+    line.put("text", logged.text);
+    return std::move(line).take();
+}
+
+QByteArray xmlLine(const QString& account, bool incoming, const QString& data) {
+    JsonLine line(u"xml", account);
+    line.put("direction", directionWord(incoming));
+    line.put("data", data);
+    return std::move(line).take();
+}
+
+QByteArray infoLine(const QString& account, const ContactInfo& info) {
+    JsonLine line(u"info", account);
+    line.put("jid", info.jid);
+    putResource(line, info.resource);
+    line.put("changed", info.resource.changed);
+    line.put("client", info.client);
+    line.put("version", info.version);
+    line.put("os", info.os);
+    line.put("features", info.features);
+    return std::move(line).take();
+}
+
+QByteArray serverLine(const QString& account, const ServerInfo& info) {
+    JsonLine line(u"server", account);
+    line.put("domain", info.domain);
+    line.put("identities", info.identities);
+    line.put("features", info.features);
+    return std::move(line).take();
+}
+
+}  // namespace
+
+JsonEvents::JsonEvents(MessengerFace& messenger, Writer write, bool verbose) : write_(std::move(write)) {
+    hearAccounts(messenger.accounts());
+    hearRoster(messenger.roster());
+    hearTalk(messenger.talk());
+    hear(messenger.windows(), &WindowsFace::boxOpened, questionLine);
+    hear(messenger.windows(), &WindowsFace::noticed, jsonNotice);
+    hear(messenger.wire(), &WireFace::xmlSeen, xmlLine);
+    if (verbose) hear(messenger.wire(), &WireFace::logged, logLine);
+}
+
+void JsonEvents::hearAccounts(AccountsFace& accounts) {
+    hear(accounts, &AccountsFace::accountChanged, accountLine);
+    hear(accounts, &AccountsFace::accountRemoved, accountRemovedLine);
+    hear(accounts, &AccountsFace::ownStatusChanged, statusLine);
+    hear(accounts, &AccountsFace::connectionChanged,
+         [&accounts](const QString& account, ConnectionState state, const QString& reason) {
+             return connectionLine(account, state, accounts.encrypted(account), reason);
+         });
+    hear(accounts, &AccountsFace::certificateRefused, [](const QString& account, const CertificateProblem& problem) {
+        return jsonNotice(account, certificateText(problem));
+    });
+}
+
+void JsonEvents::hearRoster(RosterFace& roster) {
+    hear(roster, &RosterFace::rosterComplete,
+         [&roster](const QString& account) { return jsonRoster(account, roster.contacts(account)); });
+    hear(roster, &RosterFace::contactChanged, contactLine);
+    hear(roster, &RosterFace::contactRemoved, removedLine);
+    hear(roster, &RosterFace::presenceReceived, presenceLine);
+    hear(roster, &RosterFace::authorizationRequested, authorizationLine);
+    hear(roster, &RosterFace::infoReceived, infoLine);
+    hear(roster, &RosterFace::serverInfoReceived, serverLine);
+}
+
+void JsonEvents::hearTalk(TalkFace& talk) {
+    hear(talk, &TalkFace::messageReceived, messageLine);
+    hear(talk, &TalkFace::messageSent, outgoingLine);
+    hear(talk, &TalkFace::messageQueued, outgoingLine);
+    hear(talk, &TalkFace::messageStateChanged, outgoingLine);
+    hear(talk, &TalkFace::typingReceived, typingLine);
+    // Once for programs, and in words for the people behind them.
+    hear(talk, &TalkFace::messageStateChanged, [](const QString& account, const Message& message) {
+        return jsonNotice(account, deliveryText(message, message.contact));
+    });
+}
+
+}  // namespace oku::terminal
