@@ -95,6 +95,47 @@ def numbered(contents):
     return {str(i): content for i, content in enumerate(contents)}
 
 
+def folds():
+    """Each phrase as a pattern with the lines that it stands for."""
+    found = []
+    for path in sorted(ROOT.parent.glob("tests/support/folds/*.fold")):
+        phrase, *lines = path.read_text(encoding="utf-8").splitlines()
+        words = re.split(r"(\$\w+)", phrase.removeprefix("phrase "))
+        pattern = "".join(f"(?P<{word[1:]}>.+)" if word.startswith("$") else re.escape(word) for word in words)
+        found.append((re.compile(pattern), lines))
+    return found
+
+
+def unfolded(lines, known):
+    """The lines of a transcript with what its phrases stand for, a continued line joined to its first."""
+    for line in lines:
+        match = next((m for pattern, _ in known if (m := pattern.fullmatch(line))), None)
+        if match is None:
+            yield line
+            continue
+        body = next(body for pattern, body in known if pattern is match.re)
+        filled = [re.sub(r"\$(\w+)(?:\.\w+)?", lambda m: match.groupdict().get(m.group(1), m.group(0)), row) for row in body]
+        yield from unfolded(filled, known)
+
+
+def transfer_seeds(deed, wanted):
+    """What a peer says in the transcripts of file transfers, one deed for each stanza."""
+    known, seeds = folds(), {}
+    for path in sorted(ROOT.parent.glob("tests/transfer/*.transcript")):
+        if not path.stem.startswith(wanted):
+            continue
+        stanzas = []
+        for line in unfolded(path.read_text(encoding="utf-8").splitlines(), known):
+            if line.startswith("  ") and stanzas and stanzas[-1]:
+                stanzas[-1] += line.strip().replace("\\ ", " ")
+            else:
+                stanzas.append(line[2:].strip() if line.startswith("S:") else "")
+        said = [stanza.encode() for stanza in stanzas if stanza.startswith("<iq") and "from='bob@" in stanza]
+        said = [stanza.replace(b"bob@example.org", b"contact1@example.org") for stanza in said]
+        seeds[path.stem] = b"".join(deed + len(stanza).to_bytes(2, "big") + stanza for stanza in said if len(stanza) < 2048)
+    return {name: seed for name, seed in seeds.items() if seed}
+
+
 def stanza_seeds(texts):
     seeds = {}
     for name, text in texts.items():
@@ -166,6 +207,12 @@ def main():
     write("growth", growth())
     write("stanzas", stanza_seeds(texts))
     write("negotiation", negotiation_seeds())
+    offers = transfer_seeds(b"\x02\x00", ("offer", "name", "out_of_band", "session"))
+    offers["web"] = b"\x01\x01\x00" + short(b"plik") + short(b"6") + b"\x00" + (127).to_bytes(2, "big") + (
+        b"<iq type='set' from='contact1@example.org/desk' id='s1'><query xmlns='jabber:iq:oob'><url>http://a/b</url></query></iq>"
+        .ljust(127)) + b"\x08\x00\x00\x08\x02" + short(b"abc") + b"\x08\x03\x00\x09"
+    write("offers", offers)
+    write("in_band", transfer_seeds(b"\x00", ("in_band", "session")))
     compressor = zlib.compressobj()
     stream = compressor.compress(b"<message><body>a</body></message>") + compressor.flush(zlib.Z_SYNC_FLUSH)
     write("pubsub", pubsub_seeds())

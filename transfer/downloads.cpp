@@ -26,8 +26,10 @@ bool Downloads::start(const std::u16string& url, std::shared_ptr<DownloadJob> jo
     std::unique_ptr<platform::Download> thread = platform::startDownload(url, kUserAgent, job);
     if (!thread) return false;
     running_.push_back({std::move(job), std::move(thread), std::move(onEnd)});
-    if (running_.size() == 1)
+    if (!ticks_) {
+        ticks_ = true;
         Timers(client_.host).create(timerName(), kTickMilliseconds, {tick_, client_.context}, false);
+    }
     return true;
 }
 
@@ -37,9 +39,16 @@ OKU_WORD Downloads::onTick(OKU_WORD eventRecord) {
                                              [](const Running& download) { return !download.job->ended(); });
     std::vector<Running> done(std::make_move_iterator(ended), std::make_move_iterator(running_.end()));
     running_.erase(ended, running_.end());
-    if (!done.empty() && running_.empty()) Timers(client_.host).destroy(timerName());
+    if (running_.empty()) stopTicks();
     for (Running& download : done) tolerate([&] { download.onEnd(download.job->received()); });
     return 0;
+}
+
+void Downloads::stopTicks() {
+    if (!ticks_) return;
+    Timers(client_.host).destroy(timerName());
+    // Only now: whoever ends the account from inside that call has to take the timer back as well.
+    ticks_ = false;
 }
 
 void Downloads::stop() {
@@ -47,10 +56,9 @@ void Downloads::stop() {
 }
 
 void Downloads::end() {
-    if (running_.empty()) return;
     stop();
     running_.clear();
-    Timers(client_.host).destroy(timerName());
+    stopTicks();
 }
 
 }  // namespace protolink

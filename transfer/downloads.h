@@ -38,10 +38,12 @@ private:
     };
 
     std::u16string timerName() const;
+    void stopTicks();
 
     const CClientClass& client_;
     OKU_HANDLER tick_;
     std::vector<Running> running_;
+    bool ticks_ = false;
 };
 
 }  // namespace protolink

@@ -76,16 +76,27 @@ private:
 
 }  // namespace
 
+void FakeDownload::act(const std::function<bool()>& step) {
+    if (ended_ || stopped_) return;
+    try {
+        if (step()) return;
+    } catch (...) {
+        // What is thrown ends a download like all else.
+        stopped_ = true;
+    }
+    end();
+}
 void FakeDownload::begin() {
-    if (!begun_) listener_->onBegin();
+    if (begun_) return;
     begun_ = true;
+    act([this] { return listener_->onBegin(), true; });
 }
 void FakeDownload::answer(int status) {
     begin();
-    if (!ended_ && !stopped_ && !listener_->onAnswer(status)) end();
+    act([&] { return listener_->onAnswer(status); });
 }
 void FakeDownload::block(const std::string& bytes) {
-    if (!ended_ && !stopped_ && !listener_->onBlock(bytes)) end();
+    act([&] { return listener_->onBlock(bytes); });
 }
 void FakeDownload::end() {
     if (ended_) return;

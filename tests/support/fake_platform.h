@@ -37,6 +37,9 @@ public:
     bool stopped() const { return stopped_; }
 
 private:
+    /// A step on the download's thread; one that gives false, or throws, ends it.
+    void act(const std::function<bool()>& step);
+
     std::string url_;
     std::shared_ptr<platform::DownloadListener> listener_;
     bool begun_ = false;

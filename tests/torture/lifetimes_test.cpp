@@ -9,6 +9,7 @@
 
 #include "router/event_dispatcher.h"
 #include "tests/torture/scenarios.h"
+#include "tests/torture/transfers.h"
 
 using namespace protolink;
 
@@ -58,6 +59,7 @@ const std::vector<Deed> kDeeds{
                         "subscription='remove'/><item jid='n@b'/></query></iq>");
      }},
     {"Sends", [](Client& client) { client.sendMessage(kNet, u"contact0@example.org", u"hej"); }},
+    {"Cancels", [](Client& client) { cancelAll(client); }},
     {"PassesTime", [](Client& client) { client.pass(61'000); }},
 };
 

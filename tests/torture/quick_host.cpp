@@ -14,6 +14,7 @@
 #include "host/oku/protocol.h"
 #include "host/oku/settings.h"
 #include "host/oku/timer.h"
+#include "host/oku/transfer.h"
 #include "host/oku/windows.h"
 #include "host/util/utf.h"
 
@@ -164,6 +165,35 @@ struct QuickServices {
         host.sockets.erase(textAt(reinterpret_cast<const void*>(param)));
         return 1;
     }
+    static OKU_WORD OKU_CALL updateWindow(OKU_WORD param, OKU_WORD extra, OKU_WORD) {
+        const Side side(false);
+        return g_current->enter(u"updateFn", param, extra).value_or(0);
+    }
+    static OKU_WORD initWindow(QuickHost& host, OKU_WORD param, OKU_WORD) {
+        auto& record = at<OKU_FT_INIT_RECORD>(param);
+        host.transferWindows.push_back({record.callback, record.callbackData});
+        record.updateFn = updateWindow;
+        return ++host.nextHandle_;
+    }
+    static OKU_WORD ask(QuickHost&, OKU_WORD param, OKU_WORD) {
+        constexpr std::u16string_view kFolder = u"/received/";
+        auto& record = at<OKU_FT_ASK_RECORD>(param);
+        std::copy_n(kFolder.data(), kFolder.size(), record.path);
+        record.path[kFolder.size()] = u'\0';
+        return 1;
+    }
+    static OKU_WORD publish(QuickHost& host, OKU_WORD param, OKU_WORD) {
+        constexpr std::u16string_view kAddress = u"http://host.example/file";
+        auto& record = at<OK7_PREPARE_RECORD>(param);
+        host.publications.push_back({record.stateCallback, record.stateData});
+        std::copy_n(kAddress.data(), kAddress.size() + 1, record.result->url);
+        return 1;
+    }
+    static OKU_WORD choose(QuickHost& host, OKU_WORD param, OKU_WORD) {
+        const auto& record = at<OKU_FILE_CHOOSER>(param);
+        host.choosers.push_back({record.callback, record.context});
+        return 1;
+    }
     static OKU_WORD contactAdd(QuickHost& host, OKU_WORD param, OKU_WORD) {
         auto& record = at<OKU_CONTACT_ADD>(param);
         auto& handle = host.contacts[record.identity.netId][textAt(record.identity.id)];
@@ -213,6 +243,10 @@ struct QuickServices {
             {u"OKU/CTL/DeleteAll", contactsClear},
             {u"OKU/CallProtolHooks", hooks},
             {u"OKU/NL/GetDefaultSettings", nothing},
+            {u"OKU/FTInitWindow", initWindow},
+            {u"OKU/FTAskForConfirmation", ask},
+            {u"OK7/PrepareFile", publish},
+            {u"UI/FileChooser", choose},
         };
         const auto found = kActs.find(name);
         return found == kActs.end() ? 1 : found->second(host, param, extra);
@@ -361,6 +395,9 @@ std::string QuickHost::leftovers() const {
 void QuickHost::forgetPlugin() {
     menuItems.clear();
     statusWindows.clear();
+    transferWindows.clear();
+    choosers.clear();
+    publications.clear();
     contacts.clear();
     netsEverAdded = 0;
 }

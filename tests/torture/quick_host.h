@@ -14,6 +14,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <variant>
+#include <vector>
 
 #include "host/oku/contact.h"
 #include "host/oku/message.h"
@@ -99,6 +100,10 @@ public:
     std::map<std::u16string, Timer> timers;
     std::map<std::uint32_t, Protocol> protocols;
     std::map<std::uint32_t, Callback> statusWindows;
+    /// Of file transfers: windows that are open or were dropped, file choosers, published files with their states.
+    std::vector<Callback> transferWindows;
+    std::vector<Callback> choosers;
+    std::vector<Callback> publications;
     std::map<OKU_WORD, std::u16string> stores;
     std::set<OKU_WORD> events;
     std::map<std::uint32_t, std::unordered_map<std::u16string, OKU_WORD>> contacts;

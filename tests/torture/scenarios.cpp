@@ -3,6 +3,7 @@
 #include "tests/torture/scenarios.h"
 
 #include "host/oku/pep.h"
+#include "tests/torture/transfers.h"
 
 namespace torture {
 namespace {
@@ -122,6 +123,12 @@ void rank(Client& client) {
     client.logIn();
 }
 
+void cancelledOffer(Client& client) {
+    offerFile(client);
+    cancelAll(client);
+    takeOffer(client, "http://jabber.org/protocol/ibb");
+}
+
 void unload(Client& client) { client.unload(); }
 
 }  // namespace
@@ -138,6 +145,11 @@ const std::vector<Scenario> kScenarios{
     {"Mail", logIn, mail},
     {"QuestionOfAWebSite", logIn, questionOfAWebSite},
     {"LoginWithMailAndRank", nothing, rank},
+    {"SendFile", logIn, sendFile},
+    {"ReceiveFile", logIn, receiveFile},
+    {"PublishFile", logIn, publishFile},
+    {"DownloadFile", logIn, downloadFile},
+    {"CancelledOffer", logIn, cancelledOffer},
 };
 
 std::string scenarioName(const testing::TestParamInfo<Scenario>& info) { return info.param.name; }
