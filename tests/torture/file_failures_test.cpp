@@ -19,6 +19,7 @@
 #include <limits>
 #include <sstream>
 
+#include "host/oku/transfer.h"
 #include "host/util/utf.h"
 #include "platform/platform.h"
 #include "plugin/account_files.h"
@@ -226,6 +227,60 @@ TEST_P(Files, EachCallFailsOnce) {
         client.unload();
         if (HasFailure()) return;
     }
+}
+
+/// A file in the stream, from the offer to the answer to each block.
+void receiveFile(Client& client, const fs::path& folder) {
+    client.host.before = [&folder](const Call& call) -> std::optional<OKU_WORD> {
+        if (call.name != u"OKU/FTAskForConfirmation") return std::nullopt;
+        const auto& record = *reinterpret_cast<const OKU_FT_ASK_RECORD*>(call.param);
+        const std::u16string path = utow(folder.string() + "/");
+        std::copy_n(path.c_str(), path.size() + 1, record.path);
+        return 1;
+    };
+    const auto hear = [&client](const std::string& id, const std::string& child) {
+        client.receive(1, "<iq type='set' from='contact1@example.org/r' id='" + id + "'>" + child + "</iq>");
+    };
+    hear("o1",
+         "<si xmlns='http://jabber.org/protocol/si' id='s1'><file name='plik' size='6' "
+         "xmlns='http://jabber.org/protocol/si/profile/file-transfer'/><feature "
+         "xmlns='http://jabber.org/protocol/feature-neg'><x xmlns='jabber:x:data'><field><option><value>"
+         "http://jabber.org/protocol/ibb</value></option></field></x></feature></si>");
+    hear("s1", "<open xmlns='http://jabber.org/protocol/ibb' sid='s1'/>");
+    hear("d1", "<data xmlns='http://jabber.org/protocol/ibb' sid='s1'>Y3pl</data>");
+    hear("d2", "<data xmlns='http://jabber.org/protocol/ibb' sid='s1'>YWJj</data>");
+    client.host.before = nullptr;
+}
+
+TEST_P(Files, OfAReceivedOneEachConfirmedBlockIsThere) {
+    std::size_t calls = 1;
+    for (std::size_t failing = 0; failing < calls; ++failing) {
+        Client client;
+        prepare(client);
+        client.logIn();
+        client.servers.at(1).keepHeard = true;
+        g_count = 0;
+        g_failing = failing == 0 ? kNever : failing - 1;
+        g_failure = GetParam();
+        g_failed.clear();
+        receiveFile(client, folder_);
+        if (failing == 0) calls = g_count + 1;
+        g_failing = kNever;
+        g_failure = {};
+        SCOPED_TRACE("call " + std::to_string(failing) + ", " + g_failed);
+        const std::string said = client.servers.at(1).heard();
+        const bool first =
+            said.find("<iq id=\"d1\" to=\"contact1@example.org/r\" type=\"result\"/>") != std::string::npos;
+        const bool second =
+            said.find("<iq id=\"d2\" to=\"contact1@example.org/r\" type=\"result\"/>") != std::string::npos;
+        EXPECT_TRUE(failing > 0 || (first && second));
+        EXPECT_TRUE(!first || read("plik").starts_with("cze")) << read("plik");
+        EXPECT_TRUE(!second || read("plik") == "czeabc") << read("plik");
+        client.unload();
+        EXPECT_EQ(client.host.leftovers(), "");
+        if (HasFailure()) return;
+    }
+    EXPECT_GT(calls, 5u);
 }
 
 INSTANTIATE_TEST_SUITE_P(, Files, testing::ValuesIn(kFailures), [](const auto& test) { return test.param.name; });
