@@ -52,8 +52,8 @@ void DownloadJob::onEnd() noexcept {
 }
 
 void DownloadJob::detachWindow() {
+    muteWindow();
     const std::unique_lock lock(windowLock_, kPatience);
-    detached_ = true;
 }
 
 }  // namespace protolink

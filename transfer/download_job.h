@@ -30,7 +30,9 @@ public:
     bool ended() const { return outcome_ != Outcome::None; }
     /// Whether the server gave the document. One that broke off counts, a file that could not be written does not.
     bool received() const { return outcome_ == Outcome::Received; }
-    /// From now on the thread writes to the window no more. Waits for a write that is under way.
+    /// From now on the thread begins no write to the window.
+    void muteWindow() { detached_ = true; }
+    /// The same, and waits for a write that is under way.
     void detachWindow();
 
 private:

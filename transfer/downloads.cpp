@@ -52,7 +52,11 @@ void Downloads::stopTicks() {
 }
 
 void Downloads::stop() {
-    for (const Running& download : running_) download.thread->stop();
+    for (const Running& download : running_) {
+        // A thread that does not end in time outlives the host's windows.
+        download.job->muteWindow();
+        download.thread->stop();
+    }
 }
 
 void Downloads::end() {
