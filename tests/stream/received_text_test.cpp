@@ -68,6 +68,9 @@ TEST(ReceivedText, PiecesGiveWhatTheWholeGives) {
         {"<stre<?am:stream ", "?>", ">", ">"},
         {"<stream:stream<?", " a?>", "b"},
         {"<stream:stream a<?", "/>?>", "b>"},
+        {"<str<?eam:stream a> <stream:stream b>", "?>", "c"},
+        {"01234567890123456789<str<?eam:stream a> <stream:stream b>", "?>", "c"},
+        {"<str", "<?eam:stream a", "> <stream:stream b>?>", ">", "<?", "d>"},
     };
     for (const auto& pieces : rows) EXPECT_EQ(collected(pieces), byTheLetter(pieces)) << testing::PrintToString(pieces);
 }
@@ -75,9 +78,9 @@ TEST(ReceivedText, PiecesGiveWhatTheWholeGives) {
 /// A text that changes behind one's back costs a wrong verdict about balance; one that is told to change costs time.
 TEST(ReceivedText, TellsFromWhereItHasChangedAndWhatWillStay) {
     std::mt19937 random(3);
-    const std::string tokens[] = {"<",        "?",       "<?",   ">", "?>", "<stream:stream ",
-                                  "<stream:", "stream ", "/>",   "/", ":",  "a",
-                                  "text\n ",  "<<",      "<a/>", ""};
+    const std::string tokens[] = {"<",        "?",       "<?",      ">",           "?>",   "<stream:stream ",
+                                  "<stream:", "stream ", "<str",    "eam:stream ", "/>",   "/",
+                                  ":",        "a",       "text\n ", "<<",          "<a/>", ""};
     for (int round = 0; round < 5'000; ++round) {
         ReceivedText text;
         std::vector<std::string> pieces;
