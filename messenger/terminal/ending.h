@@ -1,4 +1,4 @@
-// How the program ends, and how it tells why.
+/// How the program ends, and how it tells why.
 #pragma once
 
 #include "messenger/terminal/options.h"
@@ -6,10 +6,10 @@
 
 namespace oku::terminal {
 
-// One line on the standard error.
+/// One line on the standard error.
 void tellWhyItEnds(const QString& reason);
 
-// Ended as it should, unless nobody read its output, which is told.
+/// Ended as it should, unless nobody read its output, which is told.
 ExitCode endOf(Output& output);
 
 }  // namespace oku::terminal

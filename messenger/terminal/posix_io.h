@@ -1,4 +1,4 @@
-// Standard input and output and signals as the event loop needs them.
+/// Standard input and output and signals as the event loop needs them.
 #pragma once
 
 #include <functional>
@@ -11,7 +11,7 @@
 
 namespace oku::terminal {
 
-// Hands on what comes on a file descriptor; an empty piece is its end, after which nothing follows.
+/// Hands on what comes on a file descriptor; an empty piece is its end, after which nothing follows.
 class InputReader {
 public:
     using Receiver = std::function<void(const QByteArray& bytes)>;
@@ -26,22 +26,22 @@ private:
     std::unique_ptr<QSocketNotifier> notifier_;
 };
 
-// Writes all bytes, waiting as long as it takes; once a signal asks the program to end, only a moment longer for a
-// reader that takes nothing. False when not all could be written.
+/// Writes all bytes, waiting as long as it takes; once a signal asks the program to end, only a moment longer for a
+/// reader that takes nothing. False when not all could be written.
 bool writeAll(int descriptor, const QByteArray& bytes);
 
-// A descriptor that is written to for as long as somebody reads: with the first write that fails it is lost, and
-// nothing is written any more.
+/// A descriptor that is written to for as long as somebody reads: with the first write that fails it is lost, and
+/// nothing is written any more.
 class Output {
 public:
     explicit Output(int descriptor) : descriptor_(descriptor) {}
 
     void write(const QByteArray& bytes);
-    // Writes at the end of this turn of the event loop, together with what else comes in it.
+    /// Writes at the end of this turn of the event loop, together with what else comes in it.
     void writeSoon(const QByteArray& bytes);
     void flush();
     bool lost() const { return lost_; }
-    // Called once from the event loop when the output is lost.
+    /// Called once from the event loop when the output is lost.
     void whenLost(std::function<void()> onLost) { onLost_ = std::move(onLost); }
 
 private:
@@ -52,9 +52,9 @@ private:
     QObject context_;
 };
 
-// Calls `handle` in the event loop for each of the signals. A signal that asks the program to end (all but SIGWINCH)
-// is handled once; the second one ends the program in the usual way, so that a program that hangs can be ended.
-// One object a process.
+/// Calls `handle` in the event loop for each of the signals. A signal that asks the program to end (all but SIGWINCH)
+/// is handled once; the second one ends the program in the usual way, so that a program that hangs can be ended.
+/// One object a process.
 class SignalWatcher {
 public:
     using Handler = std::function<void(int signal)>;

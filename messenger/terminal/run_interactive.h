@@ -5,7 +5,7 @@
 
 namespace oku::terminal {
 
-// The program's life at a person's terminal, or with plain lines where there is none.
+/// The program's life at a person's terminal, or with plain lines where there is none.
 ExitCode runInteractive(MessengerFace& messenger, const Options& options);
 
 }  // namespace oku::terminal

@@ -5,7 +5,7 @@
 
 namespace oku::terminal {
 
-// The program's life with --json, from start to `bye`.
+/// The program's life with --json, from start to `bye`.
 ExitCode runJson(MessengerFace& messenger, const Options& options);
 
 }  // namespace oku::terminal

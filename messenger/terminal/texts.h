@@ -1,4 +1,4 @@
-// The texts of the program itself. What the plugin and the core tell is shown as it is.
+/// The texts of the program itself. What the plugin and the core tell is shown as it is.
 #pragma once
 
 #include <QString>
@@ -7,7 +7,7 @@
 namespace oku::terminal {
 
 enum class Text {
-    // JSON mode
+    /// JSON mode
     JsonLineTooLong,
     JsonSyntax,
     JsonNoObject,
@@ -21,14 +21,14 @@ enum class Text {
     JsonTypeObject,
     JsonTypeAny,
     JsonEnding,
-    // Values
+    /// Values
     BadStatus,
     BadKind,
     BadLimit,
     BadButton,
     BadNumber,
     NoAccount,
-    // Start and end
+    /// Start and end
     CannotStart,
     OutputUnread,
     OptionUnknown,
@@ -38,14 +38,14 @@ enum class Text {
     TryHelp,
     FileUnreadable,
     AccountRefused,
-    // Delivery
+    /// Delivery
     DeliverySent,
     DeliveryUnconfirmed,
     DeliveryFailed,
     DeliveryCancelled,
     DeliveryQueued,
     CertificateNotice,
-    // States
+    /// States
     StatusOnline,
     StatusChat,
     StatusDnd,
@@ -62,7 +62,7 @@ enum class Text {
     ConnectionOnline,
     NotEncrypted,
     NotJid,
-    // Interactive mode
+    /// Interactive mode
     TextCut,
     ScrolledBack,
     SearchPrompt,
@@ -151,10 +151,10 @@ enum class Text {
     Count
 };
 
-// A text of the table in the chosen language; `%1` and so on are filled in by QString::arg.
+/// A text of the table in the chosen language; `%1` and so on are filled in by QString::arg.
 QString say(Text id);
 
-// A text that counts something, in the form that belongs to the number; `%n` is the number.
+/// A text that counts something, in the form that belongs to the number; `%n` is the number.
 QString sayCounted(Text id, qsizetype count);
 
 template <typename... Values>
@@ -165,7 +165,7 @@ QString say(Text id, const Values&... values) {
         else
             return QString(value);
     };
-    return say(id).arg(asText(values)...);  // all at once: a value may hold a percent sign
+    return say(id).arg(asText(values)...);  ///< all at once: a value may hold a percent sign
 }
 
 }  // namespace oku::terminal

@@ -10,8 +10,8 @@
 
 namespace oku::net {
 
-/** Connects to the first address that answers (RFC 8305): each gets a head start before the next one is tried beside
- * it, and one that fails lets the next one start at once. */
+/// Connects to the first address that answers (RFC 8305): each gets a head start before the next one is tried beside
+/// it, and one that fails lets the next one start at once.
 class AddressRace : public QObject {
 public:
     struct Result {
@@ -19,7 +19,7 @@ public:
         QString error;
     };
 
-    /** `done` is called once, never from within the constructor. Deleting the race gives up. */
+    /// `done` is called once, never from within the constructor. Deleting the race gives up.
     AddressRace(const QList<QHostAddress>& addresses, quint16 port, int headStart, int timeout,
                 std::function<void(Result)> done, QObject* parent);
 

@@ -14,13 +14,13 @@ namespace oku::net {
 
 namespace {
 
-constexpr qsizetype longestName = 200;
+constexpr qsizetype kLongestName = 200;
 
 QString day(const QDateTime& time) { return QLocale::c().toString(time.toUTC(), QStringLiteral("yyyy-MM-dd")); }
 
-QString shortName(const QStringList& parts) { return parts.join(QStringLiteral(", ")).simplified().left(longestName); }
+QString shortName(const QStringList& parts) { return parts.join(QStringLiteral(", ")).simplified().left(kLongestName); }
 
-/** The names that the certificate is good for. */
+/// The names that the certificate is good for.
 QString namesOf(const QSslCertificate& certificate) {
     const QStringList names = certificate.subjectAlternativeNames().values(QSsl::DnsEntry);
     return shortName(names.isEmpty() ? certificate.subjectInfo(QSslCertificate::CommonName) : names);
@@ -50,7 +50,7 @@ QString reasonFor(const QSslError& error, const QSslCertificate& certificate, co
     }
 }
 
-/** A `*` stands for one whole label, the first, of a name that has two more. */
+/// A `*` stands for one whole label, the first, of a name that has two more.
 bool covers(const QString& pattern, const QString& name) {
     if (!pattern.startsWith(QLatin1String("*.")) || pattern.count(u'.') < 2)
         return pattern.compare(name, Qt::CaseInsensitive) == 0;

@@ -92,7 +92,7 @@ void Connection::open(SocketPtr socket) {
     if (self) pump();
 }
 
-/** All of it comes queued, but for the certificate's errors, which have to be answered at once. */
+/// All of it comes queued, but for the certificate's errors, which have to be answered at once.
 void Connection::watchSocket() {
     QSslSocket* socket = socket_.get();
     QObject::connect(socket, &QSslSocket::readyRead, this, &Connection::pump, Qt::QueuedConnection);
@@ -150,8 +150,8 @@ void Connection::finish(EndCause cause, const QString& sentence) {
     events_.closed(id_, report);
 }
 
-/** A line that goes down behind our closing tag, or a grace that runs out, tells nothing of what the server has read.
- * A server that ends its stream over an error may have stopped reading before. */
+/// A line that goes down behind our closing tag, or a grace that runs out, tells nothing of what the server has read.
+/// A server that ends its stream over an error may have stopped reading before.
 bool Connection::answeredOurEnd(EndCause cause) const {
     if (fault_) return false;
     // Bytes were refused, perhaps our closing tag among them.

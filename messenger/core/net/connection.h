@@ -14,19 +14,19 @@
 
 namespace oku::net {
 
-/** What the socket that a connection belongs to knows and has to learn. */
+/// What the socket that a connection belongs to knows and has to learn.
 struct ConnectionHooks {
     std::function<bool(const QByteArray& fingerprint)> isPinned;
     std::function<bool(const QByteArray& fingerprint)> wasRefused;
     std::function<void(const QByteArray& fingerprint, CertificateDecision)> decided;
-    /** Called just before SocketEvents::closed(). `loginFailed`: the socket had opened, the session was not bound. */
+    /// Called just before SocketEvents::closed(). `loginFailed`: the socket had opened, the session was not bound.
     std::function<void(const End&, bool loginFailed)> ended;
 };
 
-/** One connection from its dial to its end, which it reports exactly once.
- *
- * Waiting (paced) -> Dialling -> Open -> Ended. Bytes and the end are reported from pump() alone, so that nothing
- * overtakes anything, whatever nested event loop they come from. */
+/// One connection from its dial to its end, which it reports exactly once.
+///
+/// Waiting (paced) -> Dialling -> Open -> Ended. Bytes and the end are reported from pump() alone, so that nothing
+/// overtakes anything, whatever nested event loop they come from.
 class Connection : public QObject {
 public:
     Connection(const ConnectionId& id, const ConnectRequest& request, const SocketSettings& settings,
@@ -38,19 +38,19 @@ public:
     QString domain() const;
     qsizetype pieceLimit() const;
 
-    /** TLS was asked for: what was read before that was read in clear. */
+    /// TLS was asked for: what was read before that was read in clear.
     bool tlsStarted() const { return tlsStarted_; }
 
-    /** Null unless open. */
+    /// Null unless open.
     QHostAddress localAddress() const;
 
-    /** Dials after `delay` milliseconds. */
+    /// Dials after `delay` milliseconds.
     void start(int delay);
-    /** Dials now if it still waits. */
+    /// Dials now if it still waits.
     void hurry();
-    /** Lets go without any event; what was written still goes out. */
+    /// Lets go without any event; what was written still goes out.
     void abandon();
-    /** Ends it, once what has arrived is reported. One that still waits to be dialled stays. */
+    /// Ends it, once what has arrived is reported. One that still waits to be dialled stays.
     void end(EndCause cause, const QString& sentence);
 
     qint32 send(QByteArrayView bytes);

@@ -19,14 +19,14 @@ void Connection::pump() {
     finish(pendingEnd_->cause, pendingEnd_->sentence);
 }
 
-/** Nothing is read behind the answer to STARTTLS, nor from where TLS was asked for until it is reported, which is once
- * the certificate has passed. */
+/// Nothing is read behind the answer to STARTTLS, nor from where TLS was asked for until it is reported, which is once
+/// the certificate has passed.
 bool Connection::readable() const {
     if (tlsStarted_) return tlsUp_ && !tlsToReport_;
     return !reader_.proceedSeen();
 }
 
-/** False when nothing is left. The event comes last, for the connection may be gone after it. */
+/// False when nothing is left. The event comes last, for the connection may be gone after it.
 bool Connection::reportNext() {
     if (tlsToReport_ && asked_ == Asked::Nobody && !pendingEnd_) {
         tlsToReport_ = false;

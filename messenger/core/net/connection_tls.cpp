@@ -6,7 +6,7 @@
 
 namespace oku::net {
 
-/** Whatever comes of it: from here on no byte is reported that was read in clear. */
+/// Whatever comes of it: from here on no byte is reported that was read in clear.
 bool Connection::initSsl() {
     if (state_ != State::Open || tlsStarted_) return false;
     const bool clearTextLeft = !ready_.empty() || reader_.held() > 0 || socket_->bytesAvailable() > 0;

@@ -14,7 +14,7 @@ namespace oku::net {
 
 namespace {
 
-/** Runs `done` with the answer, or with an empty one after the time. Whichever comes first counts. */
+/// Runs `done` with the answer, or with an empty one after the time. Whichever comes first counts.
 template <typename Answer>
 std::function<void(Answer)> withTimeout(int milliseconds, QObject* context, std::function<void(Answer)> done) {
     auto* timer = new QTimer(context);
@@ -61,7 +61,7 @@ void Dialer::start() {
         withTimeout<SrvAnswer>(settings_.srvTimeout, this, [this](const SrvAnswer& answer) { takeTargets(answer); }));
 }
 
-/** Whoever asks for a proxy does not want to be seen by the server: without a usable one nothing is dialled at all. */
+/// Whoever asks for a proxy does not want to be seen by the server: without a usable one nothing is dialled at all.
 std::optional<Dialer::Result> Dialer::refusal() const {
     const auto proxyRefused = [this](const QString& why) {
         return Result{nullptr, EndCause::ProxyFailed, text(Text::ProxyFailed, request_.proxy.host, why)};

@@ -17,11 +17,11 @@ namespace oku::net {
 class AddressRace;
 class ProxyNegotiation;
 
-/** Finds the way to a server: the SRV record's targets in their order (RFC 2782, RFC 6120 section 3.2), then the
- * domain itself, each by its addresses or through a proxy.
- *
- * Behind a proxy that takes names nothing is looked up here, not even the SRV record: whoever uses such a proxy wants
- * no question about the domain to leave the machine beside it. SOCKS 4 takes addresses only. */
+/// Finds the way to a server: the SRV record's targets in their order (RFC 2782, RFC 6120 section 3.2), then the
+/// domain itself, each by its addresses or through a proxy.
+///
+/// Behind a proxy that takes names nothing is looked up here, not even the SRV record: whoever uses such a proxy wants
+/// no question about the domain to leave the machine beside it. SOCKS 4 takes addresses only.
 class Dialer : public QObject {
 public:
     struct Result {
@@ -30,7 +30,7 @@ public:
         QString error;  ///< a sentence, when there is no socket
     };
 
-    /** `done` is called once, never from within start(). Deleting the dialer gives up. */
+    /// `done` is called once, never from within start(). Deleting the dialer gives up.
     Dialer(const ConnectRequest& request, const SocketSettings& settings, Resolver& resolver,
            std::function<void(const QString&)> progress, std::function<void(Result)> done, QObject* parent);
 
@@ -45,7 +45,7 @@ private:
     bool byProxy() const { return request_.proxy.type != ProxyType::None; }
     bool proxyTakesNames() const { return byProxy() && request_.proxy.type != ProxyType::Socks4; }
 
-    /** Why nothing may be dialled for this request; no cause when it is sound. */
+    /// Why nothing may be dialled for this request; no cause when it is sound.
     std::optional<Result> refusal() const;
     void takeTargets(const SrvAnswer& answer);
     void nextTarget();

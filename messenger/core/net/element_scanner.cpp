@@ -8,20 +8,20 @@ namespace oku::net {
 
 namespace {
 
-constexpr qsizetype longestName = 64;
+constexpr qsizetype kLongestName = 64;
 
 bool startsName(char byte) {
     const auto code = static_cast<unsigned char>(byte);
     return (code >= 'a' && code <= 'z') || (code >= 'A' && code <= 'Z') || code == '_' || code == ':' || code >= 0x80;
 }
 
-/** Position of the next `wanted` in the bytes, or their end. */
+/// Position of the next `wanted` in the bytes, or their end.
 qsizetype findByte(QByteArrayView bytes, qsizetype from, char wanted) {
     const void* found = std::memchr(bytes.data() + from, wanted, static_cast<size_t>(bytes.size() - from));
     return found ? static_cast<const char*>(found) - bytes.data() : bytes.size();
 }
 
-/** Where each stretch of bytes ends that means nothing by itself. */
+/// Where each stretch of bytes ends that means nothing by itself.
 enum Stop : std::uint8_t { nameEnd = 1, tagPart = 2, endTagEnd = 4, singleQuote = 8, doubleQuote = 16 };
 
 constexpr auto stops = [] {
@@ -37,7 +37,7 @@ constexpr auto stops = [] {
     return table;
 }();
 
-/** Position of the next byte at which `stop` ends, or the bytes' end. */
+/// Position of the next byte at which `stop` ends, or the bytes' end.
 qsizetype findStop(QByteArrayView bytes, qsizetype from, Stop stop) {
     while (from < bytes.size() && !(stops[static_cast<unsigned char>(bytes[from])] & stop)) ++from;
     return from;
@@ -56,14 +56,14 @@ ElementScanner::Mark ElementScanner::next(QByteArrayView bytes, qsizetype& posit
     return Mark::None;
 }
 
-/** Behind the bytes that leave the state as it is. */
+/// Behind the bytes that leave the state as it is.
 qsizetype ElementScanner::skipStretch(QByteArrayView bytes, qsizetype from) {
     switch (state_) {
         case State::Text:
             return findByte(bytes, from, '<');
         case State::Name: {
             const qsizetype end = findStop(bytes, from, nameEnd);
-            if (depth_ == 0) name_.append(bytes.sliced(from, qMin(end - from, longestName - name_.size())));
+            if (depth_ == 0) name_.append(bytes.sliced(from, qMin(end - from, kLongestName - name_.size())));
             return end;
         }
         case State::Tag:

@@ -5,10 +5,10 @@
 
 namespace oku::net {
 
-/** Finds where the top-level elements of an XMPP stream (RFC 6120) begin and end, reading each byte once.
- *
- * It counts depth and checks nothing that a parser checks better. The stream's opening tag is complete in itself, so
- * that a stream that starts anew after TLS or a login needs no word from outside. */
+/// Finds where the top-level elements of an XMPP stream (RFC 6120) begin and end, reading each byte once.
+///
+/// It counts depth and checks nothing that a parser checks better. The stream's opening tag is complete in itself, so
+/// that a stream that starts anew after TLS or a login needs no word from outside.
 class ElementScanner {
 public:
     enum class Mark {
@@ -19,14 +19,14 @@ public:
         End       ///< the end of a closing tag that closes no element: the stream's own
     };
 
-    /** Reads on from `position`, and stops with `position` behind the next mark. */
+    /// Reads on from `position`, and stops with `position` behind the next mark.
     Mark next(QByteArrayView bytes, qsizetype& position);
 
-    /** What was read holds no incomplete element. Also true once the text is no XML, as waiting is of no use then. */
+    /// What was read holds no incomplete element. Also true once the text is no XML, as waiting is of no use then.
     bool atRest() const { return broken_ || (state_ == State::Text && depth_ == 0); }
     bool broken() const { return broken_; }
 
-    /** Qualified name of the top-level element that is being read or was read last, cut to 64 bytes. */
+    /// Qualified name of the top-level element that is being read or was read last, cut to 64 bytes.
     const QByteArray& name() const { return name_; }
 
 private:

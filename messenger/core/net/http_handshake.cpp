@@ -5,8 +5,8 @@ namespace oku::net {
 
 namespace {
 
-constexpr qsizetype longestHead = 64 * 1024;
-constexpr qsizetype longestReason = 100;
+constexpr qsizetype kLongestHead = 64 * 1024;
+constexpr qsizetype kLongestReason = 100;
 
 class HttpHandshake : public ProxyHandshake {
 public:
@@ -22,12 +22,12 @@ public:
         if (received.first(common) != start.first(common)) return proxyFailed(text(Text::ProxyNoSense));
         const QByteArray head = received.toByteArray();
         const qsizetype end = head.indexOf("\r\n\r\n");
-        if (end < 0) return head.size() < longestHead ? proxyWaits() : proxyFailed(text(Text::ProxyNoSense));
+        if (end < 0) return head.size() < kLongestHead ? proxyWaits() : proxyFailed(text(Text::ProxyNoSense));
         return judge(head.left(head.indexOf("\r\n")), end + 4);
     }
 
 private:
-    /** The login goes along at once: without TLS to the proxy an extra round would hide nothing. */
+    /// The login goes along at once: without TLS to the proxy an extra round would hide nothing.
     ProxyStep ask() const {
         if (proxy_.user.contains(u':')) return proxyFailed(text(Text::ProxyLoginUnusable));
         const QByteArray target = target_.toString().toLatin1();
@@ -49,7 +49,7 @@ private:
         if (code == "403" || code == "405") return targetFailed(text(Text::ProxyRuleset, target));
         if (code == "502" || code == "503" || code == "504")
             return targetFailed(text(Text::ProxyTargetUnreachable, target));
-        const QString reason = QString::fromLatin1(statusLine.mid(9)).simplified().left(longestReason);
+        const QString reason = QString::fromLatin1(statusLine.mid(9)).simplified().left(kLongestReason);
         return targetFailed(text(Text::ProxyRefused, target, reason));
     }
 

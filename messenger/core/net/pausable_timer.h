@@ -4,7 +4,7 @@
 
 namespace oku::net {
 
-/** A one-shot timer whose time stands still while it is paused. */
+/// A one-shot timer whose time stands still while it is paused.
 class PausableTimer : public QTimer {
 public:
     explicit PausableTimer(QObject* parent) : QTimer(parent) { setSingleShot(true); }

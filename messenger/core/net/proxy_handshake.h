@@ -10,7 +10,7 @@
 
 namespace oku::net {
 
-/** What one step of a handshake came to. */
+/// What one step of a handshake came to.
 struct ProxyStep {
     enum class State {
         Waiting,       ///< for more bytes
@@ -24,13 +24,13 @@ struct ProxyStep {
     QString error;
 };
 
-/** The client's side of a proxy protocol, without a socket. */
+/// The client's side of a proxy protocol, without a socket.
 class ProxyHandshake {
 public:
     virtual ~ProxyHandshake() = default;
 
-    /** `received` is all that was received and not consumed; empty at the first call. Call again while something was
-     * consumed. */
+    /// `received` is all that was received and not consumed; empty at the first call. Call again while something was
+    /// consumed.
     virtual ProxyStep step(QByteArrayView received) = 0;
 };
 
@@ -48,10 +48,10 @@ std::unique_ptr<ProxyHandshake> makeHttpHandshake(const Proxy& proxy, const Prox
 
 std::unique_ptr<ProxyHandshake> makeHandshake(const Proxy& proxy, const ProxyTarget& target);
 
-/** A port as the SOCKS protocols want it: two bytes, the high one first. */
+/// A port as the SOCKS protocols want it: two bytes, the high one first.
 QByteArray networkPort(quint16 port);
 
-/** What the steps return. */
+/// What the steps return.
 inline ProxyStep proxyWaits(QByteArray send = {}, qsizetype consumed = 0) {
     return {ProxyStep::State::Waiting, consumed, std::move(send), {}};
 }

@@ -8,7 +8,7 @@ namespace oku::net {
 
 namespace {
 
-constexpr qsizetype longestAnswer = 64 * 1024;
+constexpr qsizetype kLongestAnswer = 64 * 1024;
 
 }  // namespace
 
@@ -32,7 +32,7 @@ ProxyNegotiation::ProxyNegotiation(SocketPtr socket, std::unique_ptr<ProxyHandsh
 void ProxyNegotiation::advance() {
     if (!done_) return;
     for (bool more = true; more;) {
-        const ProxyStep step = handshake_->step(socket_->peek(longestAnswer));
+        const ProxyStep step = handshake_->step(socket_->peek(kLongestAnswer));
         socket_->skip(step.consumed);
         if (!step.send.isEmpty()) socket_->write(step.send);
         switch (step.state) {

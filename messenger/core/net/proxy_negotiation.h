@@ -8,7 +8,7 @@
 
 namespace oku::net {
 
-/** Runs a handshake on a socket that is connected to the proxy. */
+/// Runs a handshake on a socket that is connected to the proxy.
 class ProxyNegotiation : public QObject {
 public:
     struct Result {
@@ -17,7 +17,7 @@ public:
         QString error;
     };
 
-    /** `done` is called once, never from within the constructor. Deleting the negotiation gives up. */
+    /// `done` is called once, never from within the constructor. Deleting the negotiation gives up.
     ProxyNegotiation(SocketPtr socket, std::unique_ptr<ProxyHandshake> handshake, int timeout,
                      std::function<void(Result)> done, QObject* parent);
 

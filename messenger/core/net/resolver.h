@@ -21,14 +21,14 @@ struct SrvAnswer {
     QList<SrvTarget> targets;  ///< in any order; empty when there are none, or the look-up failed
 };
 
-/** What DNS answers. Callbacks come later, never from within the call, and not at all once `context` is gone. */
+/// What DNS answers. Callbacks come later, never from within the call, and not at all once `context` is gone.
 class Resolver {
 public:
     virtual ~Resolver() = default;
 
     virtual void srv(const QString& name, QObject* context, std::function<void(SrvAnswer)> done) = 0;
 
-    /** Addresses of both families; empty when the name is not known. */
+    /// Addresses of both families; empty when the name is not known.
     virtual void addresses(const QString& host, QObject* context, std::function<void(QList<QHostAddress>)> done) = 0;
 };
 

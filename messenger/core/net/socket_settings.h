@@ -13,15 +13,15 @@ std::unique_ptr<QObject> listenToSystem(std::function<void()> changed);
 qint64 systemSleptTime();
 QList<QHostAddress> systemAddresses();
 
-/** All times in milliseconds, all sizes in bytes. Tests make the times short. */
+/// All times in milliseconds, all sizes in bytes. Tests make the times short.
 struct SocketSettings {
-    /** Trusted besides the system's store. */
+    /// Trusted besides the system's store.
     QList<QSslCertificate> extraCa;
 
-    /** Whether the flags word of the account that owns the socket says that the stream is compressed. */
+    /// Whether the flags word of the account that owns the socket says that the stream is compressed.
     std::function<bool(const QString& name)> compressed = [](const QString&) { return false; };
 
-    /** A piece that inflates past 32 KiB does not come through the plugin, hence the small one. */
+    /// A piece that inflates past 32 KiB does not come through the plugin, hence the small one.
     qsizetype clearPiece = 256 * 1024;
     qsizetype compressedPiece = 1024;
 
@@ -47,12 +47,12 @@ struct SocketSettings {
     int paceFirst = 10'000;
     int paceMost = 300'000;
 
-    /** How long the machine slept since it was started, and its addresses; tests tell another tale. */
+    /// How long the machine slept since it was started, and its addresses; tests tell another tale.
     std::function<qint64()> sleptTime = systemSleptTime;
     std::function<QList<QHostAddress>()> localAddresses = systemAddresses;
-    /** Calls whenever these may have changed; see system_events.h. */
+    /// Calls whenever these may have changed; see system_events.h.
     std::function<std::unique_ptr<QObject>(std::function<void()> changed)> systemEvents = listenToSystem;
-    /** How often they are looked at while connections exist where the system does not tell of changes. */
+    /// How often they are looked at while connections exist where the system does not tell of changes.
     int watchInterval = 5'000;
 };
 

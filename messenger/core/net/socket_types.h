@@ -4,13 +4,13 @@
 #include <QList>
 #include <QString>
 
-/** What passes between the sockets and the core that carries their events into the plugin. */
+/// What passes between the sockets and the core that carries their events into the plugin.
 namespace oku::net {
 
-/** Numbered as in NL_CONNECT_RECORD::proxyType. Unknown: a proxy is wanted, but there is no such kind. */
+/// Numbered as in NL_CONNECT_RECORD::proxyType. Unknown: a proxy is wanted, but there is no such kind.
 enum class ProxyType { Unknown = -1, None = 0, Socks4 = 1, Socks4A = 2, Socks5 = 3, Http = 4 };
 
-/** As it was asked for: what does not fit a port must be told, and not be cut to one that does. */
+/// As it was asked for: what does not fit a port must be told, and not be cut to one that does.
 using AskedPort = quint32;
 
 struct Proxy {
@@ -29,8 +29,8 @@ struct ConnectRequest {
     Proxy proxy;
 };
 
-/** One connection of one named socket. Each connect() gives a new number, so that an event that still waits in the
- * core's queue when its connection is replaced can be told from those of the new one. */
+/// One connection of one named socket. Each connect() gives a new number, so that an event that still waits in the
+/// core's queue when its connection is replaced can be told from those of the new one.
 struct ConnectionId {
     QString name;
     quint64 number = 0;
@@ -63,7 +63,7 @@ struct End {
     bool answered = false;  ///< the server closed its stream behind our closing tag: it has read all that was sent
 };
 
-/** A certificate that did not pass, as the person is asked about it. */
+/// A certificate that did not pass, as the person is asked about it.
 struct BadCertificate {
     QString domain;
     QString reason;          ///< one sentence for each fault, separated by blanks
@@ -78,32 +78,32 @@ enum class CertificateDecision {
     Refuse  ///< ends the connection; the same certificate is not asked about again until forgetFailures()
 };
 
-/** "AB:CD:..." */
+/// "AB:CD:..."
 QString fingerprintText(const QByteArray& fingerprint);
 
-/** Where the events of all sockets go. Each call may come from within a call into SocketService (close() reports
- * closed() before it returns), so that the core has to queue them. Before a queued event reaches the plugin the core
- * asks SocketService::isCurrent(); an event of a replaced connection is dropped. */
+/// Where the events of all sockets go. Each call may come from within a call into SocketService (close() reports
+/// closed() before it returns), so that the core has to queue them. Before a queued event reaches the plugin the core
+/// asks SocketService::isCurrent(); an event of a replaced connection is dropped.
 class SocketEvents {
 public:
     virtual ~SocketEvents() = default;
 
     virtual void connected(const ConnectionId& id) = 0;
-    /** Exactly once for each connect(), unless it is replaced or destroyed. Also without connected() before it. */
+    /// Exactly once for each connect(), unless it is replaced or destroyed. Also without connected() before it.
     virtual void closed(const ConnectionId& id, const End& end) = 0;
-    /** `bytes.data()[bytes.size()]` is NUL. In clear: whole elements. */
+    /// `bytes.data()[bytes.size()]` is NUL. In clear: whole elements.
     virtual void received(const ConnectionId& id, QByteArray bytes) = 0;
     virtual void tlsUp(const ConnectionId& id) = 0;
-    /** The certificate is bad: ask the plugin (event 10), then call SocketService::answerCertificate(). */
+    /// The certificate is bad: ask the plugin (event 10), then call SocketService::answerCertificate().
     virtual void certificateCheck(const ConnectionId& id) = 0;
-    /** The plugin did not override: ask the person, then call SocketService::decideCertificate(). */
+    /// The plugin did not override: ask the person, then call SocketService::decideCertificate().
     virtual void certificateQuestion(const ConnectionId& id, const BadCertificate& certificate) = 0;
-    /** The person chose to pin: to be saved, and given to SocketService::setPins() at the next start. */
+    /// The person chose to pin: to be saved, and given to SocketService::setPins() at the next start.
     virtual void certificatePinned(const ConnectionId& id, const QString& domain, const QByteArray& fingerprint) = 0;
     virtual void destroyed(const QString& name) = 0;
-    /** A sentence for the user: dials are being paced, a bad certificate was overridden by the plugin. */
+    /// A sentence for the user: dials are being paced, a bad certificate was overridden by the plugin.
     virtual void notice(const ConnectionId& id, const QString& text) = 0;
-    /** What is going on ("dialling a.example.org, port 5222"), for a status line. */
+    /// What is going on ("dialling a.example.org, port 5222"), for a status line.
     virtual void progress(const ConnectionId&, const QString&) {}
 };
 

@@ -7,7 +7,7 @@ namespace oku::net {
 
 namespace {
 
-constexpr qsizetype answerSize = 8;
+constexpr qsizetype kAnswerSize = 8;
 enum : unsigned char { Granted = 0x5a, Rejected = 0x5b, NoIdentd = 0x5c, OtherUser = 0x5d };
 
 class Socks4Handshake : public ProxyHandshake {
@@ -19,11 +19,11 @@ public:
             asked_ = true;
             return ask();
         }
-        if (received.size() < answerSize) return proxyWaits();
+        if (received.size() < kAnswerSize) return proxyWaits();
         if (received[0] != 0) return proxyFailed(text(Text::ProxyNoSense));
         switch (static_cast<unsigned char>(received[1])) {
             case Granted:
-                return proxyDone(answerSize);
+                return proxyDone(kAnswerSize);
             case Rejected:
                 return targetFailed(text(Text::ProxyTargetUnreachable, target_.toString()));
             case NoIdentd:

@@ -7,7 +7,7 @@ namespace oku::net {
 
 namespace {
 
-constexpr qsizetype longestField = 255;
+constexpr qsizetype kLongestField = 255;
 enum : unsigned char { NoLogin = 0, PasswordLogin = 2, NoneFits = 0xff };
 enum : unsigned char { ByIpv4 = 1, ByName = 3, ByIpv6 = 4 };
 
@@ -36,9 +36,9 @@ private:
     enum class Stage { Greeting, Method, Login, Answer };
 
     ProxyStep greet() {
-        if (user_.size() > longestField || password_.size() > longestField)
+        if (user_.size() > kLongestField || password_.size() > kLongestField)
             return proxyFailed(text(Text::ProxyLoginUnusable));
-        if (target_.host.size() > longestField) return targetFailed(text(Text::ProxyHostUnusable, target_.host));
+        if (target_.host.size() > kLongestField) return targetFailed(text(Text::ProxyHostUnusable, target_.host));
         stage_ = Stage::Method;
         return proxyWaits(user_.isEmpty() ? QByteArray("\x05\x01\x00", 3) : QByteArray("\x05\x02\x00\x02", 4));
     }

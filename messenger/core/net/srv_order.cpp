@@ -6,10 +6,10 @@ namespace oku::net {
 
 namespace {
 
-constexpr qsizetype mostTargets = 20;
+constexpr qsizetype kMostTargets = 20;
 
-/** Takes one of the targets of the first priority: each has a chance in proportion to its weight, and those of
- * weight 0, which stand first, a very small one. */
+/// Takes one of the targets of the first priority: each has a chance in proportion to its weight, and those of
+/// weight 0, which stand first, a very small one.
 SrvTarget drawOne(QList<SrvTarget>& targets, const std::function<quint32(quint32)>& random) {
     qsizetype count = 0;
     quint32 sum = 0;
@@ -31,7 +31,7 @@ QList<SrvTarget> orderTargets(QList<SrvTarget> targets, const std::function<quin
         return a.weight == 0 && b.weight != 0;
     });
     QList<SrvTarget> ordered;
-    while (!targets.isEmpty() && ordered.size() < mostTargets) ordered.append(drawOne(targets, random));
+    while (!targets.isEmpty() && ordered.size() < kMostTargets) ordered.append(drawOne(targets, random));
     return ordered;
 }
 

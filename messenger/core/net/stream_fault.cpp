@@ -6,10 +6,10 @@ namespace oku::net {
 
 namespace {
 
-constexpr qsizetype longestElement = 64 * 1024;
-constexpr qsizetype longestText = 200;
+constexpr qsizetype kLongestElement = 64 * 1024;
+constexpr qsizetype kLongestText = 200;
 
-QString oneLine(const QString& text) { return text.simplified().left(longestText); }
+QString oneLine(const QString& text) { return text.simplified().left(kLongestText); }
 
 }  // namespace
 
@@ -19,7 +19,7 @@ QString StreamFault::toString() const {
 }
 
 std::optional<StreamFault> readFault(QByteArrayView element) {
-    if (element.size() > longestElement) return std::nullopt;
+    if (element.size() > kLongestElement) return std::nullopt;
     QXmlStreamReader reader(element.toByteArray());
     reader.setNamespaceProcessing(false);  // the prefix "stream" is declared in the stream's header, not here
     if (!reader.readNextStartElement()) return std::nullopt;
@@ -28,7 +28,7 @@ std::optional<StreamFault> readFault(QByteArrayView element) {
 
     StreamFault fault;
     while (reader.readNextStartElement()) {
-        const QString name = reader.qualifiedName().toString().left(longestText);
+        const QString name = reader.qualifiedName().toString().left(kLongestText);
         const bool ofRfc =
             reader.attributes().value(QLatin1String("xmlns")) == QLatin1String("urn:ietf:params:xml:ns:xmpp-streams");
         const QString text = oneLine(reader.readElementText(QXmlStreamReader::SkipChildElements));

@@ -6,8 +6,8 @@ namespace oku::net {
 
 namespace {
 
-/** Whether the element is called "proceed", under whatever prefix and in whatever namespace: the plugin looks at
- * neither before it asks for TLS. */
+/// Whether the element is called "proceed", under whatever prefix and in whatever namespace: the plugin looks at
+/// neither before it asks for TLS.
 bool isProceed(QByteArrayView element) {
     qsizetype end = 1;
     while (end < element.size() && !QByteArrayView(" \t\r\n/>").contains(element[end])) ++end;
@@ -17,7 +17,7 @@ bool isProceed(QByteArrayView element) {
 
 }  // namespace
 
-/** The state of one add(): pieces so far, and where in the kept bytes the next one begins. */
+/// The state of one add(): pieces so far, and where in the kept bytes the next one begins.
 struct StreamReader::Cut {
     QList<Piece> pieces;
     qsizetype start = 0;

@@ -18,7 +18,7 @@ namespace oku::net {
 
 namespace {
 
-/** Reads away what waits at a descriptor, and then tells. */
+/// Reads away what waits at a descriptor, and then tells.
 class Listener : public QObject {
 public:
     Listener(int descriptor, std::function<void()> changed)
@@ -34,8 +34,8 @@ public:
     }
 
 private:
-    /** What there is to read says no more than that something is new. A clock that was set is an error of the timer,
-     * news that were too many one of the socket: both are read away too. */
+    /// What there is to read says no more than that something is new. A clock that was set is an error of the timer,
+    /// news that were too many one of the socket: both are read away too.
     void drain() const {
         char waste[4096];
         ssize_t got = 0;
@@ -49,7 +49,7 @@ private:
     QSocketNotifier notifier_;
 };
 
-/** Readable when the clock is set, which a machine also does when it wakes up. The timer itself never ends. */
+/// Readable when the clock is set, which a machine also does when it wakes up. The timer itself never ends.
 int openClock() {
     const int clock = ::timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC);
     itimerspec never{};

@@ -10,7 +10,7 @@ namespace oku::net {
 
 namespace {
 
-constexpr qsizetype longestName = 255;
+constexpr qsizetype kLongestName = 255;
 
 SrvAnswer readAnswer(const QDnsLookup& lookup) {
     SrvAnswer answer;
@@ -41,7 +41,7 @@ QString asciiName(const QString& name) {
     const QString ascii = QString::fromLatin1(QUrl::toAce(bare));
     service.append(ascii);
     const QString whole = service.join(u'.');
-    const bool sound = !ascii.isEmpty() && whole.size() <= longestName &&
+    const bool sound = !ascii.isEmpty() && whole.size() <= kLongestName &&
                        std::all_of(whole.begin(), whole.end(), [](QChar c) { return c > u' ' && c < u'\x7f'; });
     return sound ? whole : QString();
 }

@@ -11,8 +11,8 @@ namespace oku::net {
 
 namespace {
 
-/** Shorter sleeps leave a TCP connection as it was. */
-constexpr qint64 shortSleep = 5'000;
+/// Shorter sleeps leave a TCP connection as it was.
+constexpr qint64 kShortSleep = 5'000;
 
 }  // namespace
 
@@ -42,7 +42,7 @@ void SystemWatch::setRunning(bool running) {
 void SystemWatch::turn() {
     if (!running_) return;
     const qint64 slept = settings_.sleptTime();
-    const bool longSleep = slept - slept_ >= shortSleep;
+    const bool longSleep = slept - slept_ >= kShortSleep;
     slept_ = slept;
     if (longSleep) return resumed_();
     lookAt_(settings_.localAddresses());

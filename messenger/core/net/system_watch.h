@@ -10,10 +10,10 @@
 
 namespace oku::net {
 
-/** Notices what no packet tells: that the machine slept, and that the address a connection stands on is gone. */
+/// Notices what no packet tells: that the machine slept, and that the address a connection stands on is gone.
 class SystemWatch : public QObject {
 public:
-    /** `resumed` is called after a sleep of some seconds, `lookAt` with the machine's addresses after other changes. */
+    /// `resumed` is called after a sleep of some seconds, `lookAt` with the machine's addresses after other changes.
     SystemWatch(const SocketSettings& settings, std::function<void()> resumed,
                 std::function<void(const QList<QHostAddress>&)> lookAt, QObject* parent);
 
@@ -31,13 +31,13 @@ private:
     qint64 slept_ = 0;
 };
 
-/** Milliseconds that the machine has slept since it was started; 0 where the system does not tell. */
+/// Milliseconds that the machine has slept since it was started; 0 where the system does not tell.
 qint64 systemSleptTime();
 
-/** Addresses of all interfaces that are up. */
+/// Addresses of all interfaces that are up.
 QList<QHostAddress> systemAddresses();
 
-/** Whether the address is among those of the machine, whatever interface each names. */
+/// Whether the address is among those of the machine, whatever interface each names.
 bool holdsAddress(const QList<QHostAddress>& addresses, QHostAddress address);
 
 }  // namespace oku::net

@@ -4,7 +4,7 @@
 
 namespace oku::net {
 
-/** The sentences of the socket layer, each a row of one table. */
+/// The sentences of the socket layer, each a row of one table.
 enum class Text {
     ClosedByPlugin,
     Conflict,
@@ -60,7 +60,7 @@ enum class Text {
     Count
 };
 
-/** The sentence in the user's language, with %1 and %2 filled in. */
+/// The sentence in the user's language, with %1 and %2 filled in.
 QString text(Text id, const QString& first = {}, const QString& second = {});
 
 }  // namespace oku::net

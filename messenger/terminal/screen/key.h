@@ -1,4 +1,4 @@
-// Keys of a terminal: what the bytes that it sends stand for.
+/// Keys of a terminal: what the bytes that it sends stand for.
 #pragma once
 
 #include <QByteArray>
@@ -9,9 +9,9 @@
 namespace oku::terminal {
 
 enum class KeyCode {
-    Text,   // `text` holds what was typed
-    Paste,  // `text` holds what was pasted in one piece, with line feeds
-    Alt,    // Alt with the character in `text`
+    Text,   ///< `text` holds what was typed
+    Paste,  ///< `text` holds what was pasted in one piece, with line feeds
+    Alt,    ///< Alt with the character in `text`
     Enter,
     NewLine,
     Tab,
@@ -55,16 +55,16 @@ struct Key {
     bool operator==(const Key&) const = default;
 };
 
-// Turns the bytes of a terminal (UTF-8, control characters, CSI and SS3 sequences, bracketed paste) into keys. Pieces
-// may be cut anywhere. Unknown sequences give nothing; bytes that are not UTF-8 give U+FFFD.
+/// Turns the bytes of a terminal (UTF-8, control characters, CSI and SS3 sequences, bracketed paste) into keys. Pieces
+/// may be cut anywhere. Unknown sequences give nothing; bytes that are not UTF-8 give U+FFFD.
 class KeyDecoder {
 public:
     std::vector<Key> feed(const QByteArray& bytes);
 
-    // True while an escape sequence is incomplete: a lone Escape key looks like that.
+    /// True while an escape sequence is incomplete: a lone Escape key looks like that.
     bool pending() const { return state_ == State::Escape; }
 
-    // Called when nothing followed for a moment: a pending escape was the Escape key.
+    /// Called when nothing followed for a moment: a pending escape was the Escape key.
     std::vector<Key> flush();
 
 private:

@@ -1,32 +1,27 @@
-// The line being typed: editing, history, completion. Knows nothing of the display but widths.
 #pragma once
 
 #include <functional>
 #include <QString>
 #include <QStringList>
 
+#include "messenger/terminal/screen/edited_text.h"
 #include "messenger/terminal/screen/key.h"
 
 namespace oku::terminal {
 
-// What may stand in place of the text from `start` up to the cursor.
+/// What may stand in place of the text from `start` up to the cursor.
 struct Completion {
     qsizetype start = 0;
     QStringList candidates;
 };
 
 enum class EditResult {
-    Ignored,   // the key means nothing to the editor
-    Changed,   // text, cursor or candidates changed
-    Submitted  // `takeSubmitted` has a line
+    Ignored,   ///< the key means nothing to the editor
+    Changed,   ///< text, cursor or candidates changed
+    Submitted  ///< `takeSubmitted` has a line
 };
 
-// The part of the line that a display of some width shows.
-struct EditorView {
-    QString text;
-    int cursorColumn = 0;
-};
-
+/// The line being typed: editing, history, completion. Knows nothing of the display but widths.
 class LineEditor {
 public:
     using Completer = std::function<Completion(const QString& text, qsizetype cursor)>;
@@ -35,37 +30,31 @@ public:
 
     EditResult handle(const Key& key);
 
-    const QString& text() const { return text_; }
-    qsizetype cursor() const { return cursor_; }
-    // Candidates to show after a completion that is not finished; empty otherwise.
+    const QString& text() const { return line_.text(); }
+    qsizetype cursor() const { return line_.cursor(); }
+    /// Candidates to show after a completion that is not finished; empty otherwise.
     const QStringList& candidates() const { return candidates_; }
-    // The one that stands in the line; -1 before the second Tab.
+    /// The one that stands in the line; -1 before the second Tab.
     qsizetype candidateAt() const { return candidateAt_; }
     bool searching() const { return searching_; }
     const QString& searchText() const { return searchText_; }
-    // Whether an earlier line has the text.
+    /// Whether an earlier line has the text.
     bool searchFound() const { return searchFound_; }
 
-    // The line that was submitted last; it is also in the history unless secret.
+    /// The line that was submitted last; it is also in the history unless secret.
     QString takeSubmitted() { return std::exchange(submitted_, {}); }
 
     void setText(const QString& text);
     void clear() { setText({}); }
 
-    // A secret line is not shown and does not enter the history.
+    /// A secret line is not shown and does not enter the history.
     void setSecret(bool secret);
     bool secret() const { return secret_; }
 
-    // The line as shown in `columns`, scrolled so that the cursor is seen; line feeds show as a sign.
-    EditorView view(int columns);
+    /// The line as shown in `columns`, scrolled so that the cursor is seen; line feeds show as a sign.
+    EditorView view(int columns) { return secret_ ? EditorView() : line_.view(columns); }
 
 private:
-    void insert(const QString& text);
-    void moveTo(qsizetype place) { cursor_ = place; }
-    void erase(qsizetype from, qsizetype to, bool keep);
-    qsizetype wordStart() const;
-    qsizetype wordEnd() const;
-    void transpose();
     void complete(bool backwards);
     void placeCandidate(const QString& candidate);
     void walkHistory(int step);
@@ -73,19 +62,14 @@ private:
     EditResult handleSearch(const Key& key);
     void search(bool next);
     EditResult edit(const Key& key);
-    bool move(KeyCode code);
-    bool kill(KeyCode code);
 
     Completer completer_;
-    QString text_;
-    qsizetype cursor_ = 0;
-    qsizetype scroll_ = 0;
-    QString killed_;
+    EditedText line_;
     QString submitted_;
     bool secret_ = false;
 
     QStringList history_;
-    qsizetype historyAt_ = 0;  // history_.size() is the line being typed
+    qsizetype historyAt_ = 0;  ///< history_.size() is the line being typed
     QString draft_;
 
     QStringList candidates_;

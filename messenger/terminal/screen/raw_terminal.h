@@ -1,4 +1,4 @@
-// The terminal's modes, changed for as long as the object lives.
+/// The terminal's modes, changed for as long as the object lives.
 #pragma once
 
 #include <termios.h>
@@ -8,7 +8,7 @@
 
 namespace oku::terminal {
 
-// Gives every key at once and echoes nothing. Does nothing where the descriptor is no terminal.
+/// Gives every key at once and echoes nothing. Does nothing where the descriptor is no terminal.
 class RawTerminal {
 public:
     explicit RawTerminal(int descriptor);
@@ -21,7 +21,7 @@ private:
     std::optional<termios> before_;
 };
 
-// Lines as usual, but without echo, for a password.
+/// Lines as usual, but without echo, for a password.
 class NoEcho {
 public:
     explicit NoEcho(int descriptor);
@@ -34,7 +34,7 @@ private:
     std::optional<termios> before_;
 };
 
-// The size of the terminal; 80 by 24 where it does not tell.
+/// The size of the terminal; 80 by 24 where it does not tell.
 ScreenSize terminalSize(int descriptor);
 
 }  // namespace oku::terminal

@@ -1,4 +1,4 @@
-// The rest of a command's line, taken apart word by word.
+/// The rest of a command's line, taken apart word by word.
 #pragma once
 
 #include <QString>
@@ -11,19 +11,19 @@ public:
 
     bool empty() const { return rest_.isEmpty(); }
 
-    // The next word, or what stands in double quotes (a backslash takes the next character as it is). Empty when there
-    // is none.
+    /// The next word, or what stands in double quotes (a backslash takes the next character as it is). Empty when there
+    /// is none.
     QString word();
-    // All that is left, as it was typed; a single quoted text loses its quotes.
+    /// All that is left, as it was typed; a single quoted text loses its quotes.
     QString rest();
-    // All that is left, word for word what was typed.
+    /// All that is left, word for word what was typed.
     QString verbatim();
 
 private:
     QString rest_;
 };
 
-// The text so that Arguments::word gives it back: in quotes when it has blanks or quotes.
+/// The text so that Arguments::word gives it back: in quotes when it has blanks or quotes.
 QString quoted(const QString& text);
 
 }  // namespace oku::terminal

@@ -1,4 +1,4 @@
-// The list of contacts beside the log: what of it is seen, and the keys that move in it.
+/// The list of contacts beside the log: what of it is seen, and the keys that move in it.
 #pragma once
 
 #include <optional>
@@ -18,25 +18,25 @@ class ContactPane {
 public:
     explicit ContactPane(const Session& session) : session_(session) {}
 
-    // All contacts may be others, or this one; looked at when the pane is drawn the next time.
+    /// All contacts may be others, or this one; looked at when the pane is drawn the next time.
     void reset();
     void touch(const Peer& peer);
 
-    // The keys go to the pane.
+    /// The keys go to the pane.
     bool focused() const { return focused_; }
     void focus();
     void leave() { focused_ = false; }
 
-    // What a key did in the focused pane.
+    /// What a key did in the focused pane.
     struct Outcome {
         bool taken = true;
         std::optional<Peer> opened;
     };
     Outcome handle(const Key& key);
 
-    // Columns that the pane takes of a screen: 0 where it is not seen, all of them where there is no room beside it.
+    /// Columns that the pane takes of a screen: 0 where it is not seen, all of them where there is no room beside it.
     int columnsOf(int screen) const;
-    // The rows that are seen; none are laid out beside those.
+    /// The rows that are seen; none are laid out beside those.
     std::vector<Line> lines(int columns, int rows);
 
 private:
@@ -52,14 +52,14 @@ private:
 
     const Session& session_;
     ContactTree tree_;
-    bool stale_ = true;                              // the tree has to be built anew
-    std::set<std::pair<QString, QString>> touched_;  // by account and JID
+    bool stale_ = true;                              ///< the tree has to be built anew
+    std::set<std::pair<QString, QString>> touched_;  ///< by account and JID
     bool focused_ = false;
-    int rows_ = 1;  // seen the last time
+    int rows_ = 1;  ///< seen the last time
     std::optional<ContactTree::Key> cursor_;
-    Peer cursorPeer_;  // where a contact is, which may move
+    Peer cursorPeer_;  ///< where a contact is, which may move
     std::optional<ContactTree::Key> top_;
-    Peer followed_;  // the conversation that was seen the last time
+    Peer followed_;  ///< the conversation that was seen the last time
 };
 
 }  // namespace oku::terminal

@@ -1,4 +1,4 @@
-// The interactive program without a screen: lines in, lines out. For pipes, logs and terminals that can do no more.
+/// The interactive program without a screen: lines in, lines out. For pipes, logs and terminals that can do no more.
 #pragma once
 
 #include <functional>
@@ -14,16 +14,16 @@ class PlainDisplay final : public Display {
 public:
     using Writer = std::function<void(const QByteArray& bytes)>;
 
-    // `columns` 0: lines are as long as they are. `input` is where passwords are typed.
+    /// `columns` 0: lines are as long as they are. `input` is where passwords are typed.
     PlainDisplay(MessengerFace& messenger, SessionOptions options, Colours colours, int columns, int input,
                  Writer write, std::function<void()> onEnded);
 
-    // What a terminal is told so that it brackets what is pasted, and what takes that back.
+    /// What a terminal is told so that it brackets what is pasted, and what takes that back.
     static QByteArray markPastes();
     static QByteArray leavePastes();
 
     Session& session() { return session_; }
-    // Bytes of the input, cut anywhere; none at all is its end.
+    /// Bytes of the input, cut anywhere; none at all is its end.
     void feed(const QByteArray& bytes);
 
     void appended(const LogEntry& entry) override;
@@ -40,7 +40,7 @@ private:
     void takeLine(QByteArray line);
 
     QByteArray input_;
-    // The line so far that was pasted, or holds what was: a paste may go over several lines of the input.
+    /// The line so far that was pasted, or holds what was: a paste may go over several lines of the input.
     QByteArray pieces_;
     bool pasting_ = false;
     bool beginsPasted_ = false;

@@ -1,4 +1,4 @@
-// The interactive program on a whole screen: keys in, frames out.
+/// The interactive program on a whole screen: keys in, frames out.
 #pragma once
 
 #include <functional>
@@ -18,16 +18,16 @@ class ScreenDisplay final : public Display {
 public:
     using Writer = std::function<void(const QByteArray& bytes)>;
 
-    // `onEnded` is called when the messenger is unloaded.
+    /// `onEnded` is called when the messenger is unloaded.
     ScreenDisplay(MessengerFace& messenger, SessionOptions options, Colours colours, ScreenSize size, Writer write,
                   std::function<void()> onEnded);
 
     Session& session() { return session_; }
 
-    // From now on frames are written.
+    /// From now on frames are written.
     void show();
     void resize(const ScreenSize& size);
-    // Bytes from the terminal; none at all is its end.
+    /// Bytes from the terminal; none at all is its end.
     void feed(const QByteArray& bytes);
 
     void appended(const LogEntry& entry) override;
@@ -40,9 +40,9 @@ public:
 
 private:
     void handle(const Key& key);
-    // True for a key that is not the editor's.
+    /// True for a key that is not the editor's.
     bool handleWindowKey(const Key& key);
-    // True for a key that moved in the list of contacts, or is about it.
+    /// True for a key that moved in the list of contacts, or is about it.
     bool handlePaneKey(const Key& key);
     void togglePane();
     void showNeighbour(int step);
@@ -59,7 +59,7 @@ private:
     int scroll_ = 0;
     bool shown_ = false;
     QTimer drawSoon_;
-    QElapsedTimer drawn_;  // since the last time
+    QElapsedTimer drawn_;  ///< since the last time
     QTimer escapeAlone_;
     Session session_;
     ContactPane pane_;

@@ -1,5 +1,5 @@
-// The windows of the interactive program: the main one, which shows everything, one for each conversation, and one that
-// strangers share when they are many; what is unread in them and who is typing.
+/// The windows of the interactive program: the main one, which shows everything, one for each conversation, and one
+/// that strangers share when they are many; what is unread in them and who is typing.
 #pragma once
 
 #include <map>
@@ -14,42 +14,42 @@ namespace oku::terminal {
 
 class Windows {
 public:
-    // So many strangers get a window by writing; the others share one.
+    /// So many strangers get a window by writing; the others share one.
     static constexpr qsizetype kMostStrangers = 50;
-    // Whom the shared window stands for. It is no address.
+    /// Whom the shared window stands for. It is no address.
     static const Peer& strangers();
 
-    // The open conversations, in the order of their numbers: the first one is window 1.
+    /// The open conversations, in the order of their numbers: the first one is window 1.
     const std::vector<Peer>& conversations() const { return conversations_; }
-    // The conversation that is seen; nobody in the main window.
+    /// The conversation that is seen; nobody in the main window.
     Peer current() const;
     int currentNumber() const { return current_; }
-    // Whom one writes to in the window that is seen: nobody in the main and in the shared one.
+    /// Whom one writes to in the window that is seen: nobody in the main and in the shared one.
     Peer partner() const;
 
-    // Opens a conversation without showing it; gives its number. An open one keeps its number.
+    /// Opens a conversation without showing it; gives its number. An open one keeps its number.
     int open(const Peer& peer);
     bool isOpen(const Peer& peer) const { return numbers_.contains(peer); }
-    // The window, opened without being shown, for what a stranger wrote: his own or the shared one.
+    /// The window, opened without being shown, for what a stranger wrote: his own or the shared one.
     Peer openForStranger(const Peer& peer);
-    // Who is a contact now does not count among the strangers any more.
+    /// Who is a contact now does not count among the strangers any more.
     void befriend(const Peer& peer) { strangers_.remove(peer); }
-    // False when there is no such window. 0 is the main one.
+    /// False when there is no such window. 0 is the main one.
     bool show(int number);
-    // Closes the conversation that is seen; the main window is shown.
+    /// Closes the conversation that is seen; the main window is shown.
     void closeCurrent();
 
     int unread(const Peer& peer) const;
     int unreadOfAll() const { return unreadOfAll_; }
-    // The numbers of the windows with something unread, and how much.
+    /// The numbers of the windows with something unread, and how much.
     const std::map<int, int>& unreadWindows() const { return unread_; }
-    // For an open conversation.
+    /// For an open conversation.
     void setUnread(const Peer& peer, int count);
-    // The next window behind the current one with something unread; -1 when there is none.
+    /// The next window behind the current one with something unread; -1 when there is none.
     int nextUnread() const;
 
     void setTyping(const Peer& peer, bool composing);
-    // Those who are typing, by the order in which they began.
+    /// Those who are typing, by the order in which they began.
     const std::map<quint64, Peer>& typing() const { return typing_; }
     bool isTyping(const Peer& peer) const { return typingPlaces_.contains(peer); }
     void forgetTyping(const QString& account);
@@ -58,7 +58,7 @@ private:
     std::vector<Peer> conversations_;
     QHash<Peer, int> numbers_;
     int current_ = 0;
-    QSet<Peer> strangers_;  // who have a window because they wrote
+    QSet<Peer> strangers_;  ///< who have a window because they wrote
     std::map<int, int> unread_;
     int unreadOfAll_ = 0;
     std::map<quint64, Peer> typing_;
