@@ -136,6 +136,36 @@ def transfer_seeds(deed, wanted):
     return {name: seed for name, seed in seeds.items() if seed}
 
 
+CARD_DEEDS = {"ask for the card of ": 1, "fetch the own card": 2, "store the own card": 3, "fetch the own picture": 4,
+              "publish the own picture": 5, "the own picture becomes": 6}
+
+
+def card_deeds(path, known):
+    """What the server says and the user does in a transcript, behind the login. An id is the newest one."""
+    deeds, said = [], False
+    for line in unfolded([line for line in path.read_text(encoding="utf-8").splitlines() if "log in as" not in line], known):
+        if line.startswith((" ", "\t")):
+            deeds[-1:] = [[0, deeds[-1][1] + line.strip()]] if said else deeds[-1:]
+            continue
+        said = line.startswith("S: ")
+        if said:
+            deeds.append([0, line[3:]])
+        deeds += [[kind, line[len(start):].split(" ")[0]] for start, kind in CARD_DEEDS.items() if line.startswith(start)]
+    seed = b""
+    for kind, text in deeds:
+        text = re.sub(r"\{base64:([^}]*)\}", lambda m: base64.b64encode(m.group(1).encode()).decode(), text)
+        # The small server knows the contact by another name.
+        text = re.sub(r"\{\w+\}", "@ID@", text).replace("bob@example.org", "contact0@example.org").encode()[:65535]
+        seed += bytes([kind]) + len(text).to_bytes(2, "big") + text
+    return seed
+
+
+def card_seeds(*patterns):
+    known = folds()
+    paths = sorted(path for pattern in patterns for path in (ROOT.parent / "tests/profile").glob(pattern + ".transcript"))
+    return {path.stem: card_deeds(path, known) for path in paths}
+
+
 def stanza_seeds(texts):
     seeds = {}
     for name, text in texts.items():
@@ -205,6 +235,8 @@ def main():
     write("settings", numbered([short(b"a b") + short(b"x\\\"\n\t") + b'# c\na = 5\nb = "\\n\\0\\""\nd = e\n',
                                 short(b"#") + short(b"") + b"= 1\na\n\"b\" = \"c\nd = -0x7\n"]))
     write("growth", growth())
+    write("avatars", card_seeds("avatar_*", "own_picture_*"))
+    write("cards", card_seeds("card*", "own_card_*"))
     write("stanzas", stanza_seeds(texts))
     write("negotiation", negotiation_seeds())
     offers = transfer_seeds(b"\x02\x00", ("offer", "name", "out_of_band", "session"))
