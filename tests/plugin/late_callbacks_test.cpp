@@ -4,6 +4,8 @@
 // Callbacks that the host still has in its hands when the account that they are of has gone.
 #include <gtest/gtest.h>
 
+#include "host/oku/avatar.h"
+#include "host/oku/cards.h"
 #include "host/oku/netlib.h"
 #include "plugin/module.h"
 #include "tests/support/fake_platform.h"
@@ -41,6 +43,24 @@ TEST(LateCallbacks, AnswerNothingAfterUnloading) {
     }
     EXPECT_EQ(events, 0u);
     EXPECT_TRUE(stage.host.complaints.empty()) << stage.host.complaints.front();
+}
+
+TEST(LateCallbacks, OfCardsAndPicturesAnswerNothingAfterUnloading) {
+    harness::world() = harness::FakeWorld();
+    harness::Stage stage({queryPlugInfo, pluginLoad, pluginUnload});
+    stage.load();
+    const auto services = stage.host.services;
+    const auto hooks = stage.host.hooks;
+    stage.unload();
+
+    std::size_t events = 0;
+    stage.host.onEvent = [&](const harness::Event&) { ++events; };
+    OKU_CONTACT_CARD_REQUEST card{sizeof card, 0, 5, {}, u"bob@example.org"};
+    OKU_AVATAR_CHANGED picture{sizeof picture, {}, u"abcde", {}, OKU_AVATAR_SET, 0};
+    for (const char* name : {"PFGetContactVCard", "PFGetMyVCard", "PFSetMyVCard", "PFGetMyAvatar", "PFSetMyAvatar"})
+        EXPECT_EQ(services.at(std::string("XMPP/1/") + name)(reinterpret_cast<OKU_WORD>(&card), 0), 0) << name;
+    for (const auto& [name, callback] : hooks) EXPECT_EQ(callback(reinterpret_cast<OKU_WORD>(&picture), 0), 0) << name;
+    EXPECT_EQ(events, 0u);
 }
 
 TEST(LateCallbacks, WordsOfAnEarlierLoadNameNobody) {

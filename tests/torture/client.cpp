@@ -175,6 +175,13 @@ OKU_WORD Client::callService(std::uint32_t net, std::u16string_view shortName, O
     return callback(param, extra);
 }
 
+void Client::tellListeners(std::u16string_view event, OKU_WORD param) {
+    std::vector<Callback> listeners;
+    for (const auto& [handle, hook] : host.hooks)
+        if (hook.first == event) listeners.push_back(hook.second);
+    for (const Callback& listener : listeners) listener(param);
+}
+
 OKU_WORD Client::raise(std::uint32_t net, std::uint32_t kind, OKU_WORD data) {
     const auto found = host.sockets.find(u"XMPP/Socket/" + utow(std::to_string(net)));
     if (found == host.sockets.end()) return 0;

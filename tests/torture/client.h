@@ -56,6 +56,8 @@ public:
     void cut(std::uint32_t net, bool expected = false);
     bool isOpen(std::uint32_t net) const { return open_.count(net) && open_.at(net); }
     std::uint32_t flags(std::uint32_t net) const;
+    /// Tells the listeners of one of the host's events.
+    void tellListeners(std::u16string_view event, OKU_WORD param);
     OKU_WORD callService(std::uint32_t net, std::u16string_view shortName, OKU_WORD param, OKU_WORD extra);
 
 private:

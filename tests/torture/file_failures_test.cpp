@@ -70,6 +70,8 @@ int __real_fchmod(int file, mode_t mode);
 int __real_fstat(int file, struct stat* state);
 int __real_fsync(int file);
 int __real_mkostemp(char* path, int flags);
+int __real_lstat(const char* path, struct stat* state);
+int __real_mkdir(const char* path, mode_t mode);
 DIR* __real_opendir(const char* path);
 ssize_t __real_read(int file, void* buffer, size_t size);
 char* __real_realpath(const char* path, char* resolved);
@@ -92,6 +94,8 @@ int __wrap_fchmod(int file, mode_t mode) { return fails("fchmod") ? -1 : __real_
 int __wrap_fstat(int file, struct stat* state) { return fails("fstat") ? -1 : __real_fstat(file, state); }
 int __wrap_fsync(int file) { return fails("fsync") ? -1 : __real_fsync(file); }
 int __wrap_mkostemp(char* path, int flags) { return fails("mkostemp") ? -1 : __real_mkostemp(path, flags); }
+int __wrap_lstat(const char* path, struct stat* state) { return fails("lstat") ? -1 : __real_lstat(path, state); }
+int __wrap_mkdir(const char* path, mode_t mode) { return fails("mkdir") ? -1 : __real_mkdir(path, mode); }
 DIR* __wrap_opendir(const char* path) { return fails("opendir") ? nullptr : __real_opendir(path); }
 ssize_t __wrap_read(int file, void* buffer, size_t size) {
     const std::size_t part = doable(size);
@@ -147,6 +151,8 @@ protected:
             client.host.settings[client.host.directory + moduleName() + u".config"] = file;
         }
         write(narrow(moduleName()) + ".roster", kOldRoster);
+        fs::create_directory(folder_ / ".xmppAvatar");
+        write(".xmppAvatar/Lknown", "old face");
     }
 
     /// The files are named after the program, as they are after a module.
@@ -162,12 +168,23 @@ protected:
         return content.str();
     }
 
+    /// A contact announces a picture, and sends it.
+    static void tellPicture(Client& client, const std::string& hash) {
+        client.receive(1, "<presence from='contact0@example.org/r'><x xmlns='jabber:x:avatar'><hash>" + hash +
+                              "</hash></x></presence>");
+        client.receive(1,
+                       "<iq type='result' from='contact0@example.org/r'><query xmlns='jabber:x:avatar'>"
+                       "<data>YSBmYWNl</data></query></iq>");
+    }
+
     static void live(Client& client) {
         client.logIn();
         client.receive(1, "<presence from='contact0@example.org/r'/>");
         client.receive(1,
                        "<iq type='result' from='contact0@example.org/r' id='x'><query "
                        "xmlns='http://jabber.org/protocol/disco#info' node='n#new'/></iq>");
+        tellPicture(client, "known");
+        tellPicture(client, "fresh");
         client.unload();
     }
 
@@ -180,7 +197,7 @@ protected:
 };
 
 TEST_P(Files, EachCallFailsOnce) {
-    std::string newRoster, newDatabase, learntDatabase;
+    std::string newRoster, newDatabase, learntDatabase, newPictures;
     std::size_t calls = 0;
     {
         Client client;
@@ -198,8 +215,10 @@ TEST_P(Files, EachCallFailsOnce) {
         calls = g_count;
         newRoster = read(narrow(moduleName()) + ".roster");
         newDatabase = read("XMPPClientDB.xml");
+        newPictures = read(".xmppAvatar/Lknown") + read(".xmppAvatar/Lfresh");
     }
     ASSERT_GT(calls, 20u);
+    ASSERT_EQ(newPictures, "a facea face");
     ASSERT_NE(newRoster, kOldRoster);
     ASSERT_NE(newDatabase, kOldDatabase);
     ASSERT_NE(newDatabase, learntDatabase);
@@ -220,7 +239,10 @@ TEST_P(Files, EachCallFailsOnce) {
         // A database that could not be read is replaced by what this run has learnt.
         const std::string database = read("XMPPClientDB.xml");
         EXPECT_TRUE(database == kOldDatabase || database == newDatabase || database == learntDatabase) << database;
-        for (const auto& entry : fs::directory_iterator(folder_))
+        const std::string picture = read(".xmppAvatar/Lknown");
+        EXPECT_TRUE(picture == "old face" || picture == "a face") << picture;
+        EXPECT_TRUE(!fs::exists(folder_ / ".xmppAvatar/Lfresh") || read(".xmppAvatar/Lfresh") == "a face");
+        for (const auto& entry : fs::recursive_directory_iterator(folder_))
             EXPECT_EQ(entry.path().filename().string().find(".protolink-"), std::string::npos) << entry.path();
         client.logIn();
         EXPECT_TRUE(client.isReady());

@@ -13,14 +13,34 @@ constexpr char kChallenge[] =
     "c3M=";
 constexpr char kProof[] = "cnNwYXV0aD1lYTQwZjYwMzM1YzQyN2I1NTI3Yjg0ZGJhYmNkZmZmZA==";  // rspauth=...
 
-}  // namespace
-
-std::string idIn(std::string_view text) {
-    const std::size_t at = text.find(" id=\"");
+/// The first attribute of that name in a text, empty without one.
+std::string attributeIn(std::string_view text, const std::string& name) {
+    const std::string mark = " " + name + "=\"";
+    const std::size_t at = text.find(mark);
     if (at == std::string_view::npos) return {};
-    const std::size_t begin = at + 5;
+    const std::size_t begin = at + mark.size();
     return std::string(text.substr(begin, text.find('"', begin) - begin));
 }
+
+/// What a contact, or the server, has for a request for a picture or a card; empty when the text is none.
+std::string pictureOrCard(std::string_view text) {
+    const std::string face = "YSBmYWNl";
+    if (has(text, "vcard-temp"))
+        return "<vCard xmlns='vcard-temp'><FN>Bob &amp; Co</FN><N><GIVEN>Bob</GIVEN></N><BDAY>1980</BDAY>"
+               "<PHOTO><TYPE>image/png</TYPE><BINVAL>" +
+               face + "</BINVAL></PHOTO></vCard>";
+    if (has(text, "jabber:x:avatar")) return "<query xmlns='jabber:x:avatar'><data>" + face + "</data></query>";
+    if (has(text, "urn:xmpp:avatar:data"))
+        return "<pubsub xmlns='http://jabber.org/protocol/pubsub'><items node='urn:xmpp:avatar:data'><item "
+               "id='published'>"
+               "<data xmlns='urn:xmpp:avatar:data'>" +
+               face + "</data></item></items></pubsub>";
+    return {};
+}
+
+}  // namespace
+
+std::string idIn(std::string_view text) { return attributeIn(text, "id"); }
 
 void MiniServer::onConnected() {
     pieces.clear();
@@ -110,6 +130,8 @@ void MiniServer::serve(std::string_view text) {
             "</mailbox></iq>");
     } else if (has(text, "type=\"set\"") || has(text, "<ping")) {
         say(start + "/>");
+    } else if (const std::string content = pictureOrCard(text); !content.empty()) {
+        say(start + " from='" + attributeIn(text, "to") + "'>" + content + "</iq>");
     }
 }
 

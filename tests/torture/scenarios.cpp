@@ -3,6 +3,7 @@
 #include "tests/torture/scenarios.h"
 
 #include "host/oku/pep.h"
+#include "tests/torture/card_scenarios.h"
 #include "tests/torture/transfers.h"
 
 namespace torture {
@@ -150,6 +151,9 @@ const std::vector<Scenario> kScenarios{
     {"PublishFile", logIn, publishFile},
     {"DownloadFile", logIn, downloadFile},
     {"CancelledOffer", logIn, cancelledOffer},
+    {"AnnouncedPictures", logIn, announcedPictures},
+    {"Cards", logIn, cards},
+    {"OwnPicture", logInWithNodes, ownPicture},
 };
 
 std::string scenarioName(const testing::TestParamInfo<Scenario>& info) { return info.param.name; }
