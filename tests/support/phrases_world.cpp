@@ -31,6 +31,7 @@ void file(Scene& scene, const Line& line, const std::string&) {
     const auto name = scene.path(line.lastWord());
     if (startsWith(line.head, "no ")) {
         world().files.erase(name);
+        world().folders.erase(name);
     } else {
         world().files[name] = scene.textOf(line);
     }
