@@ -51,7 +51,6 @@ void CSession::OfferFile(const std::u16string& contact, const std::u16string& fi
 
 void CSession::ExpectFile(const std::u16string& folder, std::u16string_view name, std::u16string_view streamId,
                           const JID& jid) {
-    receives_ = true;
     chosenName_ = name;
     path = folder + chosenName_;
     InitWindow(false, jid);

