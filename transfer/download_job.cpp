@@ -21,6 +21,18 @@ DownloadJob::DownloadJob(const TransferWindowLink& window, std::uint64_t size, s
                          std::u16string chosenName)
     : window_(window), size_(size), path_(std::move(path)), chosenName_(std::move(chosenName)) {}
 
+DownloadJob::Write::Write(DownloadJob& job) : job_(job) {
+    const std::lock_guard lock(job_.mutex_);
+    allowed_ = !job_.detached_;
+    if (allowed_) job_.writer_ = std::this_thread::get_id();
+}
+
+DownloadJob::Write::~Write() {
+    const std::lock_guard lock(job_.mutex_);
+    job_.writer_ = {};
+    job_.written_.notify_all();
+}
+
 void DownloadJob::onBegin() {
     tell([](const TransferWindowLink& window) { window.setCancelEnabled(false); });
     tell([](const TransferWindowLink& window) { window.setStatusText(u"Łączenie..."); });
@@ -53,7 +65,10 @@ void DownloadJob::onEnd() noexcept {
 
 void DownloadJob::detachWindow() {
     muteWindow();
-    const std::unique_lock lock(windowLock_, kPatience);
+    std::unique_lock lock(mutex_);
+    // A host that calls back from inside an update would wait for itself.
+    const std::thread::id self = std::this_thread::get_id();
+    written_.wait_for(lock, kPatience, [&] { return writer_ == std::thread::id() || writer_ == self; });
 }
 
 }  // namespace protolink

@@ -5,10 +5,12 @@
 #pragma once
 
 #include <atomic>
+#include <condition_variable>
 #include <cstdint>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <thread>
 
 #include "host/services/transfer_windows.h"
 #include "platform/download.h"
@@ -38,17 +40,33 @@ public:
 private:
     enum class Outcome { None, Received, Failed };
 
+    /// One update of the window, which nobody else waits for longer than it takes.
+    class Write {
+    public:
+        explicit Write(DownloadJob& job);
+        ~Write();
+        Write(const Write&) = delete;
+        Write& operator=(const Write&) = delete;
+        bool allowed() const { return allowed_; }
+
+    private:
+        DownloadJob& job_;
+        bool allowed_;
+    };
+
     /// Makes one update of the window, while there is one. The host takes what comes from another thread, and returns
     /// at once.
     template <typename Step>
     void tell(Step&& step) {
-        const std::lock_guard lock(windowLock_);
-        if (!detached_) step(window_);
+        const Write write(*this);
+        if (write.allowed()) step(window_);
     }
 
     const TransferWindowLink window_;
-    std::recursive_timed_mutex windowLock_;  // a host may call back on the same thread
     std::atomic<bool> detached_{false};
+    std::mutex mutex_;
+    std::condition_variable written_;
+    std::thread::id writer_;  // none while nothing is written
 
     const std::uint64_t size_;
     const std::u16string path_;

@@ -90,6 +90,7 @@ protected:
     std::optional<OKU_WORD> answer(const Call& call) {
         if (call.name == u"OKU/FTInitWindow") {
             auto& record = *reinterpret_cast<OKU_FT_INIT_RECORD*>(call.param);
+            window = {record.callback, record.callbackData};
             record.updateFn = Windows::update;
             record.updateData = reinterpret_cast<OKU_WORD>(&windows);
             return 5;
@@ -133,6 +134,7 @@ protected:
 
     fs::path folder_;
     Windows windows;
+    Callback window;  // the last one's
     Client client;
 };
 
@@ -168,6 +170,23 @@ TEST_F(RealTransfers, ANameThatLeadsUpIsNotWritten) {
     fetch(server.at("/file"), "../plik", "s1");
     untilSaid("<iq id=\"s1\" type=\"error\"");
     EXPECT_FALSE(fs::exists(folder_ / "../plik"));
+}
+
+TEST_F(RealTransfers, AWindowThatWentIsWrittenToNoMore) {
+    const WebServer server([](const WebServer::Connection& web) {
+        web.send("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n");
+        while (web.send("x")) continue;
+    });
+    fetch(server.at("/"), "a", "s1");
+    while (windows.position() == 0) std::this_thread::yield();
+    OKU_FT_EVENT cancel{sizeof cancel, OKU_FT_EVENT_CANCELLED};
+    window(reinterpret_cast<OKU_WORD>(&cancel));
+    const std::size_t updates = windows.updates();
+    const std::string texts = windows.texts();
+    untilSaid("<iq id=\"s1\" type=\"result\"");
+    EXPECT_EQ(windows.updates(), updates);
+    EXPECT_EQ(windows.texts(), texts);
+    EXPECT_GE(fs::file_size(folder_ / "a"), 100000u);
 }
 
 TEST_F(RealTransfers, UnloadingEndsWhatDripsAndWhatIsSilent) {
