@@ -6,11 +6,9 @@
 
 #include "host/oku/netlib.h"
 #include "messenger/core/accounts/accounts.h"
-#include "messenger/core/accounts/certificate_pins.h"
 #include "messenger/core/boundary/plugin_queue.h"
 #include "messenger/core/boundary/service_registry.h"
 #include "messenger/core/boundary/wide.h"
-#include "messenger/core/values/setting_keys.h"
 #include "messenger/core/windows/message_boxes.h"
 
 namespace oku {
@@ -52,7 +50,13 @@ std::uint32_t unsignedSetting(const SettingsFile& file, const QString& key, qlon
 
 SocketBridge::SocketBridge(ServiceRegistry& services, Accounts& accounts, PluginQueue& queue, MessageBoxes& boxes,
                            net::SocketSettings settings, std::shared_ptr<net::Resolver> resolver, QObject* parent)
-    : QObject(parent), accounts_(accounts), queue_(queue), boxes_(boxes) {
+    : QObject(parent),
+      accounts_(accounts),
+      queue_(queue),
+      questions_(accounts, boxes, [this](const net::ConnectionId& waiting, net::CertificateDecision decision) {
+          sockets_->decideCertificate(waiting, decision);
+      }) {
+    connect(&questions_, &CertificateQuestions::refused, this, &SocketBridge::certificateRefused);
     settings.compressed = [&accounts](const QString& name) {
         const auto* account = accounts.bySocket(name);
         return account && account->has(OKU_FLAG_COMPRESSED);
@@ -96,7 +100,7 @@ OKU_WORD SocketBridge::connectService(OKU_WORD param) {
     const net::ConnectRequest request = requestFrom(*record, account ? account->domain() : QString());
     if (account) {
         account->line = {.domain = request.domain};
-        setPins(*account, name);
+        sockets_->setPins(name, account->domain(), CertificateQuestions::accepted(*account));
     }
     return sockets_->connect(name, request).number ? 1 : 0;
 }
@@ -114,14 +118,6 @@ OKU_WORD SocketBridge::proxyDefaults(OKU_WORD param) const {
     record->type = unsignedSetting(file, QStringLiteral("OKU/Proxy/Type"), NL_PROXY_SOCKS5);
     record->auth = record->user[0] ? 1 : 0;
     return 1;
-}
-
-void SocketBridge::setPins(const AccountEntry& account, const QString& socket) {
-    QSet<QByteArray> pins;
-    const QString kept = account.settings->text(QString::fromUtf16(setting::pinnedCertificate));
-    for (QString pin : kept.split(u' ', Qt::SkipEmptyParts))
-        pins.insert(QByteArray::fromHex(pin.remove(u':').toLatin1()));
-    sockets_->setPins(socket, account.domain(), pins);
 }
 
 QString SocketBridge::ownerOf(const QString& name) const {
@@ -187,39 +183,11 @@ void SocketBridge::certificateCheck(const net::ConnectionId& id) {
 }
 
 void SocketBridge::certificateQuestion(const net::ConnectionId& id, const net::BadCertificate& certificate) {
-    const auto key = std::pair(ownerOf(id.name), certificate.fingerprint);
-    if (!certificateQuestions_.insert_or_assign(key, id).second) return;
-    const auto* account = accounts_.bySocket(id.name);
-    const QString jid = account ? account->jid() : QString();
-    const QString fingerprint = net::fingerprintText(certificate.fingerprint);
-    const QString text =
-        QCoreApplication::translate(
-            "Certificates",
-            "Certyfikat serwera %1 jest niepoprawny. %2\nWystawiony dla: %3\nWystawca: %4\nSHA-256: %5\n"
-            "Czy zaufać temu certyfikatowi na stałe na tym koncie?")
-            .arg(certificate.domain, certificate.reason, certificate.subject, certificate.issuer, fingerprint);
-    const CertificateProblem problem{certificate.domain, certificate.reason, fingerprint};
-    boxes_.ask(QCoreApplication::translate("Certificates", "Certyfikat serwera"), text,
-               [this, key, jid, problem](BoxButton button) {
-                   const net::ConnectionId waiting = certificateQuestions_.extract(key).mapped();
-                   const bool trust = button == BoxButton::yes;
-                   // Kept also when nothing waits any more: the next connection need not ask.
-                   if (trust) keepPin(accounts_.byKey(key.first), key.second);
-                   sockets_->decideCertificate(
-                       waiting, trust ? net::CertificateDecision::Pin : net::CertificateDecision::Refuse);
-                   if (!trust) emit certificateRefused(jid, problem);
-               });
+    questions_.ask(ownerOf(id.name), id, certificate);
 }
 
 void SocketBridge::certificatePinned(const net::ConnectionId& id, const QString&, const QByteArray& fingerprint) {
-    keepPin(accounts_.bySocket(id.name), fingerprint);
-}
-
-void SocketBridge::keepPin(AccountEntry* account, const QByteArray& fingerprint) {
-    if (!account) return;
-    const QString key = QString::fromUtf16(setting::pinnedCertificate);
-    const auto pins = withPin(account->settings->text(key), net::fingerprintText(fingerprint));
-    if (pins) account->settings->set(key, *pins);
+    CertificateQuestions::keep(accounts_.bySocket(id.name), fingerprint);
 }
 
 void SocketBridge::destroyed(const QString& name) {

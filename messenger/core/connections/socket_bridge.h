@@ -4,6 +4,7 @@
 #include <QObject>
 
 #include "host/oku/base.h"
+#include "messenger/core/connections/certificate_questions.h"
 #include "messenger/core/net/socket_service.h"
 #include "messenger/core/values/account.h"
 
@@ -56,20 +57,15 @@ private:
     OKU_WORD create(OKU_WORD param);
     OKU_WORD connectService(OKU_WORD param);
     OKU_WORD proxyDefaults(OKU_WORD param) const;
-    void setPins(const AccountEntry& account, const QString& socket);
     QString ownerOf(const QString& name) const;
-    static void keepPin(AccountEntry* account, const QByteArray& fingerprint);
     OKU_WORD callBack(const QString& name, std::uint32_t kind, OKU_WORD data);
 
     Accounts& accounts_;
     PluginQueue& queue_;
-    MessageBoxes& boxes_;
     std::map<QString, Socket> plugin_;  ///< the plugin's side of each socket
     quint64 loads_ = 0;                 ///< how often a plugin has gone
     QString proxyFile_;
-    /// The open questions about an account's certificate, each with the connection that waits for its answer. It may
-    /// not be the one that it was asked for: servers do not wait for as long as a person thinks.
-    std::map<std::pair<QString, QByteArray>, net::ConnectionId> certificateQuestions_;
+    CertificateQuestions questions_;
     std::unique_ptr<net::SocketService> sockets_;
 };
 

@@ -3,18 +3,14 @@
 #include <algorithm>
 #include <QCollator>
 #include <QCoreApplication>
-#include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
+#include <QJsonObject>
 
-#include "messenger/core/storage/private_file.h"
 #include "messenger/core/values/json_text.h"
 
 namespace oku {
 namespace {
 
-constexpr int kSaveDelay = 500;             // milliseconds from the first change that is not written
-constexpr int kRetryDelay = 2000;           // milliseconds after a write that failed
 constexpr qsizetype kMostDetails = 100000;  // of contacts that never come
 constexpr qsizetype kMostResources = 64;    // of a contact, who chooses how many there are
 
@@ -73,25 +69,13 @@ void sortByName(QList<Contact>& contacts) {
 
 }  // namespace
 
-ContactList::ContactList(QString path, QObject* parent) : QObject(parent), path_(std::move(path)) {
-    saveTimer_.setSingleShot(true);
-    // A rebuild is written when it is complete, never half-way.
-    connect(&saveTimer_, &QTimer::timeout, this, [this] {
-        if (!rebuilding_) save();
-    });
+ContactList::ContactList(QString path, QObject* parent)
+    : QObject(parent), file_(std::move(path), [this] { return asJson(); }) {
+    connect(&file_, &ContactFile::noticed, this, &ContactList::noticed);
 }
 
 void ContactList::load() {
-    QFile file(path_);
-    if (path_.isEmpty() || !file.exists()) return;
-    QJsonDocument document;
-    if (file.open(QIODevice::ReadOnly)) document = QJsonDocument::fromJson(file.readAll());
-    known_ = document.isArray() && file.error() == QFile::NoError;
-    if (!known_) {
-        setAside();
-        return;
-    }
-    for (const auto& value : document.array()) {
+    for (const auto& value : file_.load()) {
         const QJsonObject object = value.toObject();
         Entry entry;
         entry.contact.jid = object[QStringLiteral("jid")].toString();
@@ -103,35 +87,6 @@ void ContactList::load() {
         entry.groups = object[QStringLiteral("groups")].toVariant().toStringList();
         entries_.insert_or_assign(entry.contact.jid, std::move(entry));
     }
-}
-
-// What is written next takes its place.
-void ContactList::setAside() {
-    const QString stamp = QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
-    const QString aside = path_ + QStringLiteral(".damaged-") + stamp;
-    emit noticed(
-        QFile::rename(path_, aside)
-            ? QCoreApplication::translate("ContactList",
-                                          "Listy kontaktów %1 nie można odczytać; plik został zachowany jako %2.")
-                  .arg(path_, aside)
-            : QCoreApplication::translate("ContactList", "Listy kontaktów %1 nie można odczytać ani odłożyć na bok.")
-                  .arg(path_));
-}
-
-void ContactList::save() {
-    saveTimer_.stop();
-    if (!dirty_ || path_.isEmpty()) return;
-    const QString reason = replaceFile(path_, asJson());
-    known_ = true;
-    dirty_ = !reason.isEmpty();
-    if (dirty_) saveTimer_.start(kRetryDelay);
-    if (dirty_ && !failureTold_) {
-        emit noticed(QCoreApplication::translate("ContactList",
-                                                 "Nie można zapisać listy kontaktów w pliku %1: %2. Dawny plik "
-                                                 "zostaje, zapis będzie ponawiany.")
-                         .arg(path_, reason));
-    }
-    failureTold_ = dirty_;
 }
 
 QByteArray ContactList::asJson() const {
@@ -149,12 +104,6 @@ QByteArray ContactList::asJson() const {
     }
     list.endList();
     return std::move(list).take();
-}
-
-void ContactList::scheduleSave() {
-    if (path_.isEmpty()) return;
-    dirty_ = true;
-    if (!saveTimer_.isActive()) saveTimer_.start(kSaveDelay);
 }
 
 void ContactList::add(const Basics& basics) {
@@ -178,14 +127,14 @@ void ContactList::add(const Basics& basics) {
     const bool same = before.name == contact.name && before.group == contact.group &&
                       before.subscription == contact.subscription && before.waiting == contact.waiting;
     if (isNew || !same) {
-        scheduleSave();
+        file_.change();
         touch(entry);
     }
 }
 
 void ContactList::remove(const QString& jid) {
     if (!entries_.erase(jid)) return;
-    scheduleSave();
+    file_.change();
     gone_.append(jid);
     scheduleTelling();
 }
@@ -202,8 +151,9 @@ void ContactList::setDrawing(bool on) {
         rebuilding_ = false;
         details_.clear();
         // A list is known from the first one on, even when it is empty.
-        dirty_ = dirty_ || !gone_.isEmpty() || !known_;
-        save();
+        if (!gone_.isEmpty() || !file_.known()) file_.change();
+        file_.save();
+        file_.setHeld(false);
     }
     scheduleTelling();
     if (wasRebuilding) emit rebuilt();
@@ -211,6 +161,7 @@ void ContactList::setDrawing(bool on) {
 
 void ContactList::beginRebuild() {
     rebuilding_ = true;
+    file_.setHeld(true);  // written when it is complete, never half-way
     for (auto& [jid, entry] : entries_) entry.stale = true;
 }
 
@@ -219,7 +170,7 @@ void ContactList::abortRebuild() {
     rebuilding_ = false;
     drawing_ = true;
     for (auto& [jid, entry] : entries_) entry.stale = false;
-    if (dirty_) scheduleSave();
+    file_.setHeld(false);
     scheduleTelling();
 }
 
@@ -272,7 +223,7 @@ void ContactList::setDetails(const QString& jid, const ContactDetails& details) 
     contact.waiting = details.asked;
     found->second.groups.clear();
     for (const QString& group : details.groups) found->second.groups.append(shared(group));
-    scheduleSave();
+    file_.change();
     touch(found->second);
 }
 

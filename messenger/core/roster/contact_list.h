@@ -5,8 +5,8 @@
 #include <QObject>
 #include <QSet>
 #include <QStringList>
-#include <QTimer>
 
+#include "messenger/core/roster/contact_file.h"
 #include "messenger/core/values/contact.h"
 
 namespace oku {
@@ -32,14 +32,12 @@ public:
     /// `path`: the file of the list; an empty one means that it is not kept.
     explicit ContactList(QString path, QObject* parent = nullptr);
 
-    /// A file that cannot be read, or is no list, is kept as NAME.damaged-TIME, which noticed() tells.
     void load();
-    /// Writes what changed. Happens by itself within a second of a change. What could not be written is told once, and
-    /// tried again every few seconds.
-    void save();
+    /// Writes now what changed, which happens by itself soon after a change.
+    void save() { file_.save(); }
 
     /// Whether a list was ever kept: then the plugin's own file, which is added at its start, shows nothing new.
-    [[nodiscard]] bool known() const { return known_; }
+    [[nodiscard]] bool known() const { return file_.known(); }
 
     void add(const Basics& basics);
     void remove(const QString& jid);
@@ -86,15 +84,13 @@ private:
         bool touched = false;  ///< stands in touched_
     };
 
-    void setAside();
     void touch(Entry& entry);
     void scheduleTelling();
     [[nodiscard]] QByteArray asJson() const;
     /// The same text, kept once for all contacts.
     QString shared(const QString& text);
-    void scheduleSave();
 
-    QString path_;
+    ContactFile file_;
     std::map<QString, Entry> entries_;
     std::map<QString, ContactDetails> details_;  ///< of contacts that are not in the list yet
     QSet<QString> texts_;                        ///< groups and subscriptions, of which there are few
@@ -104,10 +100,6 @@ private:
     bool tellingSoon_ = false;
     bool drawing_ = true;
     bool rebuilding_ = false;
-    bool known_ = false;
-    bool dirty_ = false;
-    bool failureTold_ = false;
-    QTimer saveTimer_;
 };
 
 }  // namespace oku
