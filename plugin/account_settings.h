@@ -42,8 +42,8 @@ inline constexpr SwitchSetting kMessageAsChat{u"XMPP/MessageAsChat", false};
 
 /// Where received files go; the host replaces what stands between per cent signs.
 inline constexpr TextSetting kReceivedFiles{u"XMPP/SI/Path", platform::kPathSeparator == u'/'
-                                                                 ? u"%documents%/Odebrane Pliki/%from%"
-                                                                 : u"%documents%\\Odebrane Pliki\\%from%"};
+                                                                 ? u"%documents%/Odebrane Pliki/%from%/"
+                                                                 : u"%documents%\\Odebrane Pliki\\%from%\\"};
 
 inline constexpr SwitchSetting kMail{u"XMPP/GMail", true};
 inline constexpr SwitchSetting kKeepMailNotice{u"XMPP/GMailLeave", false};

@@ -101,7 +101,8 @@ void CTransferIBB::OnCloseAck(const Stanza&) { ReportFinished(u"Gotowe", false, 
 void CTransferIBB::Abort() {
     CloseFile();
     const std::u16string close = composeClose(generateId());
-    if (!target_.empty()) account_.output.sendText(close);
+    // Said once, also when the host cancels again from inside this sending.
+    if (!std::exchange(target_, {}).empty()) account_.output.sendText(close);
 }
 
 void CTransferIBB::refuseStart(const Stanza& stanza, std::u16string_view code, std::u16string_view condition) {
@@ -141,7 +142,8 @@ bool CTransferIBB::HandleStanza(const Stanza& stanza) {
     const xmlElement* data = mine(u"data");
     const xmlElement* close = mine(u"close");
     if (!data && !close) return false;
-    if (data && file_) {
+    // A file that no peer named is one that is sent: of it an empty block, if taken, would say that all had arrived.
+    if (data && file_ && !session_->chosenName().empty()) {
         TakeBlock(stanza, *data);
         return true;
     }
@@ -176,6 +178,11 @@ void CTransferIBB::TakeBlock(const Stanza& stanza, const xmlElement& data) {
         account_.output.sendText(
             lutCPW(stanza.element.name, {}, {{u"id", stanza.id}, {u"to", stanza.from}, {u"type", u"result"}}));
     if (!session_ || *length != session_->size) return;
+    // Some systems tell only now that a write went wrong.
+    if (!file_->close()) {
+        ReportFailure(u"Błąd transmisji");
+        return;
+    }
     ReportStatus(u"Przesłano, zamykanie sesji");
     SendClose();
 }

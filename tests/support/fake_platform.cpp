@@ -34,7 +34,7 @@ void tell(const char* verb, const std::string& path, const std::string& content)
 /// A file of the world that is open. The world may be another one when it is closed.
 class FakeFile final : public platform::File {
 public:
-    explicit FakeFile(std::string path) : path_(std::move(path)) {}
+    FakeFile(std::string path, bool writes) : path_(std::move(path)), writes_(writes) {}
 
     std::optional<std::string> read(std::size_t most) override {
         const auto found = world().files.find(path_);
@@ -44,7 +44,7 @@ public:
         return bytes;
     }
     bool write(std::string_view bytes) override {
-        if (world().unwritable.count(path_)) return false;
+        if (!writes_ || world().unwritable.count(path_)) return false;
         world().files[path_].append(bytes);
         position_ += bytes.size();
         return true;
@@ -54,10 +54,11 @@ public:
         return found == world().files.end() ? std::nullopt : std::optional<std::uint64_t>(found->second.size());
     }
     std::uint64_t position() const override { return position_; }
-    bool close() override { return true; }
+    bool close() override { return !writes_ || world().unwritable.count(path_) == 0; }
 
 private:
     std::string path_;
+    bool writes_;
     std::uint64_t position_ = 0;
 };
 
@@ -161,7 +162,7 @@ std::optional<std::string> readFile(const std::u16string& path) {
 std::unique_ptr<File> openForReading(const std::u16string& path) {
     const auto name = harness::toUtf8(path);
     if (!world().files.count(name) || world().unopenable.count(name)) return nullptr;
-    return std::make_unique<harness::FakeFile>(name);
+    return std::make_unique<harness::FakeFile>(name, false);
 }
 
 std::unique_ptr<File> openForWriting(const std::u16string& path) {
@@ -169,7 +170,7 @@ std::unique_ptr<File> openForWriting(const std::u16string& path) {
     if (world().unopenable.count(name)) return nullptr;
     world().files[name].clear();
     harness::tell("makes", name, "");
-    return std::make_unique<harness::FakeFile>(name);
+    return std::make_unique<harness::FakeFile>(name, true);
 }
 
 std::uint64_t fileSize(const std::u16string& path) {
