@@ -90,6 +90,8 @@ std::u16string CTransferIBB::composeClose(const std::u16string& id) const {
 }
 
 void CTransferIBB::SendClose() {
+    // Whoever was dropped while his last byte was told has no stream left to close.
+    if (!session_) return;
     CloseFile();
     const std::u16string id = generateId();
     account_.output.sendText(composeClose(id));
@@ -154,10 +156,7 @@ bool CTransferIBB::HandleStanza(const Stanza& stanza) {
     }
     // The account outlives the session that ends here.
     StreamOutput& output = account_.output;
-    if (close && session_) {
-        session_->SetStatusText(u"Gotowe");
-        session_->Drop();
-    }
+    if (close) ReportFinished(u"Gotowe", false, true);
     output.sendText(lutCPW(stanza.element.name, {}, {{u"type", u"error"}, {u"id", stanza.id}, {u"to", stanza.from}}));
     return true;
 }
