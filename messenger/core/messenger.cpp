@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "messenger/core/messenger.h"
 
 #include "messenger/core/accounts_on_host.h"

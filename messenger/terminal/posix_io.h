@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 /// Standard input and output and signals as the event loop needs them.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 /// The texts of the program itself. What the plugin and the core tell is shown as it is.
 #pragma once
 

@@ -1,11 +1,13 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "messenger/core/accounts/setting_rules.h"
 
 #include <algorithm>
 #include <optional>
 #include <QCoreApplication>
 
-#include "messenger/core/values/jid_text.h"
 #include "messenger/core/storage/settings_format.h"
+#include "messenger/core/values/jid_text.h"
 
 namespace oku {
 namespace {

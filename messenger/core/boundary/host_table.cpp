@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "messenger/core/boundary/host_table.h"
 
 #include <atomic>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "messenger/core/boundary/memory_probe.h"
 
 #ifdef _WIN32

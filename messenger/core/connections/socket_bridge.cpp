@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "messenger/core/connections/socket_bridge.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "messenger/core/net/socket_service.h"
 
 #include "messenger/core/net/connection.h"

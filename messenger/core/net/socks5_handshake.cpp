@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include <QtEndian>
 
 #include "messenger/core/net/proxy_handshake.h"

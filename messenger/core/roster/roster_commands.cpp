@@ -1,12 +1,14 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "messenger/core/roster/roster_commands.h"
 
 #include "messenger/core/accounts/accounts.h"
-#include "messenger/core/roster/contact_service.h"
-#include "messenger/core/wire/iq_queries.h"
-#include "messenger/core/values/jid_text.h"
 #include "messenger/core/boundary/plugin_queue.h"
-#include "messenger/core/xml/tag_scanner.h"
 #include "messenger/core/boundary/wide.h"
+#include "messenger/core/roster/contact_service.h"
+#include "messenger/core/values/jid_text.h"
+#include "messenger/core/wire/iq_queries.h"
+#include "messenger/core/xml/tag_scanner.h"
 #include "messenger/core/xml/xml_text.h"
 
 namespace oku {

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "messenger/core/storage/profile.h"
 
 #include <algorithm>
@@ -8,9 +10,9 @@
 #include <QStandardPaths>
 
 #include "host/oku/windows.h"
-#include "messenger/core/storage/private_file.h"
 #include "messenger/core/boundary/service_registry.h"
 #include "messenger/core/boundary/wide.h"
+#include "messenger/core/storage/private_file.h"
 
 namespace oku {
 namespace {

@@ -1,15 +1,17 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "messenger/core/talk/delivery.h"
 
 #include <algorithm>
 
 #include "host/oku/message.h"
-#include "messenger/core/talk/history.h"
-#include "messenger/core/wire/iq_queries.h"
-#include "messenger/core/values/jid_text.h"
 #include "messenger/core/boundary/plugin_queue.h"
 #include "messenger/core/boundary/service_registry.h"
-#include "messenger/core/wire/stanza_guard.h"
 #include "messenger/core/boundary/wide.h"
+#include "messenger/core/talk/history.h"
+#include "messenger/core/values/jid_text.h"
+#include "messenger/core/wire/iq_queries.h"
+#include "messenger/core/wire/stanza_guard.h"
 
 namespace oku {
 namespace {

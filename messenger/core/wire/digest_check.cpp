@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "messenger/core/wire/digest_check.h"
 
 #include "messenger/core/values/setting_keys.h"

@@ -1,13 +1,15 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "messenger/core/wire/iq_queries.h"
 
 #include <QRandomGenerator>
 #include <QTimer>
 #include <vector>
 
-#include "messenger/core/values/jid_text.h"
 #include "messenger/core/boundary/service_registry.h"
-#include "messenger/core/wire/stanza_guard.h"
 #include "messenger/core/boundary/wide.h"
+#include "messenger/core/values/jid_text.h"
+#include "messenger/core/wire/stanza_guard.h"
 #include "messenger/core/xml/xml_text.h"
 
 namespace oku {

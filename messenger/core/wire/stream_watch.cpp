@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "messenger/core/wire/stream_watch.h"
 
 #include "messenger/core/values/jid_text.h"

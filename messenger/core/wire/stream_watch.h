@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What arrives and the plugin does not pass on, the time of delayed messages (XEP-0203, XEP-0091) among it.
 #pragma once
 

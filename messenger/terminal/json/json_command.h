@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 /// Commands of the JSON mode, read and checked; see docs/json-protocol.md.
 #pragma once
 

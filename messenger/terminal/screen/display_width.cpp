@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "messenger/terminal/screen/display_width.h"
 
 #include <unicode/uchar.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 /// How many columns text takes in a terminal, and how to cut it to a number of columns.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 /// Keys of a terminal: what the bytes that it sends stand for.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 /// What the messenger told, as it is kept for the display, and how it is laid out in lines.
 #pragma once
 

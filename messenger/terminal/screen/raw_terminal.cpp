@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "messenger/terminal/screen/raw_terminal.h"
 
 #include <sys/ioctl.h>

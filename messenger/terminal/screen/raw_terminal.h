@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 /// The terminal's modes, changed for as long as the object lives.
 #pragma once
 

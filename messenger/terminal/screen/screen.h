@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 /// The screen: title, log, status line and prompt composed to rows, and the bytes that bring a terminal there.
 #pragma once
 

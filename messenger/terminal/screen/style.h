@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 /// How text looks: a meaning for each piece of text, and what a terminal is told for it.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 /// Small words that several places share: names of statuses and states, buttons, addresses.
 #pragma once
 

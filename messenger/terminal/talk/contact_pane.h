@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 /// The list of contacts beside the log: what of it is seen, and the keys that move in it.
 #pragma once
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "messenger/terminal/talk/contact_tree.h"
 
 #include <unicode/ucol.h>

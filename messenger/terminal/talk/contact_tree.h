@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 /// Contacts in the order in which a list shows them: by accounts and groups, those who can be reached first. A change
 /// of one contact costs the logarithm of all, and walking on costs nothing for what lies elsewhere.
 #pragma once

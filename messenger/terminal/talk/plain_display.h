@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 /// The interactive program without a screen: lines in, lines out. For pipes, logs and terminals that can do no more.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 /// The interactive program on a whole screen: keys in, frames out.
 #pragma once
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 /// The windows of the interactive program: the main one, which shows everything, one for each conversation, and one
 /// that strangers share when they are many; what is unread in them and who is typing.
 #pragma once

@@ -1,8 +1,11 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The server's proof in DIGEST-MD5.
 #include <QCryptographicHash>
 
-#include "messenger/core/wire/digest_proof.h"
 #include "messenger/core/boundary/wide.h"
+#include "messenger/core/wire/digest_proof.h"
 #include "tests/messenger/core/stage.h"
 
 namespace oku::test {

@@ -1,9 +1,11 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "tests/messenger/core/stage.h"
 
 #include "host/oku/log.h"
+#include "messenger/core/boundary/wide.h"
 #include "messenger/core/values/jid_text.h"
 #include "messenger/core/xml/secrets.h"
-#include "messenger/core/boundary/wide.h"
 
 namespace oku::test {
 namespace {

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What the host lets in and out in each state of a line, and that it tells of what it took away.
 #include "messenger/core/values/setting_keys.h"
 #include "tests/messenger/core/stage.h"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "tests/messenger/core/stage.h"
 
 #include "host/oku/windows.h"

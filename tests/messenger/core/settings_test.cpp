@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include <sys/wait.h>
 #include <unistd.h>
 #include <csignal>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // 2,000 kills at random moments: what is on disk afterwards is the old or the new content, whole.
 #include <gtest/gtest.h>
 

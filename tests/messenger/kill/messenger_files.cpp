@@ -1,11 +1,13 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include <QFile>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 
 #include "messenger/core/roster/contact_list.h"
-#include "messenger/core/talk/history.h"
 #include "messenger/core/storage/settings_file.h"
+#include "messenger/core/talk/history.h"
 #include "tests/messenger/kill/kept_files.h"
 #include "tests/messenger/kill/victim.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Contract 10 without proxies: SRV with priorities and weights, then the domain itself; IPv6 and IPv4 raced.
 #include <gtest/gtest.h>
 

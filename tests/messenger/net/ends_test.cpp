@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Contract 2: one end for each connection, with the word that decides about reconnection, in every way to end.
 #include <gtest/gtest.h>
 

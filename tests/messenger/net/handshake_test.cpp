@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The four proxy protocols byte by byte, without a socket.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The times and sizes that a person lives with; elsewhere tests make them short.
 #include <gtest/gtest.h>
 

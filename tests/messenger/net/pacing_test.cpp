@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Contract 4: logins that fail three times in a row behind an open socket are paced, and the user is told why.
 #include <gtest/gtest.h>
 

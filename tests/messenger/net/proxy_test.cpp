@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Contract 10 through proxies: all four kinds, with and without login, names resolved by the proxy, TLS behind it.
 #include <gtest/gtest.h>
 

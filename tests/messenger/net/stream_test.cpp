@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Contracts 3, 6 and 12 on a real line: replacement, pieces, whole elements; and what a held-up plugin leaves waiting.
 #include <gtest/gtest.h>
 

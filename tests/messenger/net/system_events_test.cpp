@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What the system tells wakes the messenger, once for each news.
 #include "messenger/core/net/system_events.h"
 

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Contract 9: certificates are checked against the account's domain; plugin and person are asked about bad ones.
 #include <gtest/gtest.h>
 

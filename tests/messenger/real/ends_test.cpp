@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // How a connection ends decides whether the plugin dials again; the whole way, from the server's words to the next
 // dial.
 #include "tests/messenger/real/stage.h"

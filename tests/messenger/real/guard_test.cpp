@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What a stranger may try: with the guard nothing of it happens, and without it the plugin does what it is told. So
 // that each trick is known to work where nobody guards against it.
 #include "tests/messenger/real/stage.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // A message box that stays open for minutes. The clock of this process runs faster (see CMakeLists.txt), so that the
 // minutes are those of the plugin, of the messenger and of the server alike.
 #include "tests/messenger/real/stage.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // What a whole login leaves in the log and in the console when both show all that they have.
 #include "messenger/core/wire_on_host.h"
 #include "tests/messenger/real/stage.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // A status chosen while a login is under way, in each way in which a person can choose one. The plugin would drop the
 // attempt, and dial no more.
 #include "messenger/core/windows_on_host.h"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
 #include "messenger/terminal/talk/command_families.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // A scripted messenger: keeps what it was told, answers with what the test has laid ready, and tells what the test
 // says. Its small life of its own (an account, a list) is enough to run the program on.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The terminal messenger on a scripted messenger: what the tests run in a terminal. The account logs in at once, its
 // contacts come online, and whoever is written to answers with what was written.
 #include <unistd.h>

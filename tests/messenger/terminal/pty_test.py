@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """The terminal messenger in a pseudo terminal: what a person sees, how the terminal is left, what it ends with.
 
     pty_test.py FAKE PROGRAM    FAKE is the messenger on a scripted core, PROGRAM the real one

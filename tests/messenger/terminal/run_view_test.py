@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """The view of ./run: two people's events side by side, on a terminal of any width."""
 
 import contextlib

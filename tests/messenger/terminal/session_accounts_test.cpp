@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // Start and end, accounts and their passwords.
 #include "tests/messenger/terminal/session_fixture.h"
 

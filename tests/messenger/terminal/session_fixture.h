@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // A session on a scripted messenger, with a display that notes what it is told.
 #pragma once
 

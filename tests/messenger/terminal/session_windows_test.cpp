@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
 // The windows, the status line, and who is told that a line is typed.
 #include "messenger/terminal/screen/display_width.h"
 #include "tests/messenger/terminal/session_fixture.h"

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """Each text in the messenger's sources has its translation, finished and with the same blanks, and no translation is left
 of a text that is gone.
 

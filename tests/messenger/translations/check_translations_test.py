@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: The protoLink authors
+# SPDX-License-Identifier: MIT
 """What check_translations.py finds, and what it lets pass."""
 import unittest
 
