@@ -46,7 +46,7 @@ void AccountParts::endTransfers() {
     sessionManager.end();
 }
 
-void AccountParts::forgetSession() { login.sessionStep = 0; }
+void AccountParts::forgetSession() { login.sessionAsked = false; }
 
 void AccountParts::onStateReset() {
     roster.rosterDownloaded = 0;

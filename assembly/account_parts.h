@@ -81,7 +81,7 @@ public:
     StanzaRouter<AccountParts> router{*this, accountRoutes()};
 
     LoginProgress login;
-    Encryption encryption{client, output, login};
+    Encryption encryption{client, output};
     Registration registration{client, connection, reconnection, requests};
     Authentication authentication{client, output, connection, login};
     StreamCompression compression{client, zip, output, connection};

@@ -24,7 +24,7 @@ void Binding::begin() {
 }
 
 Routing Binding::onBind(const Stanza&) {
-    if (progress_.sessionStep != 0) return Routing::Next;
+    if (progress_.sessionAsked) return Routing::Next;
     requestSession();
     return Routing::Done;
 }
@@ -35,7 +35,7 @@ void Binding::requestSession() {
     ++progress_.authStep;
     output_.sendText(lutCPW(u"iq", session, {{u"id", id}, {u"type", u"set"}}));
     log(LogLevel::Debug, u"Session binding");
-    progress_.sessionStep = 2;
+    progress_.sessionAsked = true;
 }
 
 void Binding::sessionResult(xmlElement& iq) {
@@ -47,7 +47,6 @@ void Binding::sessionResult(xmlElement& iq) {
         return;
     }
     requestServerFeatures();
-    ++progress_.sessionStep;
 
     const std::u16string rosterId = requests_.await([this](xmlElement& reply) { listener_.rosterResult(reply); });
     client_.hooks.notice(HookKind::SessionBound);

@@ -12,7 +12,6 @@ bool Encryption::begin(const xmlElement& features) {
     if (!features.GetChildPtr(u"starttls") || !client_.settings.get(setting::kTls)) return false;
     client_.log(LogLevel::Debug, tag::kGeneral, u"Starting TLS connection");
     output_.sendText(lutCPW(u"starttls", {}, {{u"xmlns", ns::kTls}}));
-    progress_.streamId = features.GetAttribute(u"id");
     return true;
 }
 

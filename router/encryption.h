@@ -5,7 +5,6 @@
 #pragma once
 
 #include "plugin/client_class.h"
-#include "router/login_progress.h"
 #include "router/routing.h"
 #include "router/stanza.h"
 #include "stream/stream_output.h"
@@ -14,8 +13,7 @@ namespace protolink {
 
 class Encryption {
 public:
-    Encryption(CClientClass& client, StreamOutput& output, LoginProgress& progress)
-        : client_(client), output_(output), progress_(progress) {}
+    Encryption(CClientClass& client, StreamOutput& output) : client_(client), output_(output) {}
 
     /// Asks for TLS when the server offers it and the account wants it. False when the login goes on without.
     bool begin(const xmlElement& features);
@@ -25,7 +23,6 @@ public:
 private:
     CClientClass& client_;
     StreamOutput& output_;
-    LoginProgress& progress_;
 };
 
 }  // namespace protolink

@@ -14,7 +14,6 @@ Routing Negotiation::onFeatures(const Stanza& stanza) {
     if (steps_.encryption.begin(features)) return Routing::Done;
     if (connection_.registerMode) return steps_.registration.begin(features);
     steps_.authentication.begin(features);
-    progress_.streamId = features.GetAttribute(u"id");
     return Routing::Done;
 }
 

@@ -34,7 +34,6 @@ bool StreamInput::inflatePiece(std::string_view piece, std::string& text) {
     // A data error is taken for input that is not complete: the bytes stay and the next piece is added behind them.
     if (code == Z_DATA_ERROR) return false;
     client_.log(LogLevel::Error, tag::kStream, u"ERROR: Decompression fault!");
-    freeZInput();
     connection_.disconnect(true);
     return false;
 }

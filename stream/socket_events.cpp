@@ -68,7 +68,6 @@ void SocketEvents::onClosed(OKU_WORD data) {
     client_.log(LogLevel::Debug, tag::kStream, u"Socket disconnected/closed");
     connection_.resetState();
     listener_.onSocketClosed();
-    connection_.input().freeZInput();
     reconnection_.remember(client_.status);
     client_.status = Status::Offline;
     tellOwnStatus(client_, Status::Offline, std::u16string(client_.statusDescription));

@@ -121,6 +121,18 @@ TEST(XmlParse, ADeclarationHidesWhatIsQuotedOrCommentedInIt) {
         EXPECT_EQ(readBack(std::string(declaration) + "<b/>"), u"<b/>") << declaration;
 }
 
+TEST(XmlParse, ADeclarationEndsWithItsOwnMarkOnly) {
+    for (const char* declaration :
+         {"<!DOCTYPE a [<!E x> <y/> ]>", "<!DOCTYPE a [<!--> <x/> > <y/> -->]>", "<!DOCTYPE a [<?p > <x/> > <y/> ?>]>",
+          "<!DOCTYPE a [<?> > <y/> ?>]>", "<!DOCTYPE a x?>", "<!DOCTYPE a x!-->"})
+        EXPECT_EQ(readBack(declaration + "<a/>"s), u"<a/>") << declaration;
+}
+
+TEST(XmlParse, NothingIsReadBehindADeclarationThatDoesNotEnd) {
+    for (const char* declaration : {"<!DOCTYPE a [<!-- ]>", "<!DOCTYPE a [<?p ]>", "<!DOCTYPE a \" >"})
+        EXPECT_EQ(readBack(declaration + "<a/>"s), u"") << declaration;
+}
+
 TEST(XmlParse, EachByteIsPartOfANameOrBlankOrNeither) {
     const auto letter = [](unsigned byte) {
         return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || byte == '_' || byte == ':';

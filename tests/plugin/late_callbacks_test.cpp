@@ -79,4 +79,18 @@ TEST(LateCallbacks, WordsOfAnEarlierLoadNameNobody) {
     EXPECT_TRUE(stage.host.complaints.empty()) << stage.host.complaints.front();
 }
 
+TEST(LateCallbacks, UnloadingWhileThePluginUnloadsDoesNothing) {
+    harness::world() = harness::FakeWorld();
+    harness::Stage stage({queryPlugInfo, pluginLoad, pluginUnload});
+    stage.load();
+    std::size_t removed = 0;
+    stage.host.onEvent = [&](const harness::Event& event) {
+        if (!event.line.head.starts_with("call OKU/ProtocolDel") || ++removed > 1) return;
+        EXPECT_EQ(pluginUnload(), 0);
+    };
+    stage.unload();
+    EXPECT_EQ(removed, 1u);
+    EXPECT_TRUE(stage.host.complaints.empty()) << stage.host.complaints.front();
+}
+
 }  // namespace

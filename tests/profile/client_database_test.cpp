@@ -112,6 +112,17 @@ TEST_F(ClientDatabase, CutAnywhereItIsEmpty) {
     EXPECT_NE(database.find(u"h1"), nullptr);
 }
 
+TEST_F(ClientDatabase, AnEntryWithoutAHashIsNotFoundByAnEmptyOne) {
+    load("<dbRoot><entry><query/></entry><entry hash=\"h1\"><query/></entry></dbRoot>");
+    EXPECT_EQ(database.find(u""), nullptr);
+    EXPECT_NE(database.find(u"h1"), nullptr);
+}
+
+TEST_F(ClientDatabase, IsSavedWithoutLineBreaks) {
+    load("<dbRoot><entry hash=\"h1\"><query/></entry></dbRoot>");
+    EXPECT_EQ(saved(), "<dbRoot><entry hash=\"h1\"><query/></entry></dbRoot>");
+}
+
 TEST_F(ClientDatabase, OfHostileBytesIsEmptyOrReadInPart) {
     for (const std::string& content : {std::string("\0\0\0\0", 4), std::string("\xFF\xFE<\0d\0", 6),
                                        std::string("<!DOCTYPE a [<!ENTITY b \"c\">]><a>&b;</a>"), std::string("<a/><b"),

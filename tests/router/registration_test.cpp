@@ -93,7 +93,7 @@ protected:
     SocketEvents socketEvents{client, connection, reconnection, quiet};
     Requests requests{dispatcher, output};
     LoginProgress login;
-    Encryption encryption{client, output, login};
+    Encryption encryption{client, output};
     Registration registration{client, connection, reconnection, requests};
     Authentication authentication{client, output, connection, login};
     StreamCompression compression{client, zip, output, connection};

@@ -167,6 +167,15 @@ TEST(CompressedInput, ADataErrorIsTakenForIncompleteInput) {
     EXPECT_EQ(stream.listener.elements, (Texts{"<first/>", "<third/>"}));
 }
 
+TEST(CompressedInput, WhatStandsBeforeADataErrorInItsPieceIsNotTaken) {
+    CompressedStream stream;
+    stream.receive(stream.server.deflate("<first/>"));
+    stream.receive(stream.server.deflate("<second/>") + "\xFF\xFF\xFF\xFF");
+    EXPECT_EQ(stream.listener.elements, Texts{"<first/>"});
+    EXPECT_EQ(stream.listener.batches, 1u);
+    EXPECT_TRUE(stream.control.ends.empty());
+}
+
 TEST(CompressedInput, ClearTextIsADataError) {
     CompressedStream stream;
     stream.receive("<message><body>not compressed</body></message>");

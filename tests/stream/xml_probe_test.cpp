@@ -55,6 +55,18 @@ TEST(XmlProbe, TakesWhatIsBalanced) {
     }
 }
 
+TEST(XmlProbe, KnowsEachOfManyAttributes) {
+    constexpr int kMany = 40;
+    std::string attributes;
+    for (int i = 0; i < kMany; ++i) attributes += " n" + std::to_string(i) + "=''";
+    EXPECT_TRUE(XmlProbe().probeXml("<a" + attributes + "/>").balanced);
+    for (int i = 0; i < kMany; ++i) {
+        const std::string text = "<a" + attributes + " n" + std::to_string(i) + "=''/>";
+        EXPECT_FALSE(probePlainly(text).balanced) << i;
+        EXPECT_FALSE(XmlProbe().probeXml(text).balanced) << i;
+    }
+}
+
 /// The check of a growing text gives at each piece what the check by the letter gives.
 void expectSame(const std::string& text, const std::vector<std::size_t>& ends) {
     XmlProbe probe;
