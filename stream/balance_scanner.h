@@ -20,6 +20,7 @@ struct ScannedNames {
     AttributeNames attributes;  // of the present tag
 };
 
+/// Long, because it is one grammar: each of its steps may be the next one of any other.
 class BalanceScanner {
 public:
     /// Where expat stops in the text that its wrapper's end follows, and with which of its error codes.

@@ -29,6 +29,9 @@ struct ConnectionHooks {
 ///
 /// Waiting (paced) -> Dialling -> Open -> Ended. Bytes and the end are reported from pump() alone, so that nothing
 /// overtakes anything, whatever nested event loop they come from.
+///
+/// Long, because it is one state machine: each of its events may come in each state, and what may follow is decided
+/// here.
 class Connection : public QObject {
 public:
     Connection(const ConnectionId& id, const ConnectRequest& request, const SocketSettings& settings,

@@ -23,6 +23,9 @@ namespace oku {
 ///
 /// What cannot be written is told all the same, kept in memory (within bounds) and written when it can be. A damaged
 /// file is set aside as NAME.damaged-TIME, and a new one begun with what can still be read of the old one.
+///
+/// Long, because reading and writing share the changes that are not written yet: what is asked for is the file and
+/// these.
 class History : public QObject {
     Q_OBJECT
 
