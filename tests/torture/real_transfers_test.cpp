@@ -214,11 +214,14 @@ TEST_F(RealTransfers, UnloadingEndsWhatDripsAndWhatIsSilent) {
     EXPECT_EQ(windows.updates(), updates);
 }
 
-TEST_F(RealTransfers, BlocksBehind65535KeepCounting) {
+// A quarter of a gibibyte takes minutes where each access is checked: the number stays below 65536 there.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    GTEST_SKIP() << "a quarter of a gibibyte takes too long when each access is checked";
+constexpr std::uintmax_t kBlocks = 257;
+#else
+constexpr std::uintmax_t kBlocks = 65537;
 #endif
-    constexpr std::uintmax_t kBlocks = 65537;
+
+TEST_F(RealTransfers, BlocksBehind65535KeepCounting) {
     std::ofstream(folder_ / "big");
     fs::resize_file(folder_ / "big", kBlocks * 4096);
     MiniServer& server = client.servers.at(kNet);
@@ -258,7 +261,7 @@ TEST_F(RealTransfers, BlocksBehind65535KeepCounting) {
         client.receive(kNet, "<iq type='result' id='" + before.substr(before.find(" id=\"") + 5, 16) + "'/>");
         ASSERT_FALSE(last.empty());
     }
-    EXPECT_EQ(seq, "65536");
+    EXPECT_EQ(seq, std::to_string(kBlocks - 1));
 }
 
 }  // namespace
