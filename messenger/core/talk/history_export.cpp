@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 
 #include "messenger/core/talk/history.h"
 
