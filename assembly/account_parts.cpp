@@ -81,7 +81,7 @@ void AccountParts::rosterResult(xmlElement& iq) {
 std::shared_ptr<CClientClass> assembleAccount(const AccountFiles& files, const Host& host,
                                               std::shared_ptr<SharedParts> shared) {
     auto account = std::make_shared<CClientClass>(files, host);
-    account->layers = std::make_unique<AccountParts>(*account, std::move(shared));
+    account->session = std::make_unique<AccountParts>(*account, std::move(shared));
     return account;
 }
 

@@ -56,7 +56,7 @@ namespace protolink {
 
 /// Made from the wire upwards: a part stands behind those that it uses. A lower part tells a higher one through the
 /// interfaces that this class implements.
-class AccountParts final : public AccountLayers, public StreamListener, public SessionListener {
+class AccountParts final : public AccountSession, public StreamListener, public SessionListener {
 public:
     AccountParts(CClientClass& account, std::shared_ptr<SharedParts> sharedParts);
     ~AccountParts() override;

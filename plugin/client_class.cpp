@@ -52,8 +52,8 @@ void CClientClass::init(const AccountEntries& entries, OwnPresentation& own) {
     registerEntries(entries);
     own.ownAvatarHash = settings.get(setting::kAvatarHash);
     showStatusIcon(Status::Offline);
-    layers->rosterLoad();
-    layers->resetState();
+    session->rosterLoad();
+    session->resetState();
 }
 
 std::u16string CClientClass::readIdentity() {
@@ -84,9 +84,9 @@ void CClientClass::registerEntries(const AccountEntries& entries) {
 
 void CClientClass::shutdown() {
     // Whatever fails here, nothing may stay registered: the host would call into a library that has gone.
-    tolerate([&] { layers->rosterSave(); });
+    tolerate([&] { session->rosterSave(); });
     tolerate([&] { settings.set(setting::kDescription, std::u16string(statusDescription)); });
-    tolerate([&] { layers->disconnect(true); });
+    tolerate([&] { session->disconnect(true); });
     Timers(host).destroy(timerName);
     settings.save();
     settings.close();
@@ -95,9 +95,9 @@ void CClientClass::shutdown() {
     contactList.deleteAll(netId);
     for (const OKU_WORD service : services_) host.destroyService(service);
     for (const OKU_WORD hook : hooks_) host.removeHook(hook);
-    layers->freeZInput();
-    tolerate([&] { layers->dropReconnection(); });
-    tolerate([&] { layers->endTransfers(); });
+    session->freeZInput();
+    tolerate([&] { session->dropReconnection(); });
+    tolerate([&] { session->endTransfers(); });
     // A call of this account may still be on the stack: what it does from here on reaches nobody.
     contactList.endPauses();
     host.mute();

@@ -31,10 +31,11 @@ enum AccountFlag : std::uint32_t {
     FLAG_COMPRESSED = OKU_FLAG_COMPRESSED,
 };
 
-/// What the account's frame asks of the parts above it: connection and contacts.
-class AccountLayers {
+/// What the account's frame asks of its session with the server, which the parts above it make: connection, contacts
+/// and transfers.
+class AccountSession {
 public:
-    virtual ~AccountLayers() = default;
+    virtual ~AccountSession() = default;
     virtual void setStatus(Status status, const std::u16string& description, OKU_WORD flagsWord) = 0;
     virtual void forgetRetries() = 0;
     virtual void resetState() = 0;
@@ -80,7 +81,7 @@ public:
     CClientClass(const CClientClass&) = delete;
     CClientClass& operator=(const CClientClass&) = delete;
 
-    /// Reads the settings and registers everything with the host. The layers are made first.
+    /// Reads the settings and registers everything with the host. The session is made first.
     void init(const AccountEntries& entries, OwnPresentation& own);
     /// Ends the connection, saves, and takes everything back from the host. The object reaches the host no more.
     void shutdown();
@@ -109,7 +110,7 @@ public:
     std::u16string socketName;
     std::u16string timerName;
 
-    std::unique_ptr<AccountLayers> layers;
+    std::unique_ptr<AccountSession> session;
 
 private:
     /// Reads address and descriptions; returns the account's UUID, a new one at the first run.

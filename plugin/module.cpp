@@ -97,7 +97,7 @@ void unload() {
     if (!state || state->ending) return;
     state->ending = true;
     // All at once, so that one wait is enough for all of them.
-    for (const auto& account : state->accounts) account->layers->stopDownloads();
+    for (const auto& account : state->accounts) account->session->stopDownloads();
     for (const auto& account : state->accounts) {
         account->shutdown();
         AccountParts::retire(account->context);

@@ -70,8 +70,8 @@ OKU_WORD StatusMenu::onStatusMenu(OKU_WORD param) {
     const std::u16string id = readText(event->id);
     const std::size_t slash = id.rfind(u'/');
     const Status chosen = statusFromName(slash == std::u16string::npos ? id : id.substr(slash + 1));
-    client_.layers->forgetRetries();
-    client_.layers->setStatus(chosen, client_.statusDescription, 0);
+    client_.session->forgetRetries();
+    client_.session->setStatus(chosen, client_.statusDescription, 0);
     return 0;
 }
 
@@ -91,8 +91,8 @@ OKU_WORD StatusMenu::onStatusResult(OKU_WORD param) {
         const std::u16string description = readText(event->description);
         client_.descProtect = event->protect;
         client_.settings.set(setting::kDescriptionProtected, static_cast<std::int32_t>(client_.descProtect));
-        client_.layers->forgetRetries();
-        client_.layers->setStatus(chosen, description, 0);
+        client_.session->forgetRetries();
+        client_.session->setStatus(chosen, description, 0);
     } else if (event->event == OKU_STATUS_WINDOW_WANTS_TEXTS) {
         const std::u16string address = client_.jid.bare;
         StatusWindow(client_.host).setTexts(address + u" - Ustaw status...", u"Status", address, event->window);
@@ -104,7 +104,7 @@ OKU_WORD StatusMenu::onStatusSet(OKU_WORD param) {
     const auto* wanted = readRecord<OKU_STATUS_SET>(param);
     if (!wanted) return 0;
     const std::u16string description = client_.descProtect ? client_.statusDescription : readText(wanted->description);
-    client_.layers->setStatus(static_cast<Status>(wanted->status), description, wanted->flagsWord);
+    client_.session->setStatus(static_cast<Status>(wanted->status), description, wanted->flagsWord);
     return 1;
 }
 
