@@ -19,9 +19,13 @@ AccountParts::AccountParts(CClientClass& account, std::shared_ptr<SharedParts> s
     : client(account), shared(std::move(sharedParts)) {
     output.attach(connection);
     client.context = g_liveAccounts.add(*this);
+    shared->dialogAccounts.push_back(&dialogAccount);
 }
 
-AccountParts::~AccountParts() { retire(client.context); }
+AccountParts::~AccountParts() {
+    retire(client.context);
+    std::erase(shared->dialogAccounts, &dialogAccount);
+}
 
 AccountParts* AccountParts::find(OKU_WORD context) { return g_liveAccounts.find(context); }
 

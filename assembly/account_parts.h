@@ -8,6 +8,7 @@
 
 #include "assembly/entries.h"
 #include "assembly/shared_parts.h"
+#include "dialogs/dialog_account.h"
 #include "extensions/contact_capabilities.h"
 #include "extensions/disco_replies.h"
 #include "extensions/http_confirmation.h"
@@ -126,6 +127,7 @@ public:
 
     CSessionManager sessionManager{client, output, dispatcher, contacts, downloadTick};
     FileChoice fileChoice{client, sessionManager};
+    DialogAccount dialogAccount{client, dispatcher, output};
 
 private:
     // What the account's frame asks for.

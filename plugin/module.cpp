@@ -35,8 +35,25 @@ constexpr OKU_PLUGIN_INFO kDescription{
     {},
 };
 
-/// The service browser has no window yet: its menu item does nothing.
-OKU_WORD OKU_CALL onInternalBrowser(OKU_WORD, OKU_WORD, OKU_WORD) { return 0; }
+/// The menu item of the service browser: opens its window, or shows the one that is open.
+OKU_WORD OKU_CALL onInternalBrowser(OKU_WORD, OKU_WORD, OKU_WORD) noexcept {
+    return atBoundary([]() -> OKU_WORD {
+        const std::shared_ptr<PluginState> state = pluginState();
+        if (!state || state->ending) return 0;
+        SharedParts& shared = *state->shared;
+        if (!shared.browser)
+            shared.browser = std::make_shared<CWndBrowser>(shared.windows, state->host, shared.dialogAccounts);
+        shared.browser->open();
+        return 0;
+    });
+}
+
+void closeBrowser(SharedParts& shared) {
+    if (!shared.browser) return;
+    shared.browser->DestroyWindow();
+    // One of its calls may be further out on the stack.
+    releaseAfterCall(std::exchange(shared.browser, nullptr));
+}
 
 void addBrowserItem(const Host& host) {
     MenuItem item;
@@ -73,7 +90,7 @@ void load(OKU_WORD module, const OKU_FUNCTION_TABLE* table) {
     if (pluginState()) return;
     auto state = std::make_shared<PluginState>();
     state->host = Host(table, module);
-    state->shared = std::make_shared<SharedParts>();
+    state->shared = std::make_shared<SharedParts>(state->host);
     // Known only now that it is whole: unloading asks for its parts also when a later step fails.
     pluginState() = state;
     // The profile directory is not known yet: the file is looked for in the current directory.
@@ -96,6 +113,7 @@ void unload() {
     const std::shared_ptr<PluginState> state = pluginState();
     if (!state || state->ending) return;
     state->ending = true;
+    tolerate([&] { closeBrowser(*state->shared); });
     // All at once, so that one wait is enough for all of them.
     for (const auto& account : state->accounts) account->session->stopDownloads();
     for (const auto& account : state->accounts) {

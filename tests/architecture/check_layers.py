@@ -10,8 +10,10 @@ import pathlib
 import re
 import sys
 
-PLUGIN = ["plugin", "stream", "router", "im", "extensions", "profile", "transfer", "dialogs", "assembly"]
+PLUGIN = ["plugin", "stream", "router", "im", "extensions", "profile", "transfer", "ui", "dialogs", "assembly"]
 BELOW_ALL = {"host", "platform"}
+# Windows are drawn by whoever can: what stands for them knows the account's frame and no feature.
+UI_MAY_INCLUDE = {"ui", "plugin"}
 # The exports stand above all layers, and beside the account's frame because they bear the plugin's name.
 EXEMPT = {"plugin/module.cpp"}
 CORE = ["xml", "values", "boundary", "process", "net", "storage", "accounts", "windows", "passwords", "wire", "roster",
@@ -23,6 +25,9 @@ COMMON = {"messenger/core/texts.h", "messenger/terminal/texts.h"}
 SEEN = re.compile(r"messenger/core/(values/\w+|options|texts|(\w+/)?\w+_face)\.h")
 STARTS = {"messenger/terminal/main.cpp": {"messenger/core/messenger.h", "messenger/core/process/process_protection.h"}}
 SERVICE_CALL = re.compile(r'\bcall\(\s*u"[^"]*/')
+# What the plugin's logic includes of others: the language's library, expat and zlib. It draws nothing itself.
+FOREIGN = re.compile(r'^\s*#\s*include\s+<([^>]+)>', re.MULTILINE)
+KNOWN = re.compile(r"[a-z_]+|expat\.h|zlib\.h")
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 
 
@@ -39,10 +44,15 @@ def plugin_faults(root):
                 continue
             if SERVICE_CALL.search(text):
                 yield f"{name} names a service of the host"
+            for include in FOREIGN.findall(text):
+                if not KNOWN.fullmatch(include):
+                    yield f"{name} includes {include}: the plugin's logic knows no toolkit"
             for include in INCLUDE.findall(text):
                 top = include.split("/")[0]
-                if top in BELOW_ALL or "/" not in include:
+                if top in BELOW_ALL:
                     continue
+                if folder == "ui" and top not in UI_MAY_INCLUDE:
+                    yield f"{name} includes {include}, which ui/ does not know"
                 if top not in PLUGIN:
                     yield f"{name} includes {include}, which is no part of the plugin"
                 elif PLUGIN.index(top) > layer:

@@ -10,7 +10,7 @@ import pathlib
 import re
 import sys
 
-FOLDERS = ["plugin", "stream", "router", "im", "extensions", "profile", "transfer", "dialogs", "host/services"]
+FOLDERS = ["plugin", "stream", "router", "im", "extensions", "profile", "transfer", "ui", "dialogs", "host/services"]
 SKIPPED_LINES = re.compile(r'^\s*(#\s*include|static_assert|//)')
 COMMENT = re.compile(r'//[^"\n]*$', re.MULTILINE)
 LITERALS = re.compile(r'(?:u8|u|U|L)?"((?:[^"\\\n]|\\.)*)"((?:\s*(?:u8|u|U|L)?"(?:[^"\\\n]|\\.)*")*)')

@@ -16,7 +16,8 @@ using K = ServiceArgument::Kind;
 const ServiceRow* find(const std::string& service) {
     static const std::array kFamilies{settingsServices(), timerServices(),  accountServices(),
                                       windowServices(),   socketServices(), contactServices(),
-                                      hookServices(),     cardServices(),   transferServices()};
+                                      hookServices(),     cardServices(),   transferServices(),
+                                      dialogServices()};
     for (const auto& family : kFamilies) {
         for (const auto& row : family) {
             if (service == row.name) return &row;

@@ -32,6 +32,7 @@ struct ServiceRow {
 std::span<const ServiceRow> accountServices();
 std::span<const ServiceRow> cardServices();
 std::span<const ServiceRow> contactServices();
+std::span<const ServiceRow> dialogServices();
 std::span<const ServiceRow> hookServices();
 std::span<const ServiceRow> settingsServices();
 std::span<const ServiceRow> socketServices();

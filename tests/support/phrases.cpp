@@ -19,7 +19,7 @@ bool begins(const std::string& line, std::string_view phrase) {
 
 const Phrase* findPhrase(const std::string& line) {
     static const std::array kFamilies{worldPhrases(),   hostPhrases(), playerPhrases(),  connectionPhrases(),
-                                      contactPhrases(), cardPhrases(), transferPhrases()};
+                                      contactPhrases(), cardPhrases(), transferPhrases(), dialogPhrases()};
     const Phrase* longest = nullptr;
     for (const auto& family : kFamilies) {
         for (const auto& phrase : family) {

@@ -26,6 +26,7 @@ using Role = Phrase::Role;
 std::span<const Phrase> cardPhrases();
 std::span<const Phrase> connectionPhrases();
 std::span<const Phrase> contactPhrases();
+std::span<const Phrase> dialogPhrases();
 std::span<const Phrase> hostPhrases();
 std::span<const Phrase> playerPhrases();
 std::span<const Phrase> transferPhrases();

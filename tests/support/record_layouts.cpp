@@ -120,6 +120,26 @@ constexpr FieldLayout kPublishFields[] = {{"file", 16, Published},
 constexpr FieldLayout kFileChooserFields[] = {
     {"filter", 8, Text},        {"flags", 16, U32},       {"title", 24, Text},   {"owner", 32, Word},
     {"callback", 40, Callback}, {"context", 48, Context}, {"module", 56, Module}};
+constexpr FieldLayout kWindowFields[] = {{"template", 4, Half},     {"title", 8, Skip},     {"heading", 16, Text},
+                                         {"description", 24, Text}, {"controls", 32, Skip}, {"count", 40, Half},
+                                         {"flags", 44, U32},        {"parent", 48, Skip},   {"callback", 56, Callback},
+                                         {"context", 64, Context},  {"module", 72, Module}, {"width", 80, I32},
+                                         {"height", 84, I32},       {"minWidth", 88, I32},  {"minHeight", 92, I32}};
+constexpr FieldLayout kControlFields[] = {
+    {"kind", 4, Half},   {"id", 8, Half},     {"flags", 12, U32},      {"text", 16, Text},  {"name", 24, Text},
+    {"items", 32, Skip}, {"count", 40, Half}, {"selection", 44, Half}, {"place", 48, Skip}, {"place", 56, Skip},
+    {"empty", 64, Text}, {"font", 72, Text},  {"fontSize", 80, U32}};
+constexpr FieldLayout kWindowTextFields[] = {{"which", 4, Half}, {"window", 8, Skip}, {"text", 16, Skip}};
+constexpr FieldLayout kControlValueFields[] = {
+    {"what", 4, Half}, {"window", 8, Skip}, {"control", 16, Half}, {"number", 24, Skip}, {"text", 32, Skip}};
+constexpr FieldLayout kControlPlaceFields[] = {{"control", 4, Half}, {"window", 8, Skip}, {"x", 16, I32},
+                                               {"y", 20, I32},       {"width", 24, I32},  {"height", 28, I32}};
+constexpr FieldLayout kRowFields[] = {{"control", 4, Half}, {"window", 8, Skip},  {"row", 16, Skip},
+                                      {"text", 24, Skip},   {"fields", 32, Skip}, {"count", 40, Half}};
+constexpr FieldLayout kRowFieldFields[] = {{"label", 8, Skip}, {"value", 16, Skip}};
+constexpr FieldLayout kPopupMenuFields[] = {
+    {"count", 4, Half}, {"window", 8, Skip}, {"items", 16, Skip}, {"control", 24, Half}};
+constexpr FieldLayout kPopupItemFields[] = {{"command", 4, Half}, {"text", 8, Skip}, {"flags", 16, Half}};
 constexpr FieldLayout kPublishedFields[] = {{"path", 8, Text}};
 
 }  // namespace
@@ -170,6 +190,15 @@ const RecordLayout kTransferAsk{"OKU_FT_ASK_RECORD", 40, kTransferAskFields};
 const RecordLayout kPublish{"OK7_PREPARE_RECORD", 72, kPublishFields};
 const RecordLayout kPublished{"OK7_PREPARE_RESULT", 2064, kPublishedFields};
 const RecordLayout kFileChooser{"OKU_FILE_CHOOSER", 64, kFileChooserFields};
+const RecordLayout kWindow{"OKU_WINDOW", 96, kWindowFields};
+const RecordLayout kControl{"OKU_CONTROL", 96, kControlFields};
+const RecordLayout kWindowText{"OKU_WINDOW_TEXT", 32, kWindowTextFields};
+const RecordLayout kControlValue{"OKU_CONTROL_VALUE", 48, kControlValueFields};
+const RecordLayout kControlPlace{"OKU_CONTROL_PLACE", 32, kControlPlaceFields};
+const RecordLayout kRow{"OKU_ROW", 48, kRowFields};
+const RecordLayout kRowField{"OKU_ROW_FIELD", 24, kRowFieldFields};
+const RecordLayout kPopupMenu{"OKU_POPUP_MENU", 32, kPopupMenuFields};
+const RecordLayout kPopupItem{"OKU_POPUP_ITEM", 24, kPopupItemFields};
 const RecordLayout kProxyDefaults{"NL_PROXY_DEFAULTS", 1556, {}};
 
 }  // namespace harness::layouts

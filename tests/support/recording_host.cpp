@@ -191,6 +191,9 @@ void RecordingHost::checkUnloaded() {
     for (const auto& [handle, store] : stores) complain("still open after unloading: settings " + store.path);
     for (const auto& [name, timer] : timers) complain("still running after unloading: timer " + name);
     for (const auto& [name, socket] : sockets) complain("still there after unloading: socket " + name);
+    for (const auto& [handle, window] : dialogs.all) {
+        if (window.open) complain("still open after unloading: window " + std::to_string(window.templateId));
+    }
     for (const auto& [net, protocol] : protocols)
         complain("still there after unloading: account " + std::to_string(net));
 }
@@ -198,6 +201,7 @@ void RecordingHost::checkUnloaded() {
 void RecordingHost::forgetPlugin() {
     menuItems.clear();
     statusWindows.clear();
+    pageParents.clear();
     nextNet = 1;
     nextStore = 1;
 }

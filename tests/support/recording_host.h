@@ -15,6 +15,7 @@
 
 #include "host/oku/table.h"
 #include "tests/support/compression.h"
+#include "tests/support/dialog_windows.h"
 #include "tests/support/records.h"
 
 namespace harness {
@@ -154,6 +155,8 @@ public:
     /// The result that the test scripted for a service.
     std::optional<OKU_WORD> scripted(const std::string& service);
 
+    DialogWindows dialogs;           // the plugin's own windows
+    std::set<OKU_WORD> pageParents;  // the words of pages of the host's that windows lie in
     std::map<OKU_WORD, OpenSettings> stores;
     std::map<OKU_WORD, std::string> contacts;  // "net jid"
     std::string lastOut[2];                    // what the stream hooks of phase 1 and 2 were last told is sent

@@ -15,7 +15,7 @@ constexpr std::array<const char*, 9> kStatusWords = {"",   "online",    "chat", 
 
 std::size_t widthOf(FieldKind kind) {
     using enum FieldKind;
-    return kind == U32 || kind == I32 || kind == Net || kind == Status ? 4 : 8;
+    return kind == U32 || kind == I32 || kind == Net || kind == Status || kind == Half ? 4 : 8;
 }
 
 class Reader {
@@ -72,6 +72,7 @@ private:
                 return show(field.name, statusWord(peek<std::uint32_t>(record_, field.offset)), false);
             case Time:
                 return readTime(field);
+            case Half:
             case Skip:
                 return;
             default:

@@ -36,6 +36,7 @@ enum class FieldKind {
     Resource,      // pointer to a resource record, its fields shown in place
     Published,     // pointer to the record of a file to publish, its fields shown in place
     SameResource,  // pointer to what the field at `other` of the contact points to; shown as "other" when it is not
+    Half,          // four bytes that are shown elsewhere, or not at all
     Skip,          // bytes that mean nothing to a reader: addresses of buffers and what the host fills in
 };
 
@@ -90,7 +91,8 @@ extern const RecordLayout kLog, kSettings, kTimer, kHook, kHookData, kStatusData
     kContactAdd, kContactIdentity, kContactIcon, kMessage, kMessageSend, kProtocol, kInfo, kMenu, kDirectory,
     kIconClass, kIconLoad, kIconSet, kOptionsPage, kPropertiesPage, kStatusPrepare, kStatusShow, kStatusTexts,
     kMessageBox, kNotify, kPepEvent, kPepTune, kPepMood, kPepLocation, kSocketCreate, kSocketConnect, kSocketSend,
-    kProxyDefaults, kTransferInit, kTransferAsk, kPublish, kPublished, kFileChooser;
+    kProxyDefaults, kTransferInit, kTransferAsk, kPublish, kPublished, kFileChooser, kWindow, kControl, kWindowText,
+    kControlValue, kControlPlace, kRow, kRowField, kPopupMenu, kPopupItem;
 }  // namespace layouts
 
 }  // namespace harness

@@ -10,6 +10,7 @@
 
 #include "host/oku/avatar.h"
 #include "host/oku/cards.h"
+#include "host/oku/dialogs.h"
 #include "host/oku/menu.h"
 #include "host/oku/message.h"
 #include "host/oku/netlib.h"
@@ -300,6 +301,23 @@ OKU_WORD Stage::raise(const std::string& event, OKU_WORD param, OKU_WORD extra) 
         if (name == event) result = callback(param, extra);
     }
     return result;
+}
+
+OKU_WORD Stage::dialogEvent(OKU_WORD window, const DialogInput& input) {
+    const auto& target = required(host.dialogs.all, window, "window");
+    auto record = sized<OKU_WINDOW_EVENT>();
+    record.kind = input.kind;
+    record.window = window;
+    record.control = input.control;
+    record.number = input.number;
+    record.width = input.width;
+    record.height = input.height;
+    return target.handler(word(&record), 0, target.context);
+}
+
+OKU_WORD Stage::dialogNull(OKU_WORD window) {
+    const auto& target = required(host.dialogs.all, window, "window");
+    return target.handler(0, 0, target.context);
 }
 
 OKU_WORD Stage::tick(const std::string& timer, std::uint32_t kind) {

@@ -85,6 +85,17 @@ public:
     /// Tells the listeners of a host event; the result is the last one's.
     OKU_WORD raise(const std::string& event, OKU_WORD param, OKU_WORD extra);
 
+    /// An event of one of the plugin's own windows, open or gone.
+    struct DialogInput {
+        std::uint32_t kind = 0;
+        std::uint32_t control = 0;
+        std::int64_t number = 0;
+        std::int32_t width = 0;
+        std::int32_t height = 0;
+    };
+    OKU_WORD dialogEvent(OKU_WORD window, const DialogInput& input);
+    OKU_WORD dialogNull(OKU_WORD window);
+
     // Time.
     /// Lets time pass; every timer that comes due ticks at its own moment.
     void pass(std::int64_t milliseconds);
