@@ -8,6 +8,7 @@
 #define OKU_DIALOGS_H
 
 #include "base.h"
+#include "contact.h"
 
 enum {
     OKU_CONTROL_LABEL = 1,          /* names the control behind it */
@@ -278,5 +279,45 @@ OKU_ASSERT_OFFSET(OKU_WINDOW_EVENT, control, 16);
 OKU_ASSERT_OFFSET(OKU_WINDOW_EVENT, number, 24);
 OKU_ASSERT_OFFSET(OKU_WINDOW_EVENT, width, 32);
 OKU_ASSERT_OFFSET(OKU_WINDOW_EVENT, height, 36);
+
+enum {
+    OKU_PAGE_SHOW = 1,
+    OKU_PAGE_HIDE = 2,
+    OKU_PAGE_DESTROY = 3,
+    OKU_PAGE_APPLY = 4,
+    OKU_PAGE_OK = 5,
+    OKU_PAGE_ADD = 7, /* the contact that is entered is a new one */
+    OKU_PAGE_PLACE = 10
+};
+
+enum { OKU_PAGE_TEXT_CAPACITY = 256 };
+
+/* What the callback of a page of options or properties receives. The page is a window of the plugin with the flag
+ * OKU_WINDOW_CHILD and this `parent`. */
+typedef struct OKU_PAGE_EVENT {
+    uint32_t size; /* 64 */
+    uint32_t event;
+    OKU_WORD* page; /* a word of the host's that is the page's own: 0 at first, and for the plugin to write */
+    const OKU_CONTACT_RECORD* contact; /* null for a new contact, and for options */
+    OKU_WORD parent;
+    char16_t* title; /* out: OKU_PAGE_TEXT_CAPACITY characters each, the NUL included; null when not wanted */
+    char16_t* description;
+    int32_t x; /* the page's place inside its parent, a hint as those of controls */
+    int32_t y;
+    int32_t width;
+    int32_t height;
+} OKU_PAGE_EVENT;
+
+OKU_ASSERT_SIZE(OKU_PAGE_EVENT, 64);
+OKU_ASSERT_OFFSET(OKU_PAGE_EVENT, event, 4);
+OKU_ASSERT_OFFSET(OKU_PAGE_EVENT, page, 8);
+OKU_ASSERT_OFFSET(OKU_PAGE_EVENT, contact, 16);
+OKU_ASSERT_OFFSET(OKU_PAGE_EVENT, parent, 24);
+OKU_ASSERT_OFFSET(OKU_PAGE_EVENT, title, 32);
+OKU_ASSERT_OFFSET(OKU_PAGE_EVENT, description, 40);
+OKU_ASSERT_OFFSET(OKU_PAGE_EVENT, x, 48);
+OKU_ASSERT_OFFSET(OKU_PAGE_EVENT, y, 52);
+OKU_ASSERT_OFFSET(OKU_PAGE_EVENT, width, 56);
+OKU_ASSERT_OFFSET(OKU_PAGE_EVENT, height, 60);
 
 #endif
