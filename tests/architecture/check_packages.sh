@@ -39,6 +39,7 @@ expect() {
 expect nothing test 0 ''
 expect mcabber test 1 mcabber
 expect mcabber run 0 ''
+expect libpurple-dev test 1 libpurple-dev
 expect prosody run 1 prosody
 expect ccache test 0 ccache
 expect ccache run 0 ccache

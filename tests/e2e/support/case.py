@@ -18,6 +18,7 @@ from oku.terminal import OkuTerminal
 from .ejabberd import Ejabberd
 from .fast_time import Watch
 from .peer import Peer
+from .purple import Purple
 from .scripted import ScriptedServer
 
 BUILD = pathlib.Path(os.environ["OKU_BUILD"])
@@ -114,6 +115,13 @@ class Case(unittest.TestCase):
         peer = Peer(user, PASSWORDS[user], server, self.authority.certificate, resource)
         self.addCleanup(peer.stop)
         return peer.start(priority) if start else peer
+
+    def purple(self, user, server):
+        self._clients += 1
+        purple = Purple(BUILD / "purple-bot", self.folder / "libpurple", user, PASSWORDS[user], server,
+                        self.authority.certificate)
+        self.addCleanup(purple.stop)
+        return purple.start()
 
     def messenger(self, profile="profile", start=True, powerless=False, **options):
         """A terminal messenger that ends well: a crash or a sanitizer's report fails the test. Nothing is unreadable
