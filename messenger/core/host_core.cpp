@@ -89,11 +89,32 @@ void HostCore::connectParts() {
     tidying_.setInterval(kTidyingDelay);
     connect(&tidying_, &QTimer::timeout, this, &giveBackFreeMemory);
     connect(&contacts, &ContactService::rebuilt, this, [this] { tidying_.start(); });
+    connectCards();
     // What the plugin tells the user during a login is why the login ends, if it does.
     connect(&log, &LogService::noticed, this, [this](const QString& jid, const QString& text) {
         auto* account = accounts.byJid(jid);
         if (account && account->loggingIn()) account->reason = text;
     });
+}
+
+void HostCore::connectCards() {
+    connect(&sessions, &Sessions::connectionChanged, this, [this](const QString& jid, ConnectionState state) {
+        const auto* account = accounts.byJid(jid);
+        if (!account || state != ConnectionState::connecting) return;
+        // A connection that was replaced ends without a word.
+        cardsLost(*account);
+        ownPicture.connectionBegins(account->key);
+    });
+    connect(&sockets, &SocketBridge::ended, this, [this](AccountEntry* account, const net::End&, bool told) {
+        if (!told) return;
+        cardsLost(*account);
+        ownPicture.connectionEnded(account->key);
+    });
+}
+
+void HostCore::cardsLost(const AccountEntry& account) {
+    contactCards.connectionEnded(account);
+    ownCards.connectionEnded(account);
 }
 
 QString HostCore::start() {
@@ -118,6 +139,7 @@ void HostCore::load() {
         contacts.list(*account);
         passwords.load(account->settings);
     }
+    ownPicture.pluginLoaded();
 }
 
 void HostCore::unload() {

@@ -12,6 +12,11 @@
 #include "messenger/core/boundary/plugin_queue.h"
 #include "messenger/core/boundary/service_registry.h"
 #include "messenger/core/boundary/timer_service.h"
+#include "messenger/core/cards/checked_pictures.h"
+#include "messenger/core/cards/contact_cards.h"
+#include "messenger/core/cards/contact_pictures.h"
+#include "messenger/core/cards/own_cards.h"
+#include "messenger/core/cards/own_picture.h"
 #include "messenger/core/connections/line_guards.h"
 #include "messenger/core/connections/sessions.h"
 #include "messenger/core/connections/sign_off.h"
@@ -73,7 +78,7 @@ public:
     Passwords passwords{settings, boxes, options.keyRing};
     MenuModel menus{services, queue};
     StatusWindows statusWindows{services, accounts, queue};
-    WindowServices windows{services, accounts};
+    WindowServices windows{services};
     ContactService contacts{services, accounts, queue};
     Authorizations authorizations{services, accounts};
     HookChain hooks{services, accounts};
@@ -91,6 +96,11 @@ public:
     SignOff signOff{accounts, choices, sockets, passwords};
     PluginReload reload{*this};
     RosterCommands roster{queue, queries, contacts};
+    CheckedPictures pictures{options.pictures.get(), profile.cacheDirectory()};
+    ContactPictures contactPictures{services, accounts, contacts, pictures};
+    ContactCards contactCards{services, accounts, queue, pictures};
+    OwnPictureFile ownPicture{{events, queue, accounts, options.pictures.get()}, profile.directory()};
+    OwnCards ownCards{{services, accounts, queue, queries, boxes, ownPicture}};
     InfoRequests info{queue, queries, contacts};
 
 signals:
@@ -99,6 +109,8 @@ signals:
 
 private:
     void connectParts();
+    void connectCards();
+    void cardsLost(const AccountEntry& account);
     void dropPlugin();
     void finishShutdown();
 

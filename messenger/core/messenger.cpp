@@ -3,6 +3,8 @@
 #include "messenger/core/messenger.h"
 
 #include "messenger/core/accounts_on_host.h"
+#include "messenger/core/cards/cards_on_host.h"
+#include "messenger/core/cards/picture_process.h"
 #include "messenger/core/host_core.h"
 #include "messenger/core/passwords/key_ring.h"
 #include "messenger/core/roster/roster_on_host.h"
@@ -21,6 +23,8 @@ struct Messenger::Private {
         rosterOnHost({core.accounts, core.contacts, core.roster, core.authorizations, core.info});
     std::unique_ptr<TalkFace> talk =
         talkOnHost({core.accounts, core.contacts, core.history, core.delivery, core.arrivals, core.typing});
+    std::unique_ptr<CardsFace> cards =
+        cardsOnHost({core.accounts, core.contactCards, core.ownCards, core.ownPicture, core.contactPictures});
     std::unique_ptr<WindowsFace> windows = windowsOnHost(core);
     std::unique_ptr<WireFace> wire = wireOnHost(core);
 };
@@ -55,6 +59,8 @@ RosterFace& Messenger::roster() const { return *d->roster; }
 
 TalkFace& Messenger::talk() const { return *d->talk; }
 
+CardsFace& Messenger::cards() const { return *d->cards; }
+
 WindowsFace& Messenger::windows() const { return *d->windows; }
 
 WireFace& Messenger::wire() const { return *d->wire; }
@@ -63,6 +69,7 @@ MessengerOptions installedOptions() {
     MessengerOptions options;
     options.modulePath = findModule(QCoreApplication::applicationDirPath());
     options.keyRing = systemKeyRing();
+    options.pictures = std::make_shared<PictureProcess>(findPictureProgram(QCoreApplication::applicationDirPath()));
     return options;
 }
 

@@ -25,6 +25,7 @@ public:
     [[nodiscard]] AccountsFace& accounts() const override;
     [[nodiscard]] RosterFace& roster() const override;
     [[nodiscard]] TalkFace& talk() const override;
+    [[nodiscard]] CardsFace& cards() const override;
     [[nodiscard]] WindowsFace& windows() const override;
     [[nodiscard]] WireFace& wire() const override;
 

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include "messenger/core/accounts/accounts_face.h"
+#include "messenger/core/cards/cards_face.h"
 #include "messenger/core/roster/roster_face.h"
 #include "messenger/core/talk/talk_face.h"
 #include "messenger/core/windows/windows_face.h"
@@ -42,6 +43,7 @@ public:
     [[nodiscard]] virtual AccountsFace& accounts() const = 0;
     [[nodiscard]] virtual RosterFace& roster() const = 0;
     [[nodiscard]] virtual TalkFace& talk() const = 0;
+    [[nodiscard]] virtual CardsFace& cards() const = 0;
     [[nodiscard]] virtual WindowsFace& windows() const = 0;
     [[nodiscard]] virtual WireFace& wire() const = 0;
 

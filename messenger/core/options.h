@@ -8,6 +8,7 @@
 namespace oku {
 
 class KeyRing;
+class PictureReader;
 namespace net {
 class Resolver;
 }
@@ -23,6 +24,7 @@ struct MessengerOptions {
     int typingSeconds = 30;   ///< a typing notice that is shown goes away after this time
     std::shared_ptr<net::Resolver> resolver;  ///< null: the system's
     std::shared_ptr<KeyRing> keyRing;         ///< where passwords are kept; null: there is none
+    std::shared_ptr<PictureReader> pictures;  ///< reads pictures; null: none is read
 };
 
 }  // namespace oku

@@ -14,8 +14,6 @@ public:
         connect(&core_.boxes, &MessageBoxes::closed, this, &WindowsFace::boxClosed);
         connect(&core_.menus, &MenuModel::changed, this, &WindowsFace::menuChanged);
         connect(&core_.statusWindows, &StatusWindows::requested, this, &WindowsFace::statusWindowRequested);
-        connect(&core_.windows, &WindowServices::busyChanged, this, &WindowsFace::busyChanged);
-        connect(&core_.windows, &WindowServices::cardStatus, this, &WindowsFace::noticed);
         connect(&core_, &HostCore::noticed, this, &WindowsFace::noticed);
     }
 

@@ -2,6 +2,132 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_GB" sourcelanguage="pl_PL">
 <context>
+    <name>CardFields</name>
+    <message>
+        <source>pseudonim</source>
+        <translation>nickname</translation>
+    </message>
+    <message>
+        <source>imię</source>
+        <translation>given name</translation>
+    </message>
+    <message>
+        <source>nazwisko</source>
+        <translation>family name</translation>
+    </message>
+    <message>
+        <source>e-mail</source>
+        <translation>e-mail</translation>
+    </message>
+    <message>
+        <source>strona WWW</source>
+        <translation>web page</translation>
+    </message>
+    <message>
+        <source>tytuł</source>
+        <translation>title</translation>
+    </message>
+    <message>
+        <source>rola</source>
+        <translation>role</translation>
+    </message>
+    <message>
+        <source>urodziny</source>
+        <translation>birthday</translation>
+    </message>
+    <message>
+        <source>nazwa</source>
+        <translation>name</translation>
+    </message>
+    <message>
+        <source>zdjęcie</source>
+        <translation>photo</translation>
+    </message>
+    <message>
+        <source>drugie imię</source>
+        <translation>middle name</translation>
+    </message>
+    <message>
+        <source>adres</source>
+        <translation>address</translation>
+    </message>
+    <message>
+        <source>telefon</source>
+        <translation>telephone</translation>
+    </message>
+    <message>
+        <source>kolejny e-mail</source>
+        <translation>another e-mail</translation>
+    </message>
+    <message>
+        <source>organizacja</source>
+        <translation>organisation</translation>
+    </message>
+    <message>
+        <source>opis</source>
+        <translation>description</translation>
+    </message>
+</context>
+<context>
+    <name>Cards</name>
+    <message>
+        <source>Zbyt wiele wizytówek naraz; poczekaj na poprzednie.</source>
+        <translation>Too many cards at once; wait for those before.</translation>
+    </message>
+    <message>
+        <source>Wizytówka nie ma pola %1.</source>
+        <translation>A card has no field %1.</translation>
+    </message>
+    <message>
+        <source>Pole %1 jest za długie (najwyżej %2 znaków).</source>
+        <translation>The field %1 is too long (at most %2 characters).</translation>
+    </message>
+    <message>
+        <source>Nie ma własnego obrazka.</source>
+        <translation>There is no own picture.</translation>
+    </message>
+    <message>
+        <source>Obrazek zmieni się, gdy skończy się logowanie; spróbuj potem.</source>
+        <translation>The picture changes when the login is over; try again then.</translation>
+    </message>
+    <message>
+        <source>To konto zajmuje się jeszcze swoją wizytówką albo obrazkiem.</source>
+        <translation>This account is still busy with its card or picture.</translation>
+    </message>
+    <message>
+        <source>Serwer nie podał wizytówki.</source>
+        <translation>The server did not give the card.</translation>
+    </message>
+    <message>
+        <source>Nie można odczytać pliku %1 albo ma ponad 4 MiB.</source>
+        <translation>The file %1 cannot be read, or is larger than 4 MiB.</translation>
+    </message>
+    <message>
+        <source>Pobrany obrazek jest pusty albo ma ponad 4 MiB.</source>
+        <translation>The fetched picture is empty, or larger than 4 MiB.</translation>
+    </message>
+    <message>
+        <source>Brak programu oku-picture, więc obrazki nie są odczytywane.</source>
+        <translation>The program oku-picture is missing, so no pictures are read.</translation>
+    </message>
+    <message>
+        <source>To nie jest obrazek PNG, JPEG, GIF, WebP ani BMP o boku do 4096 punktów.</source>
+        <translation>This is no PNG, JPEG, GIF, WebP or BMP picture with sides of at most 4096 points.</translation>
+    </message>
+    <message>
+        <source>Nie można zapisać obrazka: %1. Poprzedni zostaje.</source>
+        <translation>The picture cannot be written: %1. The one before stays.</translation>
+    </message>
+    <message>
+        <source>Serwer nie odpowiedział.</source>
+        <translation>The server did not answer.</translation>
+    </message>
+    <message>
+        <source>Nie można usunąć obrazka %1</source>
+        <translation>Cannot remove the file %1</translation>
+    </message>
+</context>
+<context>
     <name>Certificates</name>
     <message>
         <source>Certyfikat serwera %1 jest niepoprawny. %2
@@ -265,6 +391,26 @@ Trust this certificate on this account from now on?</translation>
     <message>
         <source>wycofuje wiadomość, która czeka; bez numeru ostatnią w rozmowie</source>
         <translation>takes back a message that waits; without a number the last in the conversation</translation>
+    </message>
+    <message>
+        <source>wizytówka kontaktu</source>
+        <translation>a contact&apos;s card</translation>
+    </message>
+    <message>
+        <source>[POLE TEKST | store | forget]</source>
+        <translation>[FIELD TEXT | store | forget]</translation>
+    </message>
+    <message>
+        <source>własna wizytówka na serwerze; zmienia pole, zapisuje albo porzuca zmiany</source>
+        <translation>the own card on the server; changes a field, stores the changes or drops them</translation>
+    </message>
+    <message>
+        <source>[set PLIK | remove | publish | fetch]</source>
+        <translation>[set FILE | remove | publish | fetch]</translation>
+    </message>
+    <message>
+        <source>własny obrazek: pokazuje, ustawia, usuwa, publikuje na serwerze, pobiera stamtąd</source>
+        <translation>the own picture: shows, sets, removes it, publishes it on the server, fetches it from there</translation>
     </message>
 </context>
 <context>
@@ -1023,6 +1169,10 @@ Commands inside the program: /help. All of it: man oku-terminal
         <source>1: połączenie bez szyfrowania dozwolone</source>
         <translation>1: connection without encryption allowed</translation>
     </message>
+    <message>
+        <source>1: mów o nowych obrazkach kontaktów</source>
+        <translation>1: tell of contacts&apos; new pictures</translation>
+    </message>
 </context>
 <context>
     <name>Settings</name>
@@ -1625,6 +1775,82 @@ Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
     <message>
         <source>usunięto konto %1</source>
         <translation>the account %1 was removed</translation>
+    </message>
+    <message>
+        <source>zapis usunie z wizytówki na serwerze: %1 (zgoda: &quot;lose&quot;: true)</source>
+        <translation>storing takes away from the card on the server: %1 (agree with &quot;lose&quot;: true)</translation>
+    </message>
+    <message>
+        <source>wizytówka: %1 (%2)</source>
+        <translation>card: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>nic w niej nie ma</source>
+        <translation>nothing is in it</translation>
+    </message>
+    <message>
+        <source>wizytówka %1: %2</source>
+        <translation>card of %1: %2</translation>
+    </message>
+    <message>
+        <source>własna wizytówka: %1</source>
+        <translation>own card: %1</translation>
+    </message>
+    <message>
+        <source>(niezapisane)</source>
+        <translation>(not stored)</translation>
+    </message>
+    <message>
+        <source>zapis usunie z niej: %1</source>
+        <translation>storing takes away from it: %1</translation>
+    </message>
+    <message>
+        <source>zapis usunie z wizytówki na serwerze: %1. Zapisać mimo to? Powtórz /my-card store.</source>
+        <translation>storing takes away from the card on the server: %1. Store it all the same? Then repeat /my-card store.</translation>
+    </message>
+    <message>
+        <source>wizytówka zapisana</source>
+        <translation>card stored</translation>
+    </message>
+    <message>
+        <source>w wizytówce nic nie zmieniono</source>
+        <translation>nothing of the card was changed</translation>
+    </message>
+    <message>
+        <source>zmiany w wizytówce porzucone</source>
+        <translation>changes of the card dropped</translation>
+    </message>
+    <message>
+        <source>zmieniono; zapisuje /my-card store, porzuca /my-card forget</source>
+        <translation>changed; /my-card store stores it, /my-card forget drops it</translation>
+    </message>
+    <message>
+        <source>nieznane pole &quot;%1&quot; (możliwe: nick name surname email www title role birth)</source>
+        <translation>unknown field &quot;%1&quot; (there are: nick name surname email www title role birth)</translation>
+    </message>
+    <message>
+        <source>własny obrazek: %1 (SHA-1 %2)</source>
+        <translation>own picture: %1 (SHA-1 %2)</translation>
+    </message>
+    <message>
+        <source>nie ma własnego obrazka</source>
+        <translation>there is no own picture</translation>
+    </message>
+    <message>
+        <source>własny obrazek ustawiony (SHA-1 %1); na serwer trafia przez /picture publish</source>
+        <translation>own picture set (SHA-1 %1); /picture publish brings it to the server</translation>
+    </message>
+    <message>
+        <source>własny obrazek usunięty</source>
+        <translation>own picture removed</translation>
+    </message>
+    <message>
+        <source>obrazek opublikowany: %1</source>
+        <translation>picture published: %1</translation>
+    </message>
+    <message>
+        <source>%1 ma nowy obrazek</source>
+        <translation>%1 has a new picture</translation>
     </message>
 </context>
 </TS>

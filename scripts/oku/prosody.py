@@ -22,6 +22,7 @@ s2s_ports = {{ }}
 s2s_direct_tls_ports = {{ }}
 http_ports = {{ }}
 https_ports = {{ }}
+plugin_paths = {{ "{home}/modules" }}
 modules_disabled = {{ "s2s" }}
 modules_enabled = {{ {modules} }}
 authentication = "internal_plain"
@@ -33,6 +34,15 @@ ssl = {{ certificate = "{certificate}", key = "{key}" }}
 log = {{ {{ levels = {{ min = "info" }}, to = "console" }} }}
 
 VirtualHost "{domain}"
+"""
+
+# The server tells of its accounts only that they take personal events. Other servers tell it of themselves as well, and
+# programs have been written for those: this module of the tests' own does the same here.
+ANNOUNCE_PEP = "announce_pep"
+_ANNOUNCE_PEP = """\
+module:add_identity("pubsub", "pep", "Prosody");
+module:add_feature("http://jabber.org/protocol/pubsub");
+module:add_feature("http://jabber.org/protocol/pubsub#publish-options");
 """
 
 MODULES = ("roster", "saslauth", "tls", "disco", "ping", "time", "version", "private", "vcard", "pep", "offline",
@@ -61,8 +71,9 @@ class Prosody:
         self._answer = threading.Condition()
         self._listening = set()
         self._trouble = None
-        for folder in ("data", "certificates"):
+        for folder in ("data", "certificates", "modules"):
             (self.home / folder).mkdir(parents=True, exist_ok=True)
+        (self.home / "modules" / f"mod_{ANNOUNCE_PEP}.lua").write_text(_ANNOUNCE_PEP)
         for name, password in accounts.items():
             self.add_account(name, password)
 

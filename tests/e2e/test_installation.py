@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: MIT
 """What "cmake --install" puts into a folder works from there, and from wherever that folder is moved."""
 
+import base64
 import pathlib
 import subprocess
 import unittest
@@ -62,6 +63,16 @@ class Installation(Case):
             told[language] = done.stdout
         self.assertIn("Użycie: oku-terminal", told["pl_PL.UTF-8"])
         self.assertIn("Usage: oku-terminal", told["en_GB.UTF-8"])
+
+    def test_the_program_that_reads_pictures_is_found(self):
+        program = self.installed("oku-picture")
+        self.assertEqual(program.relative_to(self.place), pathlib.Path("libexec/oku/oku-picture"))
+        picture = self.folder / "picture"
+        picture.write_bytes(base64.b64decode(
+            "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAIAAACQd1PeAAAADElEQVR42mP4z8AAAAMBAQD3A0FDAAAAAElFTkSuQmCC"))
+        terminal = self.terminal().start()
+        terminal.command("set-picture", path=str(picture))
+        self.assertEqual(terminal.quit(), 0)
 
     def test_its_pages_lie_where_the_system_looks_for_those_of_a_program(self):
         """man looks in share/man beside the folder of the program that is in the path."""

@@ -10,8 +10,9 @@ inline constexpr char16_t sendTyping[] = u"OKU/SendTyping";                    /
 inline constexpr char16_t passwordInFile[] = u"OKU/PasswordInFile";            ///< 1: may lie in the file, 0: may not
 inline constexpr char16_t passwordInRing[] = u"OKU/PasswordInRing";            ///< 1: lies in the key ring
 inline constexpr char16_t proxyPasswordInRing[] = u"OKU/ProxyPasswordInRing";  ///< the same for that of the proxy
-inline constexpr char16_t contactList[] = u"OKU/ContactList";              ///< 1: the terminal's list is shown, 0: not
-inline constexpr char16_t reachableOnly[] = u"OKU/ReachableOnly";          ///< 1: that list shows who can be reached
+inline constexpr char16_t contactList[] = u"OKU/ContactList";      ///< 1: the terminal's list is shown, 0: not
+inline constexpr char16_t tellPictures[] = u"OKU/TellPictures";    ///< 1: the terminal tells of contacts' new pictures
+inline constexpr char16_t reachableOnly[] = u"OKU/ReachableOnly";  ///< 1: that list shows who can be reached
 inline constexpr char16_t pinnedCertificate[] = u"OKU/PinnedCertificate";  ///< SHA-256 fingerprints, accepted
 
 /// Keys of the plugin's settings, as far as the messenger looks at them itself.
@@ -20,5 +21,6 @@ inline constexpr char16_t password[] = u"XMPP/Pass";
 inline constexpr char16_t proxyPassword[] = u"XMPP/Proxy/Pass";
 inline constexpr char16_t tls[] = u"XMPP/Serv/SSL";
 inline constexpr char16_t compression[] = u"XMPP/Serv/Compress";
+inline constexpr char16_t ownPictureHash[] = u"AV/Hash";
 
 }  // namespace oku::setting

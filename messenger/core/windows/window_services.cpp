@@ -5,49 +5,17 @@
 #include "host/oku/graphics.h"
 #include "host/oku/transfer.h"
 #include "host/oku/windows.h"
-#include "messenger/core/accounts/accounts.h"
 #include "messenger/core/boundary/service_registry.h"
 #include "messenger/core/boundary/wide.h"
 
 namespace oku {
-namespace {
-
-/// Param of "MyVCard/SetStatus".
-struct CardStatus {
-    std::uint32_t size;
-    std::uint32_t reserved4;
-    const char16_t* text;
-    OKU_WORD token;
-    const char16_t* pfClass;
-    std::uint32_t netId;
-    std::uint32_t reserved36;
-};
-OKU_ASSERT_SIZE(CardStatus, 40);
-OKU_ASSERT_OFFSET(CardStatus, text, 8);
-OKU_ASSERT_OFFSET(CardStatus, token, 16);
-OKU_ASSERT_OFFSET(CardStatus, pfClass, 24);
-OKU_ASSERT_OFFSET(CardStatus, netId, 32);
-
-}  // namespace
-
-WindowServices::WindowServices(ServiceRegistry& services, Accounts& accounts, QObject* parent)
-    : QObject(parent), accounts_(accounts) {
+WindowServices::WindowServices(ServiceRegistry& services, QObject* parent) : QObject(parent) {
     provideGraphics(services);
     services.provide(u"OKU/AddOptionsPage", [this](OKU_WORD, OKU_WORD extra) { return addOptionsPage(extra); });
     services.provide(u"OKU/PropertiesStaticPageAdd",
                      [this](OKU_WORD param, OKU_WORD) { return addPropertiesPage(param); });
     // This messenger cannot show a transfer, so nobody can be asked: a file that somebody offers is not taken.
     services.provide(u"OKU/FTAskForConfirmation", [](OKU_WORD, OKU_WORD) -> OKU_WORD { return OKU_FT_ANSWER_REFUSE; });
-    services.provide(u"MyVCard/SignalBusyness", [this](OKU_WORD busy, OKU_WORD) -> OKU_WORD {
-        emit busyChanged(busy != 0);
-        return 1;
-    });
-    services.provide(u"MyVCard/SetStatus", [this](OKU_WORD param, OKU_WORD) -> OKU_WORD {
-        const auto* record = recordAt<CardStatus>(param);
-        const auto* account = record ? accounts_.byNetId(record->netId) : nullptr;
-        if (account) emit cardStatus(account->jid(), wideText(record->text));
-        return account ? 1 : 0;
-    });
 }
 
 void WindowServices::provideGraphics(ServiceRegistry& services) {

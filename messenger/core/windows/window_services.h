@@ -10,11 +10,9 @@
 
 namespace oku {
 
-class Accounts;
 class ServiceRegistry;
 
-/// What the plugin hands over for windows: icons, pages of options and properties, the state of the user's own card.
-/// All of it is kept as values; user interfaces show what they can.
+/// What the plugin hands over for windows: icons, pages of options and properties. All of it is kept as values; user interfaces show what they can.
 class WindowServices : public QObject {
     Q_OBJECT
 
@@ -32,7 +30,7 @@ public:
         OKU_WORD context = 0;
     };
 
-    WindowServices(ServiceRegistry& services, Accounts& accounts, QObject* parent = nullptr);
+    explicit WindowServices(ServiceRegistry& services, QObject* parent = nullptr);
 
     [[nodiscard]] const std::vector<Icon>& icons() const { return icons_; }
     [[nodiscard]] const std::vector<Page>& optionPages() const { return optionPages_; }
@@ -40,15 +38,12 @@ public:
     void dropPlugin();
 
 signals:
-    void busyChanged(bool busy);
-    void cardStatus(const QString& account, const QString& text);
 
 private:
     void provideGraphics(ServiceRegistry& services);
     OKU_WORD addOptionsPage(OKU_WORD extra);
     OKU_WORD addPropertiesPage(OKU_WORD param);
 
-    Accounts& accounts_;
     std::vector<Icon> icons_;
     std::vector<Page> optionPages_;
     std::vector<Page> propertyPages_;

@@ -37,8 +37,6 @@ signals:
     void statusWindowRequested(const QString& account, const oku::StatusWindow& window);
     /// A text for the user; `account` may be empty.
     void noticed(const QString& account, const QString& text);
-    /// The plugin works on the user's own card (true) or has finished.
-    void busyChanged(bool busy);
 };
 
 }  // namespace oku

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "messenger/terminal/json/json_answer.h"
+#include "messenger/terminal/json/json_cards.h"
 #include "messenger/terminal/screen/wording.h"
 #include "messenger/terminal/texts.h"
 
@@ -186,6 +187,10 @@ constexpr std::array kGet = {JsonField{"key", JsonType::Text, true}};
 constexpr std::array kRaw = {JsonField{"xml", JsonType::Text, true}};
 constexpr std::array kConsole = {JsonField{"on", JsonType::Flag, true}};
 
+constexpr std::array kStoreCard = {JsonField{"fields", JsonType::Object, true},
+                                   JsonField{"lose", JsonType::Flag, false}};
+constexpr std::array kSetPicture = {JsonField{"path", JsonType::Text, true}};
+
 constexpr std::array kCommands = std::to_array<JsonCommandRow>({
     {{"account", kAccount}, false, &account},
     {{"status", kStatus}, true, &status},
@@ -211,13 +216,21 @@ constexpr std::array kCommands = std::to_array<JsonCommandRow>({
     {{"quit", {}}, false, &quit},
     {{"cancel", kResend}, false, &cancel},
     {{"remove-account", kRemoveAccount}, false, &removeAccount},
+    {{"card", kJid}, true, &jsonCard},
+    {{"own-card", {}}, true, &jsonOwnCard},
+    {{"store-card", kStoreCard}, true, &jsonStoreCard},
+    {{"own-picture", {}}, false, &jsonOwnPicture},
+    {{"set-picture", kSetPicture}, false, &jsonSetPicture},
+    {{"remove-picture", {}}, false, &jsonRemovePicture},
+    {{"publish-picture", {}}, true, &jsonPublishPicture},
+    {{"fetch-picture", {}}, true, &jsonFetchPicture},
 });
 
 }  // namespace
 
-JsonOutcome JsonWaiting::ask(const JsonCommand& command, const QString& account, const QString& jid,
+JsonOutcome JsonWaiting::ask(const JsonCommand& command, const QString& account, const QString& what,
                              const std::function<QString()>& ask) {
-    waiting_.push_back({command, account, jid});
+    waiting_.push_back({command, account, what});
     const std::size_t place = waiting_.size();
     const QString reason = ask();
     if (reason.isEmpty()) return {{}, true};
@@ -225,8 +238,8 @@ JsonOutcome JsonWaiting::ask(const JsonCommand& command, const QString& account,
     return {reason};
 }
 
-std::vector<JsonCommand> JsonWaiting::take(const QString& account, const QString& jid) {
-    const auto others = [&](const Waiting& one) { return one.account != account || one.jid != jid; };
+std::vector<JsonCommand> JsonWaiting::take(const QString& account, const QString& what) {
+    const auto others = [&](const Waiting& one) { return one.account != account || one.what != what; };
     const auto first = std::stable_partition(waiting_.begin(), waiting_.end(), others);
     std::vector<JsonCommand> taken;
     for (auto at = first; at != waiting_.end(); ++at) taken.push_back(std::move(at->command));

@@ -24,19 +24,19 @@ struct JsonOutcome {
 /// Commands whose answer comes when what they asked for has come.
 class JsonWaiting {
 public:
-    /// The command waits for what `ask` asks for, unless that gives a reason: the information on an address, or on the
-    /// account's server where `jid` is empty.
-    JsonOutcome ask(const JsonCommand& command, const QString& account, const QString& jid,
+    /// The command waits for what `ask` asks for, unless that gives a reason. `what` names that: the information on an
+    /// address, or on the account's server where it is empty; the families of commands have words of their own.
+    JsonOutcome ask(const JsonCommand& command, const QString& account, const QString& what,
                     const std::function<QString()>& ask);
     /// Those that waited for this, which do so no longer.
-    std::vector<JsonCommand> take(const QString& account, const QString& jid);
+    std::vector<JsonCommand> take(const QString& account, const QString& what);
     std::vector<JsonCommand> takeAll();
 
 private:
     struct Waiting {
         JsonCommand command;
         QString account;
-        QString jid;
+        QString what;
     };
     std::vector<Waiting> waiting_;
 };

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "messenger/terminal/json/json_answer.h"
+#include "messenger/terminal/json/json_cards.h"
 #include "messenger/terminal/json/json_line.h"
 #include "messenger/terminal/screen/wording.h"
 
@@ -144,6 +145,7 @@ JsonEvents::JsonEvents(MessengerFace& messenger, Writer write, bool verbose) : w
     hearAccounts(messenger.accounts());
     hearRoster(messenger.roster());
     hearTalk(messenger.talk());
+    hearCards(messenger.cards());
     hear(messenger.windows(), &WindowsFace::boxOpened, questionLine);
     hear(messenger.windows(), &WindowsFace::noticed, jsonNotice);
     hear(messenger.wire(), &WireFace::xmlSeen, xmlLine);
@@ -172,6 +174,15 @@ void JsonEvents::hearRoster(RosterFace& roster) {
     hear(roster, &RosterFace::authorizationRequested, authorizationLine);
     hear(roster, &RosterFace::infoReceived, infoLine);
     hear(roster, &RosterFace::serverInfoReceived, serverLine);
+}
+
+void JsonEvents::hearCards(CardsFace& cards) {
+    hear(cards, &CardsFace::cardReceived, cardLine);
+    hear(cards, &CardsFace::ownCardReceived, ownCardLine);
+    hear(cards, &CardsFace::ownCardWouldLose, cardLossesLine);
+    hear(cards, &CardsFace::ownPictureChanged, ownPictureLine);
+    hear(cards, &CardsFace::pictureChanged, pictureLine);
+    hear(cards, &CardsFace::progressed, jsonNotice);
 }
 
 void JsonEvents::hearTalk(TalkFace& talk) {

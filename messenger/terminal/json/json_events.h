@@ -28,6 +28,7 @@ private:
     void hearAccounts(AccountsFace& accounts);
     void hearRoster(RosterFace& roster);
     void hearTalk(TalkFace& talk);
+    void hearCards(CardsFace& cards);
 
     Writer write_;
 };

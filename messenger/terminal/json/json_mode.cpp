@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "messenger/terminal/json/json_answer.h"
+#include "messenger/terminal/json/json_cards.h"
 #include "messenger/terminal/screen/wording.h"
 #include "messenger/terminal/texts.h"
 
@@ -33,6 +34,7 @@ JsonMode::JsonMode(MessengerFace& messenger, Writer write, bool verbose, QString
     connect(&messenger.roster(), &RosterFace::infoComplete, this, &JsonMode::answerWaiting);
     connect(&messenger.roster(), &RosterFace::serverInfoReceived, this,
             [this](const QString& asked) { answerWaiting(asked, {}); });
+    answerCards(desk_, this);
     connect(&messenger, &MessengerFace::finished, this, &JsonMode::finish);
 }
 

@@ -14,7 +14,7 @@ namespace oku::terminal {
 std::span<const CommandRow> commandTable() {
     static const std::vector<CommandRow> rows = [] {
         std::vector<CommandRow> all;
-        for (const auto family : {helpCommands(), accountCommands(), contactCommands(), talkCommands(), wireCommands(),
+        for (const auto family : {helpCommands(), accountCommands(), contactCommands(), talkCommands(), cardCommands(), wireCommands(),
                                   settingCommands(), programCommands()})
             all.insert(all.end(), family.begin(), family.end());
         return all;

@@ -14,7 +14,20 @@ namespace oku::terminal {
 class Session;
 
 /// What a command's argument names; decides what Tab offers.
-enum class ArgumentKind { None, Contact, Request, Account, Setting, Command, Switch, Button, Group, View };
+enum class ArgumentKind {
+    None,
+    Contact,
+    Request,
+    Account,
+    Setting,
+    Command,
+    Switch,
+    Button,
+    Group,
+    View,
+    CardField,
+    PictureAct
+};
 
 /// How a command is written, what it does and what completes it.
 struct CommandRow {

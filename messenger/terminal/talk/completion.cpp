@@ -93,6 +93,14 @@ QStringList candidates(const Session& session, ArgumentKind kind, const QString&
         case ArgumentKind::View:
             found << QStringLiteral("on") << QStringLiteral("off") << QStringLiteral("online") << QStringLiteral("all");
             break;
+        case ArgumentKind::CardField:
+            for (const char* field : kOwnCardFields) found << QString::fromLatin1(field);
+            found << QStringLiteral("store") << QStringLiteral("forget");
+            break;
+        case ArgumentKind::PictureAct:
+            found << QStringLiteral("set") << QStringLiteral("remove") << QStringLiteral("publish")
+                  << QStringLiteral("fetch");
+            break;
         case ArgumentKind::Button:
             found << QStringLiteral("ok") << QStringLiteral("yes") << QStringLiteral("no");
             break;

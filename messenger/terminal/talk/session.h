@@ -8,6 +8,7 @@
 
 #include "messenger/terminal/screen/line_editor.h"
 #include "messenger/terminal/talk/account_display.h"
+#include "messenger/terminal/talk/card_display.h"
 #include "messenger/terminal/talk/chosen_account.h"
 #include "messenger/terminal/talk/commands.h"
 #include "messenger/terminal/talk/contact_directory.h"
@@ -65,6 +66,7 @@ public:
     [[nodiscard]] const ContactView& contactView() const { return contactView_; }
     Conversations& conversations() { return conversations_; }
     ContactDisplay& contactDisplay() { return contactDisplay_; }
+    CardDisplay& cards() { return cards_; }
 
     /// An export would replace this file; the same command once more agrees.
     QString& offeredExport() { return offeredExport_; }
@@ -85,6 +87,7 @@ private:
     AccountDisplay accounts_{desk_, chosen_};
     ContactDisplay contactDisplay_{desk_};
     PresenceDisplay presences_{desk_};
+    CardDisplay cards_{desk_};
     ConversationDisplay conversationDisplay_{desk_, conversations_};
     NoticeDisplay notices_{desk_};
     SessionView view_{*this};

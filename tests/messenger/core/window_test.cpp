@@ -191,6 +191,11 @@ TEST_F(Windows, EveryServiceBearsANullRecord) {
                                  u"NetLib/Destroy",
                                  u"UI/MessageBox",
                                  u"MyVCard/SetStatus",
+                                 u"MyVCard/SetFieldValue",
+                                 u"MyVCard/GetFieldValue",
+                                 u"VCard/SetStatus",
+                                 u"VCard/AddElement",
+                                 u"OKU/CTL/SetAvatar",
                                  u"MyVCard/SignalBusyness"}) {
         EXPECT_TRUE(core->services.has(name)) << wideText(name).toStdString();
         call(name, 0, 0);

@@ -74,6 +74,12 @@ QString FakeTalk::sendMessage(const QString& account, const QString& to, const Q
     return {};
 }
 
+QString FakeCards::storeOwnCard(const QString& account, const CardFields& changes, bool agreed) {
+    QStringList values{account};
+    for (auto at = changes.begin(); at != changes.end(); ++at) values.append(at.key() + u'=' + at.value());
+    return script_.note("storeOwnCard", values + QStringList{agreed ? "agreed" : ""});
+}
+
 QList<Message> FakeTalk::history(const QString& account, const QString& with, int limit, const QString& search) const {
     script_.note("history", {account, with, QString::number(limit), search});
     return script_.messages;

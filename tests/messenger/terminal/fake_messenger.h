@@ -27,6 +27,7 @@ struct Script {
     QList<Message> messages;
     QStringList requests;
     QList<MessageBox> boxes;
+    OwnPicture ownPicture;
     bool finishAtOnce = true;
 
     // The calls since the last time.
@@ -129,6 +130,26 @@ private:
     Script& script_;
 };
 
+class FakeCards : public CardsFace {
+public:
+    explicit FakeCards(Script& script) : script_(script) {}
+
+    QString requestCard(const QString& account, const QString& jid) override {
+        return script_.note("requestCard", {account, jid});
+    }
+    QString requestOwnCard(const QString& account) override { return script_.note("requestOwnCard", {account}); }
+    QString storeOwnCard(const QString& account, const CardFields& changes, bool agreed) override;
+    OwnPicture ownPicture() const override { return script_.ownPicture; }
+    QString setOwnPicture(const QString& path) override { return script_.note("setOwnPicture", {path}); }
+    QString removeOwnPicture() override { return script_.note("removeOwnPicture", {}); }
+    QString publishOwnPicture(const QString& account) override { return script_.note("publishOwnPicture", {account}); }
+    QString fetchOwnPicture(const QString& account) override { return script_.note("fetchOwnPicture", {account}); }
+    ContactPicture picture(const QString&, const QString&) const override { return {}; }
+
+private:
+    Script& script_;
+};
+
 class FakeWire : public WireFace {
 public:
     explicit FakeWire(Script& script) : script_(script) {}
@@ -153,6 +174,7 @@ public:
     AccountsFace& accounts() const override { return *accounts_; }
     RosterFace& roster() const override { return *roster_; }
     TalkFace& talk() const override { return *talk_; }
+    CardsFace& cards() const override { return *cards_; }
     WindowsFace& windows() const override { return *windows_; }
     WireFace& wire() const override { return *wire_; }
 
@@ -161,6 +183,7 @@ protected:
     std::unique_ptr<AccountsFace> accounts_ = std::make_unique<FakeAccounts>(*this);
     std::unique_ptr<RosterFace> roster_ = std::make_unique<FakeRoster>(*this);
     std::unique_ptr<TalkFace> talk_ = std::make_unique<FakeTalk>(*this);
+    std::unique_ptr<CardsFace> cards_ = std::make_unique<FakeCards>(*this);
     std::unique_ptr<WindowsFace> windows_ = std::make_unique<FakeWindows>(*this);
     std::unique_ptr<WireFace> wire_ = std::make_unique<FakeWire>(*this);
 };

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+#include "messenger/core/cards/picture_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <QCryptographicHash>
+#include <QFile>
+
+#include "messenger/core/cards/picture_reader.h"
+
+namespace oku {
+
+QByteArray readPictureFile(const QString& path, Links links) {
+    const int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | (links == Links::refused ? O_NOFOLLOW : 0);
+    const int descriptor = ::open(QFile::encodeName(path).constData(), flags);
+    if (descriptor < 0) return {};
+    QFile file;
+    if (!file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        ::close(descriptor);
+        return {};
+    }
+    struct stat kind {};
+    if (fstat(descriptor, &kind) != 0 || !S_ISREG(kind.st_mode) || kind.st_size > kLargestPictureFile) return {};
+    const QByteArray content = file.read(kLargestPictureFile + 1);
+    return content.size() <= kLargestPictureFile ? content : QByteArray();
+}
+
+QString pictureHash(const QByteArray& content) {
+    return QString::fromLatin1(QCryptographicHash::hash(content, QCryptographicHash::Sha1).toHex());
+}
+
+}  // namespace oku
