@@ -87,6 +87,16 @@ TEST(Base64, DecodingStopsAtWhatIsNoPart) {
     EXPECT_EQ(lutBase64Decode("="), "");
 }
 
+TEST(Base64, WhereBlanksAndEndsStandMakesNoDifference) {
+    const std::string plain = "any text of some length";
+    const std::string coded = lutBase64Encode(plain);
+    for (std::size_t at = 0; at <= coded.size(); ++at) {
+        const std::string before = coded.substr(0, at), behind = coded.substr(at);
+        EXPECT_EQ(lutBase64Decode(before + "\n" + behind), plain) << at;
+        EXPECT_EQ(lutBase64Decode(before + "!" + behind), plain.substr(0, at * 6 / 8)) << at;
+    }
+}
+
 TEST(Base64, BitsThatMakeNoByteAreDropped) {
     EXPECT_EQ(lutBase64Decode("Z"), "");
     EXPECT_EQ(lutBase64Decode("Zm"), "f");
