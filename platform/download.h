@@ -20,14 +20,12 @@ public:
     virtual void onBegin() = 0;
     /// The server has answered with this status. False ends the download.
     virtual bool onAnswer(int status) = 0;
-    /// The next bytes of the document, at most `kDownloadBlock`. False ends the download.
-    virtual bool onBlock(std::string_view bytes) = 0;
+    /// The next bytes of the document, as many as came at once. False ends the download.
+    virtual bool onBytes(std::string_view bytes) = 0;
     /// The last word, and it always comes: also when there was no answer, when the document broke off, when the
     /// listener or `stop` ended it, and when something was thrown.
     virtual void onEnd() noexcept = 0;
 };
-
-inline constexpr std::size_t kDownloadBlock = 8191;
 
 /// A download that is under way. Going, it stops and waits until the thread has ended; a thread that is held up
 /// elsewhere (in the host, on a disk that does not answer) is given up 5 s after it was told to stop, and the code that

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "transfer/download_job.h"
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -12,6 +13,8 @@ namespace protolink {
 namespace {
 
 constexpr int kOk = 200;
+/// The window hears of a file's progress in blocks of so many bytes.
+constexpr std::size_t kBlock = 8191;
 /// Longer than a host that keeps its word ever holds a write to a window.
 constexpr std::chrono::seconds kPatience{5};
 
@@ -49,11 +52,15 @@ bool DownloadJob::onAnswer(int status) {
     return true;
 }
 
-bool DownloadJob::onBlock(std::string_view bytes) {
+bool DownloadJob::onBytes(std::string_view bytes) {
     whole_ = false;
     if (!file_->write(bytes)) return false;
     whole_ = true;
-    tell([&](const TransferWindowLink& window) { window.setProgress(file_->position()); });
+    const std::uint64_t before = file_->position() - bytes.size();
+    for (std::size_t told = 0; told < bytes.size();) {
+        told += std::min(kBlock, bytes.size() - told);
+        tell([&](const TransferWindowLink& window) { window.setProgress(before + told); });
+    }
     return true;
 }
 

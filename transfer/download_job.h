@@ -25,7 +25,7 @@ public:
 
     void onBegin() override;
     bool onAnswer(int status) override;
-    bool onBlock(std::string_view bytes) override;
+    bool onBytes(std::string_view bytes) override;
     void onEnd() noexcept override;
 
     // For the account.

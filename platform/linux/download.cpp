@@ -22,6 +22,9 @@ namespace {
 constexpr std::chrono::seconds kPatience{5};
 /// A server that neither connects nor says anything for so long is given up.
 constexpr long kSilentSeconds = 60;
+/// So many bytes are read at once. What a read gave goes to the listener as one: the library cuts it up, and many small
+/// writes to a file cost more than all the rest of a download.
+constexpr std::size_t kReadBytes = 128 * 1024;
 
 /// Keeps the library that `address` lies in mapped for good.
 void keepMapped(const void* address) {
@@ -66,6 +69,7 @@ public:
         int running = 1;
         while (running && !shared_.stopped) {
             if (curl_multi_perform(shared_.multi.get(), &running) != CURLM_OK) break;
+            if (guarded(1, [this] { return handOver(); }) == 0) break;
             if (running) curl_multi_poll(shared_.multi.get(), nullptr, 0, 1000, nullptr);
         }
         curl_multi_remove_handle(shared_.multi.get(), easy_.get());
@@ -91,12 +95,12 @@ private:
                set(CURLOPT_NOSIGNAL, 1L) && set(CURLOPT_CONNECTTIMEOUT, kSilentSeconds) &&
                set(CURLOPT_LOW_SPEED_LIMIT, 1L) && set(CURLOPT_LOW_SPEED_TIME, kSilentSeconds) &&
                // A look-up of a name cannot be interrupted: whoever stops does not wait for its end.
-               set(CURLOPT_QUICK_EXIT, 1L) && set(CURLOPT_BUFFERSIZE, long{platform::kDownloadBlock}) &&
+               set(CURLOPT_QUICK_EXIT, 1L) && set(CURLOPT_BUFFERSIZE, long{kReadBytes}) &&
                set(CURLOPT_HEADERFUNCTION, &Request::onHeader) && set(CURLOPT_HEADERDATA, this) &&
                set(CURLOPT_WRITEFUNCTION, &Request::onBody) && set(CURLOPT_WRITEDATA, this);
     }
 
-    /// The library is C: what is thrown ends the request here.
+    /// What is thrown ends the request here, as whoever stops it does. The library is C.
     template <typename Step>
     std::size_t guarded(std::size_t length, Step&& step) noexcept {
         try {
@@ -127,15 +131,22 @@ private:
     }
 
     bool takeBody(std::string_view bytes) {
-        for (; !bytes.empty(); bytes.remove_prefix(std::min(bytes.size(), platform::kDownloadBlock)))
-            if (!shared_.listener->onBlock(bytes.substr(0, platform::kDownloadBlock))) return false;
+        if (received_.size() + bytes.size() > kReadBytes && !handOver()) return false;
+        received_ += bytes;
         return true;
+    }
+
+    bool handOver() {
+        const bool goesOn = received_.empty() || shared_.listener->onBytes(received_);
+        received_.clear();
+        return goesOn;
     }
 
     Shared& shared_;
     std::unique_ptr<CURL, CloseEasy> easy_;
     std::unique_ptr<curl_slist, FreeList> headers_;
     bool answered_ = false;
+    std::string received_;  // by the last read
 };
 
 void fetch(Shared& shared) {

@@ -97,7 +97,7 @@ void FakeDownload::answer(int status) {
     act([&] { return listener_->onAnswer(status); });
 }
 void FakeDownload::block(const std::string& bytes) {
-    act([&] { return listener_->onBlock(bytes); });
+    act([&] { return listener_->onBytes(bytes); });
 }
 void FakeDownload::end() {
     if (ended_) return;
