@@ -55,6 +55,7 @@ HostCore::~HostCore() {
     // Without an event loop there is nobody to wait for; what is open is answered, and the plugin goes.
     passwords.stopAsking();
     boxes.close();
+    offers.close();
     if (loader.loaded() && !queue.busy()) queue.post({}, [this] { unload(); });
 }
 
@@ -70,6 +71,9 @@ void HostCore::connectParts() {
     connect(&roster, &RosterCommands::noticed, this, &HostCore::noticed);
     connect(&sockets, &SocketBridge::noticed, this, &HostCore::noticed);
     connect(&log, &LogService::noticed, this, &HostCore::noticed);
+    connect(&offers, &FileOffers::noticed, this, &HostCore::noticed);
+    connect(&offers, &FileOffers::pluginHeld, &sockets.sockets(), &net::SocketService::setPluginBusy);
+    connect(&choosers, &FileChoosers::noticed, this, &HostCore::noticed);
     connect(&sockets, &SocketBridge::progressed, this, [this](const QString& account, const QString& text) {
         log.write(2, QStringLiteral("NET"), account + QStringLiteral(": ") + text);
     });
@@ -131,6 +135,7 @@ QString HostCore::start() {
 void HostCore::load() {
     queue.setClosedToThreads(false);
     boxes.allow();
+    offers.allow();
     contacts.setStarting(true);
     loader.load(HostTable::table());
     contacts.setStarting(false);
@@ -158,6 +163,8 @@ void HostCore::dropPlugin() {
     menus.dropPlugin();
     statusWindows.dropPlugin();
     windows.dropPlugin();
+    transfers.dropPlugin();
+    choosers.dropPlugin();
     contacts.dropPlugin();
     events.dropPlugin();
     services.dropPlugin();
@@ -170,6 +177,7 @@ void HostCore::shutdown() {
     shuttingDown_ = true;
     passwords.stopAsking();
     boxes.close();
+    offers.close();
     queue.post({}, [this] { signOff.start([this] { finishShutdown(); }); });
 }
 

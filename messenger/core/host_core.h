@@ -35,6 +35,9 @@
 #include "messenger/core/talk/delivery.h"
 #include "messenger/core/talk/history.h"
 #include "messenger/core/talk/typing_notices.h"
+#include "messenger/core/transfers/file_choosers.h"
+#include "messenger/core/transfers/file_offers.h"
+#include "messenger/core/transfers/transfer_windows.h"
 #include "messenger/core/windows/menu_model.h"
 #include "messenger/core/windows/message_boxes.h"
 #include "messenger/core/windows/status_windows.h"
@@ -102,6 +105,9 @@ public:
     OwnPictureFile ownPicture{{events, queue, accounts, options.pictures.get()}, profile.directory()};
     OwnCards ownCards{{services, accounts, queue, queries, boxes, ownPicture}};
     InfoRequests info{queue, queries, contacts};
+    TransferWindows transfers{services, accounts, queue};
+    FileOffers offers{{services, accounts, queue, contacts, transfers}, options.alarms};
+    FileChoosers choosers{services, accounts, queue, transfers};
 
 signals:
     void noticed(const QString& account, const QString& text);

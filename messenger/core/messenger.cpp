@@ -9,6 +9,7 @@
 #include "messenger/core/passwords/key_ring.h"
 #include "messenger/core/roster/roster_on_host.h"
 #include "messenger/core/talk/talk_on_host.h"
+#include "messenger/core/transfers/transfers_on_host.h"
 #include "messenger/core/windows_on_host.h"
 #include "messenger/core/wire_on_host.h"
 
@@ -27,6 +28,8 @@ struct Messenger::Private {
         cardsOnHost({core.accounts, core.contactCards, core.ownCards, core.ownPicture, core.contactPictures});
     std::unique_ptr<WindowsFace> windows = windowsOnHost(core);
     std::unique_ptr<WireFace> wire = wireOnHost(core);
+    std::unique_ptr<TransfersFace> transfers =
+        transfersOnHost({core.accounts, core.transfers, core.offers, core.choosers});
 };
 
 Messenger::Messenger(MessengerOptions options, QObject* parent)
@@ -64,6 +67,8 @@ CardsFace& Messenger::cards() const { return *d->cards; }
 WindowsFace& Messenger::windows() const { return *d->windows; }
 
 WireFace& Messenger::wire() const { return *d->wire; }
+
+TransfersFace& Messenger::transfers() const { return *d->transfers; }
 
 MessengerOptions installedOptions() {
     MessengerOptions options;

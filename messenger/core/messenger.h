@@ -28,6 +28,7 @@ public:
     [[nodiscard]] CardsFace& cards() const override;
     [[nodiscard]] WindowsFace& windows() const override;
     [[nodiscard]] WireFace& wire() const override;
+    [[nodiscard]] TransfersFace& transfers() const override;
 
 private:
     struct Private;

@@ -9,6 +9,7 @@
 #include "messenger/core/cards/cards_face.h"
 #include "messenger/core/roster/roster_face.h"
 #include "messenger/core/talk/talk_face.h"
+#include "messenger/core/transfers/transfers_face.h"
 #include "messenger/core/windows/windows_face.h"
 #include "messenger/core/wire/wire_face.h"
 
@@ -46,6 +47,7 @@ public:
     [[nodiscard]] virtual CardsFace& cards() const = 0;
     [[nodiscard]] virtual WindowsFace& windows() const = 0;
     [[nodiscard]] virtual WireFace& wire() const = 0;
+    [[nodiscard]] virtual TransfersFace& transfers() const = 0;
 
 signals:
     /// shutdown() is done: the plugin is unloaded and all files are written.

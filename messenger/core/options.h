@@ -5,6 +5,8 @@
 #include <memory>
 #include <QString>
 
+#include "messenger/core/values/alarm.h"
+
 namespace oku {
 
 class KeyRing;
@@ -22,6 +24,7 @@ struct MessengerOptions {
     bool stanzaGuard = true;  ///< whether StanzaGuard looks at what comes; off only in tests
     int loginSeconds = 60;    ///< a login that takes longer is aborted
     int typingSeconds = 30;   ///< a typing notice that is shown goes away after this time
+    SetAlarm alarms;          ///< what times the questions that hold the plugin; empty: the system's timers
     std::shared_ptr<net::Resolver> resolver;  ///< null: the system's
     std::shared_ptr<KeyRing> keyRing;         ///< where passwords are kept; null: there is none
     std::shared_ptr<PictureReader> pictures;  ///< reads pictures; null: none is read

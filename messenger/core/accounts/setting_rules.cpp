@@ -47,6 +47,9 @@ constexpr Rule kRules[] = {
     {"OKU/SendTyping"},
     {"OKU/PasswordInFile"},
     {"OKU/AllowClearText"},
+    {"OKU/FilesOfStrangers"},
+    {"OKU/PublishFiles"},
+    {"OKU/PublishPort", Rule::Kind::number, 0, kLastPort},
     {"OKU/ContactList"},
     {"OKU/ReachableOnly"},
 };

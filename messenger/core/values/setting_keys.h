@@ -14,6 +14,10 @@ inline constexpr char16_t contactList[] = u"OKU/ContactList";      ///< 1: the t
 inline constexpr char16_t tellPictures[] = u"OKU/TellPictures";    ///< 1: the terminal tells of contacts' new pictures
 inline constexpr char16_t reachableOnly[] = u"OKU/ReachableOnly";  ///< 1: that list shows who can be reached
 inline constexpr char16_t pinnedCertificate[] = u"OKU/PinnedCertificate";  ///< SHA-256 fingerprints, accepted
+inline constexpr char16_t filesOfStrangers[] = u"OKU/FilesOfStrangers";    ///< 1: offers of strangers are asked about
+inline constexpr char16_t publishFiles[] = u"OKU/PublishFiles";            ///< 1: files may be fetched from here
+inline constexpr char16_t publishAddress[] = u"OKU/PublishAddress";  ///< where from; empty: that of the connection
+inline constexpr char16_t publishPort[] = u"OKU/PublishPort";        ///< 0: any that is free
 
 /// Keys of the plugin's settings, as far as the messenger looks at them itself.
 inline constexpr char16_t user[] = u"XMPP/User";

@@ -3,7 +3,6 @@
 #include "messenger/core/windows/window_services.h"
 
 #include "host/oku/graphics.h"
-#include "host/oku/transfer.h"
 #include "host/oku/windows.h"
 #include "messenger/core/boundary/service_registry.h"
 #include "messenger/core/boundary/wide.h"
@@ -14,8 +13,6 @@ WindowServices::WindowServices(ServiceRegistry& services, QObject* parent) : QOb
     services.provide(u"OKU/AddOptionsPage", [this](OKU_WORD, OKU_WORD extra) { return addOptionsPage(extra); });
     services.provide(u"OKU/PropertiesStaticPageAdd",
                      [this](OKU_WORD param, OKU_WORD) { return addPropertiesPage(param); });
-    // This messenger cannot show a transfer, so nobody can be asked: a file that somebody offers is not taken.
-    services.provide(u"OKU/FTAskForConfirmation", [](OKU_WORD, OKU_WORD) -> OKU_WORD { return OKU_FT_ANSWER_REFUSE; });
 }
 
 void WindowServices::provideGraphics(ServiceRegistry& services) {

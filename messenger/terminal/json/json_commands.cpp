@@ -12,6 +12,7 @@
 
 #include "messenger/terminal/json/json_answer.h"
 #include "messenger/terminal/json/json_cards.h"
+#include "messenger/terminal/json/json_files.h"
 #include "messenger/terminal/screen/wording.h"
 #include "messenger/terminal/texts.h"
 
@@ -224,6 +225,11 @@ constexpr std::array kCommands = std::to_array<JsonCommandRow>({
     {{"remove-picture", {}}, false, &jsonRemovePicture},
     {{"publish-picture", {}}, true, &jsonPublishPicture},
     {{"fetch-picture", {}}, true, &jsonFetchPicture},
+    {{"send-file", kSendFile}, true, &sendFile},
+    {{"answer-file", kAnswerFile}, false, &answerFile},
+    {{"cancel-file", kCancelFile}, false, &cancelFile},
+    {{"choose-file", kChooseFile}, false, &chooseFile},
+    {{"files", {}}, false, &listFiles},
 });
 
 }  // namespace

@@ -7,6 +7,7 @@
 
 #include "messenger/terminal/json/json_answer.h"
 #include "messenger/terminal/json/json_cards.h"
+#include "messenger/terminal/json/json_files.h"
 #include "messenger/terminal/json/json_line.h"
 #include "messenger/terminal/screen/wording.h"
 
@@ -146,6 +147,7 @@ JsonEvents::JsonEvents(MessengerFace& messenger, Writer write, bool verbose) : w
     hearRoster(messenger.roster());
     hearTalk(messenger.talk());
     hearCards(messenger.cards());
+    hearTransfers(messenger.transfers());
     hear(messenger.windows(), &WindowsFace::boxOpened, questionLine);
     hear(messenger.windows(), &WindowsFace::noticed, jsonNotice);
     hear(messenger.wire(), &WireFace::xmlSeen, xmlLine);
@@ -183,6 +185,14 @@ void JsonEvents::hearCards(CardsFace& cards) {
     hear(cards, &CardsFace::ownPictureChanged, ownPictureLine);
     hear(cards, &CardsFace::pictureChanged, pictureLine);
     hear(cards, &CardsFace::progressed, jsonNotice);
+}
+
+void JsonEvents::hearTransfers(TransfersFace& transfers) {
+    hear(transfers, &TransfersFace::offerReceived, jsonFileOffer);
+    hear(transfers, &TransfersFace::offerClosed, jsonFileOfferClosed);
+    hear(transfers, &TransfersFace::fileAsked, jsonFileQuestion);
+    hear(transfers, &TransfersFace::fileQuestionClosed, jsonFileQuestionClosed);
+    hear(transfers, &TransfersFace::transferChanged, jsonTransfer);
 }
 
 void JsonEvents::hearTalk(TalkFace& talk) {

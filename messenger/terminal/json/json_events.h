@@ -29,6 +29,7 @@ private:
     void hearRoster(RosterFace& roster);
     void hearTalk(TalkFace& talk);
     void hearCards(CardsFace& cards);
+    void hearTransfers(TransfersFace& transfers);
 
     Writer write_;
 };

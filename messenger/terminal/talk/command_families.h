@@ -18,6 +18,7 @@ std::span<const CommandRow> accountCommands();
 std::span<const CommandRow> contactCommands();
 std::span<const CommandRow> talkCommands();
 std::span<const CommandRow> cardCommands();
+std::span<const CommandRow> fileCommands();
 std::span<const CommandRow> wireCommands();
 std::span<const CommandRow> settingCommands();
 std::span<const CommandRow> programCommands();

@@ -26,7 +26,9 @@ enum class ArgumentKind {
     Group,
     View,
     CardField,
-    PictureAct
+    PictureAct,
+    File,
+    ContactOrFile
 };
 
 /// How a command is written, what it does and what completes it.

@@ -101,6 +101,9 @@ QStringList candidates(const Session& session, ArgumentKind kind, const QString&
             found << QStringLiteral("set") << QStringLiteral("remove") << QStringLiteral("publish")
                   << QStringLiteral("fetch");
             break;
+        case ArgumentKind::File:
+        case ArgumentKind::ContactOrFile:
+            break;  // completed piece by piece
         case ArgumentKind::Button:
             found << QStringLiteral("ok") << QStringLiteral("yes") << QStringLiteral("no");
             break;

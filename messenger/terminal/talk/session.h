@@ -22,6 +22,7 @@
 #include "messenger/terminal/talk/secret_prompt.h"
 #include "messenger/terminal/talk/session_view.h"
 #include "messenger/terminal/talk/talk_log.h"
+#include "messenger/terminal/talk/transfer_display.h"
 #include "messenger/terminal/talk/typing_sender.h"
 #include "messenger/terminal/talk/windows.h"
 
@@ -56,6 +57,7 @@ public:
     [[nodiscard]] const ContactDirectory& contacts() const { return contacts_; }
     [[nodiscard]] const SessionView& view() const { return view_; }
     [[nodiscard]] const AccountDisplay& accountDisplay() const { return accounts_; }
+    [[nodiscard]] const TransferDisplay& transferDisplay() const { return transfers_; }
     TalkLog& log() { return log_; }
     [[nodiscard]] const TalkLog& log() const { return log_; }
     SecretPrompt& secret() { return secret_; }
@@ -90,6 +92,7 @@ private:
     CardDisplay cards_{desk_};
     ConversationDisplay conversationDisplay_{desk_, conversations_};
     NoticeDisplay notices_{desk_};
+    TransferDisplay transfers_{desk_};
     SessionView view_{*this};
     Commands commands_{*this};
     QString offeredExport_;

@@ -11,6 +11,7 @@
 #include "messenger/terminal/screen/display_width.h"
 #include "messenger/terminal/screen/wording.h"
 #include "messenger/terminal/talk/session.h"
+#include "messenger/terminal/talk/transfer_wording.h"
 #include "messenger/terminal/texts.h"
 
 namespace oku::terminal {
@@ -51,6 +52,13 @@ QString briefState(const Account& mine, bool wholeAddress) {
 
 QString atMost(const QString& text, int columns) {
     return displayWidth(text) > columns ? fitToWidth(text, columns) : text;
+}
+
+QString briefProgress(const Transfer& transfer, int nameColumns) {
+    constexpr int cells = 8;
+    const QChar arrow = transfer.direction == Direction::out ? u'↑' : u'↓';
+    return QStringLiteral("%1%2 %3").arg(arrow).arg(atMost(oneLine(transfer.name), nameColumns),
+                                                    progressText(transfer, cells));
 }
 
 }  // namespace
@@ -101,6 +109,11 @@ Line SessionView::statusLine(const StatusLineKind& kind) const {
         if (room < 0) break;
         line.push_back(bar(QStringLiteral(" │ ") +
                            say(Text::IsTyping, atMost(session_.contacts().nameOf(peer), kind.nameColumns))));
+        room -= displayWidth(line.back().text);
+    }
+    for (const Transfer& transfer : session_.transferDisplay().underWay()) {
+        if (room < 0) break;
+        line.push_back(bar(QStringLiteral(" │ ") + briefProgress(transfer, kind.nameColumns)));
         room -= displayWidth(line.back().text);
     }
     line.push_back(bar(QStringLiteral(" │")));

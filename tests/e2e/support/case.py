@@ -110,9 +110,9 @@ class Case(unittest.TestCase):
         self.addCleanup(server.stop)
         return server
 
-    def peer(self, user, server, resource="peer", priority=0, start=True):
+    def peer(self, user, server, resource="peer", priority=0, start=True, kind=Peer):
         self._clients += 1
-        peer = Peer(user, PASSWORDS[user], server, self.authority.certificate, resource)
+        peer = kind(user, PASSWORDS[user], server, self.authority.certificate, resource)
         self.addCleanup(peer.stop)
         return peer.start(priority) if start else peer
 

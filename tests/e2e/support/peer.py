@@ -101,11 +101,15 @@ class Peer:
         """Logs in, takes the roster and sends the first presence, which the server has then."""
         self.connect()
         self.wait("online")
+        self.prepare()
         self.call(self._client.get_roster)
         self.presence(priority=priority)
         own = {"event": "presence", "from": self.full}
         self.log.wait_for(lambda event: own.items() <= event.items(), "the own presence")
         return self
+
+    def prepare(self):
+        """What a kind of peer does between its login and its first presence."""
 
     def call(self, function):
         """Calls the function on the client's thread, and awaits and gives the result of what it returns."""

@@ -142,11 +142,6 @@ TEST_F(Windows, WhatIsHandedOverForWindowsIsKept) {
     EXPECT_EQ(core->windows.optionPages().size() + core->windows.propertyPages().size(), 2U);
 }
 
-TEST_F(Windows, AFileThatSomebodyOffersIsRefused) {
-    constexpr OKU_WORD kRefuse = 7;
-    EXPECT_EQ(call(u"OKU/FTAskForConfirmation", 0, 0), kRefuse);
-}
-
 TEST_F(Windows, EveryServiceBearsANullRecord) {
     for (const char16_t* name : {u"OKU/Log",
                                  u"OKU/Settings/Init",
@@ -190,6 +185,10 @@ TEST_F(Windows, EveryServiceBearsANullRecord) {
                                  u"NetLib/Close",
                                  u"NetLib/Destroy",
                                  u"UI/MessageBox",
+                                 u"UI/FileChooser",
+                                 u"OKU/FTInitWindow",
+                                 u"OKU/FTDropWindow",
+                                 u"OKU/FTAskForConfirmation",
                                  u"MyVCard/SetStatus",
                                  u"MyVCard/SetFieldValue",
                                  u"MyVCard/GetFieldValue",

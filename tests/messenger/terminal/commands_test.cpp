@@ -357,7 +357,7 @@ TEST_F(CommandsTest, OffersWhatFits) {
         return session.complete(line, line.size()).candidates.join(u'|').toStdString();
     };
     EXPECT_EQ(offered("/ro"), "/roster ");
-    EXPECT_EQ(offered("/RE"), "/remove |/rename |/resend ");
+    EXPECT_EQ(offered("/RE"), "/refuse |/remove |/rename |/resend ");
     EXPECT_EQ(offered("/msg o"), "Ola |Olek ");
     EXPECT_EQ(offered("/msg ew"), "\"Ewa Żółć\" ");
     EXPECT_EQ(offered("/msg \"Ewa Ż"), "\"Ewa Żółć\" ");

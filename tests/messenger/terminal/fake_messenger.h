@@ -28,6 +28,9 @@ struct Script {
     QStringList requests;
     QList<MessageBox> boxes;
     OwnPicture ownPicture;
+    QList<Transfer> transferList;
+    QList<FileOffer> offers;
+    QList<FileQuestion> fileQuestions;
     bool finishAtOnce = true;
 
     // The calls since the last time.
@@ -164,6 +167,28 @@ private:
     Script& script_;
 };
 
+class FakeTransfers : public TransfersFace {
+public:
+    explicit FakeTransfers(Script& script) : script_(script) {}
+
+    QString sendFile(const QString& account, const QString& to, const QString& path) override {
+        return script_.note("sendFile", {account, to, path});
+    }
+    QList<Transfer> transfers() const override { return script_.transferList; }
+    QString cancelTransfer(int number) override { return script_.note("cancelTransfer", {QString::number(number)}); }
+    QString answerOffer(int number, OfferReply reply) override {
+        return script_.note("answerOffer", {QString::number(number), offerReplyWord(reply)});
+    }
+    QList<FileOffer> openOffers() const override { return script_.offers; }
+    QString chooseFile(int number, const QString& path) override {
+        return script_.note("chooseFile", {QString::number(number), path});
+    }
+    QList<FileQuestion> openFileQuestions() const override { return script_.fileQuestions; }
+
+private:
+    Script& script_;
+};
+
 class FakeMessenger : public MessengerFace, public Script {
 public:
     QString start() override { return note("start", {}); }
@@ -177,6 +202,7 @@ public:
     CardsFace& cards() const override { return *cards_; }
     WindowsFace& windows() const override { return *windows_; }
     WireFace& wire() const override { return *wire_; }
+    TransfersFace& transfers() const override { return *transfers_; }
 
 protected:
     // A livelier messenger puts its own in their place.
@@ -186,6 +212,7 @@ protected:
     std::unique_ptr<CardsFace> cards_ = std::make_unique<FakeCards>(*this);
     std::unique_ptr<WindowsFace> windows_ = std::make_unique<FakeWindows>(*this);
     std::unique_ptr<WireFace> wire_ = std::make_unique<FakeWire>(*this);
+    std::unique_ptr<TransfersFace> transfers_ = std::make_unique<FakeTransfers>(*this);
 };
 
 // Values for tests.
