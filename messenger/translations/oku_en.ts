@@ -412,6 +412,42 @@ Trust this certificate on this account from now on?</translation>
         <source>własny obrazek: pokazuje, ustawia, usuwa, publikuje na serwerze, pobiera stamtąd</source>
         <translation>the own picture: shows, sets, removes it, publishes it on the server, fetches it from there</translation>
     </message>
+    <message>
+        <source>[KTO] PLIK</source>
+        <translation>[WHO] FILE</translation>
+    </message>
+    <message>
+        <source>wysyła plik</source>
+        <translation>sends a file</translation>
+    </message>
+    <message>
+        <source>odbiera plik, który ktoś chce przysłać</source>
+        <translation>takes a file that somebody offers</translation>
+    </message>
+    <message>
+        <source>odmawia przyjęcia pliku</source>
+        <translation>refuses a file</translation>
+    </message>
+    <message>
+        <source>zostawia plik bez odpowiedzi</source>
+        <translation>leaves a file unanswered</translation>
+    </message>
+    <message>
+        <source>pliki wysyłane i odbierane</source>
+        <translation>files that are sent and received</translation>
+    </message>
+    <message>
+        <source>przerywa przesyłanie pliku</source>
+        <translation>ends the transfer of a file</translation>
+    </message>
+    <message>
+        <source>NUMER [PLIK]</source>
+        <translation>NUMBER [FILE]</translation>
+    </message>
+    <message>
+        <source>wskazuje plik, o który pyta wtyczka, albo żaden</source>
+        <translation>names the file that the plugin asks for, or none</translation>
+    </message>
 </context>
 <context>
     <name>ContactList</name>
@@ -1173,6 +1209,14 @@ Commands inside the program: /help. All of it: man oku-terminal
         <source>1: mów o nowych obrazkach kontaktów</source>
         <translation>1: tell of contacts&apos; new pictures</translation>
     </message>
+    <message>
+        <source>folder odebranych plików; %documents% i %from% się zmieniają</source>
+        <translation>folder of received files; %documents% and %from% are filled in</translation>
+    </message>
+    <message>
+        <source>1: pytaj też o pliki od nieznajomych</source>
+        <translation>1: ask about files of strangers too</translation>
+    </message>
 </context>
 <context>
     <name>Settings</name>
@@ -1851,6 +1895,157 @@ Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
     <message>
         <source>%1 ma nowy obrazek</source>
         <translation>%1 has a new picture</translation>
+    </message>
+    <message>
+        <source>uzgadnianie</source>
+        <translation>negotiating</translation>
+    </message>
+    <message>
+        <source>przesyłanie</source>
+        <translation>moving</translation>
+    </message>
+    <message>
+        <source>gotowe</source>
+        <translation>done</translation>
+    </message>
+    <message>
+        <source>niekompletny: %1 z %2</source>
+        <translation>incomplete: %1 of %2</translation>
+    </message>
+    <message>
+        <source>nie udało się</source>
+        <translation>failed</translation>
+    </message>
+    <message>
+        <source>rozmiar nieznany</source>
+        <translation>size unknown</translation>
+    </message>
+    <message>
+        <source>plik</source>
+        <translation>file</translation>
+    </message>
+    <message>
+        <source>%1/s</source>
+        <translation>%1/s</translation>
+    </message>
+    <message>
+        <source>zostało %1</source>
+        <translation>%1 left</translation>
+    </message>
+    <message>
+        <source>%1 chce przysłać plik %2 (%3)</source>
+        <translation>%1 offers the file %2 (%3)</translation>
+    </message>
+    <message>
+        <source>/accept %1, /refuse %1 albo /ignore %1; wszystko inne czeka na odpowiedź, najdłużej %2 s</source>
+        <translation>/accept %1, /refuse %1 or /ignore %1; everything else waits for the answer, %2 s at most</translation>
+    </message>
+    <message>
+        <source>odmówiono pliku %1</source>
+        <translation>refused file %1</translation>
+    </message>
+    <message>
+        <source>plik %1 zostawiono bez odpowiedzi</source>
+        <translation>left file %1 unanswered</translation>
+    </message>
+    <message>
+        <source>wtyczka pyta o plik</source>
+        <translation>the plugin asks for a file</translation>
+    </message>
+    <message>
+        <source>/choose %1 PLIK wskazuje plik, samo /choose %1 żadnego</source>
+        <translation>/choose %1 FILE names a file, /choose %1 alone none</translation>
+    </message>
+    <message>
+        <source>plik %1: wysyłanie %2 do %3</source>
+        <translation>file %1: sending %2 to %3</translation>
+    </message>
+    <message>
+        <source>plik %1: odbieranie %2 od %3</source>
+        <translation>file %1: receiving %2 from %3</translation>
+    </message>
+    <message>
+        <source>nikt nie chce przysłać pliku</source>
+        <translation>nobody offers a file</translation>
+    </message>
+    <message>
+        <source>żaden plik nie jest przesyłany</source>
+        <translation>no file is on its way</translation>
+    </message>
+    <message>
+        <source>nikt nie pyta o plik</source>
+        <translation>nobody asks for a file</translation>
+    </message>
+    <message>
+        <source>nieznana odpowiedź &quot;%1&quot; (możliwe: accept refuse ignore)</source>
+        <translation>unknown answer &quot;%1&quot; (possible: accept refuse ignore)</translation>
+    </message>
+</context>
+<context>
+    <name>Transfers</name>
+    <message>
+        <source>Pliku %1 nie wysłano.</source>
+        <translation>The file %1 was not sent.</translation>
+    </message>
+    <message>
+        <source>plik „%1” od %2</source>
+        <translation>the file “%1” from %2</translation>
+    </message>
+    <message>
+        <source>Nikt nie odpowiedział, więc pominięto: %1</source>
+        <translation>Nobody answered, so this was ignored: %1</translation>
+    </message>
+    <message>
+        <source>Ścieżka folderu %1 jest za długa.</source>
+        <translation>The path of the folder %1 is too long.</translation>
+    </message>
+    <message>
+        <source>Odrzucono %1. %2</source>
+        <translation>Refused %1. %2</translation>
+    </message>
+    <message>
+        <source>Pliki od dalszych nieznajomych pominięto bez pytania.</source>
+        <translation>Files of further strangers were ignored unasked.</translation>
+    </message>
+    <message>
+        <source>Pominięto %1, bo nie ma go na liście kontaktów (zmienia to %2).</source>
+        <translation>Ignored %1, who is not on the contact list (%2 changes that).</translation>
+    </message>
+    <message>
+        <source>Nie można zapisywać w folderze %1: %2</source>
+        <translation>Cannot write in the folder %1: %2</translation>
+    </message>
+    <message>
+        <source>Przerwano</source>
+        <translation>Broken off</translation>
+    </message>
+    <message>
+        <source>Potrzebna jest pełna ścieżka pliku.</source>
+        <translation>The whole path of the file is needed.</translation>
+    </message>
+    <message>
+        <source>Nie ma pliku %1.</source>
+        <translation>There is no file %1.</translation>
+    </message>
+    <message>
+        <source>Pliku %1 nie można odczytać.</source>
+        <translation>The file %1 cannot be read.</translation>
+    </message>
+    <message>
+        <source>Pliki można wysyłać dopiero po zalogowaniu.</source>
+        <translation>Files can be sent once the account is online.</translation>
+    </message>
+    <message>
+        <source>Nie ma takiego transferu, albo nie można go przerwać.</source>
+        <translation>There is no such transfer, or it cannot be ended.</translation>
+    </message>
+    <message>
+        <source>Nikt już nie czeka na tę odpowiedź.</source>
+        <translation>Nobody waits for this answer any more.</translation>
+    </message>
+    <message>
+        <source>Nie ma takiego pytania o plik.</source>
+        <translation>There is no such question for a file.</translation>
     </message>
 </context>
 </TS>
