@@ -2,19 +2,16 @@
 // SPDX-License-Identifier: MIT
 #include "dialogs/browser.h"
 
+#include <utility>
+
 #include "dialogs/browser_layout.h"
-#include "host/services/message_boxes.h"
+#include "dialogs/browser_rows.h"
+#include "plugin/boundary.h"
 
 namespace protolink {
 
-namespace {
-
-constexpr std::size_t kShortestJid = 3;
-
-}  // namespace
-
 CWndBrowser::CWndBrowser(WindowFactory& windows, const Host& host, const DialogAccounts& accounts)
-    : CUIWin7Dialog(windows), host_(host), accounts_(accounts), items_(browser::kItems) {
+    : CUIWin7Dialog(windows), windows_(windows), host_(host), accounts_(accounts), items_(browser::kItems) {
     SetHeaders(u"Przeglądarka usług XMPP", u"");
 }
 
@@ -22,6 +19,7 @@ void CWndBrowser::open() {
     if (isOpen()) {
         ShowWindow(true);
     } else {
+        SetHeaderDesc(u"");
         Create();
     }
 }
@@ -30,6 +28,8 @@ WindowLayout CWndBrowser::layout() {
     WindowLayout window = browser::layout();
     shown_ = accounts_;
     for (Control& control : window.controls) {
+        if (control.id == browser::kJid) control.items = jids_.items();
+        if (control.id == browser::kNode) control.items = nodes_.items();
         if (control.id != browser::kAccount) continue;
         for (const DialogAccount* account : shown_) control.items.push_back(account->client.files.displayName);
         control.selection = shown_.empty() ? -1 : 0;
@@ -46,12 +46,15 @@ void CWndBrowser::OnInitDialog() {
 
 void CWndBrowser::DestroyWindow() {
     live_ = false;
+    commandResults_.clear();
+    if (const std::shared_ptr<CWndForm> form = form_) form->DestroyWindow();
     CUIWin7Dialog::DestroyWindow();
 }
 
 void CWndBrowser::OnCommand(std::uint32_t control) {
     if (control == browser::kGo) {
-        go();
+        const std::u16string jid = view().text(browser::kJid);
+        Browse(jid, view().text(browser::kNode));
     } else {
         CUIWin7Dialog::OnCommand(control);
     }
@@ -62,12 +65,25 @@ bool CWndBrowser::OnEvent(const WindowEvent& event) {
         case WindowEventKind::KeyDown:
         case WindowEventKind::KeyUp:
             return onKey(event);
+        case WindowEventKind::RowActivated:
+            onActivated(items_.FindRow(event.number));
+            break;
+        case WindowEventKind::RowMenu:
+            openMenuOf(items_.FindRow(event.number));
+            break;
+        case WindowEventKind::Menu:
+            onMenu(event.number);
+            break;
         case WindowEventKind::Sized:
             placeControls(event.width, event.height);
-            return false;
+            break;
+        case WindowEventKind::Posted:
+            if (event.number == browser::kCommandAnswered) takeCommandResults();
+            break;
         default:
-            return false;
+            break;
     }
+    return false;
 }
 
 /// Return in the field of the address begins, and goes no further.
@@ -77,9 +93,31 @@ bool CWndBrowser::onKey(const WindowEvent& event) {
     return true;
 }
 
-void CWndBrowser::go() {
-    const std::u16string jid = view().text(browser::kJid);
-    Browse(jid, view().text(browser::kNode));
+void CWndBrowser::onActivated(const CUITreeNode* row) {
+    // Copies: browsing empties the list.
+    if (row) Browse(std::u16string(row->getDataValue(u"jid")), std::u16string(row->getDataValue(u"node")));
+}
+
+void CWndBrowser::openMenuOf(const CUITreeNode* row) {
+    if (row) view().openMenu(browser::kItems, browser::menuOf(*row));
+}
+
+void CWndBrowser::onMenu(std::int64_t command) {
+    const CUITreeNode* const row = items_.GetFirstSelected(view());
+    DialogAccount* const account = selectedAccount();
+    if (!row || !account) return;
+    switch (command) {
+        case browser::kGoTo:
+            return onActivated(row);
+        case browser::kRegisterWith:
+            return registerWith(*account, *row);
+        case browser::kUnregister:
+            return unregister(*account, *row);
+        case browser::kExecute:
+            return execute(*account, *row);
+        default:
+            return;
+    }
 }
 
 void CWndBrowser::placeControls(std::int32_t width, std::int32_t height) {
@@ -92,22 +130,22 @@ DialogAccount* CWndBrowser::selectedAccount() {
 }
 
 void CWndBrowser::warn(const std::u16string& text, const std::u16string& title) {
-    MessageBoxes(host_).show(text, title, BoxStyle::Warning, handle());
+    notice(text, title, BoxStyle::Warning);
 }
 
-void CWndBrowser::Browse(const std::u16string& jid, const std::u16string&) {
-    items_.DeleteAll(view());
-    DialogAccount* const account = selectedAccount();
-    if (!account) return;
-    SetHeaderDesc(u"Pobieranie listy usług...");
-    pendingInfo_ = 0;
-    if (!(account->client.flags & FLAG_AUTHORIZED)) return warn(u"Brak połączenia z siecią!", u"Błąd");
-    if (jid.size() < kShortestJid) {
-        return warn(
-            u"Ta funkcja ma jedną zasadniczą wadę, musisz podać adres serwera (lub usługi) którą chcesz "
-            u"'przepytać'. I niestety nie da się tego obejśc.",
-            u"Błąd");
-    }
+void CWndBrowser::notice(const std::u16string& text, std::u16string_view title, BoxStyle style) {
+    MessageBoxes(host_).show(text, std::u16string(title), style, handle());
+}
+
+void CWndBrowser::openForm(std::shared_ptr<CWndForm> form) {
+    // Another one that is before the window takes all input; a host that tells of some is not heard.
+    if (form_) return;
+    form_ = form;
+    const auto gone = [this](std::int32_t) {
+        releaseAfterCall(std::exchange(form_, nullptr));
+        takeCommandResults();
+    };
+    if (!form->DoModal(handle(), gone)) form_.reset();
 }
 
 }  // namespace protolink

@@ -21,6 +21,9 @@ inline constexpr std::uint32_t kNode = 6029;
 inline constexpr std::uint32_t kNodeLabel = 6030;
 inline constexpr std::uint32_t kClose = kOkButton;
 
+/// What the window posts to itself when a command was answered.
+inline constexpr std::uint32_t kCommandAnswered = 1025;
+
 struct Placed {
     std::uint32_t control;
     Rectangle rectangle;

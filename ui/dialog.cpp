@@ -32,7 +32,10 @@ bool CUIWin7Dialog::CreateChild(OKU_WORD parent) { return open({WindowPlace::Kin
 bool CUIWin7Dialog::DoModal(OKU_WORD parent, std::function<void(std::int32_t result)> ended) {
     if (isOpen()) return false;
     ended_ = std::move(ended);
-    return open({WindowPlace::Kind::Modal, parent});
+    result_ = 0;
+    if (open({WindowPlace::Kind::Modal, parent})) return true;
+    ended_ = nullptr;
+    return false;
 }
 
 bool CUIWin7Dialog::open(WindowPlace place) {
@@ -41,13 +44,16 @@ bool CUIWin7Dialog::open(WindowPlace place) {
     if (!view) return false;
     // The view before may still be on the stack.
     releaseAfterCall(std::exchange(view_, std::move(view)));
+    ending_ = false;
     OnInitDialog();
     view_->show(true);
     return isOpen();
 }
 
 void CUIWin7Dialog::DestroyWindow() {
-    if (view_) view_->destroy();
+    if (!isOpen()) return;
+    view_->destroy();
+    if (const auto ended = std::exchange(ended_, nullptr)) ended(result_);
 }
 
 void CUIWin7Dialog::ShowWindow(bool visible) {
@@ -55,7 +61,10 @@ void CUIWin7Dialog::ShowWindow(bool visible) {
 }
 
 void CUIWin7Dialog::EndDialog(std::int32_t result) {
-    if (view_) view_->end(result);
+    if (!ended_) return;
+    result_ = result;
+    ending_ = true;
+    view_->end(result);
 }
 
 void CUIWin7Dialog::OnCommand(std::uint32_t control) {
@@ -71,12 +80,9 @@ bool CUIWin7Dialog::onWindowEvent(const WindowEvent& event) {
         case WindowEventKind::Close:
             OnCancel();
             return false;
-        case WindowEventKind::Ended: {
-            const auto ended = std::exchange(ended_, nullptr);
-            DestroyWindow();
-            if (ended) ended(static_cast<std::int32_t>(event.number));
+        case WindowEventKind::Ended:
+            if (ending_) DestroyWindow();
             return false;
-        }
         default:
             return OnEvent(event);
     }

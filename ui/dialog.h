@@ -29,8 +29,8 @@ public:
     bool Create();
     /// The same inside another window, or inside the page whose parent's word the host gave.
     bool CreateChild(OKU_WORD parent);
-    /// The same as a window that takes the input of its parent away. Returns at once; `ended` is called later, with the
-    /// result that the window ended with, unless it was destroyed before.
+    /// The same as a window that takes the input of its parent away. Returns at once; `ended` is called once, when the
+    /// window has gone, with the result that it ended with, or with 0.
     bool DoModal(OKU_WORD parent, std::function<void(std::int32_t result)> ended);
     /// Takes the window away; nothing comes of it any more.
     virtual void DestroyWindow();
@@ -53,12 +53,13 @@ protected:
     /// All other events. True takes a key away from its control.
     virtual bool OnEvent(const WindowEvent&) { return false; }
 
-    /// Ends a modal window with a result.
+    /// Ends a modal window with a result; of any other it does nothing.
     void EndDialog(std::int32_t result);
     void SetWindowText(const std::u16string& title);
 
     /// Of the window that opened last. Does nothing any more once that has gone.
     WindowView& view() { return *view_; }
+    const WindowView& view() const { return *view_; }
 
 private:
     bool open(WindowPlace place);
@@ -69,6 +70,8 @@ private:
     std::u16string heading_;
     std::u16string description_;
     std::function<void(std::int32_t result)> ended_;
+    std::int32_t result_ = 0;
+    bool ending_ = false;  // the host was told that the window ends
 };
 
 }  // namespace protolink

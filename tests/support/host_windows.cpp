@@ -30,11 +30,7 @@ OKU_WORD popUp(RecordingHost& host, OKU_WORD param, OKU_WORD) {
     return 0;
 }
 
-OKU_WORD messageBox(RecordingHost& host, OKU_WORD param, OKU_WORD) {
-    const auto owner = peek<OKU_WORD>(recordAt(param), 32);
-    const auto window = host.dialogs.all.find(owner);
-    if (owner != 0 && (window == host.dialogs.all.end() || !window->second.open))
-        host.complainDead("a box of a dead window");
+OKU_WORD messageBox(RecordingHost&, OKU_WORD param, OKU_WORD) {
     constexpr std::uint32_t kQuestion = 36;
     return peek<std::uint32_t>(recordAt(param), 24) == kQuestion ? 7 : 1;
 }

@@ -80,7 +80,7 @@ constexpr FieldLayout kStatusShowFields[] = {{"description", 8, Text}, {"status"
 constexpr FieldLayout kStatusTextsFields[] = {
     {"title", 8, Text}, {"header", 16, Text}, {"account", 24, Text}, {"window", 32, Word}};
 constexpr FieldLayout kMessageBoxFields[] = {
-    {"text", 8, Text}, {"title", 16, Text}, {"style", 24, U32}, {"owner", 32, Word}};
+    {"text", 8, Text}, {"title", 16, Text}, {"style", 24, U32}, {"owner", 32, Window}};
 constexpr FieldLayout kNotifyFields[] = {{"text", 8, Text},  {"title", 16, Text},         {"key", 24, Text},
                                          {"icon", 32, Text}, {"value40", 40, U32},        {"kind", 48, U32},
                                          {"mode", 52, U32},  {"callback", 56, MenuClick}, {"user", 64, Word}};

@@ -73,7 +73,11 @@ RecordingHost::~RecordingHost() { current = nullptr; }
 const OKU_FUNCTION_TABLE* RecordingHost::table() const { return &HostTable::kTable; }
 
 ReadContext RecordingHost::context() {
-    return {module, now ? now() : 0, [this](const std::string& what) { complain(what); }};
+    return {module, now ? now() : 0, [this](const std::string& what) { complain(what); },
+            [this](OKU_WORD handle) {
+                const auto found = dialogs.all.find(handle);
+                return found != dialogs.all.end() && found->second.open ? found->second.templateId : 0;
+            }};
 }
 
 void RecordingHost::record(Event event) {

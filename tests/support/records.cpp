@@ -72,6 +72,8 @@ private:
                 return show(field.name, statusWord(peek<std::uint32_t>(record_, field.offset)), false);
             case Time:
                 return readTime(field);
+            case Window:
+                return readWindow(field);
             case Half:
             case Skip:
                 return;
@@ -83,6 +85,14 @@ private:
     void readNet(const FieldLayout& field) {
         const auto net = peek<std::uint32_t>(record_, field.offset);
         if (net != 1) show(field.name, std::to_string(net), false);
+    }
+
+    void readWindow(const FieldLayout& field) {
+        const auto handle = peek<OKU_WORD>(record_, field.offset);
+        if (handle == 0) return;
+        const auto shown = context_.templateOf ? context_.templateOf(handle) : 0;
+        if (shown == 0) complain(std::string("names no open window as its ") + field.name);
+        number(field.name, shown);
     }
 
     void readTime(const FieldLayout& field) {

@@ -36,6 +36,7 @@ enum class FieldKind {
     Resource,      // pointer to a resource record, its fields shown in place
     Published,     // pointer to the record of a file to publish, its fields shown in place
     SameResource,  // pointer to what the field at `other` of the contact points to; shown as "other" when it is not
+    Window,        // one of the plugin's own windows, shown by its template; not shown when 0
     Half,          // four bytes that are shown elsewhere, or not at all
     Skip,          // bytes that mean nothing to a reader: addresses of buffers and what the host fills in
 };
@@ -59,6 +60,7 @@ struct ReadContext {
     OKU_WORD module = 0;
     std::int64_t now = 0;
     std::function<void(const std::string&)> complain;
+    std::function<std::uint32_t(OKU_WORD)> templateOf = {};  // of an open window's handle; 0 for any other word
 };
 
 /// The record's fields as a line shows them. A wrong size word, a byte that should be zero and a missing callback are
