@@ -53,7 +53,9 @@ void OwnPictureFile::store(const QByteArray& png) {
             "Cards", "To nie jest obrazek PNG, JPEG, GIF, WebP ani BMP o boku do 4096 punktów."));
         return;
     }
-    if (const QString reason = replaceFile(path_, png); !reason.isEmpty()) {
+    const QString reason = replaceFile(path_, png);
+    // Where the folder alone could not be synced, the new file is in place.
+    if (!reason.isEmpty() && readPictureFile(path_, Links::refused) != png) {
         emit failed(
             QCoreApplication::translate("Cards", "Nie można zapisać obrazka: %1. Poprzedni zostaje.").arg(reason));
         return;

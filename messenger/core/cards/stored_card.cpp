@@ -105,7 +105,7 @@ std::optional<StoredCard> readStoredCard(const QByteArray& answer, const QString
 }
 
 QString cardFieldText(const QString& text) {
-    // Half a pair of surrogates becomes the mark for what cannot be read.
+    // Half a pair of surrogates does not come back.
     QString line = QString::fromUtf8(text.toUtf8());
     for (QChar& character : line) {
         const char16_t unit = character.unicode();

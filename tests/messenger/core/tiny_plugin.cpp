@@ -5,6 +5,8 @@
 #include <unistd.h>
 #include <filesystem>
 
+#include "host/oku/avatar.h"
+#include "host/oku/cards.h"
 #include "host/oku/message.h"
 #include "host/oku/netlib.h"
 #include "host/oku/settings.h"
@@ -94,6 +96,36 @@ OKU_WORD typingSend(OKU_WORD param, OKU_WORD composing, OKU_WORD) {
     return 0;
 }
 
+OKU_WORD cardAsked(const char* what, OKU_WORD token, const std::string& whose, OKU_WORD context) {
+    const Inside inside;
+    state.log.push_back(std::string(what) + whose);
+    if (state.onCard) state.onCard(accountAt(context), what, token);
+    return 0;
+}
+
+OKU_WORD contactCard(OKU_WORD param, OKU_WORD, OKU_WORD context) {
+    const auto* record = reinterpret_cast<const OKU_CONTACT_CARD_REQUEST*>(param);
+    return cardAsked("PFGetContactVCard", record->token, " " + narrow(record->jid), context);
+}
+
+template <const char* name>
+OKU_WORD ownCard(OKU_WORD param, OKU_WORD, OKU_WORD context) {
+    return cardAsked(name, reinterpret_cast<const OKU_OWN_CARD_REQUEST*>(param)->token, "", context);
+}
+
+constexpr char kGetCard[] = "PFGetMyVCard";
+constexpr char kSetCard[] = "PFSetMyVCard";
+constexpr char kGetPicture[] = "PFGetMyAvatar";
+constexpr char kSetPicture[] = "PFSetMyAvatar";
+
+OKU_WORD avatarChanged(OKU_WORD param, OKU_WORD, OKU_WORD context) {
+    const Inside inside;
+    const auto* record = reinterpret_cast<const OKU_AVATAR_CHANGED*>(param);
+    state.log.push_back("avatar " + std::to_string(accountAt(context).netId) + " " + narrow(record->hash) + " " +
+                        std::to_string(record->action));
+    return 0;
+}
+
 OKU_WORD authorization(OKU_WORD param, OKU_WORD bits, OKU_WORD context) {
     const Inside inside;
     const auto* record = reinterpret_cast<const OKU_CONTACT_RECORD*>(param);
@@ -160,16 +192,22 @@ void makeAccount(const std::u16string& path) {
     registerAccount(account);
     makeSocket(account);
     const std::pair<const char*, OKU_HANDLER> services[] = {
-        {"PFStatusSet", statusSet}, {"PFRawSend", rawSend}, {"PFMessageSend", messageSend}, {"PFTNSend", typingSend}};
+        {"PFStatusSet", statusSet},         {"PFRawSend", rawSend},
+        {"PFMessageSend", messageSend},     {"PFTNSend", typingSend},
+        {"PFGetContactVCard", contactCard}, {kGetCard, ownCard<kGetCard>},
+        {kSetCard, ownCard<kSetCard>},      {kGetPicture, ownCard<kGetPicture>},
+        {kSetPicture, ownCard<kSetPicture>}};
     for (const auto& [shortName, handler] : services) {
         const std::string name = "XMPP/" + std::to_string(account.netId) + "/" + shortName;
         const std::u16string wide(name.begin(), name.end());
         account.services.push_back(state.table->fnCreate(wide.c_str(), handler, word(&account)));
     }
+    account.avatarHook = state.table->hookAdd(u"OKU/OnAvatarChanged", avatarChanged, word(&account));
 }
 
 void dropAccount(tiny::Account& account) {
     account.flags = 0;
+    state.table->hookRemove(account.avatarHook);
     call(u"OKU/Settings/Write", account.store);
     call(u"OKU/Settings/Destroy", account.store, state.module);
     call(u"NetLib/Destroy", word(account.socket.c_str()));

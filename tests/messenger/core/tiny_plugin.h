@@ -20,6 +20,7 @@ struct Account {
     std::uint32_t netId = 0;
     std::u16string socket;
     std::vector<OKU_WORD> services;
+    OKU_WORD avatarHook = 0;
 };
 
 struct State {
@@ -38,6 +39,8 @@ struct State {
     std::function<void(Account&, std::uint32_t)> onStatus;
     /// Runs in each socket event, if set: kind, and whether its data word is not null.
     std::function<void(Account&, std::uint32_t, OKU_WORD)> onSocket;
+    /// Runs in each of its services about cards and pictures, if set: which one, and the token of the request.
+    std::function<void(Account&, const std::string&, OKU_WORD)> onCard;
     std::function<void()> onUnload;
 };
 
