@@ -61,7 +61,7 @@ void CUIWin7Dialog::ShowWindow(bool visible) {
 }
 
 void CUIWin7Dialog::EndDialog(std::int32_t result) {
-    if (!ended_) return;
+    if (!ended_ || ending_) return;
     result_ = result;
     ending_ = true;
     view_->end(result);

@@ -98,7 +98,7 @@ void checkParent(RecordingHost& host, const DialogWindow& window) {
     if (parent == host.dialogs.all.end() || !parent->second.open)
         host.complainDead("a window opens over a dead one");
     else if (window.modal && !host.dialogs.takesInput(window.parent))
-        host.complain("modal windows nest");
+        host.complainDead("modal windows nest");
 }
 
 OKU_WORD open(RecordingHost& host, OKU_WORD param, OKU_WORD extra) {
@@ -141,7 +141,7 @@ OKU_WORD destroy(RecordingHost& host, OKU_WORD param, OKU_WORD extra) {
     auto* window = openWindow(host, param, "UI/WindowDestroy");
     if (!window) return 0;
     for (const auto& [handle, other] : host.dialogs.all) {
-        if (other.open && other.parent == param) host.complain("a window goes before those that stand on it");
+        if (other.open && other.parent == param) host.complainDead("a window goes before those that stand on it");
     }
     window->open = false;
     std::erase_if(host.dialogs.queue, [param](const DialogEvent& event) { return event.window == param; });

@@ -1,0 +1,139 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
+// Windows that go, accounts that go and hosts that fail, at every step of what windows do.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "plugin/module.h"
+#include "tests/support/player.h"
+#include "tests/support/text.h"
+
+namespace {
+
+constexpr harness::PluginExports kExports{queryPlugInfo, pluginLoad, pluginUnload};
+
+/// Ids are chosen by the plugin: these lines catch them, all else is only driven.
+constexpr char kRegistration[] =
+    "log in as alice@example.org/home\n"
+    "menu XMPP/InternalBrowser\n"
+    "the user presses 6028\n"
+    "C: <iq to=\"example.org\" id=\"{items}\" type=\"get\"><query "
+    "xmlns=\"http://jabber.org/protocol/disco#items\"/></iq>\n"
+    "S: <iq from='example.org' id='{items}' type='result'><query xmlns='http://jabber.org/protocol/disco#items'>"
+    "<item jid='gg.example.org'/><item jid='b.example.org'/></query></iq>\n"
+    "C: <iq to=\"gg.example.org\" id=\"{info}\" type=\"get\"><query "
+    "xmlns=\"http://jabber.org/protocol/disco#info\"/></iq>\n"
+    "S: <iq from='gg.example.org' id='{info}' type='result'><query xmlns='http://jabber.org/protocol/disco#info'>"
+    "<feature var='jabber:iq:register'/><feature var='jabber:iq:version'/></query></iq>\n"
+    "C: <iq to=\"gg.example.org\" id=\"{version}\" type=\"get\"><query xmlns=\"jabber:iq:version\"/></iq>\n"
+    "S: <iq from='gg.example.org' id='{version}' type='result'><query xmlns='jabber:iq:version'><name>x</name>"
+    "</query></iq>\n"
+    "the user opens the menu of row 1\n"
+    "the user takes 1002 from the menu\n"
+    "C: <iq to=\"gg.example.org\" id=\"{form}\" type=\"get\"><query xmlns=\"jabber:iq:register\"/></iq>\n"
+    "S: <iq from='gg.example.org' id='{form}' type='result'><query xmlns='jabber:iq:register'>"
+    "<x xmlns='jabber:x:data'><field type='odd'/><field type='text-single' var='a'/><field type='boolean' var='b'/>"
+    "<field type='list-single' var='c'><option><value>1</value></option></field><field type='hidden' var='h'/></x>"
+    "</query></iq>\n"
+    "the user types \"x\" into 25\n"
+    "the user presses 1\n"
+    "C: <iq to=\"gg.example.org\" id=\"{submit}\" type=\"set\"><query xmlns=\"jabber:iq:register\"><x "
+    "xmlns=\"jabber:x:data\" type=\"submit\"><field var=\"a\"><value>x</value></field>\\r\\n<field "
+    "var=\"b\"><value>false</value></field>\\r\\n<field var=\"c\"><value>1</value></field>\\r\\n<field "
+    "var=\"h\"><value/></field>\\r\\n</x></query></iq>\n"
+    "S: <iq from='gg.example.org' id='{submit}' type='result'><query xmlns='jabber:iq:register'/></iq>\n"
+    "after 100 ms\n"
+    "the host delivers\n"
+    "the user presses 6028\n";
+
+constexpr char kCommand[] =
+    "log in as alice@example.org/home\n"
+    "menu XMPP/InternalBrowser\n"
+    "the user presses 6028\n"
+    "C: <iq to=\"example.org\" id=\"{items}\" type=\"get\"><query "
+    "xmlns=\"http://jabber.org/protocol/disco#items\"/></iq>\n"
+    "S: <iq from='example.org' id='{items}' type='result'><query xmlns='http://jabber.org/protocol/disco#items'>"
+    "<item jid='example.org' node='n'/></query></iq>\n"
+    "the user selects row 1\n"
+    "event of window 6003 kind=5 number=1004\n"
+    "C: <iq type=\"set\" id=\"{execute}\" to=\"example.org\"><command "
+    "xmlns=\"http://jabber.org/protocol/commands\" node=\"n\"/></iq>\n"
+    "event of window 6003 kind=5 number=1004\n"
+    "C: <iq type=\"set\" id=\"{second}\" to=\"example.org\"><command "
+    "xmlns=\"http://jabber.org/protocol/commands\" node=\"n\"/></iq>\n"
+    "event of window 6003 kind=5 number=1003\n"
+    "C: <iq type=\"set\" id=\"{remove}\" to=\"example.org\"><query "
+    "xmlns=\"jabber:iq:register\"><remove/></query></iq>\n"
+    "S: <iq from='example.org' id='{remove}' type='error'/>\n"
+    "S: <iq from='example.org' id='{execute}' type='result'><command xmlns='http://jabber.org/protocol/commands' "
+    "node='n' sessionid='1' status='executing'><x xmlns='jabber:x:data'><field type='text-single' var='a'/>"
+    "<field type='odd'/></x></command></iq>\n"
+    "S: <iq from='example.org' id='{second}' type='error'><command xmlns='http://jabber.org/protocol/commands' "
+    "status='completed'/></iq>\n"
+    "the host delivers\n"
+    "the host delivers\n"
+    "the user presses 1\n"
+    "C: <iq to=\"example.org\" id=\"{submit}\" type=\"set\"><command "
+    "xmlns=\"http://jabber.org/protocol/commands\" node=\"n\" sessionid=\"1\"><x xmlns=\"jabber:x:data\" "
+    "type=\"submit\"><field var=\"a\"><value/></field>\\r\\n</x></command></iq>\n"
+    "S: <iq from='example.org' id='{submit}' type='result'><command xmlns='http://jabber.org/protocol/commands'>"
+    "<x xmlns='jabber:x:data'><field type='text-single' var='r'/></x></command></iq>\n"
+    "the user presses 2\n"
+    "the user closes window 6003\n"
+    "menu XMPP/InternalBrowser\n";
+
+harness::Outcome drive(const std::string& text, std::optional<std::size_t> failingCall = std::nullopt) {
+    const auto transcript = harness::FoldBook(PROTOLINK_FOLDS).readText("windows", text);
+    harness::PlayMode mode;
+    mode.onlyDrive = true;
+    mode.failingCall = failingCall;
+    return harness::play(kExports, transcript, mode);
+}
+
+/// What happens from the browser's opening on, each thing once.
+std::vector<std::string> eventsOf(const harness::Outcome& whole) {
+    std::vector<std::string> events;
+    std::set<std::string> seen;
+    bool open = false;
+    for (const auto& entry : whole.journal) {
+        if (entry.text == "unload") break;
+        open = open || harness::startsWith(entry.text, "opens window 6003");
+        if (open && !entry.isStimulus && seen.insert(entry.text).second) events.push_back(entry.text);
+    }
+    return events;
+}
+
+class Windows : public testing::TestWithParam<const char*> {};
+
+TEST_P(Windows, GoAtEveryStep) {
+    const auto whole = drive(GetParam());
+    ASSERT_TRUE(whole.passed) << whole.report;
+    const auto events = eventsOf(whole);
+    ASSERT_GT(events.size(), 40u);
+    for (const std::string& event : events) {
+        for (const char* end : {"unload", "event of window 6003 kind=9", "event of window 6004 kind=9", "dropped"}) {
+            const auto outcome = drive("when " + harness::quoted(event) + " then " + end + "\n" + GetParam());
+            ASSERT_TRUE(outcome.passed) << end << " inside " << event << "\n" << outcome.report;
+        }
+    }
+}
+
+TEST_P(Windows, LiveWithAHostThatFailsAtEachCall) {
+    const auto whole = drive(GetParam(), 1'000'000);
+    ASSERT_TRUE(whole.passed) << whole.report;
+    ASSERT_GT(whole.calls, 120u);
+    for (std::size_t call = 0; call < whole.calls; ++call) {
+        const auto outcome = drive(GetParam(), call);
+        ASSERT_TRUE(outcome.passed) << "call " << call << "\n" << outcome.report;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(, Windows, testing::Values(kRegistration, kCommand),
+                         [](const auto& row) { return row.index == 0 ? "OfARegistration" : "OfACommand"; });
+
+}  // namespace
