@@ -1,0 +1,154 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
+// Windows with very much in them, over views that nobody draws.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "dialogs/browser.h"
+#include "dialogs/browser_layout.h"
+#include "dialogs/form.h"
+#include "host/util/utf.h"
+#include "host/util/xml_parse.h"
+#include "plugin/boundary.h"
+#include "router/namespaces.h"
+#include "tests/dialogs/recording_windows.h"
+#include "tests/support/fake_platform.h"
+#include "tests/support/recording_host.h"
+
+using namespace protolink;
+using dialogs_test::RecordedWindow;
+
+namespace {
+
+constexpr std::size_t kItems = 20'000;
+constexpr std::size_t kFields = 10'000;
+
+class LargeWindows : public testing::Test {
+protected:
+    LargeWindows() : client({u"r", u"c", u"XMPP"}, Host(host.table(), host.module)) {
+        harness::world() = harness::FakeWorld();
+        host.sockets["XMPP/Socket/1"] = {};
+        host.onEvent = [this](const harness::Event& event) {
+            if (event.category == harness::Event::Category::Sent) sent.push_back(event.data);
+        };
+        client.netId = 1;
+        client.socketName = u"XMPP/Socket/1";
+        client.flags = FLAG_CONNECTED | FLAG_AUTHORIZED;
+        client.jid.domain = u"example.org";
+    }
+
+    /// The value of the attribute `id` of what was sent last.
+    std::string lastId() const {
+        const auto from = sent.back().find("id=\"") + 4;
+        return sent.back().substr(from, sent.back().find('"', from) - from);
+    }
+    void answer(const std::string& text) {
+        std::vector<xmlElement> parsed;
+        lutXMLParseA(parsed, text);
+        ASSERT_EQ(parsed.size(), 1u);
+        EXPECT_TRUE(dispatcher.dispatch(parsed.front()));
+    }
+    RecordedWindow& formWith(const std::string& fields) {
+        form = std::make_shared<CWndForm>(windows, account, u"gg.example.org");
+        form->DoModal(1, [](std::int32_t) {});
+        answer("<iq from='gg.example.org' id='" + lastId() +
+               "' type='result'><query xmlns='jabber:iq:register'><x xmlns='jabber:x:data' type='form'>" + fields +
+               "</x></query></iq>");
+        return windows.newest(6005);
+    }
+
+    harness::RecordingHost host;
+    CClientClass client;
+    CZipStream zip;
+    StreamOutput output{client, zip};
+    CProtoEventDispatcher dispatcher;
+    DialogAccount account{client, dispatcher, output};
+    DialogAccounts accounts{&account};
+    Host boxes{host.table(), host.module};
+    dialogs_test::RecordingWindows windows;
+    std::vector<std::string> sent;
+    std::shared_ptr<CWndForm> form;
+    const PluginCall call;  // as if the host had called
+};
+
+TEST_F(LargeWindows, ABrowserTellsEachRowOnceForEachThingThatItLearns) {
+    const auto browser = std::make_shared<CWndBrowser>(windows, boxes, accounts);
+    browser->open();
+    RecordedWindow& window = windows.newest(6003);
+    window.press(browser::kGo);
+    std::string items;
+    for (std::size_t i = 0; i < kItems; ++i) items += "<item jid='i" + std::to_string(i) + ".example.org'/>";
+    answer("<iq from='example.org' id='" + lastId() + "' type='result'><query xmlns='" + wtou(ns::kDiscoItems) + "'>" +
+           items + "</query></iq>");
+    ASSERT_EQ(window.rows.size(), kItems);
+    ASSERT_EQ(sent.size(), 1 + kItems);
+    EXPECT_EQ(window.rowsSet, kItems);
+
+    const std::vector<std::string> questions(sent.begin() + 1, sent.end());
+    for (std::size_t i = 0; i < kItems; ++i) {
+        const auto from = questions[i].find("id=\"") + 4;
+        answer("<iq from='i" + std::to_string(i) + ".example.org' id='" +
+               questions[i].substr(from, questions[i].find('"', from) - from) + "' type='result'><query xmlns='" +
+               wtou(ns::kDiscoInfo) + "'><identity name='N" + std::to_string(i) + "'/></query></iq>");
+    }
+    EXPECT_EQ(window.rowsSet, 2 * kItems);
+    EXPECT_EQ(window.rows.at(kItems).text, u"N19999 (i19999.example.org)");
+    EXPECT_EQ(window.description, u"Gotowe");
+    browser->DestroyWindow();
+}
+
+TEST_F(LargeWindows, AFormIsOnePageAndIsReadOnce) {
+    std::string fields;
+    for (std::size_t i = 0; i < kFields; ++i)
+        fields += "<field type='text-single' var='v" + std::to_string(i) + "'><value>1</value></field>";
+    RecordedWindow& page = formWith(fields);
+    RecordedWindow& window = windows.newest(6004);
+    EXPECT_EQ(page.opened.controls.size(), 2 * kFields);
+    EXPECT_EQ(page.enabledCalls, 1u);
+    window.press(kOkButton);
+    EXPECT_EQ(page.asked, kFields);
+    EXPECT_EQ(page.enabledCalls, 2u);
+    EXPECT_FALSE(page.allEnabled);
+    EXPECT_NE(sent.back().find("<field var=\"v9999\"><value>1</value></field>"), std::string::npos);
+    form->DestroyWindow();
+}
+
+TEST_F(LargeWindows, AFieldHasAsManyOptionsAsComeAndAsMuchText) {
+    std::string options;
+    for (int i = 0; i < 100'000; ++i) options += "<option><value>" + std::to_string(i) + "</value></option>";
+    const std::string megabyte(1'000'000, 'x');
+    RecordedWindow& page = formWith("<field type='list-single' var='l'>" + options +
+                                    "</field><field type='text-multi' var='t'><value>" + megabyte + "</value></field>");
+    page.controls.at(25).selection = 99'999;
+    EXPECT_EQ(page.controls.at(25).items.size(), 100'000u);
+    windows.newest(6004).press(kOkButton);
+    EXPECT_NE(sent.back().find("<field var=\"l\"><value>99999</value></field>"), std::string::npos);
+    EXPECT_NE(sent.back().find("<field var=\"t\"><value>" + megabyte + "</value></field>"), std::string::npos);
+    form->DestroyWindow();
+}
+
+TEST_F(LargeWindows, FieldsOfOneNameOrNoneAreSentAsTheyStand) {
+    formWith(
+        "<field type='hidden' var='a'><value>1</value></field><field type='hidden' var='a'><value>2</value></field>"
+        "<field type='hidden'><value>3</value></field>");
+    windows.newest(6004).press(kOkButton);
+    EXPECT_NE(sent.back().find("<field var=\"a\"><value>1</value></field>\r\n<field var=\"a\"><value>2</value></field>"
+                               "\r\n<field var=\"\"><value>3</value></field>"),
+              std::string::npos)
+        << sent.back();
+    form->DestroyWindow();
+}
+
+TEST_F(LargeWindows, ATextPastedWithEverythingStaysOneText) {
+    RecordedWindow& page = formWith("<field type='text-single' var='a'/>");
+    page.controls.at(25).text = u"</value>&\x1\xFFFE\xD800\"'\t\r\n\x202E";
+    windows.newest(6004).press(kOkButton);
+    EXPECT_NE(sent.back().find("<value>&lt;/value&gt;&amp;&quot;&apos;\t\r\n\xE2\x80\xAE</value>"), std::string::npos)
+        << sent.back();
+    form->DestroyWindow();
+}
+
+}  // namespace
