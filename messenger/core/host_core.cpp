@@ -62,6 +62,14 @@ HostCore::~HostCore() {
 void HostCore::connectParts() {
     connect(&settings, &SettingsService::noticed, this, [this](const QString& text) { emit noticed({}, text); });
     connect(&passwords, &Passwords::noticed, this, &HostCore::noticed);
+    connect(&news, &PersonalNews::refused, this, &HostCore::noticed);
+    connect(&links, &Links::noticed, this, [this](const QString& text) { emit noticed({}, text); });
+    connect(&boxes, &MessageBoxes::unanswered, this, [this](const MessageBox& box) {
+        emit noticed({},
+                     QCoreApplication::translate("HostCore", "Nikt nie odpowiedział przez %1 s: %2. Odpowiedź: nie.")
+                         .arg(box.seconds)
+                         .arg(box.title));
+    });
     connect(&history, &History::failed, this, [this](const QString& text) { emit noticed({}, text); });
     connect(&sessions, &Sessions::noticed, this, &HostCore::noticed);
     connect(&guards, &LineGuards::noticed, this, &HostCore::noticed);
@@ -138,6 +146,7 @@ void HostCore::load() {
     offers.allow();
     contacts.setStarting(true);
     loader.load(HostTable::table());
+    news.listen(events);
     contacts.setStarting(false);
     for (const auto& account : accounts.all()) {
         if (!account->registered) continue;
@@ -165,6 +174,7 @@ void HostCore::dropPlugin() {
     windows.dropPlugin();
     transfers.dropPlugin();
     choosers.dropPlugin();
+    popups.dropPlugin();
     contacts.dropPlugin();
     events.dropPlugin();
     services.dropPlugin();

@@ -22,6 +22,8 @@
 #include "messenger/core/connections/sign_off.h"
 #include "messenger/core/connections/socket_bridge.h"
 #include "messenger/core/connections/status_choices.h"
+#include "messenger/core/news/personal_news.h"
+#include "messenger/core/news/popups.h"
 #include "messenger/core/options.h"
 #include "messenger/core/passwords/passwords.h"
 #include "messenger/core/plugin_reload.h"
@@ -38,6 +40,7 @@
 #include "messenger/core/transfers/file_choosers.h"
 #include "messenger/core/transfers/file_offers.h"
 #include "messenger/core/transfers/transfer_windows.h"
+#include "messenger/core/windows/links.h"
 #include "messenger/core/windows/menu_model.h"
 #include "messenger/core/windows/message_boxes.h"
 #include "messenger/core/windows/status_windows.h"
@@ -77,8 +80,9 @@ public:
     Accounts accounts{services, settings};
     LogService log;
     TimerService timers{services, queue};
-    MessageBoxes boxes{services};
+    MessageBoxes boxes{services, options.alarms};
     Passwords passwords{settings, boxes, options.keyRing};
+    Links links{services, options.linkOpener};
     MenuModel menus{services, queue};
     StatusWindows statusWindows{services, accounts, queue};
     WindowServices windows{services};
@@ -108,6 +112,8 @@ public:
     TransferWindows transfers{services, accounts, queue};
     FileOffers offers{{services, accounts, queue, contacts, transfers}, options.alarms};
     FileChoosers choosers{services, accounts, queue, transfers};
+    PersonalNews news{services, accounts, contacts, queue};
+    Popups popups{services, queue, links};
 
 signals:
     void noticed(const QString& account, const QString& text);

@@ -6,6 +6,7 @@
 #include "messenger/core/cards/cards_on_host.h"
 #include "messenger/core/cards/picture_process.h"
 #include "messenger/core/host_core.h"
+#include "messenger/core/news/news_on_host.h"
 #include "messenger/core/passwords/key_ring.h"
 #include "messenger/core/roster/roster_on_host.h"
 #include "messenger/core/talk/talk_on_host.h"
@@ -26,6 +27,7 @@ struct Messenger::Private {
         talkOnHost({core.accounts, core.contacts, core.history, core.delivery, core.arrivals, core.typing});
     std::unique_ptr<CardsFace> cards =
         cardsOnHost({core.accounts, core.contactCards, core.ownCards, core.ownPicture, core.contactPictures});
+    std::unique_ptr<NewsFace> news = newsOnHost({core.accounts, core.news, core.popups});
     std::unique_ptr<WindowsFace> windows = windowsOnHost(core);
     std::unique_ptr<WireFace> wire = wireOnHost(core);
     std::unique_ptr<TransfersFace> transfers =
@@ -63,6 +65,8 @@ RosterFace& Messenger::roster() const { return *d->roster; }
 TalkFace& Messenger::talk() const { return *d->talk; }
 
 CardsFace& Messenger::cards() const { return *d->cards; }
+
+NewsFace& Messenger::news() const { return *d->news; }
 
 WindowsFace& Messenger::windows() const { return *d->windows; }
 

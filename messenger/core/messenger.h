@@ -26,6 +26,7 @@ public:
     [[nodiscard]] RosterFace& roster() const override;
     [[nodiscard]] TalkFace& talk() const override;
     [[nodiscard]] CardsFace& cards() const override;
+    [[nodiscard]] NewsFace& news() const override;
     [[nodiscard]] WindowsFace& windows() const override;
     [[nodiscard]] WireFace& wire() const override;
     [[nodiscard]] TransfersFace& transfers() const override;

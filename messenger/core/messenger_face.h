@@ -7,6 +7,7 @@
 
 #include "messenger/core/accounts/accounts_face.h"
 #include "messenger/core/cards/cards_face.h"
+#include "messenger/core/news/news_face.h"
 #include "messenger/core/roster/roster_face.h"
 #include "messenger/core/talk/talk_face.h"
 #include "messenger/core/transfers/transfers_face.h"
@@ -45,6 +46,7 @@ public:
     [[nodiscard]] virtual RosterFace& roster() const = 0;
     [[nodiscard]] virtual TalkFace& talk() const = 0;
     [[nodiscard]] virtual CardsFace& cards() const = 0;
+    [[nodiscard]] virtual NewsFace& news() const = 0;
     [[nodiscard]] virtual WindowsFace& windows() const = 0;
     [[nodiscard]] virtual WireFace& wire() const = 0;
     [[nodiscard]] virtual TransfersFace& transfers() const = 0;

@@ -448,6 +448,34 @@ Trust this certificate on this account from now on?</translation>
         <source>wskazuje plik, o który pyta wtyczka, albo żaden</source>
         <translation>names the file that the plugin asks for, or none</translation>
     </message>
+    <message>
+        <source>NASTRÓJ [TEKST] | off</source>
+        <translation>MOOD [TEXT] | off</translation>
+    </message>
+    <message>
+        <source>pokazuje kontaktom Twój nastrój (nazwy podpowiada Tab)</source>
+        <translation>shows the contacts your mood (Tab tells the names)</translation>
+    </message>
+    <message>
+        <source>TYTUŁ [WYKONAWCA [ALBUM]] | off</source>
+        <translation>TITLE [ARTIST [ALBUM]] | off</translation>
+    </message>
+    <message>
+        <source>pokazuje kontaktom, czego słuchasz</source>
+        <translation>shows the contacts what you listen to</translation>
+    </message>
+    <message>
+        <source>POLE WARTOŚĆ [POLE WARTOŚĆ]... | off</source>
+        <translation>FIELD VALUE [FIELD VALUE]... | off</translation>
+    </message>
+    <message>
+        <source>pokazuje kontaktom, gdzie jesteś, na przykład: locality Łódź country Polska</source>
+        <translation>shows the contacts where you are, for example: locality London country Britain</translation>
+    </message>
+    <message>
+        <source>otwiera stronę poczty z powiadomienia, off: zamyka je</source>
+        <translation>opens the mail page that a notice is about; off: closes the notice</translation>
+    </message>
 </context>
 <context>
     <name>ContactList</name>
@@ -595,6 +623,21 @@ Trust this certificate on this account from now on?</translation>
     <message>
         <source>Serwer odmówił otwarcia sesji.</source>
         <translation>The server refused to open a session.</translation>
+    </message>
+    <message>
+        <source>Nikt nie odpowiedział przez %1 s: %2. Odpowiedź: nie.</source>
+        <translation>Nobody answered for %1 s: %2. The answer is no.</translation>
+    </message>
+</context>
+<context>
+    <name>Links</name>
+    <message>
+        <source>Tego adresu nie otwarto: %1</source>
+        <translation>This address was not opened: %1</translation>
+    </message>
+    <message>
+        <source>Nie ma programu, który otworzy adres: %1</source>
+        <translation>There is no program that opens the address: %1</translation>
     </message>
 </context>
 <context>
@@ -873,6 +916,25 @@ Trust this certificate on this account from now on?</translation>
     <message>
         <source>Na wysłanie czekało więcej niż %1 MiB danych.</source>
         <translation>More than %1 MiB of data waited to be sent.</translation>
+    </message>
+</context>
+<context>
+    <name>News</name>
+    <message>
+        <source>Nie ma takiego powiadomienia.</source>
+        <translation>There is no such pop-up.</translation>
+    </message>
+    <message>
+        <source>Nie wysłano: serwer konta nie przyjmuje takich wiadomości o sobie.</source>
+        <translation>Not sent: the account&apos;s server takes no such news of its users.</translation>
+    </message>
+    <message>
+        <source>Nie ma takiego nastroju: %1</source>
+        <translation>There is no such mood: %1</translation>
+    </message>
+    <message>
+        <source>Miejsce nie ma takiego pola: %1</source>
+        <translation>A location has no such field: %1</translation>
     </message>
 </context>
 <context>
@@ -1979,6 +2041,78 @@ Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
     <message>
         <source>nieznana odpowiedź &quot;%1&quot; (możliwe: accept refuse ignore)</source>
         <translation>unknown answer &quot;%1&quot; (possible: accept refuse ignore)</translation>
+    </message>
+    <message>
+        <source>dopóki nie ma odpowiedzi, wszystko inne czeka</source>
+        <translation>until there is an answer, everything else waits</translation>
+    </message>
+    <message>
+        <source>po %1 s bez odpowiedzi będzie nią: no</source>
+        <translation>after %1 s without one it is: no</translation>
+    </message>
+    <message>
+        <source>%1 słucha: %2</source>
+        <translation>%1 is listening: %2</translation>
+    </message>
+    <message>
+        <source>%1 niczego już nie słucha</source>
+        <translation>%1 listens to nothing any more</translation>
+    </message>
+    <message>
+        <source>%1 mówi o sobie: %2</source>
+        <translation>%1 tells: %2</translation>
+    </message>
+    <message>
+        <source>%1 nie podaje już nastroju</source>
+        <translation>%1 tells the mood no more</translation>
+    </message>
+    <message>
+        <source>%1 podaje miejsce: %2</source>
+        <translation>%1 tells the place: %2</translation>
+    </message>
+    <message>
+        <source>%1 nie podaje już miejsca</source>
+        <translation>%1 tells the place no more</translation>
+    </message>
+    <message>
+        <source>kontakty widzą, czego słuchasz: %1</source>
+        <translation>contacts see what you listen to: %1</translation>
+    </message>
+    <message>
+        <source>kontakty nie widzą już, czego słuchasz</source>
+        <translation>contacts do not see any more what you listen to</translation>
+    </message>
+    <message>
+        <source>kontakty widzą Twój nastrój: %1</source>
+        <translation>contacts see your mood: %1</translation>
+    </message>
+    <message>
+        <source>kontakty nie widzą już Twojego nastroju</source>
+        <translation>contacts do not see your mood any more</translation>
+    </message>
+    <message>
+        <source>kontakty widzą, gdzie jesteś: %1</source>
+        <translation>contacts see where you are: %1</translation>
+    </message>
+    <message>
+        <source>kontakty nie widzą już, gdzie jesteś</source>
+        <translation>contacts do not see any more where you are</translation>
+    </message>
+    <message>
+        <source>wysłano do serwera, dla kontaktów</source>
+        <translation>sent to the server, for the contacts</translation>
+    </message>
+    <message>
+        <source>wysłano odwołanie do serwera</source>
+        <translation>sent to the server that it counts no more</translation>
+    </message>
+    <message>
+        <source>/mail otwiera stronę poczty, /mail off zamyka powiadomienie</source>
+        <translation>/mail opens the mail page, /mail off closes the notice</translation>
+    </message>
+    <message>
+        <source>nie ma powiadomienia o poczcie</source>
+        <translation>there is no news of mail</translation>
     </message>
 </context>
 <context>

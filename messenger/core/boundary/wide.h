@@ -16,6 +16,11 @@ inline QString wideText(const char16_t* text) { return text ? QString::fromUtf16
 inline const char16_t* widePointer(OKU_WORD word) { return reinterpret_cast<const char16_t*>(word); }
 inline QString wideText(OKU_WORD word) { return wideText(widePointer(word)); }
 
+/// A text whose lines CR and LF part, with line feeds alone.
+inline QString wideLines(const char16_t* text) {
+    return wideText(text).replace(QLatin1String("\r\n"), QLatin1String("\n"));
+}
+
 /// The UTF-16 units of `text`, NUL-terminated; valid as long as the string is not changed.
 inline const char16_t* widePointer(const QString& text) { return reinterpret_cast<const char16_t*>(text.utf16()); }
 

@@ -204,11 +204,22 @@ void ContactList::setPresence(const QString& jid, const Resource& presence) {
 
 void ContactList::setAllOffline() {
     for (auto& [jid, entry] : entries_) {
-        if (entry.contact.resources.isEmpty() && entry.contact.status == Status::offline) continue;
-        entry.contact.resources.clear();
+        Contact& contact = entry.contact;
+        const bool nothingTold = contact.tune.isEmpty() && contact.mood.isEmpty();
+        if (contact.resources.isEmpty() && contact.status == Status::offline && nothingTold) continue;
+        contact.resources.clear();
+        contact.tune.clear();
+        contact.mood.clear();
         sumUp(entry.contact);
         touch(entry);
     }
+}
+
+void ContactList::setNews(const QString& jid, QString Contact::*field, const QString& text) {
+    const auto found = entries_.find(jid);
+    if (found == entries_.end() || found->second.contact.*field == text) return;
+    found->second.contact.*field = text;
+    touch(found->second);
 }
 
 void ContactList::setDetails(const QString& jid, const ContactDetails& details) {

@@ -52,7 +52,10 @@ public:
 
     /// A resource's presence; `offline` takes it away, and all of them when it has no name.
     void setPresence(const QString& jid, const Resource& resource);
+    /// Takes the tunes and moods as well: what was published while nobody listened is not known.
     void setAllOffline();
+    /// A contact's tune or mood, in lines; empty: none any more.
+    void setNews(const QString& jid, QString Contact::*field, const QString& text);
 
     /// Tells what has changed now, not at the end of the turn.
     void tellChanges();

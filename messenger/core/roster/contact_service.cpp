@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "messenger/core/roster/contact_service.h"
 
+#include <algorithm>
 #include <QFile>
 
 #include "messenger/core/accounts/accounts.h"
@@ -34,6 +35,14 @@ Resource resourceOfState(const OKU_CONTACT_STATE& state) {
     return resource;
 }
 
+/// The icons whose tooltip tells something of a contact.
+struct NewsIcon {
+    QLatin1String name;
+    QString Contact::*field;
+};
+constexpr NewsIcon kNewsIcons[] = {{QLatin1String("XMPP/UserTune"), &Contact::tune},
+                                   {QLatin1String("XMPP/UserMood"), &Contact::mood}};
+
 }  // namespace
 
 ContactService::ContactService(ServiceRegistry& services, Accounts& accounts, PluginQueue& queue, QObject* parent)
@@ -41,11 +50,10 @@ ContactService::ContactService(ServiceRegistry& services, Accounts& accounts, Pl
     services.provide(u"OKU/CTL/AddContact", [this](OKU_WORD param, OKU_WORD) { return add(param); });
     services.provide(u"OKU/CTL/FndContact", [this](OKU_WORD param, OKU_WORD) { return find(param); });
     services.provide(u"OKU/CTL/DelContact", [this](OKU_WORD handle, OKU_WORD) { return remove(handle); });
-    // Nothing is drawn here; a user interface shows a contact's icon by its status.
     services.provide(u"OKU/CTL/AddContactIcon",
-                     [this](OKU_WORD handle, OKU_WORD) -> OKU_WORD { return handles_.contains(handle); });
+                     [this](OKU_WORD handle, OKU_WORD icon) { return setIcon(handle, icon, true); });
     services.provide(u"OKU/CTL/DelContactIcon",
-                     [this](OKU_WORD handle, OKU_WORD) -> OKU_WORD { return handles_.contains(handle); });
+                     [this](OKU_WORD handle, OKU_WORD icon) { return setIcon(handle, icon, false); });
     services.provide(u"OKU/CTL/EnableDrawing", [this](OKU_WORD on, OKU_WORD) { return enableDrawing(on != 0); });
     services.provide(u"OKU/CTL/DeleteAll", [this](OKU_WORD, OKU_WORD netId) { return deleteAll(netId); });
     services.provide(u"OKU/CTL/SetContactState", [this](OKU_WORD param, OKU_WORD) { return setState(param); });
@@ -134,6 +142,20 @@ OKU_WORD ContactService::remove(OKU_WORD handle) {
     handles_.erase(found);
     handlesByName_.erase({contact.key, contact.jid});
     if (const auto at = lists_.find(contact.key); at != lists_.end()) at->second->remove(contact.jid);
+    return 1;
+}
+
+OKU_WORD ContactService::setIcon(OKU_WORD handle, OKU_WORD icon, bool there) {
+    const auto found = handles_.find(handle);
+    if (found == handles_.end()) return 0;
+    const auto* record = recordAt<OKU_CONTACT_ICON>(icon);
+    const auto* row = std::find_if(std::begin(kNewsIcons), std::end(kNewsIcons),
+                                   [&](const NewsIcon& one) { return record && wideText(record->icon) == one.name; });
+    // Nothing else is drawn here: a user interface shows a contact's icon by its status.
+    if (row == std::end(kNewsIcons)) return 1;
+    const auto list = lists_.find(found->second.key);
+    const QString tooltip = there ? wideLines(record->tooltip) : QString();
+    if (list != lists_.end()) list->second->setNews(found->second.jid, row->field, tooltip);
     return 1;
 }
 

@@ -51,6 +51,7 @@ private:
     OKU_WORD add(OKU_WORD param);
     OKU_WORD find(OKU_WORD param);
     OKU_WORD remove(OKU_WORD handle);
+    OKU_WORD setIcon(OKU_WORD handle, OKU_WORD icon, bool there);
     OKU_WORD enableDrawing(bool on);
     OKU_WORD deleteAll(OKU_WORD netId);
     OKU_WORD setState(OKU_WORD param);

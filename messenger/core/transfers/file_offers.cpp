@@ -26,14 +26,6 @@ namespace {
 constexpr int kPatience = 60;             // seconds
 constexpr qsizetype kMostStrangers = 50;  // who are told of by name
 
-std::unique_ptr<QObject> systemAlarm(int milliseconds, std::function<void()> ring) {
-    auto timer = std::make_unique<QTimer>();
-    timer->setSingleShot(true);
-    QObject::connect(timer.get(), &QTimer::timeout, timer.get(), std::move(ring));
-    timer->start(milliseconds);
-    return timer;
-}
-
 /// As an address is compared where something is trusted for it: wider folding would take letters of other alphabets for
 /// those of ASCII.
 QString foldedAddress(QString jid) {

@@ -34,6 +34,8 @@ struct Contact {
     QString description;
     QList<Resource> resources;
     int unread = 0;
+    QString tune;  ///< what it listens to, as the plugin words it, in lines; empty: nothing that is known
+    QString mood;  ///< how it feels, likewise
 };
 
 /// What the server's own words about a contact tell beyond the plugin's.

@@ -16,12 +16,14 @@ enum class BoxButton { ok = 1, yes = 6, no = 7 };
 /// The same word as the enumerator's.
 QString boxStyleWord(BoxStyle style);
 
-/// A message box of the plugin that waits for WindowsFace::answerBox().
+/// A message box that waits for WindowsFace::answerBox().
 struct MessageBox {
     int number = 0;
     QString text;
     QString title;
     BoxStyle style = BoxStyle::information;
+    bool holds = false;  ///< a call into the plugin waits for the answer, and with it everything else
+    int seconds = 0;     ///< answered with no after this time; 0: waits for the person, however long
 };
 
 /// One item of a menu of the plugin.

@@ -3,6 +3,7 @@
 #include "messenger/core/windows/message_boxes.h"
 
 #include <QEventLoop>
+#include <utility>
 
 #include "host/oku/windows.h"
 #include "messenger/core/boundary/service_registry.h"
@@ -26,9 +27,17 @@ BoxStyle styleOf(std::uint32_t style) {
 
 BoxButton defaultButton(BoxStyle style) { return style == BoxStyle::question ? BoxButton::no : BoxButton::ok; }
 
+constexpr int kWebSitePatience = 60;  // seconds
+
+/// The question of a web site (XEP-0070) is told by its title, which the plugin gives to no other box.
+bool isOfWebSite(const OKU_MESSAGE_BOX& record) {
+    return record.style == OKU_BOX_QUESTION && wideText(record.title) == QLatin1String("Autoryzacja OpenID");
+}
+
 }  // namespace
 
-MessageBoxes::MessageBoxes(ServiceRegistry& services, QObject* parent) : QObject(parent) {
+MessageBoxes::MessageBoxes(ServiceRegistry& services, SetAlarm alarms, QObject* parent)
+    : QObject(parent), alarms_(alarms ? std::move(alarms) : SetAlarm(&systemAlarm)) {
     services.provide(u"UI/MessageBox", [this](OKU_WORD param, OKU_WORD) { return show(param); });
 }
 
@@ -37,7 +46,7 @@ int MessageBoxes::ask(const QString& title, const QString& text, std::function<v
         answer(BoxButton::no);
         return 0;
     }
-    return add({0, text, title, BoxStyle::question}, std::move(answer));
+    return add({0, text, title, BoxStyle::question, false, 0}, std::move(answer));
 }
 
 int MessageBoxes::add(MessageBox box, std::function<void(BoxButton)> answer) {
@@ -57,6 +66,14 @@ bool MessageBoxes::answer(int number, BoxButton button) {
     emit closed(number);
     handler(button);
     return true;
+}
+
+void MessageBoxes::giveUp(int number) {
+    const auto found = boxes_.find(number);
+    if (found == boxes_.end()) return;
+    const MessageBox box = found->second.box;
+    answer(number, defaultButton(box.style));
+    emit unanswered(box);
 }
 
 QList<MessageBox> MessageBoxes::open() const {
@@ -80,11 +97,15 @@ OKU_WORD MessageBoxes::show(OKU_WORD param) {
     bool answered = false;
     if (held_++ == 0) emit pluginHeld(true);
     // The answer may come from a slot of opened(), before the loop runs.
-    add({0, wideText(record->text), wideText(record->title), style}, [&](BoxButton button) {
+    const int seconds = isOfWebSite(*record) ? kWebSitePatience : 0;
+    const MessageBox box{0, wideText(record->text), wideText(record->title), style, true, seconds};
+    const int number = add(box, [&](BoxButton button) {
         result = button;
         answered = true;
         loop.quit();
     });
+    std::unique_ptr<QObject> alarm;
+    if (!answered && seconds > 0) alarm = alarms_(seconds * 1000, [this, number] { giveUp(number); });
     if (!answered) loop.exec();
     if (--held_ == 0) emit pluginHeld(false);
     return static_cast<OKU_WORD>(result);

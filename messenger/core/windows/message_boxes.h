@@ -7,6 +7,7 @@
 #include <QObject>
 
 #include "host/oku/base.h"
+#include "messenger/core/values/alarm.h"
 #include "messenger/core/values/windows.h"
 
 namespace oku {
@@ -14,12 +15,13 @@ namespace oku {
 class ServiceRegistry;
 
 /// "UI/MessageBox", and the messenger's own questions, which are shown the same way. A box of the plugin holds the call
-/// that opened it on the stack until it is answered, with an event loop of its own.
+/// that opened it on the stack until it is answered, with an event loop of its own. What a web site asks comes when
+/// somebody else wants it to, so nobody may be there: it is answered with no after 60 s.
 class MessageBoxes : public QObject {
     Q_OBJECT
 
 public:
-    explicit MessageBoxes(ServiceRegistry& services, QObject* parent = nullptr);
+    explicit MessageBoxes(ServiceRegistry& services, SetAlarm alarms = {}, QObject* parent = nullptr);
 
     /// A question of the messenger itself; nothing waits for it. `answer` gets `no` when the boxes are closed.
     int ask(const QString& title, const QString& text, std::function<void(BoxButton)> answer);
@@ -33,6 +35,8 @@ public:
 signals:
     void opened(const oku::MessageBox& box);
     void closed(int number);
+    /// Its time was over, and it got its answer from here.
+    void unanswered(const oku::MessageBox& box);
     /// The first box of the plugin was opened, or its last was answered: true while one holds the plugin.
     void pluginHeld(bool held);
 
@@ -44,7 +48,9 @@ private:
 
     OKU_WORD show(OKU_WORD param);
     int add(MessageBox box, std::function<void(BoxButton)> answer);
+    void giveUp(int number);
 
+    SetAlarm alarms_;
     std::map<int, Open> boxes_;
     int lastNumber_ = 0;
     int held_ = 0;

@@ -24,6 +24,8 @@ void putContact(JsonLine& line, const Contact& contact) {
     line.put("waiting", contact.waiting);
     line.put("status", statusWord(contact.status));
     line.put("description", contact.description);
+    line.put("tune", contact.tune);
+    line.put("mood", contact.mood);
     line.beginList("resources");
     for (const Resource& resource : contact.resources) {
         line.beginObject();

@@ -157,6 +157,34 @@ JsonOutcome server(JsonDesk& desk, const QString& account, const JsonCommand& co
     return desk.waiting.ask(command, account, {}, [&] { return desk.messenger.roster().requestServerInfo(account); });
 }
 
+JsonOutcome tune(JsonDesk& desk, const QString& account, const JsonCommand& command) {
+    return {desk.messenger.news().publishTune(
+        account, {command.text("artist"), command.text("title"), command.text("source"), command.text("track"),
+                  command.text("uri"), command.text("length")})};
+}
+
+JsonOutcome mood(JsonDesk& desk, const QString& account, const JsonCommand& command) {
+    return {desk.messenger.news().publishMood(account, {command.text("mood"), command.text("text")})};
+}
+
+JsonOutcome location(JsonDesk& desk, const QString& account, const JsonCommand& command) {
+    Location location;
+    const QJsonObject fields = command.fields.value(QLatin1String("fields")).toObject();
+    for (auto at = fields.begin(); at != fields.end(); ++at) {
+        if (!at.value().isString()) return {say(Text::JsonFieldType, at.key(), say(Text::JsonTypeText))};
+        if (!at.value().toString().isEmpty()) location.insert(at.key(), at.value().toString());
+    }
+    return {desk.messenger.news().publishLocation(account, location)};
+}
+
+JsonOutcome openPopup(JsonDesk& desk, const QString&, const JsonCommand& command) {
+    return {desk.messenger.news().openPopup(command.whole("popup", 0))};
+}
+
+JsonOutcome closePopup(JsonDesk& desk, const QString&, const JsonCommand& command) {
+    return {desk.messenger.news().closePopup(command.whole("popup", 0))};
+}
+
 JsonOutcome quit(JsonDesk& desk, const QString&, const JsonCommand& command) {
     desk.write(jsonOk(command));
     desk.ending = true;
@@ -187,6 +215,12 @@ constexpr std::array kSet = {JsonField{"key", JsonType::Text, true}, JsonField{"
 constexpr std::array kGet = {JsonField{"key", JsonType::Text, true}};
 constexpr std::array kRaw = {JsonField{"xml", JsonType::Text, true}};
 constexpr std::array kConsole = {JsonField{"on", JsonType::Flag, true}};
+constexpr std::array kTune = {JsonField{"artist", JsonType::Text, false}, JsonField{"title", JsonType::Text, false},
+                              JsonField{"source", JsonType::Text, false}, JsonField{"track", JsonType::Text, false},
+                              JsonField{"uri", JsonType::Text, false},    JsonField{"length", JsonType::Text, false}};
+constexpr std::array kMood = {JsonField{"mood", JsonType::Text, false}, JsonField{"text", JsonType::Text, false}};
+constexpr std::array kLocation = {JsonField{"fields", JsonType::Object, false}};
+constexpr std::array kPopup = {JsonField{"popup", JsonType::Whole, true}};
 
 constexpr std::array kStoreCard = {JsonField{"fields", JsonType::Object, true},
                                    JsonField{"lose", JsonType::Flag, false}};
@@ -230,6 +264,11 @@ constexpr std::array kCommands = std::to_array<JsonCommandRow>({
     {{"cancel-file", kCancelFile}, false, &cancelFile},
     {{"choose-file", kChooseFile}, false, &chooseFile},
     {{"files", {}}, false, &listFiles},
+    {{"tune", kTune}, true, &tune},
+    {{"mood", kMood}, true, &mood},
+    {{"location", kLocation}, true, &location},
+    {{"open-popup", kPopup}, false, &openPopup},
+    {{"close-popup", kPopup}, false, &closePopup},
 });
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include "messenger/terminal/json/json_events.h"
 
+#include <QJsonObject>
 #include <utility>
 
 #include "messenger/terminal/json/json_answer.h"
@@ -102,6 +103,54 @@ QByteArray questionLine(const MessageBox& box) {
     line.put("text", box.text);
     line.put("title", box.title);
     line.put("style", boxStyleWord(box.style));
+    line.put("holds", box.holds);
+    line.put("seconds", box.seconds);
+    return std::move(line).take();
+}
+
+QByteArray tuneLine(const QString& account, const QString& from, const Tune& tune) {
+    JsonLine line(u"tune", account);
+    line.put("from", from);
+    line.put("artist", tune.artist);
+    line.put("title", tune.title);
+    line.put("source", tune.source);
+    line.put("track", tune.track);
+    line.put("uri", tune.uri);
+    line.put("length", tune.length);
+    return std::move(line).take();
+}
+
+QByteArray moodLine(const QString& account, const QString& from, const Mood& mood) {
+    JsonLine line(u"mood", account);
+    line.put("from", from);
+    line.put("mood", mood.name);
+    line.put("text", mood.text);
+    return std::move(line).take();
+}
+
+QByteArray locationLine(const QString& account, const QString& from, const Location& location) {
+    QJsonObject fields;
+    for (auto at = location.begin(); at != location.end(); ++at) fields.insert(at.key(), at.value());
+    JsonLine line(u"location", account);
+    line.put("from", from);
+    line.put("fields", fields);
+    return std::move(line).take();
+}
+
+QByteArray popupLine(const Popup& popup) {
+    JsonLine line(u"popup");
+    line.put("popup", popup.number);
+    line.put("kind", popupKindWord(popup.kind));
+    line.put("title", popup.title);
+    line.put("text", popup.text);
+    line.put("stays", popup.stays);
+    line.put("opens", popup.opens);
+    return std::move(line).take();
+}
+
+QByteArray popupGoneLine(int number) {
+    JsonLine line(u"popup-gone");
+    line.put("popup", number);
     return std::move(line).take();
 }
 
@@ -148,6 +197,7 @@ JsonEvents::JsonEvents(MessengerFace& messenger, Writer write, bool verbose) : w
     hearTalk(messenger.talk());
     hearCards(messenger.cards());
     hearTransfers(messenger.transfers());
+    hearNews(messenger.news());
     hear(messenger.windows(), &WindowsFace::boxOpened, questionLine);
     hear(messenger.windows(), &WindowsFace::noticed, jsonNotice);
     hear(messenger.wire(), &WireFace::xmlSeen, xmlLine);
@@ -205,6 +255,14 @@ void JsonEvents::hearTalk(TalkFace& talk) {
     hear(talk, &TalkFace::messageStateChanged, [](const QString& account, const Message& message) {
         return jsonNotice(account, deliveryText(message, message.contact));
     });
+}
+
+void JsonEvents::hearNews(NewsFace& news) {
+    hear(news, &NewsFace::tuneReceived, tuneLine);
+    hear(news, &NewsFace::moodReceived, moodLine);
+    hear(news, &NewsFace::locationReceived, locationLine);
+    hear(news, &NewsFace::popupShown, popupLine);
+    hear(news, &NewsFace::popupGone, popupGoneLine);
 }
 
 }  // namespace oku::terminal

@@ -30,6 +30,7 @@ private:
     void hearTalk(TalkFace& talk);
     void hearCards(CardsFace& cards);
     void hearTransfers(TransfersFace& transfers);
+    void hearNews(NewsFace& news);
 
     Writer write_;
 };

@@ -130,6 +130,10 @@ QString subscriptionText(const Contact& contact) {
 
 QString oneLine(const QString& text) { return printable(text); }
 
+QString inOneLine(const QString& lines) {
+    return oneLine(QString(lines).replace(QLatin1String("\n"), QLatin1String(", ")));
+}
+
 QString withDescription(const QString& text, const QString& description) {
     return description.isEmpty() ? text : text + QStringLiteral(" — ") + oneLine(description);
 }

@@ -44,6 +44,9 @@ QString certificateText(const CertificateProblem& problem);
 /// What each side sees of the other.
 QString subscriptionText(const Contact& contact);
 
+/// Lines, parted by commas.
+QString inOneLine(const QString& lines);
+
 /// Behind a dash, where there is one; in one line.
 QString withDescription(const QString& text, const QString& description);
 

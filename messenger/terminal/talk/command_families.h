@@ -19,6 +19,7 @@ std::span<const CommandRow> contactCommands();
 std::span<const CommandRow> talkCommands();
 std::span<const CommandRow> cardCommands();
 std::span<const CommandRow> fileCommands();
+std::span<const CommandRow> newsCommands();
 std::span<const CommandRow> wireCommands();
 std::span<const CommandRow> settingCommands();
 std::span<const CommandRow> programCommands();

@@ -28,7 +28,10 @@ enum class ArgumentKind {
     CardField,
     PictureAct,
     File,
-    ContactOrFile
+    ContactOrFile,
+    Mood,
+    Field,
+    Off
 };
 
 /// How a command is written, what it does and what completes it.

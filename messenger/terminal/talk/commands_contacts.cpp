@@ -51,6 +51,8 @@ void listContact(Session& session, const Contact& contact) {
         if (!resource.description.isEmpty()) text += QStringLiteral(" — ") + oneLine(resource.description);
         session.log().list(text, statusStyle(resource.status));
     }
+    for (const QString& news : {contact.tune, contact.mood})
+        if (!news.isEmpty()) session.log().list(QStringLiteral("      ") + inOneLine(news), Style::Faint);
 }
 
 QString roster(Session& session, Arguments& arguments) {

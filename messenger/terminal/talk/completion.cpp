@@ -104,6 +104,16 @@ QStringList candidates(const Session& session, ArgumentKind kind, const QString&
         case ArgumentKind::File:
         case ArgumentKind::ContactOrFile:
             break;  // completed piece by piece
+        case ArgumentKind::Mood:
+            found = moodNames() << QStringLiteral("off");
+            break;
+        case ArgumentKind::Field:
+            for (const char* field : kLocationFields) found << QString::fromLatin1(field);
+            found << QStringLiteral("off");
+            break;
+        case ArgumentKind::Off:
+            found << QStringLiteral("off");
+            break;
         case ArgumentKind::Button:
             found << QStringLiteral("ok") << QStringLiteral("yes") << QStringLiteral("no");
             break;
@@ -128,9 +138,10 @@ Completion Commands::complete(const QString& text, qsizetype cursor) const {
     const CommandRow* row = findCommand(text.mid(1).section(u' ', 0, 0));
     if (row == nullptr) return {};
     const int words = wordsBefore(text, start);
-    if (words > 2) return {};
-    return matching(candidates(session_, words == 1 ? row->first : row->second, typed), typed, start,
-                    Quotes::WhereNeeded);
+    // Fields stand before their values, as many as are wanted.
+    const bool first = words == 1 || (row->first == ArgumentKind::Field && words % 2 == 1);
+    if (words > 2 && !first) return {};
+    return matching(candidates(session_, first ? row->first : row->second, typed), typed, start, Quotes::WhereNeeded);
 }
 
 }  // namespace oku::terminal

@@ -81,6 +81,19 @@ void ContactDisplay::tellChange(const QString& account, const KnownContact& befo
     if (before.subscription != now.subscription || before.waiting != now.waiting)
         desk_.log.tellOf(peer, say(Text::ContactSubscription, oneLine(now.name), subscriptionText(now)), Style::Plain,
                          kInformation);
+    tellNews(peer, before, now);
+}
+
+// What ends with the contact's presence, or with the own connection, needs no words.
+void ContactDisplay::tellNews(const Peer& peer, const KnownContact& before, const Contact& now) {
+    const auto tell = [&](const QString& was, const QString& is, Text told, Text gone) {
+        if (was == is || (is.isEmpty() && now.status == Status::offline)) return;
+        const QString name = desk_.contacts.nameOf(peer);
+        desk_.log.tellOf(peer, is.isEmpty() ? say(gone, name) : say(told, name, inOneLine(is)), Style::Plain,
+                         kInformation);
+    };
+    tell(before.tune, now.tune, Text::ListensTo, Text::ListensNoMore);
+    tell(before.mood, now.mood, Text::Feels, Text::FeelsNoMore);
 }
 
 void ContactDisplay::onRemoved(const QString& account, const QString& jid) {

@@ -28,9 +28,11 @@ private:
         QString group;
         QString subscription;
         bool waiting = false;
+        QString tune;
+        QString mood;
     };
     static KnownContact knownOf(const Contact& contact) {
-        return {contact.name, contact.group, contact.subscription, contact.waiting};
+        return {contact.name, contact.group, contact.subscription, contact.waiting, contact.tune, contact.mood};
     }
 
     void onChanged(const QString& account, const Contact& contact);
@@ -38,6 +40,7 @@ private:
     void onAuthorizationRequested(const QString& account, const QString& jid);
     void onConnection(const QString& account, ConnectionState state);
     void tellChange(const QString& account, const KnownContact& before, const Contact& now);
+    void tellNews(const Peer& peer, const KnownContact& before, const Contact& now);
     void tellRemoved(const Peer& peer, const QString& name);
 
     Desk desk_;

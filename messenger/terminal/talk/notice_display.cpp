@@ -27,8 +27,10 @@ NoticeDisplay::NoticeDisplay(const Desk& desk) : desk_(desk) {
 void NoticeDisplay::onBox(const MessageBox& box) {
     const QString text = QStringLiteral("%1: %2").arg(box.title, box.text);
     if (box.style == BoxStyle::question) {
-        desk_.log.tellOf({}, text + u'\n' + say(Text::AnswerHint, box.number), Style::Question, kQuestion,
-                         Shown::InSight);
+        QStringList lines{text, say(Text::AnswerHint, box.number)};
+        if (box.holds) lines.append(say(Text::EverythingWaits));
+        if (box.seconds > 0) lines.append(say(Text::AnsweredAfter, box.seconds));
+        desk_.log.tellOf({}, lines.join(u'\n'), Style::Question, kQuestion, Shown::InSight);
         return;
     }
     const bool error = box.style == BoxStyle::error || box.style == BoxStyle::warning;

@@ -17,6 +17,7 @@
 #include "messenger/terminal/talk/conversation_display.h"
 #include "messenger/terminal/talk/conversations.h"
 #include "messenger/terminal/talk/desk.h"
+#include "messenger/terminal/talk/news_display.h"
 #include "messenger/terminal/talk/notice_display.h"
 #include "messenger/terminal/talk/presence_display.h"
 #include "messenger/terminal/talk/secret_prompt.h"
@@ -91,6 +92,7 @@ private:
     PresenceDisplay presences_{desk_};
     CardDisplay cards_{desk_};
     ConversationDisplay conversationDisplay_{desk_, conversations_};
+    NewsDisplay news_{desk_};
     NoticeDisplay notices_{desk_};
     TransferDisplay transfers_{desk_};
     SessionView view_{*this};

@@ -82,7 +82,8 @@ Line SessionView::title() const {
         atMost(session_.contacts().nameOf(peer), std::max(kShortestName, session_.display().columns() / 3));
     return {bar(QStringLiteral(" %1 <%2> ").arg(name, oneLine(peer.jid))),
             bar(statusMark(contact->status) + QStringLiteral(" ") + statusText(contact->status) +
-                resourceNames(*contact) + described(contact->description))};
+                resourceNames(*contact) + described(contact->description) + described(inOneLine(contact->tune)) +
+                described(inOneLine(contact->mood)))};
 }
 
 // A narrow window leaves out the words of the own status, then windows with nothing new, then parts of names; the own

@@ -117,6 +117,10 @@ class Peer:
             return await function()
         return asyncio.run_coroutine_threadsafe(awaited(), self._loop).result(TIMEOUT)
 
+    def with_client(self, function):
+        """Calls the function with the slixmpp client, on its thread, and awaits and gives the result of what it returns."""
+        return self.call(lambda: function(self._client))
+
     def query(self, to, payload):
         """Asks with an iq of type get; gives the answer, an error too, as an element."""
         async def ask():

@@ -89,6 +89,12 @@ QString FakeTalk::exportHistory(const QString& account, const QString& with, con
     return script_.note("exportHistory", {account, with, replace ? path + QStringLiteral(" (replaced)") : path});
 }
 
+QString FakeNews::publishLocation(const QString& account, const Location& location) {
+    QStringList values{account};
+    for (auto at = location.begin(); at != location.end(); ++at) values.append(at.key() + u'=' + at.value());
+    return script_.note("publishLocation", values);
+}
+
 QString FakeWindows::answerBox(int number, BoxButton button) {
     const QString reason =
         script_.note("answerBox", {QString::number(number), QString::number(static_cast<int>(button))});

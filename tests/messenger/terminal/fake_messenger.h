@@ -31,6 +31,7 @@ struct Script {
     QList<Transfer> transferList;
     QList<FileOffer> offers;
     QList<FileQuestion> fileQuestions;
+    QList<Popup> popupList;
     bool finishAtOnce = true;
 
     // The calls since the last time.
@@ -113,6 +114,26 @@ public:
                           bool replace) const override;
 
 protected:
+    Script& script_;
+};
+
+class FakeNews : public NewsFace {
+public:
+    explicit FakeNews(Script& script) : script_(script) {}
+
+    QString publishTune(const QString& account, const Tune& tune) override {
+        return script_.note("publishTune",
+                            {account, tune.artist, tune.title, tune.source, tune.track, tune.uri, tune.length});
+    }
+    QString publishMood(const QString& account, const Mood& mood) override {
+        return script_.note("publishMood", {account, mood.name, mood.text});
+    }
+    QString publishLocation(const QString& account, const Location& location) override;
+    QList<Popup> popups() const override { return script_.popupList; }
+    QString openPopup(int number) override { return script_.note("openPopup", {QString::number(number)}); }
+    QString closePopup(int number) override { return script_.note("closePopup", {QString::number(number)}); }
+
+private:
     Script& script_;
 };
 
@@ -200,6 +221,7 @@ public:
     RosterFace& roster() const override { return *roster_; }
     TalkFace& talk() const override { return *talk_; }
     CardsFace& cards() const override { return *cards_; }
+    NewsFace& news() const override { return *news_; }
     WindowsFace& windows() const override { return *windows_; }
     WireFace& wire() const override { return *wire_; }
     TransfersFace& transfers() const override { return *transfers_; }
@@ -210,6 +232,7 @@ protected:
     std::unique_ptr<RosterFace> roster_ = std::make_unique<FakeRoster>(*this);
     std::unique_ptr<TalkFace> talk_ = std::make_unique<FakeTalk>(*this);
     std::unique_ptr<CardsFace> cards_ = std::make_unique<FakeCards>(*this);
+    std::unique_ptr<NewsFace> news_ = std::make_unique<FakeNews>(*this);
     std::unique_ptr<WindowsFace> windows_ = std::make_unique<FakeWindows>(*this);
     std::unique_ptr<WireFace> wire_ = std::make_unique<FakeWire>(*this);
     std::unique_ptr<TransfersFace> transfers_ = std::make_unique<FakeTransfers>(*this);

@@ -70,6 +70,13 @@ protected:
     // The event that the mode wrote last.
     QJsonObject last() const { return events.isEmpty() ? QJsonObject() : events.last(); }
 
+    // The same as text; the events are forgotten.
+    std::string told() {
+        const QByteArray text = QJsonDocument(last()).toJson(QJsonDocument::Compact);
+        events.clear();
+        return text.toStdString();
+    }
+
     FakeMessenger messenger;
     QList<QJsonObject> events;
     bool ended = false;

@@ -137,12 +137,14 @@ TEST_F(JsonModeTest, NeedsAnAccountForWhatIsDoneWithOne) {
 }
 
 TEST_F(JsonModeTest, GivesTheListBeforeItsAnswer) {
+    messenger.contactLists[QStringLiteral("ala@localhost")][0].mood = QStringLiteral("Nastrój: happy");
     const auto answers = say_(R"({"cmd":"roster","id":9})");
     ASSERT_EQ(answers.size(), 2);
     EXPECT_EQ(QJsonDocument(answers[0]).toJson(QJsonDocument::Compact).toStdString(),
               R"({"account":"ala@localhost","contacts":[{"description":"","group":"Znajomi","jid":"olek@localhost",)"
-              R"("name":"Olek","resources":[{"description":"Zaraz wracam ☕","priority":5,"resource":"dom",)"
-              R"("status":"away"}],"status":"away","subscription":"both","waiting":false}],"event":"roster"})");
+              R"("mood":"Nastrój: happy","name":"Olek","resources":[{"description":"Zaraz wracam ☕","priority":5,)"
+              R"("resource":"dom","status":"away"}],"status":"away","subscription":"both","tune":"","waiting":false}],)"
+              R"("event":"roster"})");
     EXPECT_EQ(answers[1].value("event"), "ok");
 }
 
@@ -256,11 +258,6 @@ TEST_F(JsonModeTest, RefusesAQuestionAtOnceWhenTheMessengerDoes) {
 
 TEST_F(JsonModeTest, TellsEachEvent) {
     const QString me = QStringLiteral("ala@localhost");
-    const auto told = [&] {
-        const QByteArray text = QJsonDocument(last()).toJson(QJsonDocument::Compact);
-        events.clear();
-        return text.toStdString();
-    };
     emit messenger.accounts().accountChanged(me);
     EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"account","jid":"ala@localhost"})");
     emit messenger.accounts().connectionChanged(me, ConnectionState::online, {});
@@ -279,7 +276,8 @@ TEST_F(JsonModeTest, TellsEachEvent) {
     EXPECT_EQ(told().find(R"({"account":"ala@localhost","contacts":[{)"), 0U);
     emit messenger.roster().contactChanged(me, contact("o@l", "O", "G", Status::online));
     EXPECT_EQ(told(), R"({"account":"ala@localhost","description":"","event":"contact","group":"G","jid":"o@l",)"
-                      R"("name":"O","resources":[],"status":"online","subscription":"both","waiting":false})");
+                      R"("mood":"","name":"O","resources":[],"status":"online","subscription":"both","tune":"",)"
+                      R"("waiting":false})");
     emit messenger.accounts().accountRemoved("x@l");
     EXPECT_EQ(told(), R"({"account":"x@l","event":"account-removed","jid":"x@l"})");
     emit messenger.roster().contactRemoved(me, "o@l");
@@ -310,7 +308,13 @@ TEST_F(JsonModeTest, TellsEachEvent) {
     box.title = QStringLiteral("XMPP");
     box.style = BoxStyle::question;
     emit messenger.windows().boxOpened(box);
-    EXPECT_EQ(told(), R"({"box":2,"event":"question","style":"question","text":"Na pewno?","title":"XMPP"})");
+    EXPECT_EQ(told(), R"({"box":2,"event":"question","holds":false,"seconds":0,"style":"question",)"
+                      R"("text":"Na pewno?","title":"XMPP"})");
+    box.holds = true;
+    box.seconds = 60;
+    emit messenger.windows().boxOpened(box);
+    EXPECT_EQ(told(), R"({"box":2,"event":"question","holds":true,"seconds":60,"style":"question",)"
+                      R"("text":"Na pewno?","title":"XMPP"})");
     emit messenger.windows().noticed({}, "tekst");
     EXPECT_EQ(told(), R"({"event":"notice","text":"tekst"})");
     emit messenger.wire().logged({1, "XMSC", "line"});
@@ -335,6 +339,42 @@ TEST_F(JsonModeTest, TellsEachEvent) {
     emit messenger.talk().messageStateChanged(me, lost);
     EXPECT_EQ(events.value(0).value("event"), "failed");
     EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"notice","text":"message 8 to o@l was not delivered"})");
+}
+
+TEST_F(JsonModeTest, TellsWhatPeoplePublish) {
+    const QString me = QStringLiteral("ala@localhost");
+    NewsFace& news = messenger.news();
+    emit news.tuneReceived(me, "o@l", {"Artist", "Title", "Album", "3", "http://x/", "185"});
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","artist":"Artist","event":"tune","from":"o@l","length":"185",)"
+                      R"("source":"Album","title":"Title","track":"3","uri":"http://x/"})");
+    emit news.moodReceived(me, me, {"happy", "bo tak"});
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"mood","from":"ala@localhost","mood":"happy",)"
+                      R"("text":"bo tak"})");
+    emit news.locationReceived(me, "o@l", {{"lat", "1"}, {"text", "dom"}});
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"location","fields":{"lat":"1","text":"dom"},)"
+                      R"("from":"o@l"})");
+    emit news.locationReceived(me, "o@l", {});
+    EXPECT_EQ(told(), R"({"account":"ala@localhost","event":"location","fields":{},"from":"o@l"})");
+    emit news.popupShown({4, PopupKind::mail, "Poczta", "jeden\ndwa", "klucz", true, true});
+    EXPECT_EQ(told(), R"({"event":"popup","kind":"mail","opens":true,"popup":4,"stays":true,"text":"jeden\ndwa",)"
+                      R"("title":"Poczta"})");
+    emit news.popupGone(4);
+    EXPECT_EQ(told(), R"({"event":"popup-gone","popup":4})");
+}
+
+TEST_F(JsonModeTest, PublishesForThePerson) {
+    expectOk(R"({"cmd":"tune","artist":"A","title":"T","source":"S","track":"3","uri":"u","length":"9"})",
+             "publishTune|ala@localhost|A|T|S|3|u|9");
+    expectOk(R"({"cmd":"tune","account":"ola@localhost"})", "publishTune|ola@localhost||||||");
+    expectOk(R"({"cmd":"mood","mood":"happy","text":"bo"})", "publishMood|ala@localhost|happy|bo");
+    expectOk(R"({"cmd":"mood"})", "publishMood|ala@localhost||");
+    expectOk(R"({"cmd":"location","fields":{"lon":"2","lat":"1","area":""}})",
+             "publishLocation|ala@localhost|lat=1|lon=2");
+    expectOk(R"({"cmd":"location"})", "publishLocation|ala@localhost");
+    EXPECT_EQ(expectError(R"({"cmd":"location","fields":{"lat":1}})"), "the field \"lat\" must be a text");
+    EXPECT_EQ(expectError(R"({"cmd":"tune","length":9})"), "the field \"length\" must be a text");
+    expectOk(R"({"cmd":"open-popup","popup":4})", "openPopup|4");
+    expectOk(R"({"cmd":"close-popup","popup":4})", "closePopup|4");
 }
 
 TEST_F(JsonModeTest, KeepsTheLogToItselfUnlessVerbose) {
