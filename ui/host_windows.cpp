@@ -55,11 +55,13 @@ public:
     }
     void startTimer(std::uint32_t milliseconds) override {
         if (!handle_) return;
-        timerRuns_ = true;
-        timers_.create(timerName(), milliseconds, {onTimer, context_}, false);
+        timerName_ = lutCID(u"XMPP/Window/%d", context_);
+        timers_.create(timerName_, milliseconds, {onTimer, context_}, false);
     }
     void killTimer() override {
-        if (std::exchange(timerRuns_, false)) timers_.destroy(timerName());
+        if (timerName_.empty()) return;
+        const std::u16string name = std::exchange(timerName_, {});
+        timers_.destroy(name);
     }
 
     void setTitle(const std::u16string& text) override { setWindowText(OKU_WINDOW_TITLE, text); }
@@ -139,8 +141,6 @@ private:
         });
     }
 
-    std::u16string timerName() const { return lutCID(u"XMPP/Window/%d", context_); }
-
     void destroyWindow() {
         g_liveWindows.remove(context_);
         if (!handle_) return;
@@ -163,7 +163,7 @@ private:
     WindowListener& listener_;
     OKU_WORD context_;
     OKU_WORD handle_ = 0;
-    bool timerRuns_ = false;
+    std::u16string timerName_;  // empty while none runs
 };
 
 }  // namespace
