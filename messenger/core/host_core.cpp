@@ -63,7 +63,7 @@ void HostCore::connectParts() {
     connect(&settings, &SettingsService::noticed, this, [this](const QString& text) { emit noticed({}, text); });
     connect(&passwords, &Passwords::noticed, this, &HostCore::noticed);
     connect(&news, &PersonalNews::refused, this, &HostCore::noticed);
-    connect(&links, &Links::noticed, this, [this](const QString& text) { emit noticed({}, text); });
+    connect(&links, &LinkService::noticed, this, [this](const QString& text) { emit noticed({}, text); });
     connect(&boxes, &MessageBoxes::unanswered, this, [this](const MessageBox& box) {
         emit noticed({},
                      QCoreApplication::translate("HostCore", "Nikt nie odpowiedział przez %1 s: %2. Odpowiedź: nie.")

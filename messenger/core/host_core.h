@@ -82,7 +82,7 @@ public:
     TimerService timers{services, queue};
     MessageBoxes boxes{services, options.alarms};
     Passwords passwords{settings, boxes, options.keyRing};
-    Links links{services, options.linkOpener};
+    LinkService links{services, options.linkOpener};
     MenuModel menus{services, queue};
     StatusWindows statusWindows{services, accounts, queue};
     WindowServices windows{services};

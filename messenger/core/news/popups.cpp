@@ -30,7 +30,7 @@ PopupKind kindOf(std::uint32_t kind) {
 
 }  // namespace
 
-Popups::Popups(ServiceRegistry& services, PluginQueue& queue, Links& links, QObject* parent)
+Popups::Popups(ServiceRegistry& services, PluginQueue& queue, LinkService& links, QObject* parent)
     : QObject(parent), queue_(queue), links_(links) {
     services.provide(u"OKU/ShowStandardNotify", [this](OKU_WORD param, OKU_WORD) { return show(param); });
 }

@@ -11,7 +11,7 @@
 
 namespace oku {
 
-class Links;
+class LinkService;
 class PluginQueue;
 class ServiceRegistry;
 
@@ -21,7 +21,7 @@ class Popups : public QObject {
     Q_OBJECT
 
 public:
-    Popups(ServiceRegistry& services, PluginQueue& queue, Links& links, QObject* parent = nullptr);
+    Popups(ServiceRegistry& services, PluginQueue& queue, LinkService& links, QObject* parent = nullptr);
 
     [[nodiscard]] QList<Popup> open() const;
     /// What the click does, or that there is none: false when no such pop-up is kept.
@@ -45,7 +45,7 @@ private:
     void tell(const Open& ended, std::uint32_t action);
 
     PluginQueue& queue_;
-    Links& links_;
+    LinkService& links_;
     std::deque<Open> open_;
     int lastNumber_ = 0;
     int generation_ = 0;  ///< grows when the module goes, and with it its callbacks

@@ -40,7 +40,7 @@ bool openBySystem(const QString& address) {
 
 }  // namespace
 
-Links::Links(ServiceRegistry& services, LinkOpener opener, QObject* parent)
+LinkService::LinkService(ServiceRegistry& services, LinkOpener opener, QObject* parent)
     : QObject(parent), opener_(opener ? std::move(opener) : LinkOpener(openBySystem)) {
     services.provide(u"UI/OpenLink", [this](OKU_WORD address, OKU_WORD) -> OKU_WORD {
         open(wideText(address));
@@ -48,13 +48,13 @@ Links::Links(ServiceRegistry& services, LinkOpener opener, QObject* parent)
     });
 }
 
-void Links::allowDuring(const std::function<void()>& request) {
+void LinkService::allowDuring(const std::function<void()>& request) {
     ++allowed_;
     const auto done = qScopeGuard([this] { --allowed_; });
     request();
 }
 
-void Links::open(const QString& address) {
+void LinkService::open(const QString& address) {
     const QString safe = safeAddress(address);
     if (allowed_ > 0 && !safe.isEmpty() && opener_(safe)) return;
     const QString text = allowed_ == 0 || safe.isEmpty()

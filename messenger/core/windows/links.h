@@ -15,12 +15,12 @@ using LinkOpener = std::function<bool(const QString& address)>;
 
 /// "UI/OpenLink". An address is opened when it is one of the web, of mail or of XMPP, and only while the plugin carries
 /// out what the person asked for: nothing that comes from outside opens a program.
-class Links : public QObject {
+class LinkService : public QObject {
     Q_OBJECT
 
 public:
     /// Without an opener the system's is used, which runs `xdg-open` apart from this program.
-    explicit Links(ServiceRegistry& services, LinkOpener opener = {}, QObject* parent = nullptr);
+    explicit LinkService(ServiceRegistry& services, LinkOpener opener = {}, QObject* parent = nullptr);
 
     /// Runs `request`, a call into the plugin that the person asked for.
     void allowDuring(const std::function<void()>& request);
