@@ -145,6 +145,7 @@ void HostCore::load() {
     boxes.allow();
     offers.allow();
     contacts.setStarting(true);
+    dialogServices.setModule(loader.module());
     loader.load(HostTable::table());
     news.listen(events);
     contacts.setStarting(false);
@@ -171,6 +172,7 @@ void HostCore::dropPlugin() {
     sockets.dropPlugin();
     menus.dropPlugin();
     statusWindows.dropPlugin();
+    dialogs.dropAll();
     windows.dropPlugin();
     transfers.dropPlugin();
     choosers.dropPlugin();

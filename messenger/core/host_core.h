@@ -22,6 +22,10 @@
 #include "messenger/core/connections/sign_off.h"
 #include "messenger/core/connections/socket_bridge.h"
 #include "messenger/core/connections/status_choices.h"
+#include "messenger/core/dialogs/dialog_input.h"
+#include "messenger/core/dialogs/dialog_services.h"
+#include "messenger/core/dialogs/dialog_windows.h"
+#include "messenger/core/dialogs/host_pages.h"
 #include "messenger/core/news/personal_news.h"
 #include "messenger/core/news/popups.h"
 #include "messenger/core/options.h"
@@ -86,6 +90,10 @@ public:
     MenuModel menus{services, queue};
     StatusWindows statusWindows{services, accounts, queue};
     WindowServices windows{services};
+    DialogWindows dialogs;
+    DialogInput dialogInput{dialogs, queue};
+    DialogServices dialogServices{services, dialogs, dialogInput};
+    HostPages pages{windows, dialogs, dialogInput};
     ContactService contacts{services, accounts, queue};
     Authorizations authorizations{services, accounts};
     HookChain hooks{services, accounts};

@@ -5,6 +5,7 @@
 #include "messenger/core/accounts_on_host.h"
 #include "messenger/core/cards/cards_on_host.h"
 #include "messenger/core/cards/picture_process.h"
+#include "messenger/core/dialogs/dialogs_on_host.h"
 #include "messenger/core/host_core.h"
 #include "messenger/core/news/news_on_host.h"
 #include "messenger/core/passwords/key_ring.h"
@@ -29,6 +30,7 @@ struct Messenger::Private {
         cardsOnHost({core.accounts, core.contactCards, core.ownCards, core.ownPicture, core.contactPictures});
     std::unique_ptr<NewsFace> news = newsOnHost({core.accounts, core.news, core.popups});
     std::unique_ptr<WindowsFace> windows = windowsOnHost(core);
+    std::unique_ptr<DialogsFace> dialogs = dialogsOnHost({core.accounts, core.dialogs, core.dialogInput, core.pages});
     std::unique_ptr<WireFace> wire = wireOnHost(core);
     std::unique_ptr<TransfersFace> transfers =
         transfersOnHost({core.accounts, core.transfers, core.offers, core.choosers});
@@ -69,6 +71,8 @@ CardsFace& Messenger::cards() const { return *d->cards; }
 NewsFace& Messenger::news() const { return *d->news; }
 
 WindowsFace& Messenger::windows() const { return *d->windows; }
+
+DialogsFace& Messenger::dialogs() const { return *d->dialogs; }
 
 WireFace& Messenger::wire() const { return *d->wire; }
 

@@ -28,6 +28,7 @@ public:
     [[nodiscard]] CardsFace& cards() const override;
     [[nodiscard]] NewsFace& news() const override;
     [[nodiscard]] WindowsFace& windows() const override;
+    [[nodiscard]] DialogsFace& dialogs() const override;
     [[nodiscard]] WireFace& wire() const override;
     [[nodiscard]] TransfersFace& transfers() const override;
 

@@ -7,6 +7,7 @@
 
 #include "messenger/core/accounts/accounts_face.h"
 #include "messenger/core/cards/cards_face.h"
+#include "messenger/core/dialogs/dialogs_face.h"
 #include "messenger/core/news/news_face.h"
 #include "messenger/core/roster/roster_face.h"
 #include "messenger/core/talk/talk_face.h"
@@ -48,6 +49,7 @@ public:
     [[nodiscard]] virtual CardsFace& cards() const = 0;
     [[nodiscard]] virtual NewsFace& news() const = 0;
     [[nodiscard]] virtual WindowsFace& windows() const = 0;
+    [[nodiscard]] virtual DialogsFace& dialogs() const = 0;
     [[nodiscard]] virtual WireFace& wire() const = 0;
     [[nodiscard]] virtual TransfersFace& transfers() const = 0;
 

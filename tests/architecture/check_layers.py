@@ -16,8 +16,8 @@ BELOW_ALL = {"host", "platform"}
 UI_MAY_INCLUDE = {"ui", "plugin"}
 # The exports stand above all layers, and beside the account's frame because they bear the plugin's name.
 EXEMPT = {"plugin/module.cpp"}
-CORE = ["xml", "values", "boundary", "process", "net", "storage", "accounts", "windows", "passwords", "wire", "roster",
-        "cards", "talk", "connections", "transfers", "news", ""]
+CORE = ["xml", "values", "boundary", "process", "net", "storage", "accounts", "windows", "dialogs", "passwords", "wire",
+        "roster", "cards", "talk", "connections", "transfers", "news", ""]
 TERMINAL = ["screen", "talk", "json", ""]
 # What every room of the messenger may include: the words of its texts.
 COMMON = {"messenger/core/texts.h", "messenger/terminal/texts.h"}

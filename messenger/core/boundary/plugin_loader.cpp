@@ -71,7 +71,7 @@ void PluginLoader::close() {
 
 void PluginLoader::load(const OKU_FUNCTION_TABLE* table) {
     loaded_ = true;
-    load_(reinterpret_cast<OKU_WORD>(library_), table);
+    load_(module(), table);
 }
 
 void PluginLoader::unload() {

@@ -27,6 +27,8 @@ public:
     /// pluginLoad with this table, and pluginUnload. Only for an open one.
     void load(const OKU_FUNCTION_TABLE* table);
     void unload();
+    /// The word that the plugin gets for itself.
+    [[nodiscard]] OKU_WORD module() const { return reinterpret_cast<OKU_WORD>(library_); }
     /// Whether load() was called and unload() was not.
     [[nodiscard]] bool loaded() const { return loaded_; }
 

@@ -26,6 +26,9 @@ struct MessageBox {
     int seconds = 0;     ///< answered with no after this time; 0: waits for the person, however long
 };
 
+/// The menu of the program itself, in which the plugin's own windows are.
+QString programMenu();
+
 /// One item of a menu of the plugin.
 struct MenuItem {
     QString id;

@@ -58,7 +58,13 @@ OKU_WORD WindowServices::addOptionsPage(OKU_WORD extra) {
 OKU_WORD WindowServices::addPropertiesPage(OKU_WORD param) {
     const auto* record = recordAt<OKU_PROPERTIES_PAGE>(param);
     if (!record) return 0;
-    propertyPages_.push_back({wideText(record->id), {}, wideText(record->caption), record->callback, record->context});
+    propertyPages_.push_back({wideText(record->id),
+                              {},
+                              wideText(record->caption),
+                              record->callback,
+                              record->context,
+                              wideText(record->pfClass),
+                              record->netId});
     return 1;
 }
 

@@ -28,6 +28,8 @@ public:
         QString caption;
         OKU_HANDLER callback = nullptr;
         OKU_WORD context = 0;
+        QString pfClass = {};  ///< whose contacts it is for; empty for options
+        std::uint32_t netId = 0;
     };
 
     explicit WindowServices(ServiceRegistry& services, QObject* parent = nullptr);

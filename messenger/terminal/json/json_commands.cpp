@@ -12,6 +12,7 @@
 
 #include "messenger/terminal/json/json_answer.h"
 #include "messenger/terminal/json/json_cards.h"
+#include "messenger/terminal/json/json_dialogs.h"
 #include "messenger/terminal/json/json_files.h"
 #include "messenger/terminal/screen/wording.h"
 #include "messenger/terminal/texts.h"
@@ -298,12 +299,21 @@ std::vector<JsonCommand> JsonWaiting::takeAll() {
     return taken;
 }
 
-std::span<const JsonCommandRow> jsonCommands() { return kCommands; }
+std::span<const JsonCommandRow> jsonCommands() {
+    static const std::vector<JsonCommandRow> rows = [] {
+        std::vector<JsonCommandRow> all(kCommands.begin(), kCommands.end());
+        const auto dialogs = jsonDialogCommands();
+        all.insert(all.end(), dialogs.begin(), dialogs.end());
+        return all;
+    }();
+    return rows;
+}
 
 const JsonCommandRow* findJsonCommand(const QString& name) {
-    const auto* row = std::find_if(kCommands.begin(), kCommands.end(),
-                                   [&](const JsonCommandRow& one) { return name == QLatin1String(one.shape.name); });
-    return row == kCommands.end() ? nullptr : row;
+    const auto rows = jsonCommands();
+    const auto row = std::find_if(rows.begin(), rows.end(),
+                                  [&](const JsonCommandRow& one) { return name == QLatin1String(one.shape.name); });
+    return row == rows.end() ? nullptr : &*row;
 }
 
 }  // namespace oku::terminal

@@ -8,6 +8,7 @@
 
 #include "messenger/terminal/json/json_answer.h"
 #include "messenger/terminal/json/json_cards.h"
+#include "messenger/terminal/json/json_dialogs.h"
 #include "messenger/terminal/json/json_files.h"
 #include "messenger/terminal/json/json_line.h"
 #include "messenger/terminal/screen/wording.h"
@@ -195,6 +196,7 @@ JsonEvents::JsonEvents(MessengerFace& messenger, Writer write, bool verbose) : w
     hearAccounts(messenger.accounts());
     hearRoster(messenger.roster());
     hearTalk(messenger.talk());
+    hearDialogs(messenger.dialogs());
     hearCards(messenger.cards());
     hearTransfers(messenger.transfers());
     hearNews(messenger.news());
@@ -243,6 +245,24 @@ void JsonEvents::hearTransfers(TransfersFace& transfers) {
     hear(transfers, &TransfersFace::fileAsked, jsonFileQuestion);
     hear(transfers, &TransfersFace::fileQuestionClosed, jsonFileQuestionClosed);
     hear(transfers, &TransfersFace::transferChanged, jsonTransfer);
+}
+
+void JsonEvents::hearDialogs(DialogsFace& dialogs) {
+    hear(dialogs, &DialogsFace::opened, [&dialogs](int window) { return windowLine(dialogs, window); });
+    hear(dialogs, &DialogsFace::closed, windowClosedLine);
+    hear(dialogs, &DialogsFace::changed, [&dialogs](int window) { return windowChangedLine(dialogs, window); });
+    hear(dialogs, &DialogsFace::controlChanged,
+         [&dialogs](int window, quint32 control) { return windowControlLine(dialogs, window, control); });
+    hear(dialogs, &DialogsFace::itemAdded, windowItemLine);
+    hear(dialogs, &DialogsFace::itemsCleared, windowNoItemsLine);
+    hear(dialogs, &DialogsFace::rowAdded,
+         [](int window, quint32 list, const DialogRow& row) { return windowRowLine(window, list, row, true); });
+    hear(dialogs, &DialogsFace::rowChanged,
+         [](int window, quint32 list, const DialogRow& row) { return windowRowLine(window, list, row, false); });
+    hear(dialogs, &DialogsFace::rowsCleared, windowNoRowsLine);
+    hear(dialogs, &DialogsFace::menuOpened, windowMenuLine);
+    hear(dialogs, &DialogsFace::focused, windowFocusLine);
+    hear(dialogs, &DialogsFace::refused, windowRefusedLine);
 }
 
 void JsonEvents::hearTalk(TalkFace& talk) {

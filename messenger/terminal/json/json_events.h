@@ -28,6 +28,7 @@ private:
     void hearAccounts(AccountsFace& accounts);
     void hearRoster(RosterFace& roster);
     void hearTalk(TalkFace& talk);
+    void hearDialogs(DialogsFace& dialogs);
     void hearCards(CardsFace& cards);
     void hearTransfers(TransfersFace& transfers);
     void hearNews(NewsFace& news);

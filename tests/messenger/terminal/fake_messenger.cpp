@@ -102,6 +102,17 @@ QString FakeWindows::answerBox(int number, BoxButton button) {
     return reason;
 }
 
+std::optional<DialogWindow> FakeDialogs::window(int number) const {
+    const auto found = open.constFind(number);
+    return found == open.constEnd() ? std::nullopt : std::optional(*found);
+}
+
+std::optional<DialogControl> FakeDialogs::control(int window, quint32 id) const {
+    for (const DialogControl& one : open.value(window).controls)
+        if (one.id == id) return one;
+    return std::nullopt;
+}
+
 Account account(const char* jid) {
     Account result;
     result.jid = QString::fromUtf8(jid);

@@ -27,6 +27,7 @@ struct Script {
     QList<Message> messages;
     QStringList requests;
     QList<MessageBox> boxes;
+    QMap<QString, QList<MenuItem>> menus;  // by parent
     OwnPicture ownPicture;
     QList<Transfer> transferList;
     QList<FileOffer> offers;
@@ -143,7 +144,7 @@ public:
 
     QString answerBox(int number, BoxButton button) override;
     QList<MessageBox> openBoxes() const override { return script_.boxes; }
-    QList<MenuItem> menu(const QString&) const override { return {}; }
+    QList<MenuItem> menu(const QString& parent) const override { return script_.menus.value(parent); }
     QString statusMenu(const QString&) const override { return {}; }
     QString activateMenu(const QString& id) override { return script_.note("activateMenu", {id}); }
     QString confirmStatusWindow(const QString& account, Status status, const QString& description, bool) override {
@@ -171,6 +172,59 @@ public:
     ContactPicture picture(const QString&, const QString&) const override { return {}; }
 
 private:
+    Script& script_;
+};
+
+class FakeDialogs : public DialogsFace {
+public:
+    explicit FakeDialogs(Script& script) : script_(script) {}
+
+    // What the plugin would do: the test changes what is open, and emits the signal.
+    QMap<int, DialogWindow> open;
+    QMap<QPair<int, quint32>, QList<DialogRow>> lists;
+    QList<DialogPage> options;
+    QList<DialogPage> properties;
+
+    QList<int> windows() const override { return open.keys(); }
+    std::optional<DialogWindow> window(int number) const override;
+    std::optional<DialogControl> control(int window, quint32 id) const override;
+    qsizetype rowCount(int window, quint32 list) const override { return lists.value({window, list}).size(); }
+    QList<DialogRow> rows(int window, quint32 list, qsizetype from, qsizetype count) const override {
+        return lists.value({window, list}).mid(from, count);
+    }
+    QString fill(int window, quint32 control, const QString& text) override {
+        return note("fill", window, control, text);
+    }
+    QString choose(int window, quint32 control, qint64 item) override {
+        return note("choose", window, control, QString::number(item));
+    }
+    QString setChecked(int window, quint32 control, bool checked) override {
+        return note("setChecked", window, control, checked ? "on" : "off");
+    }
+    QString press(int window, quint32 button) override { return note("press", window, button); }
+    QString pressReturn(int window, quint32 control) override { return note("pressReturn", window, control); }
+    QString activateRow(int window, quint32 list, qint64 row) override {
+        return note("activateRow", window, list, QString::number(row));
+    }
+    QString openRowMenu(int window, quint32 list, qint64 row) override {
+        return note("openRowMenu", window, list, QString::number(row));
+    }
+    QString takeFromMenu(int window, quint32 command) override { return note("takeFromMenu", window, command); }
+    QString close(int window) override { return script_.note("closeWindow", {QString::number(window)}); }
+    QList<DialogPage> optionPages() const override { return options; }
+    QList<DialogPage> propertyPages(const QString&) const override { return properties; }
+    QString openOptions(const QString& id) override { return script_.note("openOptions", {id}); }
+    QString openProperties(const QString& account, const QString& jid, const QString& id) override {
+        return script_.note("openProperties", {account, jid, id});
+    }
+    QString apply(int page) override { return script_.note("apply", {QString::number(page)}); }
+    QString confirm(int page) override { return script_.note("confirm", {QString::number(page)}); }
+
+private:
+    QString note(const char* name, int window, quint32 control, const QString& value = {}) const {
+        return script_.note(name, {QString::number(window), QString::number(control), value});
+    }
+
     Script& script_;
 };
 
@@ -223,6 +277,8 @@ public:
     CardsFace& cards() const override { return *cards_; }
     NewsFace& news() const override { return *news_; }
     WindowsFace& windows() const override { return *windows_; }
+    DialogsFace& dialogs() const override { return *dialogs_; }
+    FakeDialogs& fakeDialogs() const { return *dialogs_; }
     WireFace& wire() const override { return *wire_; }
     TransfersFace& transfers() const override { return *transfers_; }
 
@@ -234,6 +290,7 @@ protected:
     std::unique_ptr<CardsFace> cards_ = std::make_unique<FakeCards>(*this);
     std::unique_ptr<NewsFace> news_ = std::make_unique<FakeNews>(*this);
     std::unique_ptr<WindowsFace> windows_ = std::make_unique<FakeWindows>(*this);
+    std::unique_ptr<FakeDialogs> dialogs_ = std::make_unique<FakeDialogs>(*this);
     std::unique_ptr<WireFace> wire_ = std::make_unique<FakeWire>(*this);
     std::unique_ptr<TransfersFace> transfers_ = std::make_unique<FakeTransfers>(*this);
 };
