@@ -52,7 +52,7 @@ void CheckedPictures::read(Waiting one) {
 QByteArray CheckedPictures::trusted(const QString& path) const {
     const QString name = path.mid(theirs_.size());
     if (!path.startsWith(theirs_) || !name.startsWith(u'L') || name.contains(u'/')) return {};
-    const QByteArray content = readPictureFile(path, Links::refused);
+    const QByteArray content = readPictureFile(path, SymbolicLinks::refused);
     static const QRegularExpression sha1(QStringLiteral("^[0-9a-fA-F]{40}$"));
     const QString announced = name.mid(1);
     const bool named = sha1.match(announced).hasMatch();

@@ -26,13 +26,13 @@ OwnPictureFile::OwnPictureFile(Parts parts, const QString& profileDirectory, QOb
 OwnPicture OwnPictureFile::picture() const { return {hash_.isEmpty() ? QString() : path_, hash_}; }
 
 QString OwnPictureFile::setFrom(const QString& path) {
-    const QByteArray content = readPictureFile(path, Links::followed);
+    const QByteArray content = readPictureFile(path, SymbolicLinks::followed);
     if (!content.isEmpty()) return read(content);
     return QCoreApplication::translate("Cards", "Nie można odczytać pliku %1 albo ma ponad 4 MiB.").arg(path);
 }
 
 QString OwnPictureFile::setFromCache(const QString& path) {
-    const QByteArray content = readPictureFile(path, Links::refused);
+    const QByteArray content = readPictureFile(path, SymbolicLinks::refused);
     if (!content.isEmpty()) return read(content);
     return QCoreApplication::translate("Cards", "Pobrany obrazek jest pusty albo ma ponad 4 MiB.");
 }
@@ -55,7 +55,7 @@ void OwnPictureFile::store(const QByteArray& png) {
     }
     const QString reason = replaceFile(path_, png);
     // Where the folder alone could not be synced, the new file is in place.
-    if (!reason.isEmpty() && readPictureFile(path_, Links::refused) != png) {
+    if (!reason.isEmpty() && readPictureFile(path_, SymbolicLinks::refused) != png) {
         emit failed(
             QCoreApplication::translate("Cards", "Nie można zapisać obrazka: %1. Poprzedni zostaje.").arg(reason));
         return;
@@ -82,7 +82,7 @@ void OwnPictureFile::changedNow() {
 void OwnPictureFile::pluginLoaded() {
     open_.clear();
     raising_ = false;
-    const QByteArray content = readPictureFile(path_, Links::refused);
+    const QByteArray content = readPictureFile(path_, SymbolicLinks::refused);
     hash_ = content.isEmpty() ? QString() : pictureHash(content);
     const auto knowsAnother = [this](const auto& account) {
         return account->registered && account->settings->text(QString::fromUtf16(setting::ownPictureHash)) != hash_;

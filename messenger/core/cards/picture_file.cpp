@@ -12,8 +12,8 @@
 
 namespace oku {
 
-QByteArray readPictureFile(const QString& path, Links links) {
-    const int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | (links == Links::refused ? O_NOFOLLOW : 0);
+QByteArray readPictureFile(const QString& path, SymbolicLinks links) {
+    const int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | (links == SymbolicLinks::refused ? O_NOFOLLOW : 0);
     const int descriptor = ::open(QFile::encodeName(path).constData(), flags);
     if (descriptor < 0) return {};
     QFile file;

@@ -7,11 +7,11 @@
 
 namespace oku {
 
-enum class Links { followed, refused };
+enum class SymbolicLinks { followed, refused };
 
 /// The content of a plain file of at most kLargestPictureFile; empty for anything else, and for what cannot be read.
 /// Never waits for a file that is a pipe or a device.
-QByteArray readPictureFile(const QString& path, Links links);
+QByteArray readPictureFile(const QString& path, SymbolicLinks links);
 
 /// SHA-1, as 40 hexadecimal digits in lower case: how pictures are named among clients.
 QString pictureHash(const QByteArray& content);
