@@ -11,6 +11,7 @@
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstddef>
@@ -120,7 +121,11 @@ bool confine() {
     if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0) return false;
     close_range(STDERR_FILENO + 1, ~0U, 0);
     for (const Limit& limit : kLimits) {
-        const rlimit both{limit.most, limit.most};
+        // Whoever starts the program may have less to give already.
+        rlimit now{};
+        if (getrlimit(limit.what, &now) != 0) return false;
+        const rlim_t most = std::min(limit.most, now.rlim_max);
+        const rlimit both{most, most};
         if (setrlimit(limit.what, &both) != 0) return false;
     }
     filterCalls();

@@ -48,7 +48,7 @@ class Cards:
 
     def setUp(self):
         super().setUp()
-        self.server = self.shared(self.kind, lambda server: befriend(self, server, "ala", "olek"))
+        self.server = self.shared(self.kind, self.prepare)
         self.terminal = self.online("ala", self.server)
         self.olek = self.peer("olek", self.server, "dom")
         self.terminal.wait("presence", jid="olek@localhost", resource="dom")
@@ -79,6 +79,10 @@ class Cards:
     def set_picture(self, content=FACE):
         self.terminal.command("set-picture", path=self.picture_file(content))
         return (self.terminal.profile / "_avatar").read_bytes()
+
+    def prepare(self, server):
+        for one, other in (("ala", "olek"), ("ala", "ewa"), ("ewa", "olek")):
+            befriend(self, server, one, other)
 
     # Cards of contacts
 
@@ -139,7 +143,8 @@ class Cards:
         self.assertEqual(size(kept), (192, 144))
         self.assertEqual(self.terminal.ask("own-picture", "own-picture")["hash"], sha1(kept))
         self.assertEqual(self.terminal.ask("get", "setting", key="AV/Hash")["value"], sha1(kept))
-        # In the oldest form, which the client serves itself.
+        self.olek.wait("presence", picture=sha1(kept))
+        # In this oldest form the client serves it itself.
         own = self.terminal.wait_for(lambda event: event.get("event") == "presence" and event["jid"] == "ala@localhost",
                                      "the own presence")
         answer = self.olek.query(f"ala@localhost/{own['resource']}", "<query xmlns='jabber:x:avatar'/>")
@@ -165,6 +170,7 @@ class Cards:
         seen = self.olek.query("ala@localhost", f"<pubsub xmlns='{PUBSUB}'><items node='{DATA}'/></pubsub>")
         self.assertEqual(base64.b64decode(seen.findtext(f".//{{{DATA}}}data")), kept)
         self.terminal.command("remove-picture")
+        self.olek.wait("presence", picture=None)
         self.assertFalse((self.terminal.profile / "_avatar").exists())
         self.assertEqual(self.terminal.ask("own-picture", "own-picture")["hash"], "")
         self.assertEqual(self.terminal.ask("get", "setting", key="AV/Hash")["value"], "")
@@ -209,6 +215,29 @@ class Cards:
             f"<data mimetype='image/png'>{base64.b64encode(face).decode()}</data></query></iq>"))
         self.olek.raw(f"<presence><x xmlns='jabber:x:avatar'><hash>{sha1(face)}</hash></x></presence>")
         self.shown(face)
+
+    def test_two_contacts_with_one_picture(self):
+        face = png(36, 20, 8)
+        ewa = self.peer("ewa", self.server, "dom")
+        self.publish_picture(face)
+        self.shown(face)
+        self.publish_picture(face, ewa)
+        self.shown(face, "ewa@localhost")
+        self.assertEqual(len(list(self.terminal.profile.rglob(f"pictures/{sha1(face)}.png"))), 1)
+
+    def test_two_accounts_with_one_contact(self):
+        face = png(37, 20, 9)
+        self.account(self.terminal, "ewa", self.server)
+        for account in ("ala@localhost", "ewa@localhost"):
+            self.terminal.forget()
+            self.terminal.command("status", account=account, status="online")
+            self.terminal.wait("presence", account=account, jid="olek@localhost", resource="dom")
+        self.publish_picture(face)
+        first = self.terminal.wait("picture", hash=sha1(face))
+        self.publish_picture(face)
+        second = self.terminal.wait("picture", hash=sha1(face))
+        self.assertEqual({first["account"], second["account"]}, {"ala@localhost", "ewa@localhost"})
+        self.assertEqual(first["path"], second["path"])
 
     def test_the_announced_hash_of_another_picture_shows_nothing(self):
         mine, other = png(33, 20, 4), png(34, 20, 5)

@@ -3,11 +3,17 @@
 """What is kept when no file can grow any more. The limit on the size of files is the system's own: it works as a full
 disk does, for the superuser as well."""
 
+import base64
 import resource
 import unittest
 
 from oku.terminal import CommandFailed
 from support.case import PASSWORDS, Case
+
+# Pictures of one point.
+PICTURE = base64.b64decode(
+    "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAIAAACQd1PeAAAADElEQVR42mP4z8AAAAMBAQD3A0FDAAAAAElFTkSuQmCC")
+OTHER = base64.b64decode("R0lGODlhAgABAPAAAP8AAAAA/yH5BAAAAAAALAAAAAACAAEAAAICRAoAOw==")
 
 
 def set_full(terminal, full):
@@ -47,6 +53,20 @@ class FullDisk(Case):
         self.assertEqual(self.ala.quit(), 0)
         again = self.messenger("ala")
         self.assertEqual(again.ask("get", "setting", key="XMPP/Priority")["value"], 7)
+
+    def test_the_own_picture_stays_when_another_cannot_be_written(self):
+        path = self.folder / "picture"
+        path.write_bytes(PICTURE)
+        self.ala.command("set-picture", path=str(path))
+        kept = (self.ala.profile / "_avatar").read_bytes()
+        set_full(self.ala, True)
+        (self.folder / "other").write_bytes(OTHER)
+        with self.assertRaisesRegex(CommandFailed, "Poprzedni zostaje"):
+            self.ala.command("set-picture", path=str(self.folder / "other"))
+        self.assertEqual((self.ala.profile / "_avatar").read_bytes(), kept)
+        set_full(self.ala, False)
+        self.ala.command("set-picture", path=str(self.folder / "other"))
+        self.assertNotEqual((self.ala.profile / "_avatar").read_bytes(), kept)
 
 
 if __name__ == "__main__":

@@ -13,6 +13,7 @@ from oku.events import TIMEOUT, EventLog, Unexpected
 
 CHAT_STATES = "{http://jabber.org/protocol/chatstates}"
 CLIENT = "{jabber:client}"
+OLD_PICTURE = "{jabber:x:avatar}"
 CAPS = "{http://jabber.org/protocol/caps}"
 
 
@@ -47,6 +48,7 @@ class _Client(slixmpp.ClientXMPP):
         self.log.add({"event": "presence", "from": stanza["from"].full, "type": stanza.xml.get("type"),
                       "show": stanza.xml.findtext(CLIENT + "show"), "status": stanza.xml.findtext(CLIENT + "status"),
                       "priority": stanza.xml.findtext(CLIENT + "priority"),
+                      "picture": stanza.xml.findtext(f"{OLD_PICTURE}x/{OLD_PICTURE}hash"),
                       "caps": None if caps is None else dict(caps.attrib)})
 
     def _asked(self, stanza):
