@@ -186,6 +186,39 @@ constexpr std::array kTexts = std::to_array<TextRow>({
     {Text::NothingWaits, QT_TRANSLATE_NOOP("Terminal", "w tej rozmowie żadna wiadomość nie czeka")},
     {Text::AccountGone, QT_TRANSLATE_NOOP("Terminal", "usunięto konto %1")},
     {Text::HowToQuit, QT_TRANSLATE_NOOP("Terminal", "program kończy /quit albo Ctrl-D")},
+    {Text::DialogOpened, QT_TRANSLATE_NOOP("Terminal", "otwarto okno %1: %2. /dialog %1 wchodzi do niego")},
+    {Text::DialogTitle, QT_TRANSLATE_NOOP("Terminal", "Okno %1: %2")},
+    {Text::DialogHint,
+     QT_TRANSLATE_NOOP("Terminal", "NUMER wybiera, NUMER TEKST wypełnia, x zamyka, < wychodzi, ? pomoc")},
+    {Text::DialogPageHint,
+     QT_TRANSLATE_NOOP("Terminal", "NUMER wybiera, NUMER TEKST wypełnia, ok zapisuje, x zamyka, < wychodzi, ? pomoc")},
+    {Text::DialogHelp,
+     QT_TRANSLATE_NOOP("Terminal",
+                       "5            przycisk: naciska; znak: przestawia; lista i wybór: pokazuje; hasło: pyta o nie\n"
+                       "5 TEKST      wpisuje; cudzysłowy zostawiają TEKST takim, jaki jest\n"
+                       "5 #2         wybiera drugą możliwość\n"
+                       "5 on|off     ustawia znak\n"
+                       "5 !          klawisz Enter w tym polu; samo ! w oknie\n"
+                       "4.12         otwiera wiersz 12 listy 4\n"
+                       "4.12 m       menu tego wiersza\n"
+                       ".  +  -      pokazuje okno od nowa, dalej, wstecz\n"
+                       "ok  apply    na stronie: zapisuje i zamyka, zapisuje\n"
+                       "x  <         zamyka okno; wychodzi z niego i zostawia je otwarte")},
+    {Text::DialogClosed, QT_TRANSLATE_NOOP("Terminal", "okno zamknięte")},
+    {Text::DialogLineLost, QT_TRANSLATE_NOOP("Terminal", "okno zamknęło się wcześniej; ten wiersz nie trafił nigdzie")},
+    {Text::DialogNone, QT_TRANSLATE_NOOP("Terminal", "nie ma otwartego okna %1")},
+    {Text::DialogNoneOpen, QT_TRANSLATE_NOOP("Terminal", "żadne okno nie jest otwarte")},
+    {Text::DialogWaits, QT_TRANSLATE_NOOP("Terminal", "to okno czeka na inne")},
+    {Text::DialogNoRow, QT_TRANSLATE_NOOP("Terminal", "nie ma tu pozycji %1")},
+    {Text::DialogNoItem, QT_TRANSLATE_NOOP("Terminal", "nie ma do wyboru: %1")},
+    {Text::DialogNoPage, QT_TRANSLATE_NOOP("Terminal", "nie ma takiej strony")},
+    {Text::DialogRows, QT_TRANSLATE_N_NOOP("Terminal", "%n wierszy")},
+    {Text::DialogMore, QT_TRANSLATE_NOOP("Terminal", "pokazano %1 z %2; + pokazuje dalsze, - wcześniejsze")},
+    {Text::DialogChanged, QT_TRANSLATE_NOOP("Terminal", "okno „%1” zmieniło się; . pokazuje je")},
+    {Text::DialogMenu, QT_TRANSLATE_NOOP("Terminal", "menu: NUMER wybiera, każdy inny wiersz zamyka")},
+    {Text::DialogDisabled, QT_TRANSLATE_NOOP("Terminal", "(nieaktywne)")},
+    {Text::DialogReadOnly, QT_TRANSLATE_NOOP("Terminal", "(tylko do odczytu)")},
+    {Text::DialogWrite, QT_TRANSLATE_NOOP("Terminal", "%1 TEKST zmienia, %1 \"\" czyści")},
     {Text::FileNegotiating, QT_TRANSLATE_NOOP("Terminal", "uzgadnianie")},
     {Text::FileRunning, QT_TRANSLATE_NOOP("Terminal", "przesyłanie")},
     {Text::FileDone, QT_TRANSLATE_NOOP("Terminal", "gotowe")},

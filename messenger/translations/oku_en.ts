@@ -476,6 +476,30 @@ Trust this certificate on this account from now on?</translation>
         <source>otwiera stronę poczty z powiadomienia, off: zamyka je</source>
         <translation>opens the mail page that a notice is about; off: closes the notice</translation>
     </message>
+    <message>
+        <source>[NUMER [WIERSZ]]</source>
+        <translation>[NUMBER [LINE]]</translation>
+    </message>
+    <message>
+        <source>okna wtyczki: lista, albo wejście do jednego (? mówi, co w nim można)</source>
+        <translation>the plugin's windows: a list, or into one of them (? tells what can be done there)</translation>
+    </message>
+    <message>
+        <source>strona opcji konta</source>
+        <translation>an account's page of options</translation>
+    </message>
+    <message>
+        <source>[KTO | new]</source>
+        <translation>[WHO | new]</translation>
+    </message>
+    <message>
+        <source>strona właściwości kontaktu, także nowego</source>
+        <translation>a contact's page of properties, also of a new one</translation>
+    </message>
+    <message>
+        <source>menu wtyczki: lista, albo wybór pozycji</source>
+        <translation>the plugin's menu: a list, or choose an item</translation>
+    </message>
 </context>
 <context>
     <name>ContactList</name>
@@ -517,6 +541,45 @@ Trust this certificate on this account from now on?</translation>
     <message>
         <source>Na odpowiedź czeka tak wiele próśb o autoryzację, że dalsze nie są pokazywane.</source>
         <translation>So many requests for authorization wait for an answer that further ones are not shown.</translation>
+    </message>
+</context>
+<context>
+    <name>Dialogs</name>
+    <message>
+        <source>Tego pola nie ma w oknie albo nie można tego z nim zrobić.</source>
+        <translation>The window has no such field, or this cannot be done with it.</translation>
+    </message>
+    <message>
+        <source>Nie ma takiego okna.</source>
+        <translation>There is no such window.</translation>
+    </message>
+    <message>
+        <source>To okno czeka teraz na inne albo na odpowiedź.</source>
+        <translation>This window waits for another one or for an answer.</translation>
+    </message>
+    <message>
+        <source>To pole jest teraz nieaktywne.</source>
+        <translation>This field is disabled now.</translation>
+    </message>
+    <message>
+        <source>Tekst zawiera znaki, których nie można wysłać.</source>
+        <translation>The text has characters that cannot be sent.</translation>
+    </message>
+    <message>
+        <source>Nie ma takiego wiersza.</source>
+        <translation>There is no such row.</translation>
+    </message>
+    <message>
+        <source>Nie ma takiej pozycji menu.</source>
+        <translation>There is no such menu item.</translation>
+    </message>
+    <message>
+        <source>Nie ma takiej strony.</source>
+        <translation>There is no such page.</translation>
+    </message>
+    <message>
+        <source>Ta strona jest pusta.</source>
+        <translation>This page is empty.</translation>
     </message>
 </context>
 <context>
@@ -2113,6 +2176,107 @@ Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
     <message>
         <source>nie ma powiadomienia o poczcie</source>
         <translation>there is no news of mail</translation>
+    </message>
+    <message>
+        <source>otwarto okno %1: %2. /dialog %1 wchodzi do niego</source>
+        <translation>window %1 opened: %2. /dialog %1 goes into it</translation>
+    </message>
+    <message>
+        <source>Okno %1: %2</source>
+        <translation>Window %1: %2</translation>
+    </message>
+    <message>
+        <source>NUMER wybiera, NUMER TEKST wypełnia, x zamyka, &lt; wychodzi, ? pomoc</source>
+        <translation>NUMBER chooses, NUMBER TEXT fills in, x closes, &lt; leaves, ? help</translation>
+    </message>
+    <message>
+        <source>NUMER wybiera, NUMER TEKST wypełnia, ok zapisuje, x zamyka, &lt; wychodzi, ? pomoc</source>
+        <translation>NUMBER chooses, NUMBER TEXT fills in, ok saves, x closes, &lt; leaves, ? help</translation>
+    </message>
+    <message>
+        <source>5            przycisk: naciska; znak: przestawia; lista i wybór: pokazuje; hasło: pyta o nie
+5 TEKST      wpisuje; cudzysłowy zostawiają TEKST takim, jaki jest
+5 #2         wybiera drugą możliwość
+5 on|off     ustawia znak
+5 !          klawisz Enter w tym polu; samo ! w oknie
+4.12         otwiera wiersz 12 listy 4
+4.12 m       menu tego wiersza
+.  +  -      pokazuje okno od nowa, dalej, wstecz
+ok  apply    na stronie: zapisuje i zamyka, zapisuje
+x  &lt;         zamyka okno; wychodzi z niego i zostawia je otwarte</source>
+        <translation>5            a button: press it; a mark: turn it; a list or choice: show it; a password: asks for it
+5 TEXT       write it; quotes leave TEXT as it is
+5 #2         choose the second item
+5 on|off     set a mark
+5 !          the Return key in this field; a lone ! in the window
+4.12         activate row 12 of the list 4
+4.12 m       the menu of that row
+.  +  -      show the window anew, further, back
+ok  apply    on a page: save and close, save
+x  &lt;         close the window; leave it open and go</translation>
+    </message>
+    <message>
+        <source>okno zamknięte</source>
+        <translation>window closed</translation>
+    </message>
+    <message>
+        <source>okno zamknęło się wcześniej; ten wiersz nie trafił nigdzie</source>
+        <translation>the window closed before; this line went nowhere</translation>
+    </message>
+    <message>
+        <source>nie ma otwartego okna %1</source>
+        <translation>there is no open window %1</translation>
+    </message>
+    <message>
+        <source>żadne okno nie jest otwarte</source>
+        <translation>no window is open</translation>
+    </message>
+    <message>
+        <source>to okno czeka na inne</source>
+        <translation>this window waits for another one</translation>
+    </message>
+    <message>
+        <source>nie ma tu pozycji %1</source>
+        <translation>there is no item %1 here</translation>
+    </message>
+    <message>
+        <source>nie ma do wyboru: %1</source>
+        <translation>no such choice: %1</translation>
+    </message>
+    <message>
+        <source>nie ma takiej strony</source>
+        <translation>there is no such page</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n wierszy</source>
+        <translation>
+            <numerusform>%n row</numerusform>
+            <numerusform>%n rows</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>pokazano %1 z %2; + pokazuje dalsze, - wcześniejsze</source>
+        <translation>%1 of %2 shown; + shows more, - those before</translation>
+    </message>
+    <message>
+        <source>okno „%1” zmieniło się; . pokazuje je</source>
+        <translation>the window “%1” has changed; . shows it</translation>
+    </message>
+    <message>
+        <source>menu: NUMER wybiera, każdy inny wiersz zamyka</source>
+        <translation>menu: NUMBER chooses, any other line closes it</translation>
+    </message>
+    <message>
+        <source>(nieaktywne)</source>
+        <translation>(disabled)</translation>
+    </message>
+    <message>
+        <source>(tylko do odczytu)</source>
+        <translation>(read only)</translation>
+    </message>
+    <message>
+        <source>%1 TEKST zmienia, %1 &quot;&quot; czyści</source>
+        <translation>%1 TEXT changes it, %1 &quot;&quot; empties it</translation>
     </message>
 </context>
 <context>

@@ -27,5 +27,13 @@
             <numerusform>… i %n ustawień domyślnych: /get all, /get CZĘŚĆ</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n wierszy</source>
+        <translation>
+            <numerusform>%n wiersz</numerusform>
+            <numerusform>%n wiersze</numerusform>
+            <numerusform>%n wierszy</numerusform>
+        </translation>
+    </message>
 </context>
 </TS>

@@ -22,6 +22,7 @@ std::span<const CommandRow> fileCommands();
 std::span<const CommandRow> newsCommands();
 std::span<const CommandRow> wireCommands();
 std::span<const CommandRow> settingCommands();
+std::span<const CommandRow> dialogCommands();
 std::span<const CommandRow> programCommands();
 
 /// Arguments that several commands have.

@@ -14,8 +14,9 @@ namespace oku::terminal {
 std::span<const CommandRow> commandTable() {
     static const std::vector<CommandRow> rows = [] {
         std::vector<CommandRow> all;
-        for (const auto family : {helpCommands(), accountCommands(), contactCommands(), talkCommands(), newsCommands(),
-                                  fileCommands(), cardCommands(), wireCommands(), settingCommands(), programCommands()})
+        for (const auto family :
+             {helpCommands(), accountCommands(), contactCommands(), talkCommands(), newsCommands(), fileCommands(),
+              cardCommands(), dialogCommands(), wireCommands(), settingCommands(), programCommands()})
             all.insert(all.end(), family.begin(), family.end());
         return all;
     }();

@@ -27,6 +27,7 @@ enum class ArgumentKind {
     View,
     CardField,
     PictureAct,
+    Dialog,
     File,
     ContactOrFile,
     Mood,

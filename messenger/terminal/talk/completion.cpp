@@ -101,6 +101,9 @@ QStringList candidates(const Session& session, ArgumentKind kind, const QString&
             found << QStringLiteral("set") << QStringLiteral("remove") << QStringLiteral("publish")
                   << QStringLiteral("fetch");
             break;
+        case ArgumentKind::Dialog:
+            for (const int number : messenger.dialogs().windows()) found << QString::number(number);
+            break;
         case ArgumentKind::File:
         case ArgumentKind::ContactOrFile:
             break;  // completed piece by piece

@@ -59,14 +59,20 @@ void Session::submit(const QString& typed) {
         display_.changed();
         return;
     }
+    if (dialogs_.active()) {
+        if (const QString reason = dialogs_.submit(line); !reason.isEmpty()) log_.tellError(reason);
+        display_.changed();
+        return;
+    }
     const Peer peer = windows_.partner();
     const QString reason = peer.none() ? say(Text::NoConversation) : conversations_.send(peer, textOf(line));
     if (!reason.isEmpty()) log_.tellError(reason);
 }
 
 void Session::typed(const QString& text) {
+    dialogs_.typing(!text.isEmpty());
     const Peer peer = windows_.partner();
-    const bool composing = !secret_.wanted() && !peer.none() && !text.isEmpty() &&
+    const bool composing = !secret_.wanted() && !dialogs_.active() && !peer.none() && !text.isEmpty() &&
                            (!isCommand(text) || text.startsWith(QLatin1String("/me ")));
     if (composing)
         typing_.typing(peer);

@@ -17,6 +17,7 @@
 #include "messenger/terminal/talk/conversation_display.h"
 #include "messenger/terminal/talk/conversations.h"
 #include "messenger/terminal/talk/desk.h"
+#include "messenger/terminal/talk/dialog_prompt.h"
 #include "messenger/terminal/talk/news_display.h"
 #include "messenger/terminal/talk/notice_display.h"
 #include "messenger/terminal/talk/presence_display.h"
@@ -70,6 +71,8 @@ public:
     Conversations& conversations() { return conversations_; }
     ContactDisplay& contactDisplay() { return contactDisplay_; }
     CardDisplay& cards() { return cards_; }
+    DialogPrompt& dialogs() { return dialogs_; }
+    [[nodiscard]] const DialogPrompt& dialogs() const { return dialogs_; }
 
     /// An export would replace this file; the same command once more agrees.
     QString& offeredExport() { return offeredExport_; }
@@ -91,6 +94,7 @@ private:
     ContactDisplay contactDisplay_{desk_};
     PresenceDisplay presences_{desk_};
     CardDisplay cards_{desk_};
+    DialogPrompt dialogs_{desk_, secret_};
     ConversationDisplay conversationDisplay_{desk_, conversations_};
     NewsDisplay news_{desk_};
     NoticeDisplay notices_{desk_};

@@ -170,6 +170,10 @@ Line SessionView::windowNames(const StatusLineKind& kind) const {
 
 QString SessionView::prompt() const {
     if (session_.secret().wanted()) return session_.secret().question() + QStringLiteral(": ");
+    if (session_.dialogs().active()) {
+        const int room = std::max(kShortestName, session_.display().columns() / 3);
+        return atMost(session_.dialogs().title(), room) + QStringLiteral("> ");
+    }
     const Peer peer = session_.windows().current();
     return (peer.none() ? oneLine(session_.chosen().jid().section(u'@', 0, 0)) : session_.contacts().nameOf(peer)) +
            QStringLiteral("> ");

@@ -1,0 +1,231 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
+// The plugin's windows as pages of numbered rows, and what is typed into them.
+#include "tests/messenger/terminal/dialog_values.h"
+#include "tests/messenger/terminal/session_fixture.h"
+
+namespace oku::terminal::test {
+namespace {
+
+class SessionDialogs : public SessionTest {
+protected:
+    void SetUp() override {
+        SessionTest::SetUp();
+        open(form());
+        dialogs().lists[{7, 24}] = formRows();
+    }
+    FakeDialogs& dialogs() { return messenger.fakeDialogs(); }
+    void open(const DialogWindow& window) { dialogs().open.insert(window.number, window); }
+    // What was told together with what comes from the event loop.
+    std::string heardLater() {
+        QCoreApplication::processEvents();
+        return heard();
+    }
+    std::string prompt() { return session->view().prompt().toStdString(); }
+    void enter() {
+        type("/dialog 7");
+        heard();
+    }
+};
+
+TEST_F(SessionDialogs, ShowAWindowAsNumberedRows) {
+    EXPECT_EQ(type("/dialog 7"), "");
+    EXPECT_EQ(heard(),
+              "Window 7: Rejestracja\n"
+              "    Proszę wypełnić\n"
+              "  1 Nick: ala\n"
+              "  2 Hasło: •••\n"
+              "  3 [x] Zgoda\n"
+              "  4 Rodzaj: duży ▾\n"
+              "  5 Usługi: 2 rows\n"
+              "  6 <OK> !\n"
+              "  7 <Później> (disabled)\n"
+              "NUMBER chooses, NUMBER TEXT fills in, x closes, < leaves, ? help");
+    EXPECT_EQ(prompt(), "Rejestracja> ");
+    type("?");
+    EXPECT_NE(heard().find("4.12 m"), std::string::npos);
+}
+
+TEST_F(SessionDialogs, CarryLinesToTheirControls) {
+    enter();
+    EXPECT_EQ(type("1 ola i ala"), "fill|7|21|ola i ala");
+    EXPECT_EQ(type("1 \"\""), "fill|7|21|");
+    EXPECT_EQ(type("1 \"!\""), "fill|7|21|!");
+    EXPECT_EQ(type("1 !"), "pressReturn|7|21|");
+    EXPECT_EQ(type("!"), "pressReturn|7|0|");
+    EXPECT_EQ(type("3"), "setChecked|7|25|off");
+    EXPECT_EQ(type("3 on"), "setChecked|7|25|on");
+    EXPECT_EQ(type("4 #1"), "choose|7|23|0");
+    EXPECT_EQ(type("4 2"), "choose|7|23|1");
+    EXPECT_EQ(type("4 mały"), "choose|7|23|0");
+    EXPECT_EQ(type("5.2"), "activateRow|7|24|12");
+    EXPECT_EQ(type("5.1 m"), "openRowMenu|7|24|11");
+    EXPECT_EQ(type("6"), "press|7|26|");
+    EXPECT_EQ(type("x"), "closeWindow|7");
+    EXPECT_EQ(type("ok"), "confirm|7");
+    EXPECT_EQ(type("apply"), "apply|7");
+    EXPECT_EQ(type("/dialog 7 6"), "press|7|26|");
+}
+
+TEST_F(SessionDialogs, RefuseWhatIsNotThereAndSendItToNobody) {
+    type("/chat-with Olek");
+    enter();
+    for (const char* line :
+         {"hello", "9", "0", "5.3", "5.x", "4 #3", "4 ogromny", "3 maybe", "5.1 n", "99999999999999999999"}) {
+        EXPECT_EQ(type(line), "") << line;
+        EXPECT_EQ(heard().substr(0, 1), "!") << line;
+    }
+    EXPECT_EQ(type("/dialog 9"), "");
+    EXPECT_EQ(heard(), "! there is no open window 9");
+    dialogs().open.clear();
+}
+
+TEST_F(SessionDialogs, AskForPasswordsWithoutShowingThem) {
+    enter();
+    EXPECT_EQ(type("2 jawnie"), "") << "it would stand on the screen";
+    ASSERT_TRUE(session->secret().wanted());
+    EXPECT_EQ(type("nowe hasło"), "fill|7|22|nowe hasło");
+    EXPECT_EQ(heard().find("nowe"), std::string::npos);
+}
+
+TEST_F(SessionDialogs, ShowListsAndChoicesAPartAtATime) {
+    QList<DialogRow> rows;
+    for (int number = 1; number <= 100; ++number) rows.append({number, QStringLiteral("usługa %1").arg(number), {}});
+    dialogs().lists[{7, 24}] = rows;
+    enter();
+    type("5");
+    std::string shown = heard();
+    EXPECT_NE(shown.find("5.1 usługa 1\n"), std::string::npos);
+    EXPECT_NE(shown.find("5.40 usługa 40\n"), std::string::npos);
+    EXPECT_EQ(shown.find("usługa 41"), std::string::npos);
+    EXPECT_NE(shown.find("40 of 100 shown"), std::string::npos);
+    type("+");
+    EXPECT_NE(heard().find("5.41 usługa 41"), std::string::npos);
+    type("+");
+    EXPECT_NE(heard().find("5.100 usługa 100"), std::string::npos);
+    type("+");
+    EXPECT_EQ(heard(), "");
+    type("-");
+    EXPECT_NE(heard().find("5.41"), std::string::npos);
+    type("4");
+    EXPECT_EQ(heard(), "  4 Rodzaj: duży ▾\n    #1 mały\n  > #2 duży");
+}
+
+TEST_F(SessionDialogs, TellChangesTogetherAndAFillingListOnce) {
+    enter();
+    dialogs().open[7].controls[1].text = QStringLiteral("nowa\nlinia\x1b[2J");
+    emit dialogs().controlChanged(7, 21);
+    emit dialogs().controlChanged(7, 21);
+    EXPECT_EQ(heard(), "");
+    EXPECT_EQ(heardLater(), "  1 Nick: nowa⏎linia�[2J");
+    for (const DialogRow& row : formRows()) emit dialogs().rowAdded(7, 24, row);
+    EXPECT_EQ(heardLater(), "  5 Usługi: 2 rows");
+    emit dialogs().rowAdded(7, 24, formRows()[0]);
+    EXPECT_EQ(heardLater(), "");
+    emit dialogs().changed(7);
+    EXPECT_NE(heardLater().find("Rejestracja"), std::string::npos);
+    emit dialogs().refused(7, QStringLiteral("za późno"));
+    EXPECT_EQ(heard(), "! za późno");
+}
+
+TEST_F(SessionDialogs, TakeOneItemOfAMenu) {
+    enter();
+    const QList<DialogMenuItem> items = {{1000, QStringLiteral("Przeglądaj"), true, true, false},
+                                         {0, {}, true, false, true},
+                                         {1001, QStringLiteral("Polecenia"), true, false, false}};
+    emit dialogs().menuOpened(7, 24, items);
+    EXPECT_EQ(heard(), "menu: NUMBER chooses, any other line closes it\n  1 Przeglądaj\n  2 Polecenia");
+    EXPECT_EQ(type("2"), "takeFromMenu|7|1001|");
+    EXPECT_EQ(type("6"), "press|7|26|") << "it is closed";
+    emit dialogs().menuOpened(7, 24, items);
+    EXPECT_EQ(type("6"), "") << "no button is meant";
+}
+
+TEST_F(SessionDialogs, LookAtWhatTheUserAskedForAndTakeNoLineElsewhere) {
+    DialogWindow next = form();
+    next.number = 8;
+    next.title = QStringLiteral("Inne");
+    open(next);
+    emit dialogs().opened(8);
+    EXPECT_EQ(heard(), "? window 8 opened: Inne. /dialog 8 goes into it");
+    EXPECT_FALSE(session->dialogs().active());
+    enter();
+    emit dialogs().opened(8);
+    EXPECT_EQ(prompt(), "Inne> ") << "it follows what is worked with";
+    dialogs().open.remove(8);
+    emit dialogs().closed(8);
+    EXPECT_EQ(prompt(), "Rejestracja> ") << "and goes back";
+    type("/chat-with Olek");
+    typing("1 ola");
+    dialogs().open.remove(7);
+    emit dialogs().closed(7);
+    EXPECT_EQ(type("1 ola"), "") << "the line was meant for a window";
+    EXPECT_FALSE(session->dialogs().active());
+    EXPECT_EQ(type("hej").substr(0, 11), "sendMessage");
+}
+
+TEST_F(SessionDialogs, LeaveAWindowOpen) {
+    enter();
+    type("<");
+    EXPECT_FALSE(session->dialogs().active());
+    heard();
+    type("/dialog");
+    EXPECT_EQ(heard(), "  7. Rejestracja");
+}
+
+TEST_F(SessionDialogs, ShowWhatLiesInAWindowAsItsOwn) {
+    DialogWindow page;
+    page.number = 10;
+    page.page = true;
+    page.title = QStringLiteral("XMPP");
+    page.children = {11};
+    open(page);
+    DialogWindow child;
+    child.number = 11;
+    child.parent = 10;
+    child.child = true;
+    child.controls = {control(ControlKind::separator, 6020, "", "Dane"),
+                      control(ControlKind::edit, 7000, "Użytkownik:", "ala")};
+    open(child);
+    messenger.fakeDialogs().options = {{QStringLiteral("XMPP/Options/1"), QStringLiteral("XMPP")}};
+    EXPECT_EQ(type("/options"), "openOptions|XMPP/Options/1");
+    emit dialogs().opened(10);
+    emit dialogs().opened(11);
+    EXPECT_EQ(heardLater(),
+              "Window 10: XMPP\n    ── Dane ──\n  1 Użytkownik: ala\n"
+              "NUMBER chooses, NUMBER TEXT fills in, ok saves, x closes, < leaves, ? help");
+    EXPECT_EQ(type("1 ola"), "fill|11|7000|ola");
+    EXPECT_EQ(type("ok"), "confirm|10");
+}
+
+TEST_F(SessionDialogs, OpenPagesAndMenusByCommands) {
+    messenger.fakeDialogs().options = {{QStringLiteral("a"), QStringLiteral("Pierwsze")},
+                                       {QStringLiteral("b"), QStringLiteral("Drugie")}};
+    EXPECT_EQ(type("/options"), "");
+    EXPECT_EQ(heard(), "1. Pierwsze\n2. Drugie");
+    EXPECT_EQ(type("/options 2"), "openOptions|b");
+    type("/options 3");
+    EXPECT_EQ(heard(), "! there is no such page");
+    EXPECT_EQ(type("/properties Olek"), "openProperties|ala@localhost|olek@localhost|");
+    EXPECT_EQ(type("/properties new"), "openProperties|ala@localhost||");
+    MenuItem item;
+    item.id = QStringLiteral("XMPP/InternalBrowser");
+    item.caption = QStringLiteral("Przeglądarka usług");
+    messenger.menus[programMenu()] = {item};
+    type("/menu");
+    EXPECT_EQ(heard(), "1. Przeglądarka usług");
+    EXPECT_EQ(type("/menu 1"), "activateMenu|XMPP/InternalBrowser");
+    EXPECT_EQ(session->complete(QStringLiteral("/dialog "), 8).candidates, QStringList(QStringLiteral("7 ")));
+}
+
+TEST_F(SessionDialogs, TellNobodyThatALineIsTypedIntoAWindow) {
+    type("/chat-with Olek");
+    enter();
+    messenger.calls.clear();
+    typing("1 o");
+    EXPECT_EQ(typingCalls(), "");
+}
+
+}  // namespace
+}  // namespace oku::terminal::test
