@@ -222,6 +222,37 @@ def growth():
     return seeds
 
 
+def window_seeds():
+    """The browser opened and asked, and what the items, forms and commands of the transcripts hold as its answers."""
+    value = b"\x00" + short(b"example.org")
+    nothing = b"\x00\x00"
+    begin = b"\x00\x00" + value + b"\x01\x01\x07\x00\x00\x00\x00" + value * 3
+
+    def answer(shape, content):
+        return b"\x03" + bytes([shape]) + long(content) + b"\x00"
+
+    def command(number):
+        return begin + answer(1, b"<item jid='a.example'/>") + b"\x01\x05\x00" + bytes([number]) + (
+            b"\x00\x00\x00\x01\x00" + nothing)
+
+    submit = b"\x01\x01\x00\x00\x00\x00\x01" + value * 9
+    roads = (  # what is done before the answer, and after it
+        (rb"disco#items'[^>]*>(.*)</query>", begin, b""),
+        (rb"disco#info'[^>]*>(.*)</query>", begin + answer(1, b"<item jid='a.example'/>"), b""),
+        (rb"iq:register'>(.*)</query>", command(102) + b"\x00", b"\x00" + submit),
+        (rb"<query xmlns='jabber:iq:register'>.*<x [^>]*>(.*)</x>", command(102) + b"\x00", b"\x00" + submit),
+        (rb"<command [^>]*><x [^>]*>(.*)</x>", command(104),
+         b"\x01\x0b\x00\xc7\x00\x00\x00" + nothing + b"\x00\x00" + submit))
+    seeds = {}
+    for path in sorted((ROOT.parent / "tests/dialogs").glob("*.transcript")):
+        text = path.read_bytes()
+        for shape, (pattern, before, after) in enumerate(roads, 1):
+            for number, content in enumerate(re.findall(pattern, text)):
+                if len(content) < 1024:
+                    seeds[f"{path.stem}-{shape}-{number}"] = before + answer(shape, content) + after
+    return seeds
+
+
 def main():
     texts = transcripts()
     write("probe", {name: in_pieces(text) for name, text in texts.items()})
@@ -248,6 +279,7 @@ def main():
     compressor = zlib.compressobj()
     stream = compressor.compress(b"<message><body>a</body></message>") + compressor.flush(zlib.Z_SYNC_FLUSH)
     write("pubsub", pubsub_seeds())
+    write("windows", window_seeds())
     write("mailbox", mailbox_seeds())
     write("inflate", {"valid": b"\x01" + short(b"\x03\x01") + b"<presence/>" * 9, "stream": b"\x00" + short(b"\x02") + stream,
                       "damaged": b"\x00\x00" + stream[:9] + b"\xff" + stream[10:]})
