@@ -45,7 +45,7 @@ protected:
 
 /// Fetches `url` with GET, whatever its scheme, over plain HTTP on the URL's own port, through the proxy that the
 /// system names for plain HTTP. Follows no redirect, and asks for the origin's copy. Null when no thread can be
-/// started; the listener then hears nothing.
+/// started, or the system has no libcurl; the listener then hears nothing.
 std::unique_ptr<Download> startDownload(const std::u16string& url, const std::u16string& userAgent,
                                         std::shared_ptr<DownloadListener> listener);
 

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/download.h"
 
-#include <curl/curl.h>
 #include <dlfcn.h>
 
 #include <algorithm>
@@ -15,6 +14,7 @@
 #include <thread>
 
 #include "host/util/utf.h"
+#include "platform/linux/curl_library.h"
 #include "platform/linux/download_address.h"
 
 namespace {
@@ -37,13 +37,13 @@ void keepMapped(const void* address) {
 const char kOwnAddress = 0;
 
 struct CloseMulti {
-    void operator()(CURLM* multi) const { curl_multi_cleanup(multi); }
+    void operator()(CURLM* multi) const { curl().multiCleanup(multi); }
 };
 struct CloseEasy {
-    void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
+    void operator()(CURL* easy) const { curl().easyCleanup(easy); }
 };
 struct FreeList {
-    void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+    void operator()(curl_slist* list) const { curl().listFree(list); }
 };
 
 /// What the thread and its owner share. Both keep it, so that a thread which was given up has all that it needs.
@@ -62,29 +62,29 @@ struct Shared {
 /// One request, on the download's thread.
 class Request {
 public:
-    explicit Request(Shared& shared) : shared_(shared), easy_(curl_easy_init()) {}
+    explicit Request(Shared& shared) : shared_(shared), easy_(curl().easyInit()) {}
 
     void run(const DownloadAddress& address) {
-        if (!easy_ || !prepare(address) || curl_multi_add_handle(shared_.multi.get(), easy_.get()) != CURLM_OK) return;
+        if (!easy_ || !prepare(address) || curl().multiAdd(shared_.multi.get(), easy_.get()) != CURLM_OK) return;
         int running = 1;
         while (running && !shared_.stopped) {
-            if (curl_multi_perform(shared_.multi.get(), &running) != CURLM_OK) break;
+            if (curl().multiPerform(shared_.multi.get(), &running) != CURLM_OK) break;
             if (guarded(1, [this] { return handOver(); }) == 0) break;
-            if (running) curl_multi_poll(shared_.multi.get(), nullptr, 0, 1000, nullptr);
+            if (running) curl().multiPoll(shared_.multi.get(), nullptr, 0, 1000, nullptr);
         }
-        curl_multi_remove_handle(shared_.multi.get(), easy_.get());
+        curl().multiRemove(shared_.multi.get(), easy_.get());
     }
 
 private:
     template <typename Value>
     bool set(CURLoption option, Value value) {
-        return curl_easy_setopt(easy_.get(), option, value) == CURLE_OK;
+        return curl().easySet(easy_.get(), option, value) == CURLE_OK;
     }
 
     bool prepare(const DownloadAddress& address) {
         // The origin's copy is wanted, and nothing is said of what is accepted.
         for (const char* line : {"Accept:", "Cache-Control: no-cache", "Pragma: no-cache"}) {
-            curl_slist* const longer = curl_slist_append(headers_.get(), line);
+            curl_slist* const longer = curl().listAppend(headers_.get(), line);
             if (!longer) return false;
             (void)headers_.release();
             headers_.reset(longer);
@@ -118,7 +118,7 @@ private:
     bool takeHeader(std::string_view line) {
         constexpr long kFirstFinal = 200;
         long status = 0;
-        curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
+        curl().easyGet(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
         const bool complete = line == "\r\n" || line == "\n";
         if (!complete || answered_ || status < kFirstFinal) return true;
         answered_ = true;
@@ -185,7 +185,7 @@ public:
     void stop() noexcept override {
         if (shared_->stopped.exchange(true)) return;
         toldAt_ = std::chrono::steady_clock::now();
-        curl_multi_wakeup(shared_->multi.get());
+        curl().multiWakeup(shared_->multi.get());
     }
 
 private:
@@ -199,28 +199,18 @@ private:
     std::thread thread_;
 };
 
-/// The library is told of its first use once. It stays in memory: a look-up of a name that nobody waits for any more
-/// runs in it until the system answers, and this module may be unloaded before.
-bool libraryReady() {
-    static const bool ready = [] {
-        keepMapped(reinterpret_cast<const void*>(&curl_multi_poll));
-        return curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
-    }();
-    return ready;
-}
-
 }  // namespace
 
 namespace platform {
 
 std::unique_ptr<Download> startDownload(const std::u16string& url, const std::u16string& userAgent,
                                         std::shared_ptr<DownloadListener> listener) {
-    if (!libraryReady()) return nullptr;
+    if (!CurlLibrary::get()) return nullptr;
     const auto shared = std::make_shared<Shared>();
     shared->url = url;
     shared->userAgent = wtou(userAgent);
     shared->listener = std::move(listener);
-    shared->multi.reset(curl_multi_init());
+    shared->multi.reset(curl().multiInit());
     if (!shared->multi) return nullptr;
     try {
         return std::make_unique<CurlDownload>(shared);

@@ -2,28 +2,27 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/download_address.h"
 
-#include <curl/curl.h>
-
 #include <memory>
 #include <string_view>
 
 #include "host/util/utf.h"
+#include "platform/linux/curl_library.h"
 
 namespace {
 
 constexpr std::size_t kLongestPart = 2047;
 
 struct FreeAddress {
-    void operator()(CURLU* address) const { curl_url_cleanup(address); }
+    void operator()(CURLU* address) const { curl().urlCleanup(address); }
 };
 struct FreeText {
-    void operator()(char* text) const { curl_free(text); }
+    void operator()(char* text) const { curl().free(text); }
 };
 
 /// A part of the address; nothing when it has none, or when its escapes hide a control character.
 std::optional<std::string> partOf(CURLU* address, CURLUPart which, unsigned flags) {
     char* text = nullptr;
-    if (curl_url_get(address, which, &text, flags) != CURLUE_OK) return std::nullopt;
+    if (curl().urlGet(address, which, &text, flags) != CURLUE_OK) return std::nullopt;
     const std::unique_ptr<char, FreeText> owned(text);
     return std::string(text);
 }
@@ -54,11 +53,12 @@ bool fits(const std::string& text) { return utow(text).size() <= kLongestPart; }
 }  // namespace
 
 std::optional<DownloadAddress> downloadAddress(const std::u16string& text) {
-    const std::unique_ptr<CURLU, FreeAddress> address(curl_url());
+    if (!CurlLibrary::get()) return std::nullopt;
+    const std::unique_ptr<CURLU, FreeAddress> address(curl().url());
     if (!address || text.find(u'\0') != std::u16string::npos) return std::nullopt;
     // Blanks inside are allowed here, as they are in addresses that people paste.
     constexpr unsigned kLenient = CURLU_NON_SUPPORT_SCHEME | CURLU_ALLOW_SPACE | CURLU_PATH_AS_IS;
-    if (curl_url_set(address.get(), CURLUPART_URL, wtou(text).c_str(), kLenient) != CURLUE_OK) return std::nullopt;
+    if (curl().urlSet(address.get(), CURLUPART_URL, wtou(text).c_str(), kLenient) != CURLUE_OK) return std::nullopt;
     const std::optional<std::string> host = partOf(address.get(), CURLUPART_HOST, 0);
     std::optional<std::string> path = partOf(address.get(), CURLUPART_PATH, CURLU_URLDECODE);
     if (!host || host->empty() || !path) return std::nullopt;
