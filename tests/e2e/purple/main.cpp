@@ -1,11 +1,13 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
 
-// purple-bot FOLDER : a client made of libpurple, without a user: commands come by standard input (commands.h), events
-// go to standard output (events.h), what libpurple says of itself goes to standard error. FOLDER is its own.
+// purple-bot FOLDER [quiet] : a client made of libpurple, without a user: commands come by standard input (commands.h),
+// events go to standard output (events.h), what libpurple says of itself goes to standard error, unless it is to be
+// quiet. FOLDER is its own.
 #include <purple.h>
 
 #include <cstdio>
+#include <string_view>
 
 #include "commands.h"
 #include "events.h"
@@ -48,7 +50,7 @@ void* onNotice(PurpleNotifyMsgType, const char* title, const char* primary, cons
     return nullptr;
 }
 
-void startLibrary(const char* folder) {
+void startLibrary(const char* folder, bool quiet) {
     static PurpleEventLoopUiOps loop{};
     loop.timeout_add = g_timeout_add;
     loop.timeout_add_seconds = g_timeout_add_seconds;
@@ -61,7 +63,7 @@ void startLibrary(const char* folder) {
     notices.notify_message = onNotice;
 
     purple_util_set_user_dir(folder);
-    purple_debug_set_ui_ops(&debug);
+    if (!quiet) purple_debug_set_ui_ops(&debug);
     purple_eventloop_set_ui_ops(&loop);
     if (!purple_core_init("purple-bot")) g_error("libpurple does not start");
     purple_notify_set_ui_ops(&notices);
@@ -91,11 +93,12 @@ gboolean onLine(GIOChannel* channel, GIOCondition, gpointer data) {
 }  // namespace
 
 int main(int count, char** arguments) {
-    if (count != 2) {
-        std::fputs("usage: purple-bot FOLDER\n", stderr);
+    const bool quiet = count == 3 && std::string_view(arguments[2]) == "quiet";
+    if (count != 2 && !quiet) {
+        std::fputs("usage: purple-bot FOLDER [quiet]\n", stderr);
         return 2;
     }
-    startLibrary(arguments[1]);
+    startLibrary(arguments[1], quiet);
     Input input{{}, g_main_loop_new(nullptr, FALSE)};
     GIOChannel* channel = g_io_channel_unix_new(0);
     g_io_add_watch(channel, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP), onLine, &input);

@@ -14,15 +14,15 @@ from oku.process import Child, open_private
 class Purple:
     """One run of purple-bot. tests/e2e/purple tells its commands and events."""
 
-    def __init__(self, program, home, user, password, server, authority, resource="libpurple"):
-        """`home` is a folder that is made for it."""
+    def __init__(self, program, home, user, password, server, authority, resource="libpurple", options=()):
+        """`home` is a folder that is made for it, `options` stand behind it on the command line."""
         self.jid = f"{user}@{server.domain}"
         self.full = f"{self.jid}/{resource}"
         self.log = EventLog(self.full)
         self.wait, self.seen, self.wait_for = self.log.wait, self.log.seen, self.log.wait_for
         self.home = pathlib.Path(home)
         self.child = None
-        self._program = program
+        self._command = [str(program), str(home), *options]
         self._login = password, server.port, authority
         self._given = 0
 
@@ -30,7 +30,7 @@ class Purple:
         """Starts it and logs in; its presence is told to its contacts."""
         self.home.mkdir(mode=0o700)
         with open_private(self.home / "stderr") as errors:
-            self.child = Child([str(self._program), str(self.home)], self.home / "events",
+            self.child = Child(self._command, self.home / "events",
                                lambda line: self.log.add(json.loads(line)),
                                lambda: self.log.end(f"it ended (see {self.home}/stderr)"),
                                {"HOME": str(self.home), "LC_ALL": "C.UTF-8"}, stdin=subprocess.PIPE, stderr=errors)
