@@ -1,14 +1,15 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
 
-// What the pictures of many contacts cost, on real files: 2,000 of 16 KiB each, announced and answered one after the
-// other, by the contacts' servers and by their cards. See docs/performance.md.
+// What the pictures of many contacts cost, on real files: so many of 16 KiB each (2,000, or the number that is given),
+// announced and answered one after the other, by the contacts' servers and by their cards. See docs/performance.md.
 #include <malloc.h>
 #include <stdlib.h>
 
 #include <cstdio>
 #include <ctime>
 #include <filesystem>
+#include <fstream>
 #include <string>
 
 #include "host/util/base64.h"
@@ -32,9 +33,19 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::uint32_t kNet = 1;
-constexpr int kContacts = 2000;
+constexpr int kUsualContacts = 2000;
 constexpr int kQuarters = 4;
 constexpr std::size_t kBytes = 16 * 1024;
+
+/// The most that was resident so far, in KiB. (What getrusage tells counts the process that started this one as well.)
+long peakMemory() {
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;) {
+        long kibibytes = 0;
+        if (word == "VmHWM:" && status >> kibibytes) return kibibytes;
+    }
+    return 0;
+}
 
 /// Of the whole process, in microseconds.
 double cpuTime() {
@@ -80,7 +91,7 @@ const Road kRoads[] = {
      }},
 };
 
-void measure(torture::Client& client, const Road& road, const std::string& base64) {
+void measure(torture::Client& client, int contacts, const Road& road, const std::string& base64) {
     std::string id;
     int told = 0;
     client.host.onSend = [&id](std::uint32_t, std::string_view sent) {
@@ -94,33 +105,35 @@ void measure(torture::Client& client, const Road& road, const std::string& base6
     std::printf("%-26s", road.name);
     for (int quarter = 0; quarter < kQuarters; ++quarter) {
         const double begin = cpuTime();
-        constexpr int kPart = kContacts / kQuarters;
-        for (int contact = quarter * kPart; contact < (quarter + 1) * kPart; ++contact) {
+        const int part = contacts / kQuarters;
+        for (int contact = quarter * part; contact < (quarter + 1) * part; ++contact) {
             id.clear();
             client.receive(kNet, road.announcement(contact));
             client.receive(kNet, road.answer(contact, id, base64));
         }
-        std::printf(" %7.1f", (cpuTime() - begin) / kPart);
+        std::printf(" %7.1f", (cpuTime() - begin) / part);
     }
-    std::printf(" us of CPU each, by quarters; %zu bytes kept each; %d of %d told\n",
-                (mallinfo2().uordblks - memory) / kContacts, told, kContacts);
+    std::printf(" us of CPU each, by quarters; %zu bytes kept each; %d of %d told; at most %ld KiB resident\n",
+                (mallinfo2().uordblks - memory) / static_cast<std::size_t>(contacts), told, contacts, peakMemory());
 }
 
 }  // namespace
 
-int main() {
+int main(int count, char** arguments) {
+    const int contacts = count > 1 ? std::stoi(arguments[1]) : kUsualContacts;
     std::string name = (fs::temp_directory_path() / "picture-bench-XXXXXX").string();
     if (!mkdtemp(name.data())) return 1;
     fs::current_path(name);
     {
-        torture::Client client({.contacts = kContacts});
+        torture::Client client({.contacts = contacts});
         client.host.directory = utow(name + "/");
         const auto settings = client.host.settings.begin()->second;
         const std::u16string base = protolink::moduleBaseName(platform::modulePath());
         client.host.settings[client.host.directory + base + u".config"] = settings;
         client.logIn();
         const std::string base64 = lutBase64Encode(std::string(kBytes, '\x5A'));
-        for (const Road& road : kRoads) measure(client, road, base64);
+        std::printf("%ld KiB resident with %d contacts\n", peakMemory(), contacts);
+        for (const Road& road : kRoads) measure(client, contacts, road, base64);
     }
     fs::current_path("/");
     fs::remove_all(name);
