@@ -50,6 +50,14 @@ TEST_F(ContactPicturesTest, EachPresenceNamesItAndItIsReadOnce) {
     EXPECT_EQ(take(), QStringList(changed("bob@example.org", kContent)));
 }
 
+TEST_F(ContactPicturesTest, WhatIsNoPictureIsNotReadWithEachPresence) {
+    const QString path = cached(named(kContent), kContent);
+    announce(u"bob@example.org", path);
+    reader->answer({});
+    announce(u"bob@example.org", path);
+    EXPECT_TRUE(reader->waiting.empty());
+}
+
 TEST_F(ContactPicturesTest, TwoWithOnePictureHaveItReadOnce) {
     const QString path = cached(named(kContent), kContent);
     announce(u"bob@example.org", path);

@@ -179,6 +179,7 @@ TEST(Picture, NothingIsReadBeforeAllIsGivenUp) {
 }
 
 TEST(Confinement, NothingCanBeOpened) {
+    QFile::remove(QStringLiteral("probe-was-here"));
     QProcess probe;
     probe.start(QStringLiteral(CONFINED_PROBE), QStringList());
     ASSERT_TRUE(probe.waitForFinished(-1));
