@@ -50,6 +50,8 @@ void AccountParts::endTransfers() {
     sessionManager.end();
 }
 
+void AccountParts::closeWindows() { pages.close(); }
+
 void AccountParts::forgetSession() { login.sessionAsked = false; }
 
 void AccountParts::onStateReset() {

@@ -6,6 +6,7 @@
 
 #include <memory>
 
+#include "assembly/account_pages.h"
 #include "assembly/entries.h"
 #include "assembly/shared_parts.h"
 #include "dialogs/dialog_account.h"
@@ -128,6 +129,7 @@ public:
     CSessionManager sessionManager{client, output, dispatcher, contacts, downloadTick};
     FileChoice fileChoice{client, sessionManager};
     DialogAccount dialogAccount{client, dispatcher, output};
+    AccountPages pages{client, roster, shared->windows, shared->avatars};
 
 private:
     // What the account's frame asks for.
@@ -141,6 +143,7 @@ private:
     void rosterSave() override;
     void stopDownloads() override;
     void endTransfers() override;
+    void closeWindows() override;
 
     // What the stream tells.
     void forgetSession() override;

@@ -73,7 +73,7 @@ const AccountEntries& accountEntries() {
         .statusMenu = entry<&A::statusMenu, &StatusMenu::onStatusMenu>,
         .statusWindow = entry<&A::statusMenu, &StatusMenu::onStatusWindow>,
         .statusResult = entry<&A::statusMenu, &StatusMenu::onStatusResult>,
-        .optionsPage = notServed,
+        .optionsPage = entry<&A::pages, &AccountPages::onOptionsPage>,
         .propertiesPage = notServed,
         .socketEvent = entry<&A::socketEvents, &SocketEvents::onSocketEvent>,
         .keepaliveTick = entry<&A::keepalive, &Keepalive::onTimer>,

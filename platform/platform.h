@@ -59,6 +59,10 @@ bool replaceFile(const std::u16string& path, std::string_view content);
 /// already stays, and a failure shows when a file in it cannot be opened.
 void createFolder(const std::u16string& path);
 
+/// Deletes every file in a folder; the folder stays, as does a folder in it. `path` may end in the separator. True when
+/// no file is left, so also where there is no such folder.
+bool emptyFolder(const std::u16string& path);
+
 /// Minutes to add to local standard time to reach UTC; daylight saving plays no part.
 std::int32_t timeZoneBias();
 

@@ -1,11 +1,13 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
 
-// The settings of one account: one table with the key, the kind and the default of each.
+// The settings of one account: one table with the key, the kind, the default and the options page's control of each.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
+#include <variant>
 
 #include "host/services/settings_store.h"
 #include "platform/platform.h"
@@ -13,62 +15,99 @@
 
 namespace protolink {
 
+// A setting without a control is none of the user's: the plugin keeps it for itself, or nobody changes it.
 struct NumberSetting {
     const char16_t* key;
     std::int32_t fallback;
+    std::uint32_t control = 0;
 };
+
+/// A number that is the place of an item in a drop-down.
+struct ChoiceSetting : NumberSetting {};
 
 struct SwitchSetting {
     const char16_t* key;
     bool fallback;
+    std::uint32_t control = 0;
 };
 
 struct TextSetting {
     const char16_t* key;
     const char16_t* fallback;
+    std::uint32_t control = 0;
 };
 
 namespace setting {
 
 inline constexpr TextSetting kUuid{u"protoUUID", u""};
-inline constexpr TextSetting kUser{u"XMPP/User", u""};
-inline constexpr TextSetting kPassword{u"XMPP/Pass", u""};
+inline constexpr TextSetting kUser{u"XMPP/User", u"", 7000};
+inline constexpr TextSetting kPassword{u"XMPP/Pass", u"", 7001};
 
 inline constexpr NumberSetting kDescriptionProtected{u"desc/Protect", 0};
 inline constexpr TextSetting kDescription{u"desc/String", u""};
-inline constexpr NumberSetting kPriority{u"XMPP/Priority", 0};
-inline constexpr NumberSetting kAuthType{u"XMPP/AuthType", 0};
-inline constexpr SwitchSetting kMessageAsChat{u"XMPP/MessageAsChat", false};
+inline constexpr NumberSetting kPriority{u"XMPP/Priority", 0, 6024};
+inline constexpr ChoiceSetting kAuthType{{u"XMPP/AuthType", 0, 7030}};
+inline constexpr SwitchSetting kMessageAsChat{u"XMPP/MessageAsChat", false, 6017};
 
 /// Where received files go; the host replaces what stands between per cent signs.
 inline constexpr TextSetting kReceivedFiles{u"XMPP/SI/Path", platform::kPathSeparator == u'/'
                                                                  ? u"%documents%/Odebrane Pliki/%from%/"
                                                                  : u"%documents%\\Odebrane Pliki\\%from%\\"};
 
-inline constexpr SwitchSetting kMail{u"XMPP/GMail", true};
-inline constexpr SwitchSetting kKeepMailNotice{u"XMPP/GMailLeave", false};
-inline constexpr SwitchSetting kTune{u"XMPP/XEP-118", true};
-inline constexpr SwitchSetting kMood{u"XMPP/XEP-107", true};
+inline constexpr SwitchSetting kMail{u"XMPP/GMail", true, 6015};
+inline constexpr SwitchSetting kKeepMailNotice{u"XMPP/GMailLeave", false, 6018};
+inline constexpr SwitchSetting kTune{u"XMPP/XEP-118", true, 6019};
+inline constexpr SwitchSetting kMood{u"XMPP/XEP-107", true, 6023};
 inline constexpr SwitchSetting kLocation{u"XMPP/XEP-080", true};
 
 inline constexpr TextSetting kAvatarHash{u"AV/Hash", u""};
-inline constexpr SwitchSetting kAvatars{u"XMPP/Avatar/Enable", true};
-inline constexpr SwitchSetting kSendAvatar{u"XMPP/Avatar/SendEnable", true};
+inline constexpr SwitchSetting kAvatars{u"XMPP/Avatar/Enable", true, 7012};
+inline constexpr SwitchSetting kSendAvatar{u"XMPP/Avatar/SendEnable", true, 6007};
 
-inline constexpr SwitchSetting kOwnServer{u"XMPP/Serv/Enable", false};
-inline constexpr TextSetting kServer{u"XMPP/Serv/Host", u""};
-inline constexpr SwitchSetting kTls{u"XMPP/Serv/SSL", true};
-inline constexpr SwitchSetting kTlsFromTheFirstByte{u"XMPP/Serv/SSL/Legacy", false};
-inline constexpr SwitchSetting kCompression{u"XMPP/Serv/Compress", true};
+inline constexpr SwitchSetting kOwnServer{u"XMPP/Serv/Enable", false, 7002};
+inline constexpr TextSetting kServer{u"XMPP/Serv/Host", u"", 7007};
+inline constexpr SwitchSetting kTls{u"XMPP/Serv/SSL", true, 6000};
+inline constexpr SwitchSetting kTlsFromTheFirstByte{u"XMPP/Serv/SSL/Legacy", false, 6013};
+inline constexpr SwitchSetting kCompression{u"XMPP/Serv/Compress", true, 6016};
 
-inline constexpr SwitchSetting kHostProxy{u"XMPP/Proxy/OKU", true};
-inline constexpr SwitchSetting kOwnProxy{u"XMPP/Proxy/Enable", false};
-inline constexpr TextSetting kProxyHost{u"XMPP/Proxy/Host", deployment::kProxyHost};
-inline constexpr TextSetting kProxyPort{u"XMPP/Proxy/Port", u"8080"};
-inline constexpr NumberSetting kProxyType{u"XMPP/Proxy/Type", 3};
-inline constexpr SwitchSetting kProxyLogin{u"XMPP/Proxy/Auth", false};
-inline constexpr TextSetting kProxyUser{u"XMPP/Proxy/User", u""};
-inline constexpr TextSetting kProxyPassword{u"XMPP/Proxy/Pass", u""};
+inline constexpr SwitchSetting kHostProxy{u"XMPP/Proxy/OKU", true, 6014};
+inline constexpr SwitchSetting kOwnProxy{u"XMPP/Proxy/Enable", false, 7004};
+inline constexpr TextSetting kProxyHost{u"XMPP/Proxy/Host", deployment::kProxyHost, 7003};
+inline constexpr TextSetting kProxyPort{u"XMPP/Proxy/Port", u"8080", 7008};
+inline constexpr ChoiceSetting kProxyType{{u"XMPP/Proxy/Type", 3, 7005}};
+inline constexpr SwitchSetting kProxyLogin{u"XMPP/Proxy/Auth", false, 7009};
+inline constexpr TextSetting kProxyUser{u"XMPP/Proxy/User", u"", 7010};
+inline constexpr TextSetting kProxyPassword{u"XMPP/Proxy/Pass", u"", 7011};
+
+using OnPage = std::variant<const ChoiceSetting*, const NumberSetting*, const SwitchSetting*, const TextSetting*>;
+
+/// What the user changes on the options page, in the order in which the page reads and stores it.
+inline constexpr std::array<OnPage, 24> kOnPage{
+    &kProxyType,
+    &kAuthType,
+    &kUser,
+    &kPassword,
+    &kProxyPort,
+    &kProxyHost,
+    &kProxyUser,
+    &kProxyPassword,
+    &kOwnProxy,
+    &kProxyLogin,
+    &kHostProxy,
+    &kAvatars,
+    &kSendAvatar,
+    &kServer,
+    &kOwnServer,
+    &kTls,
+    &kTlsFromTheFirstByte,
+    &kCompression,
+    &kMail,
+    &kKeepMailNotice,
+    &kMessageAsChat,
+    &kTune,
+    &kMood,
+    &kPriority,
+};
 
 }  // namespace setting
 
@@ -89,6 +128,7 @@ public:
         return store_.settingsGetString(setting.key, setting.fallback);
     }
     void set(const NumberSetting& setting, std::int32_t value) const { store_.setInt(setting.key, value); }
+    void set(const SwitchSetting& setting, bool value) const { store_.setInt(setting.key, value ? 1 : 0); }
     void set(const TextSetting& setting, const std::u16string& value) const { store_.setString(setting.key, value); }
 
 private:

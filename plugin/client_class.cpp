@@ -84,6 +84,7 @@ void CClientClass::registerEntries(const AccountEntries& entries) {
 
 void CClientClass::shutdown() {
     // Whatever fails here, nothing may stay registered: the host would call into a library that has gone.
+    tolerate([&] { session->closeWindows(); });
     tolerate([&] { session->rosterSave(); });
     tolerate([&] { settings.set(setting::kDescription, std::u16string(statusDescription)); });
     tolerate([&] { session->disconnect(true); });

@@ -47,6 +47,8 @@ public:
     virtual void rosterSave() = 0;
     /// Tells the threads of downloads to end, and waits for none.
     virtual void stopDownloads() = 0;
+    /// Closes the plugin's windows that are this account's.
+    virtual void closeWindows() = 0;
     /// Ends the file transfers, and what would still call back for one.
     virtual void endTransfers() = 0;
 };

@@ -30,4 +30,6 @@ bool AvatarCache::store(std::u16string_view hash, std::string_view content) cons
     return isPlainFileName(fileName(hash)) && platform::replaceFile(path(hash), content);
 }
 
+bool AvatarCache::clear() const { return platform::emptyFolder(folder_); }
+
 }  // namespace protolink

@@ -23,6 +23,8 @@ public:
     bool contains(std::u16string_view hash) const;
     /// Makes or replaces the hash's file as a whole. False when it cannot be opened or written.
     bool store(std::u16string_view hash, std::string_view content) const;
+    /// Deletes the pictures of all accounts. False when one is left.
+    bool clear() const;
 
     /// Hashes that somebody was asked for. One stays until all are forgotten, whether its picture came or not.
     std::set<std::u16string, std::less<>> inFlight;

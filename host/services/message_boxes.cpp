@@ -15,6 +15,11 @@ bool MessageBoxes::ask(const std::u16string& text, const std::u16string& title, 
     return call(text, title, BoxStyle::Question, owner) == OKU_BUTTON_YES;
 }
 
+bool MessageBoxes::askUnlessNo(const std::u16string& text, const std::u16string& title, OKU_WORD owner) const {
+    const OKU_WORD answer = call(text, title, BoxStyle::Question, owner);
+    return answer != 0 && answer != OKU_BUTTON_NO;
+}
+
 OKU_WORD MessageBoxes::call(const std::u16string& text, const std::u16string& title, BoxStyle style,
                             OKU_WORD owner) const {
     auto record = makeRecord<OKU_MESSAGE_BOX>();

@@ -21,6 +21,8 @@ public:
     void show(const std::u16string& text, const std::u16string& title, BoxStyle style, OKU_WORD owner = 0) const;
     /// Asks a question and waits for the answer. True for yes; a host that cannot ask says no.
     bool ask(const std::u16string& text, const std::u16string& title, OKU_WORD owner = 0) const;
+    /// The same for a question that only a no stops. A host that cannot ask says no here, too.
+    bool askUnlessNo(const std::u16string& text, const std::u16string& title, OKU_WORD owner = 0) const;
 
 private:
     OKU_WORD call(const std::u16string& text, const std::u16string& title, BoxStyle style, OKU_WORD owner) const;

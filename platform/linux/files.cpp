@@ -147,4 +147,19 @@ void createFolder(const std::u16string& path) {
     if (const std::optional<std::string> name = systemPath(path)) mkdir(name->c_str(), kNewFolderMode);
 }
 
+bool emptyFolder(const std::u16string& path) {
+    const std::optional<std::string> name = systemPath(path);
+    if (!name) return false;
+    const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir(name->c_str()), &closedir);
+    if (!folder) return errno == ENOENT;
+    bool empty = true;
+    errno = 0;
+    while (const dirent* entry = readdir(folder.get())) {
+        // A link to a folder is a file here: the link goes, and what it leads to stays.
+        if (unlinkat(dirfd(folder.get()), entry->d_name, 0) != 0 && errno != EISDIR && errno != ENOENT) empty = false;
+        errno = 0;
+    }
+    return empty && errno == 0;
+}
+
 }  // namespace platform

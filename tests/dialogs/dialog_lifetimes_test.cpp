@@ -87,6 +87,35 @@ constexpr char kCommand[] =
     "the user closes window 6003\n"
     "menu XMPP/InternalBrowser\n";
 
+constexpr char kOptions[] =
+    "log in as alice@example.org/home\n"
+    "options page show\n"
+    "the user unchecks 6014\n"
+    "the user checks 7004\n"
+    "host answers UI/MessageBox = 6\n"
+    "the user presses 7013\n"
+    "host answers UI/MessageBox = 6\n"
+    "event of window 9 kind=1 control=7006\n"
+    "options page hide\n"
+    "options page show\n"
+    "options page apply\n"
+    "options page destroy\n"
+    "options page show\n";
+
+/// What is done, and how windows go meanwhile.
+struct Story {
+    const char* name;
+    const char* text;
+    std::vector<const char*> ends;
+};
+const std::vector<const char*> kEndsOfTheBrowser = {"unload", "event of window 6003 kind=9",
+                                                    "event of window 6004 kind=9", "dropped"};
+const Story kStories[] = {
+    {"OfARegistration", kRegistration, kEndsOfTheBrowser},
+    {"OfACommand", kCommand, kEndsOfTheBrowser},
+    {"OfOptions", kOptions, {"unload", "options page destroy", "event of window 9 kind=9"}},
+};
+
 harness::Outcome drive(const std::string& text, std::optional<std::size_t> failingCall = std::nullopt) {
     const auto transcript = harness::FoldBook(PROTOLINK_FOLDS).readText("windows", text);
     harness::PlayMode mode;
@@ -95,45 +124,45 @@ harness::Outcome drive(const std::string& text, std::optional<std::size_t> faili
     return harness::play(kExports, transcript, mode);
 }
 
-/// What happens from the browser's opening on, each thing once.
+/// What happens from the first window's opening on, each thing once.
 std::vector<std::string> eventsOf(const harness::Outcome& whole) {
     std::vector<std::string> events;
     std::set<std::string> seen;
     bool open = false;
     for (const auto& entry : whole.journal) {
         if (entry.text == "unload") break;
-        open = open || harness::startsWith(entry.text, "opens window 6003");
+        open = open || harness::startsWith(entry.text, "opens window ");
         if (open && !entry.isStimulus && seen.insert(entry.text).second) events.push_back(entry.text);
     }
     return events;
 }
 
-class Windows : public testing::TestWithParam<const char*> {};
+class Windows : public testing::TestWithParam<Story> {};
 
 TEST_P(Windows, GoAtEveryStep) {
-    const auto whole = drive(GetParam());
+    const auto whole = drive(GetParam().text);
     ASSERT_TRUE(whole.passed) << whole.report;
     const auto events = eventsOf(whole);
     ASSERT_GT(events.size(), 40u);
     for (const std::string& event : events) {
-        for (const char* end : {"unload", "event of window 6003 kind=9", "event of window 6004 kind=9", "dropped"}) {
-            const auto outcome = drive("when " + harness::quoted(event) + " then " + end + "\n" + GetParam());
+        for (const char* end : GetParam().ends) {
+            const auto outcome = drive("when " + harness::quoted(event) + " then " + end + "\n" + GetParam().text);
             ASSERT_TRUE(outcome.passed) << end << " inside " << event << "\n" << outcome.report;
         }
     }
 }
 
 TEST_P(Windows, LiveWithAHostThatFailsAtEachCall) {
-    const auto whole = drive(GetParam(), 1'000'000);
+    const auto whole = drive(GetParam().text, 1'000'000);
     ASSERT_TRUE(whole.passed) << whole.report;
     ASSERT_GT(whole.calls, 120u);
     for (std::size_t call = 0; call < whole.calls; ++call) {
-        const auto outcome = drive(GetParam(), call);
+        const auto outcome = drive(GetParam().text, call);
         ASSERT_TRUE(outcome.passed) << "call " << call << "\n" << outcome.report;
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(, Windows, testing::Values(kRegistration, kCommand),
-                         [](const auto& row) { return row.index == 0 ? "OfARegistration" : "OfACommand"; });
+INSTANTIATE_TEST_SUITE_P(, Windows, testing::ValuesIn(kStories),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace

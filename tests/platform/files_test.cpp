@@ -112,6 +112,33 @@ TEST(CreateFolder, FailsWithoutAWord) {
     EXPECT_EQ(folder.count(), 1u);
 }
 
+TEST(EmptyFolder, DeletesEveryFileAndNothingElse) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "full");
+    std::filesystem::create_directory(folder / "full/inner");
+    folder.write("full/a", "x");
+    folder.write("full/.hidden", "x");
+    folder.write("full/inner/b", "x");
+    folder.write("c", "x");
+    std::filesystem::create_symlink(folder / "full/inner", folder / "full/link");
+    EXPECT_TRUE(platform::emptyFolder(folder.wide("full") + u"/"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "full/a"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "full/.hidden"));
+    EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(folder / "full/link")));
+    EXPECT_EQ(folder.read("full/inner/b"), "x");
+    EXPECT_EQ(folder.read("c"), "x");
+    EXPECT_TRUE(platform::emptyFolder(folder.wide("full"))) << "nothing is left in it";
+}
+
+TEST(EmptyFolder, TellsWhetherAFileIsLeft) {
+    const TemporaryFolder folder;
+    EXPECT_TRUE(platform::emptyFolder(folder.wide("absent") + u"/"));
+    folder.write("file", "x");
+    EXPECT_FALSE(platform::emptyFolder(folder.wide("file"))) << "it is no folder";
+    EXPECT_FALSE(platform::emptyFolder(folder.wide("new") + u"\0"s));
+    EXPECT_EQ(folder.read("file"), "x");
+}
+
 TEST(ReplaceFile, MakesANewFileForItsOwnerAlone) {
     const TemporaryFolder folder;
     EXPECT_TRUE(platform::replaceFile(folder.wide("file"), "a\0b"s));

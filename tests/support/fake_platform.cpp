@@ -211,6 +211,19 @@ void createFolder(const std::u16string& path) {
     if (world().folders.insert(name).second) harness::tell("makes folder", name, "");
 }
 
+bool emptyFolder(const std::u16string& path) {
+    const auto folder = harness::toUtf8(path);
+    harness::tell("empties", folder, "");
+    bool empty = true;
+    for (auto file = world().files.lower_bound(folder); file != world().files.end();) {
+        if (!harness::startsWith(file->first, folder)) break;
+        const bool stays = world().unwritable.count(file->first) != 0;
+        if (stays) empty = false;
+        file = stays ? std::next(file) : world().files.erase(file);
+    }
+    return empty;
+}
+
 std::int32_t timeZoneBias() { return world().timeZoneBias; }
 std::u16string operatingSystem() { return harness::toUtf16(world().operatingSystem); }
 

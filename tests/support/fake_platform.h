@@ -68,8 +68,8 @@ struct FakeWorld {
     std::vector<std::shared_ptr<FakeDownload>> downloads;  // in the order of their beginning
 
     /// Told of each file that is made ("makes") or replaced ("writes"), of each new folder ("makes folder"),
-    /// and of each address that is fetched
-    /// ("downloads") or given up ("gives up").
+    /// of each whose files are deleted ("empties"), and of each address that is fetched ("downloads") or given up
+    /// ("gives up").
     std::function<void(const std::string& verb, const std::string& path, const std::string& content)> onFile;
     /// Told of each icon that is destroyed.
     std::function<void(std::uint64_t icon)> onIconDestroyed;

@@ -119,6 +119,7 @@ OKU_WORD open(RecordingHost& host, OKU_WORD param, OKU_WORD extra) {
     for (const auto& field : fields) line.fields.push_back(field);
     const auto parent = host.dialogs.all.find(window.parent);
     if (parent != host.dialogs.all.end()) line.field("parent", static_cast<long long>(parent->second.templateId));
+    if (host.pageParents.count(window.parent) != 0) line.fields.push_back({"parent", {"page", false}});
     const auto answer = host.scripted("UI/WindowOpen");
     host.plain(std::move(line));
     readControls(host, window, recordAt(param));

@@ -21,6 +21,7 @@ OKU_WORD statusWindow(RecordingHost& host, OKU_WORD param, OKU_WORD) {
 }
 
 OKU_WORD optionsPage(RecordingHost& host, OKU_WORD, OKU_WORD extra) {
+    host.optionPages[textAt(extra, 8)] = callbackAt(extra, 56, 64);
     poke(reinterpret_cast<void*>(extra), 40, host.pageIcon);
     return 0;
 }

@@ -3,6 +3,7 @@
 
 // What a user does in the plugin's own windows, and what they show.
 #include <algorithm>
+#include <map>
 
 #include "tests/support/phrases.h"
 #include "tests/support/text.h"
@@ -152,6 +153,29 @@ void anyEvent(Scene& scene, const Line& line, const std::string& rest) {
                                                 .number = scene.number(line, "number")}));
 }
 
+/// options page show; also hide, destroy, apply, ok, add, place, or a number; page=2 in another window of the host's;
+/// without=word, without=texts, null=1
+void pageEvent(Scene& scene, const Line& line, const std::string&) {
+    if (line.find("null")) return scene.result(line, scene.stage.optionsPageNull());
+    static const std::map<std::string, std::uint32_t> kEvents = {{"show", 1}, {"hide", 2}, {"destroy", 3}, {"apply", 4},
+                                                                 {"ok", 5},   {"add", 7},  {"place", 10}};
+    const auto named = kEvents.find(line.lastWord());
+    const auto missing = scene.field(line, "without");
+    scene.result(line, scene.stage.optionsPage({.event = named == kEvents.end() ? lastNumber(line) : named->second,
+                                                .page = scene.number(line, "page", 1),
+                                                .hasWord = missing != "word",
+                                                .hasTexts = missing != "texts"}));
+}
+
+/// the page is titled "title" "description"
+void pageTitled(Scene& scene, const Line& line, const std::string&) {
+    if (scene.mode.onlyDrive) return;
+    const auto& stage = scene.stage;
+    if (scene.textOf(line) != stage.pageTitle) scene.fail("the title is " + harness::quoted(stage.pageTitle));
+    if (scene.textOf(line, 1) != stage.pageDescription)
+        scene.fail("the description is " + harness::quoted(stage.pageDescription));
+}
+
 /// the host delivers: the oldest event that waits in its queue
 void delivers(Scene& scene, const Line& line, const std::string&) {
     auto& queue = scene.stage.host.dialogs.queue;
@@ -214,6 +238,8 @@ constexpr Phrase kPhrases[] = {
     {"the user sizes window ", sizes},
     {"event of window ", anyEvent},
     {"the host delivers", delivers},
+    {"options page ", pageEvent},
+    {"the page is titled ", pageTitled, Role::Player},
     {"the window shows ", windowShows, Role::Player},
     {"the control shows ", controlShows, Role::Player},
     {"no window is open", noWindow, Role::Player},

@@ -124,6 +124,7 @@ public:
     std::vector<std::pair<std::string, Callback>> hooks;
     std::map<std::uint32_t, Protocol> protocols;
     std::map<std::uint32_t, Callback> statusWindows;
+    std::map<std::string, Callback> optionPages;         // by id
     Callback popUp;                                      // the last one; its context is its user data
     std::map<OKU_WORD, TransferWindow> transferWindows;  // by handle
     std::map<OKU_WORD, Callback> droppedWindows;         // by number

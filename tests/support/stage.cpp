@@ -320,6 +320,28 @@ OKU_WORD Stage::dialogNull(OKU_WORD window) {
     return target.handler(0, 0, target.context);
 }
 
+OKU_WORD Stage::optionsPage(const PageInput& input) {
+    constexpr OKU_WORD kParent = 0x9A6E;
+    const auto page = required(host.optionPages, "XMPP/Options/" + std::to_string(account), "options page");
+    std::vector<char16_t> title(OKU_PAGE_TEXT_CAPACITY), description(OKU_PAGE_TEXT_CAPACITY);
+    auto record = sized<OKU_PAGE_EVENT>();
+    record.event = input.event;
+    record.page = input.hasWord ? &pageWords[input.page] : nullptr;
+    record.parent = kParent;
+    record.title = input.hasTexts ? title.data() : nullptr;
+    record.description = input.hasTexts ? description.data() : nullptr;
+    host.pageParents.insert(kParent);
+    const auto result = page(word(&record), 0);
+    if (std::count(title.begin(), title.end(), u'\0') == 0) host.complain("a page's title has no end");
+    pageTitle = copyText(title.data());
+    pageDescription = copyText(description.data());
+    return result;
+}
+
+OKU_WORD Stage::optionsPageNull() {
+    return required(host.optionPages, "XMPP/Options/" + std::to_string(account), "options page")(0, 0);
+}
+
 OKU_WORD Stage::tick(const std::string& timer, std::uint32_t kind) {
     auto found = host.timers.find(timer);
     if (found == host.timers.end()) throw NotThere("there is no timer " + timer);

@@ -32,7 +32,8 @@ public:
     ~Stage();
 
     RecordingHost host;
-    std::uint32_t account = 1;  // whom the calls below are about, by the host's number
+    std::map<long long, OKU_WORD> pageWords;  // what the host keeps for its pages
+    std::uint32_t account = 1;                // whom the calls below are about, by the host's number
 
     bool loaded() const { return loaded_; }
     OKU_WORD load();
@@ -95,6 +96,17 @@ public:
     };
     OKU_WORD dialogEvent(OKU_WORD window, const DialogInput& input);
     OKU_WORD dialogNull(OKU_WORD window);
+
+    /// An event of the account's options page. The host may show it in several of its windows at once.
+    struct PageInput {
+        std::uint32_t event = 0;
+        long long page = 1;
+        bool hasWord = true;
+        bool hasTexts = true;
+    };
+    OKU_WORD optionsPage(const PageInput& input);
+    OKU_WORD optionsPageNull();
+    std::string pageTitle, pageDescription;  // what the last event filled in
 
     // Time.
     /// Lets time pass; every timer that comes due ticks at its own moment.

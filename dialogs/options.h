@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+
+// The options page of one account.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "im/roster.h"
+#include "plugin/client_class.h"
+#include "profile/avatar_cache.h"
+#include "ui/options_dialog.h"
+
+namespace protolink {
+
+/// The controls are its only state: nothing is stored until the host asks for that.
+class CWndXMPPOptions final : public COptionsDialog {
+public:
+    /// What it is given outlives the page's window.
+    CWndXMPPOptions(WindowFactory& windows, CClientClass& client, const Roster& roster, const AvatarCache& avatars)
+        : COptionsDialog(windows), client_(client), roster_(roster), avatars_(avatars) {}
+
+    bool OptionsSave() override;
+
+private:
+    WindowLayout layout() override;
+    void prepare() override;
+    void OptionsLoad() override;
+    void OnCommand(std::uint32_t control) override;
+
+    void load(const ChoiceSetting& setting);
+    void load(const NumberSetting& setting);
+    void load(const SwitchSetting& setting);
+    void load(const TextSetting& setting);
+    /// What is to be stored, as the page shows it now.
+    using Store = std::function<void(const AccountSettings& settings)>;
+    Store shown(const ChoiceSetting& setting) const;
+    Store shown(const NumberSetting& setting) const;
+    Store shown(const SwitchSetting& setting) const;
+    Store shown(const TextSetting& setting) const;
+    std::u16string stateLine() const;
+
+    void applyProxyStates();
+    /// Enables what a switch that was clicked, or loaded, is for.
+    void applySwitch(std::uint32_t control);
+    void clearAvatars();
+    void copyHostProxy();
+
+    CClientClass& client_;
+    const Roster& roster_;
+    const AvatarCache& avatars_;
+};
+
+}  // namespace protolink
