@@ -10,8 +10,10 @@ namespace protolink {
 OKU_WORD AccountPages::onOptionsPage(OKU_WORD pageEvent) {
     const auto* event = readRecord<OKU_PAGE_EVENT>(pageEvent);
     if (!event) return 0;
-    return pages_.onEvent(*event, {client_.files.displayName, client_.jid.bare},
-                          [this] { return std::make_shared<CWndXMPPOptions>(windows_, client_, roster_, avatars_); });
+    const CClientClass& client = account_.client;
+    return pages_.onEvent(*event, {client.files.displayName, client.jid.bare}, [this] {
+        return std::make_shared<CWndXMPPOptions>(windows_, account_, connection_, roster_, avatars_);
+    });
 }
 
 }  // namespace protolink

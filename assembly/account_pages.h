@@ -4,10 +4,11 @@
 // The pages of an account in the windows of the host.
 #pragma once
 
+#include "dialogs/dialog_account.h"
 #include "host/oku/base.h"
 #include "im/roster.h"
-#include "plugin/client_class.h"
 #include "profile/avatar_cache.h"
+#include "stream/connection.h"
 #include "ui/host_pages.h"
 #include "ui/window_view.h"
 
@@ -15,8 +16,9 @@ namespace protolink {
 
 class AccountPages {
 public:
-    AccountPages(CClientClass& client, const Roster& roster, WindowFactory& windows, const AvatarCache& avatars)
-        : client_(client), roster_(roster), windows_(windows), avatars_(avatars) {}
+    AccountPages(DialogAccount& account, Connection& connection, const Roster& roster, WindowFactory& windows,
+                 const AvatarCache& avatars)
+        : account_(account), connection_(connection), roster_(roster), windows_(windows), avatars_(avatars) {}
 
     /// The host's callback for the options page, with an OKU_PAGE_EVENT. 1 when the event could not be done.
     OKU_WORD onOptionsPage(OKU_WORD pageEvent);
@@ -24,7 +26,8 @@ public:
     void close() { pages_.close(); }
 
 private:
-    CClientClass& client_;
+    DialogAccount& account_;
+    Connection& connection_;
     const Roster& roster_;
     WindowFactory& windows_;
     const AvatarCache& avatars_;

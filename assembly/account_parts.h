@@ -129,7 +129,7 @@ public:
     CSessionManager sessionManager{client, output, dispatcher, contacts, downloadTick};
     FileChoice fileChoice{client, sessionManager};
     DialogAccount dialogAccount{client, dispatcher, output};
-    AccountPages pages{client, roster, shared->windows, shared->avatars};
+    AccountPages pages{dialogAccount, connection, roster, shared->windows, shared->avatars};
 
 private:
     // What the account's frame asks for.

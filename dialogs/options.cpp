@@ -12,6 +12,7 @@
 #include "host/util/format.h"
 #include "host/util/numbers.h"
 #include "plugin/account_settings.h"
+#include "plugin/boundary.h"
 
 namespace protolink {
 
@@ -58,11 +59,34 @@ void CWndXMPPOptions::OnCommand(std::uint32_t control) {
             return applyProxyStates();
         case options::kClearAvatars:
             return clearAvatars();
+        case options::kNewAccount:
+            return openWizard(CWndNewJID::Use::NewAccount);
+        case options::kChangePassword:
+            return openWizard(CWndNewJID::Use::ChangePassword);
         case options::kCopyProxy:
             return copyHostProxy();
         default:
             return applySwitch(control);
     }
+}
+
+void CWndXMPPOptions::DestroyWindow() {
+    if (wizard_) wizard_->DestroyWindow();
+    COptionsDialog::DestroyWindow();
+}
+
+void CWndXMPPOptions::openWizard(CWndNewJID::Use use) {
+    if (wizard_ && wizard_->isOpen()) return;
+    // The one before may still be on the stack.
+    releaseAfterCall(std::exchange(wizard_, std::make_shared<CWndNewJID>(windows_, account_, connection_, use)));
+    wizard_->DoModal(handle(), [this, use](std::int32_t result) {
+        if (result == static_cast<std::int32_t>(kOkButton)) takeOver(use);
+    });
+}
+
+void CWndXMPPOptions::takeOver(CWndNewJID::Use use) {
+    view().setText(setting::kPassword.control, wizard_->password());
+    if (use == CWndNewJID::Use::NewAccount) view().setText(setting::kUser.control, wizard_->jid() + u"/oku");
 }
 
 void CWndXMPPOptions::OptionsLoad() {

@@ -6,11 +6,15 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 
+#include "dialogs/dialog_account.h"
+#include "dialogs/new_jid.h"
 #include "im/roster.h"
 #include "plugin/client_class.h"
 #include "profile/avatar_cache.h"
+#include "stream/connection.h"
 #include "ui/options_dialog.h"
 
 namespace protolink {
@@ -19,9 +23,17 @@ namespace protolink {
 class CWndXMPPOptions final : public COptionsDialog {
 public:
     /// What it is given outlives the page's window.
-    CWndXMPPOptions(WindowFactory& windows, CClientClass& client, const Roster& roster, const AvatarCache& avatars)
-        : COptionsDialog(windows), client_(client), roster_(roster), avatars_(avatars) {}
+    CWndXMPPOptions(WindowFactory& windows, DialogAccount& account, Connection& connection, const Roster& roster,
+                    const AvatarCache& avatars)
+        : COptionsDialog(windows),
+          windows_(windows),
+          account_(account),
+          client_(account.client),
+          connection_(connection),
+          roster_(roster),
+          avatars_(avatars) {}
 
+    void DestroyWindow() override;
     bool OptionsSave() override;
 
 private:
@@ -47,10 +59,16 @@ private:
     void applySwitch(std::uint32_t control);
     void clearAvatars();
     void copyHostProxy();
+    void openWizard(CWndNewJID::Use use);
+    void takeOver(CWndNewJID::Use use);
 
+    WindowFactory& windows_;
+    DialogAccount& account_;
     CClientClass& client_;
+    Connection& connection_;
     const Roster& roster_;
     const AvatarCache& avatars_;
+    std::shared_ptr<CWndNewJID> wizard_;  // the one that opened last; null before
 };
 
 }  // namespace protolink

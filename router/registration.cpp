@@ -8,13 +8,6 @@
 
 namespace protolink {
 
-namespace {
-
-/// The dialog that asked for the account waits for the reply under this id.
-constexpr char16_t kDialogId[] = u"dummy-reg-result";
-
-}  // namespace
-
 Routing Registration::begin(const xmlElement& features) {
     client_.log(LogLevel::Debug, tag::kGeneral, u"New account registration");
     if (!features.GetChildPtr(u"register", ns::kRegisterFeature)) {

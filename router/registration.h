@@ -14,6 +14,9 @@ namespace protolink {
 
 class Registration {
 public:
+    /// The dialog that asked for the account waits for the server's reply under this id.
+    static constexpr char16_t kDialogId[] = u"dummy-reg-result";
+
     Registration(CClientClass& client, Connection& connection, Reconnection& reconnection, Requests& requests)
         : client_(client), connection_(connection), reconnection_(reconnection), requests_(requests) {}
 

@@ -24,15 +24,16 @@ void fill(char16_t* buffer, const std::u16string& text) {
 OKU_WORD HostPages::onEvent(const OKU_PAGE_EVENT& event, const PageTexts& texts, const Make& make) {
     if (!event.page) return 0;
     if (event.event == OKU_PAGE_SHOW) return show(event, texts, make);
+    if (event.event == OKU_PAGE_DESTROY) {
+        drop(std::exchange(*event.page, 0));
+        return 0;
+    }
     // Whatever the page calls may drop it.
     const std::shared_ptr<COptionsDialog> page = find(*event.page);
     if (!page) return 0;
     switch (event.event) {
         case OKU_PAGE_HIDE:
             page->ShowWindow(false);
-            return 0;
-        case OKU_PAGE_DESTROY:
-            drop(std::exchange(*event.page, 0));
             return 0;
         case OKU_PAGE_APPLY:
         case OKU_PAGE_OK:
@@ -50,14 +51,17 @@ OKU_WORD HostPages::show(const OKU_PAGE_EVENT& event, const PageTexts& texts, co
         return 0;
     }
     if (closed_) return 1;
+    // One whose opening did not come to its end.
+    drop(*event.page);
     const OKU_WORD word = ++last_;
     const std::shared_ptr<COptionsDialog> page = make();
     open_.emplace(word, page);
     *event.page = word;
-    if (page->CreateChild(event.parent)) return 0;
-    // No window opened, or it was closed again meanwhile, and then perhaps another one stands here.
+    if (page->CreateChild(event.parent) && find(word)) return 0;
+    // No window opened, or the page was dropped meanwhile, and then perhaps another one stands here.
     if (*event.page == word) *event.page = 0;
     drop(word);
+    page->DestroyWindow();
     return 1;
 }
 
@@ -78,7 +82,7 @@ void HostPages::drop(OKU_WORD word) {
 
 std::shared_ptr<COptionsDialog> HostPages::find(OKU_WORD word) const {
     const auto found = open_.find(word);
-    return found == open_.end() ? nullptr : found->second;
+    return found == open_.end() || !found->second->isOpen() ? nullptr : found->second;
 }
 
 }  // namespace protolink

@@ -34,6 +34,7 @@ public:
 private:
     OKU_WORD show(const OKU_PAGE_EVENT& event, const PageTexts& texts, const Make& make);
     void drop(OKU_WORD word);
+    /// Null when there is none, and while its window is not open.
     std::shared_ptr<COptionsDialog> find(OKU_WORD word) const;
 
     std::map<OKU_WORD, std::shared_ptr<COptionsDialog>> open_;

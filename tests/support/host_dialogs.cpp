@@ -202,7 +202,7 @@ void change(RecordingHost& host, DialogControl& control, Line& line, std::uint32
             return tellNumber("checked");
         case Selection:
             control.selection = number;
-            if (number >= static_cast<std::int64_t>(control.items.size())) host.complain("there is no such item");
+            if (number >= static_cast<std::int64_t>(control.items.size())) host.complainDead("there is no such item");
             return tellNumber("selection");
         case Enabled:
             control.enabled = number != 0;
