@@ -482,11 +482,11 @@ Trust this certificate on this account from now on?</translation>
     </message>
     <message>
         <source>okna wtyczki: lista, albo wejście do jednego (? mówi, co w nim można)</source>
-        <translation>the plugin's windows: a list, or into one of them (? tells what can be done there)</translation>
+        <translation>the plugin&apos;s windows: a list, or into one of them (? tells what can be done there)</translation>
     </message>
     <message>
         <source>strona opcji konta</source>
-        <translation>an account's page of options</translation>
+        <translation>an account&apos;s page of options</translation>
     </message>
     <message>
         <source>[KTO | new]</source>
@@ -494,11 +494,11 @@ Trust this certificate on this account from now on?</translation>
     </message>
     <message>
         <source>strona właściwości kontaktu, także nowego</source>
-        <translation>a contact's page of properties, also of a new one</translation>
+        <translation>a contact&apos;s page of properties, also of a new one</translation>
     </message>
     <message>
         <source>menu wtyczki: lista, albo wybór pozycji</source>
-        <translation>the plugin's menu: a list, or choose an item</translation>
+        <translation>the plugin&apos;s menu: a list, or choose an item</translation>
     </message>
 </context>
 <context>
