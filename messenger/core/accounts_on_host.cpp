@@ -92,6 +92,7 @@ public:
         return core_.accounts.with(account, [&](AccountEntry& entry) {
             if (QString fault = settingFault(name, value); !fault.isEmpty()) return fault;
             entry.settings->set(name, value);
+            core_.companion.reconsider();
             return writeSettings(entry);
         });
     }
@@ -118,6 +119,7 @@ private:
     /// Writes the settings of an account that was set up or changed, and tells of it.
     QString writeAccount(const AccountEntry& account) {
         if (QString reason = writeSettings(account); !reason.isEmpty()) return reason;
+        core_.companion.reconsider();
         emit accountChanged(account.jid());
         return {};
     }

@@ -62,6 +62,9 @@ HostCore::~HostCore() {
 void HostCore::connectParts() {
     connect(&settings, &SettingsService::noticed, this, [this](const QString& text) { emit noticed({}, text); });
     connect(&passwords, &Passwords::noticed, this, &HostCore::noticed);
+    connect(&companion, &TuneCompanion::noticed, this, &HostCore::noticed);
+    connect(&sessions, &Sessions::connectionChanged, &companion, &TuneCompanion::reconsider);
+    choices.beforeLeaving([this](const AccountEntry& account) { companion.takeBack(account); });
     connect(&news, &PersonalNews::refused, this, &HostCore::noticed);
     connect(&links, &LinkService::noticed, this, [this](const QString& text) { emit noticed({}, text); });
     connect(&boxes, &MessageBoxes::unanswered, this, [this](const MessageBox& box) {

@@ -28,6 +28,7 @@
 #include "messenger/core/dialogs/host_pages.h"
 #include "messenger/core/news/personal_news.h"
 #include "messenger/core/news/popups.h"
+#include "messenger/core/news/tune_companion.h"
 #include "messenger/core/options.h"
 #include "messenger/core/passwords/passwords.h"
 #include "messenger/core/plugin_reload.h"
@@ -122,6 +123,7 @@ public:
     FileChoosers choosers{services, accounts, queue, transfers};
     PersonalNews news{services, accounts, contacts, queue};
     Popups popups{services, queue, links};
+    TuneCompanion companion{accounts, news, options.players, options.alarms};
 
 signals:
     void noticed(const QString& account, const QString& text);

@@ -8,6 +8,7 @@
 #include "messenger/core/dialogs/dialogs_on_host.h"
 #include "messenger/core/host_core.h"
 #include "messenger/core/news/news_on_host.h"
+#include "messenger/core/news/players.h"
 #include "messenger/core/passwords/key_ring.h"
 #include "messenger/core/roster/roster_on_host.h"
 #include "messenger/core/talk/talk_on_host.h"
@@ -82,6 +83,7 @@ MessengerOptions installedOptions() {
     MessengerOptions options;
     options.modulePath = findModule(QCoreApplication::applicationDirPath());
     options.keyRing = systemKeyRing();
+    options.players = sessionPlayers();
     options.pictures = std::make_shared<PictureProcess>(findPictureProgram(QCoreApplication::applicationDirPath()));
     return options;
 }

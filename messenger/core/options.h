@@ -11,6 +11,7 @@
 namespace oku {
 
 class KeyRing;
+class Players;
 class PictureReader;
 namespace net {
 class Resolver;
@@ -28,6 +29,7 @@ struct MessengerOptions {
     SetAlarm alarms;          ///< what times the questions that hold the plugin; empty: the system's timers
     LinkOpener linkOpener;    ///< opens addresses; null: the system's program
     std::shared_ptr<net::Resolver> resolver;  ///< null: the system's
+    std::shared_ptr<Players> players;         ///< what plays in the session; null: nobody looks
     std::shared_ptr<KeyRing> keyRing;         ///< where passwords are kept; null: there is none
     std::shared_ptr<PictureReader> pictures;  ///< reads pictures; null: none is read
 };

@@ -999,6 +999,10 @@ Trust this certificate on this account from now on?</translation>
         <source>Miejsce nie ma takiego pola: %1</source>
         <translation>A location has no such field: %1</translation>
     </message>
+    <message>
+        <source>W tej sesji nie widać odtwarzaczy: nie ma szyny D-Bus.</source>
+        <translation>No players can be seen in this session: it has no D-Bus.</translation>
+    </message>
 </context>
 <context>
     <name>Options</name>
@@ -1341,6 +1345,10 @@ Commands inside the program: /help. All of it: man oku-terminal
     <message>
         <source>1: pytaj też o pliki od nieznajomych</source>
         <translation>1: ask about files of strangers too</translation>
+    </message>
+    <message>
+        <source>1: pokazuj kontaktom, co gra odtwarzacz</source>
+        <translation>1: show the contacts what the player plays</translation>
     </message>
 </context>
 <context>

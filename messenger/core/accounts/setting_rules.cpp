@@ -45,6 +45,7 @@ constexpr Rule kRules[] = {
     {"XMPP/XEP-107"},
     {"desc/Protect"},
     {"OKU/SendTyping"},
+    {"OKU/PublishTune"},
     {"OKU/PasswordInFile"},
     {"OKU/AllowClearText"},
     {"OKU/FilesOfStrangers"},

@@ -25,6 +25,7 @@ void StatusChoices::choose(AccountEntry& account, StatusChoice choice) {
         if (choice.status != Status::offline && account.loggingIn()) {
             kept_.insert_or_assign(account.key, choice);
         } else {
+            if (choice.status == Status::offline && beforeLeaving_) beforeLeaving_(account);
             choice.give();
         }
     });

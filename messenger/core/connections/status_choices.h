@@ -33,6 +33,8 @@ public:
     void choose(AccountEntry& account, StatusChoice choice);
     /// Tells the plugin at once; a call into it, so only from the queue or from a call of its own.
     void give(const AccountEntry& account, Status status, const QString& description);
+    /// From now on `act` is called before an account is taken offline, from the queue: a last word to the server.
+    void beforeLeaving(std::function<void(const AccountEntry&)> act) { beforeLeaving_ = std::move(act); }
     /// The choice that waits for the end of this account's login; null when none does.
     [[nodiscard]] const StatusChoice* kept(const QString& key) const;
     /// The account's login is complete: what waits is given.
@@ -42,6 +44,7 @@ private:
     ServiceRegistry& services_;
     PluginQueue& queue_;
     SocketBridge& sockets_;
+    std::function<void(const AccountEntry&)> beforeLeaving_;
     std::map<QString, StatusChoice> kept_;  ///< by the accounts' keys
 };
 

@@ -70,6 +70,11 @@ QString PersonalNews::publish(AccountEntry& account, const Tune& tune) {
     });
 }
 
+void PersonalNews::takeBackTune(const AccountEntry& account) const {
+    const auto record = makeRecord<OKU_PEP_TUNE_DATA>();
+    call(account, OKU_PEP_TUNE, wordOf(&record));
+}
+
 QString PersonalNews::publish(AccountEntry& account, const Mood& mood) {
     if (mood.name.isEmpty() ? !mood.isEmpty() : !moodNames().contains(mood.name)) {
         return QCoreApplication::translate("News", "Nie ma takiego nastroju: %1").arg(mood.name);

@@ -35,6 +35,8 @@ public:
     QString publish(AccountEntry& account, const Tune& tune);
     QString publish(AccountEntry& account, const Mood& mood);
     QString publish(AccountEntry& account, const Location& location);
+    /// Takes back the tune of an account that is about to leave. A call into the plugin: only from the queue.
+    void takeBackTune(const AccountEntry& account) const;
 
 signals:
     /// `from` is a contact's bare JID, or the account's own.

@@ -45,6 +45,7 @@ constexpr std::array kSettings = std::to_array<SettingRow>({
     {"desc/Protect", true, QT_TRANSLATE_NOOP("SettingKeys", "1: opis nie zmienia się ze statusem")},
     {"OKU/SendTyping", true, QT_TRANSLATE_NOOP("SettingKeys", "0: nie wysyłaj powiadomień o pisaniu")},
     {"OKU/TellPictures", true, QT_TRANSLATE_NOOP("SettingKeys", "1: mów o nowych obrazkach kontaktów")},
+    {"OKU/PublishTune", true, QT_TRANSLATE_NOOP("SettingKeys", "1: pokazuj kontaktom, co gra odtwarzacz")},
     {"OKU/PasswordInFile", true,
      QT_TRANSLATE_NOOP("SettingKeys", "hasło w pliku konta, gdy nie ma pęku kluczy: 1 tak, 0 nie")},
     {"OKU/AllowClearText", true, QT_TRANSLATE_NOOP("SettingKeys", "1: połączenie bez szyfrowania dozwolone")},

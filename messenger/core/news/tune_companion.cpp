@@ -1,0 +1,85 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+#include "messenger/core/news/tune_companion.h"
+
+#include <algorithm>
+#include <QCoreApplication>
+#include <utility>
+
+#include "messenger/core/accounts/accounts.h"
+#include "messenger/core/news/personal_news.h"
+#include "messenger/core/values/setting_keys.h"
+
+namespace oku {
+namespace {
+
+constexpr int kRest = 5000;  // milliseconds
+
+}  // namespace
+
+TuneCompanion::TuneCompanion(Accounts& accounts, PersonalNews& news, std::shared_ptr<Players> players, SetAlarm alarms,
+                             QObject* parent)
+    : QObject(parent),
+      accounts_(accounts),
+      news_(news),
+      players_(std::move(players)),
+      alarms_(alarms ? std::move(alarms) : SetAlarm(&systemAlarm)) {
+    if (players_) connect(players_.get(), &Players::changed, this, &TuneCompanion::reconsider);
+}
+
+bool TuneCompanion::isWanted(const AccountEntry& account) {
+    return account.registered && account.settings->number(QString::fromUtf16(setting::publishTune), 0) == 1;
+}
+
+void TuneCompanion::reconsider() {
+    lookForPlayers();
+    const bool resting = resting_;
+    for (const auto& account : accounts_.all()) {
+        if (!account->ready()) {
+            told_.erase(account->key);
+            refused_.remove(account->key);
+        } else if (!resting) {
+            publish(*account);
+        }
+    }
+}
+
+void TuneCompanion::lookForPlayers() {
+    const auto& all = accounts_.all();
+    const bool wanted = std::any_of(all.begin(), all.end(), [](const auto& account) { return isWanted(*account); });
+    if (wanted == std::exchange(looking_, wanted)) return;
+    if ((!players_ || !players_->watch(wanted)) && wanted) {
+        emit noticed({}, QCoreApplication::translate("News", "W tej sesji nie widać odtwarzaczy: nie ma szyny D-Bus."));
+    }
+}
+
+void TuneCompanion::publish(AccountEntry& account) {
+    const Tune tune = isWanted(account) && players_ ? players_->playing() : Tune();
+    Tune& told = told_[account.key];
+    if (tune == told || refused_.contains(account.key)) return;
+    told = tune;
+    const QString reason = news_.publish(account, tune);
+    if (reason.isEmpty()) {
+        rest();
+        return;
+    }
+    refused_.insert(account.key);
+    emit noticed(account.jid(), reason);
+}
+
+void TuneCompanion::rest() {
+    if (std::exchange(resting_, true)) return;
+    alarm_ = alarms_(kRest, [this] {
+        resting_ = false;
+        // It rings just now.
+        if (alarm_) alarm_.release()->deleteLater();
+        reconsider();
+    });
+}
+
+void TuneCompanion::takeBack(const AccountEntry& account) {
+    const auto told = told_.extract(account.key);
+    if (told && !told.mapped().isEmpty() && account.loggedIn()) news_.takeBackTune(account);
+}
+
+}  // namespace oku
