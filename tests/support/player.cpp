@@ -202,8 +202,7 @@ bool Player::sentMatches(const Event& event, const std::string& text, std::strin
 void Player::expect(const std::string& text) {
     const auto waiting = std::string(kWaitingHead) + " \"" + std::string(kWaitingText);
     if (scene_.mode.pieces != PlayMode::Pieces::AsGiven && startsWith(text, waiting)) return;
-    if (!scene_.mode.realDirectory.empty() &&
-        (startsWith(text, "makes ") || startsWith(text, "writes ") || startsWith(text, "empties "))) {
+    if (!scene_.mode.realDirectory.empty() && (startsWith(text, "makes ") || startsWith(text, "writes "))) {
         return expectRealFile(parseLine(text));
     }
     if (scene_.events.empty()) scene_.fail("nothing more happened");
@@ -233,12 +232,6 @@ void Player::expect(const std::string& text) {
 
 /// On the real platform nobody tells of files: what stands on the disk is what counts.
 void Player::expectRealFile(const Line& line) {
-    if (line.head == "empties") {
-        std::error_code none;
-        std::filesystem::directory_iterator files(scene_.textOf(line), none);
-        if (files != std::filesystem::directory_iterator()) scene_.fail("the folder is not empty");
-        return;
-    }
     if (line.head == "makes folder") {
         if (!std::filesystem::is_directory(scene_.textOf(line))) scene_.fail("there is no such folder");
         return;
