@@ -38,7 +38,9 @@ HostCore::HostCore(MessengerOptions given, QObject* parent)
       history(profile.historyPath()),
       typing(services, accounts, queue, contacts, options.typingSeconds),
       sockets(services, accounts, queue, boxes, socketSettings(options), options.resolver),
-      sessions({accounts, queue, contacts, history, delivery, queries, watch, typing, sockets, choices}) {
+      sessions({accounts, queue, contacts, history, delivery, queries, watch, typing, sockets, choices}),
+      publisher({services, accounts, queue, transfers,
+                 [this](const AccountEntry& account) { return sockets.sockets().localAddress(account.socket); }}) {
     profile.provide(services);
     sockets.setProxyFile(profile.directory() + QStringLiteral("oku.config"));
     hooks.add(console);
@@ -85,6 +87,7 @@ void HostCore::connectParts() {
     connect(&offers, &FileOffers::noticed, this, &HostCore::noticed);
     connect(&offers, &FileOffers::pluginHeld, &sockets.sockets(), &net::SocketService::setPluginBusy);
     connect(&choosers, &FileChoosers::noticed, this, &HostCore::noticed);
+    connect(&publisher, &FilePublisher::noticed, this, &HostCore::noticed);
     connect(&sockets, &SocketBridge::progressed, this, [this](const QString& account, const QString& text) {
         log.write(2, QStringLiteral("NET"), account + QStringLiteral(": ") + text);
     });
@@ -180,6 +183,7 @@ void HostCore::dropPlugin() {
     transfers.dropPlugin();
     choosers.dropPlugin();
     popups.dropPlugin();
+    publisher.dropPlugin();
     contacts.dropPlugin();
     events.dropPlugin();
     services.dropPlugin();

@@ -44,6 +44,7 @@
 #include "messenger/core/talk/typing_notices.h"
 #include "messenger/core/transfers/file_choosers.h"
 #include "messenger/core/transfers/file_offers.h"
+#include "messenger/core/transfers/file_publisher.h"
 #include "messenger/core/transfers/transfer_windows.h"
 #include "messenger/core/windows/links.h"
 #include "messenger/core/windows/menu_model.h"
@@ -124,6 +125,7 @@ public:
     PersonalNews news{services, accounts, contacts, queue};
     Popups popups{services, queue, links};
     TuneCompanion companion{accounts, news, options.players, options.alarms};
+    FilePublisher publisher;
 
 signals:
     void noticed(const QString& account, const QString& text);

@@ -108,6 +108,11 @@ qsizetype SocketService::pieceLimit(const QString& name) const {
 
 bool SocketService::isCurrent(const ConnectionId& id) const { return connectionOf(id) != nullptr; }
 
+QHostAddress SocketService::localAddress(const QString& name) const {
+    const Socket* socket = find(name);
+    return socket && socket->connection ? socket->connection->localAddress() : QHostAddress();
+}
+
 bool SocketService::tlsStarted(const ConnectionId& id) const {
     const Connection* connection = connectionOf(id);
     return connection && connection->tlsStarted();

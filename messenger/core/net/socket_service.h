@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <QHostAddress>
 #include <QObject>
 #include <QSet>
 
@@ -54,6 +55,9 @@ public:
 
     /// False for an event of a connection that was replaced or destroyed meanwhile.
     bool isCurrent(const ConnectionId& id) const;
+
+    /// Of the computer itself on the connection; null without one.
+    QHostAddress localAddress(const QString& name) const;
 
     /// TLS was asked for on this connection. What it reported before that was read in clear, and must not reach the
     /// plugin any more.

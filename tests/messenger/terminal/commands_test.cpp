@@ -327,7 +327,7 @@ TEST_F(CommandsTest, ReadsAndWritesSettings) {
               " > XMPP/Priority           = -5  (the connection's priority, -128 to 127)\n"
               "XMPP/Serv/Host          = ::1:5222  (server:port to connect to)\n"
               "XMPP/Proxy/Pass         = ***  (the proxy's password)\n"
-              "… and 28 settings at their default: /get all, /get PART");
+              "… and 31 settings at their default: /get all, /get PART");
     EXPECT_EQ(QString::fromStdString(type("/get proxy")).count(u'\n'), 7);
     messenger.refusals["setSetting"] = "out of range";
     EXPECT_EQ(type("/set XMPP/Priority 5"), "setSetting|ala@localhost|XMPP/Priority|int|5 > out of range");

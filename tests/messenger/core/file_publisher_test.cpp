@@ -1,0 +1,208 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QUrl>
+
+#include "tests/messenger/core/transfer_stage.h"
+
+#include "messenger/core/values/setting_keys.h"
+
+namespace oku::test {
+namespace {
+
+class FilePublisherTest : public TransferStage {
+protected:
+    void SetUp() override {
+        TransferStage::SetUp();
+        file = folder("wysyłany.bin");
+        QDir().mkpath(folder());
+        QFile out(file);
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+        out.write("zawartość");
+    }
+    void set(const char16_t* key, const QVariant& value) { entry().settings->set(QString::fromUtf16(key), value); }
+    void allow() {
+        set(setting::publishFiles, 1);
+        set(setting::publishAddress, QStringLiteral("127.0.0.1"));
+    }
+    OKU_WORD sending() {
+        OKU_WORD window = 0;
+        inPlugin([&] {
+            core->transfers.expect(
+                {QStringLiteral("bob@example.org"), Direction::out, QStringLiteral("wysyłany.bin"), file, 10});
+            window = openWindow();
+        });
+        return window;
+    }
+    /// The plugin has a file published; gives its address.
+    QString prepare(const QString& published) {
+        auto result = makeRecord<OK7_PREPARE_RESULT>();
+        result.path = widePointer(published);
+        auto record = makeRecord<OK7_PREPARE_RECORD>();
+        record.result = &result;
+        record.stateData = record.progressData = wordOf(this);
+        record.stateCallback = [](OKU_WORD state, OKU_WORD, OKU_WORD context) -> OKU_WORD {
+            auto& self = *reinterpret_cast<FilePublisherTest*>(context);
+            EXPECT_TRUE(self.core->queue.busy());
+            EXPECT_FALSE(self.inside) << "not from inside the call";
+            self.trace.append(QStringLiteral("state %1").arg(state));
+            if (self.onState) self.onState(state);
+            return 0;
+        };
+        record.progressCallback = [](OKU_WORD position, OKU_WORD total, OKU_WORD context) -> OKU_WORD {
+            auto& self = *reinterpret_cast<FilePublisherTest*>(context);
+            EXPECT_TRUE(self.core->queue.busy());
+            self.trace.append(QStringLiteral("%1 of %2").arg(position).arg(total));
+            return 0;
+        };
+        inPlugin([&] {
+            inside = true;
+            call(u"OK7/PrepareFile", wordOf(&record));
+            inside = false;
+        });
+        return wideText(result.url);
+    }
+    bool enabled() {
+        bool result = false;
+        inPlugin([&] { result = call(u"OK7/IsEnabled") != 0; });
+        return result;
+    }
+    static QByteArray fetch(const QUrl& url) {
+        QTcpSocket socket;
+        socket.connectToHost(url.host(), static_cast<quint16>(url.port()));
+        socket.write("GET " + url.path().toLatin1() + " HTTP/1.1\r\n\r\n");
+        QByteArray all;
+        waitFor([&] {
+            all += socket.readAll();
+            return socket.state() == QTcpSocket::UnconnectedState;
+        });
+        return all.mid(all.indexOf("\r\n\r\n") + 4);
+    }
+
+    QString file;
+    QStringList trace;
+    bool inside = false;
+    std::function<void(OKU_WORD)> onState;
+};
+
+TEST_F(FilePublisherTest, PublishesNothingUnlessTheUserWantsIt) {
+    EXPECT_FALSE(enabled());
+    sending();
+    EXPECT_EQ(prepare(file), QString()) << "a receiver may ask for it all the same";
+    EXPECT_EQ(trace, QStringList{QStringLiteral("state 0")});
+    EXPECT_EQ(notices.size(), 1);
+}
+
+TEST_F(FilePublisherTest, PublishesAFileThatIsSent) {
+    allow();
+    EXPECT_TRUE(enabled());
+    const OKU_WORD window = sending();
+    const QUrl url(prepare(file));
+    EXPECT_EQ(url.scheme(), QStringLiteral("http"));
+    EXPECT_EQ(url.host(), QStringLiteral("127.0.0.1"));
+    EXPECT_EQ(url.path().size(), 33);
+    EXPECT_EQ(fetch(url), QByteArray("zawartość"));
+    ASSERT_TRUE(waitFor([&] { return trace.contains(QStringLiteral("state 1")); }));
+    EXPECT_EQ(trace.first(), QStringLiteral("state 2"));
+    EXPECT_EQ(trace.at(trace.size() - 2), QStringLiteral("11 of 11"));
+    EXPECT_EQ(trace.last(), QStringLiteral("state 1"));
+    drop(window);
+}
+
+TEST_F(FilePublisherTest, PublishesNothingElse) {
+    allow();
+    sending();
+    EXPECT_EQ(prepare(folder("inny.bin")), QString());
+    EXPECT_EQ(prepare(QStringLiteral("/etc/passwd")), QString());
+    EXPECT_EQ(trace, (QStringList{QStringLiteral("state 0"), QStringLiteral("state 0")}));
+}
+
+TEST_F(FilePublisherTest, NeedsAnAddress) {
+    set(setting::publishFiles, 1);
+    sending();
+    EXPECT_EQ(prepare(file), QString()) << "there is no connection, and no address was chosen";
+    set(setting::publishAddress, QStringLiteral("to nie adres"));
+    EXPECT_EQ(prepare(file), QString());
+}
+
+TEST_F(FilePublisherTest, TellsAnAddressThatLeadsHere) {
+    allow();
+    set(setting::publishAddress, QStringLiteral("192.0.2.7"));
+    sending();
+    const QUrl url(prepare(file));
+    EXPECT_EQ(url.host(), QStringLiteral("192.0.2.7"));
+    QUrl here = url;
+    here.setHost(QStringLiteral("127.0.0.1"));
+    EXPECT_EQ(fetch(here), QByteArray("zawartość"));
+}
+
+TEST_F(FilePublisherTest, ListensOnThePortThatWasChosen) {
+    QTcpServer probe;
+    ASSERT_TRUE(probe.listen(QHostAddress::LocalHost, 0));
+    const quint16 port = probe.serverPort();
+    allow();
+    set(setting::publishPort, port);
+    const OKU_WORD first = sending();
+    EXPECT_EQ(prepare(file), QString()) << "somebody else has it";
+    drop(first);
+    probe.close();
+    sending();
+    EXPECT_EQ(QUrl(prepare(file)).port(), port);
+}
+
+TEST_F(FilePublisherTest, StopsWithItsWindow) {
+    allow();
+    const OKU_WORD window = sending();
+    const QUrl url(prepare(file));
+    drop(window);
+    EXPECT_EQ(fetch(url), QByteArray());
+    EXPECT_TRUE(trace.isEmpty());
+}
+
+TEST_F(FilePublisherTest, StopsWhenThePluginDropsTheWindowFromItsCallback) {
+    allow();
+    const OKU_WORD window = sending();
+    onState = [&](OKU_WORD state) {
+        if (state == OK7_STATE_SENT) call(u"OKU/FTDropWindow", window);
+    };
+    EXPECT_EQ(fetch(QUrl(prepare(file))), QByteArray("zawartość"));
+    ASSERT_TRUE(waitFor([&] { return trace.contains(QStringLiteral("state 1")); }));
+    EXPECT_EQ(core->transfers.sending(entry(), file), 0);
+}
+
+TEST_F(FilePublisherTest, TellsOnlyTheNewestPositionWhileThePluginIsHeld) {
+    QFile big(file);
+    ASSERT_TRUE(big.resize(8 << 20));
+    allow();
+    sending();
+    const QUrl url(prepare(file));
+    QTimer::singleShot(0, face.get(), [&] {
+        EXPECT_EQ(fetch(url).size(), 8 << 20);
+        EXPECT_TRUE(trace.isEmpty());
+        face->answerOffer(face->openOffers().first().number, OfferReply::ignore);
+    });
+    inPlugin([&] { ask(QStringLiteral("inny.txt")); });
+    EXPECT_EQ(trace, (QStringList{QStringLiteral("state 2"), QStringLiteral("8388608 of 8388608"),
+                                  QStringLiteral("state 1")}));
+}
+
+TEST_F(FilePublisherTest, TellsAPluginThatHasGoneNothing) {
+    allow();
+    sending();
+    const QUrl url(prepare(file));
+    core->queue.post({}, [&] { core->unload(); });
+    EXPECT_EQ(fetch(url), QByteArray());
+    EXPECT_TRUE(trace.isEmpty());
+    core->queue.post({}, [&] { core->load(); });
+}
+
+TEST_F(FilePublisherTest, BearsNoRecord) {
+    inPlugin([&] { EXPECT_EQ(call(u"OK7/PrepareFile", 0), 0); });
+    auto record = makeRecord<OK7_PREPARE_RECORD>();
+    inPlugin([&] { EXPECT_EQ(call(u"OK7/PrepareFile", wordOf(&record)), 0); });
+    EXPECT_EQ(call(u"OK7/IsEnabled"), 0);
+}
+
+}  // namespace
+}  // namespace oku::test

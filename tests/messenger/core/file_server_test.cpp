@@ -1,0 +1,289 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+#include <QTcpSocket>
+#include <QTemporaryFile>
+
+#include "tests/messenger/core/stage.h"
+
+#include "messenger/core/transfers/file_server.h"
+
+namespace oku::test {
+namespace {
+
+constexpr int kNever = 600'000;  // milliseconds
+
+class FileServerTest : public testing::Test {
+protected:
+    void serve(ServerLimits limits = {}) {
+        server = std::make_unique<FileServer>(limits);
+        ASSERT_EQ(server->listen(QHostAddress::LocalHost, 0), QString());
+    }
+    QString publish(const QByteArray& content) {
+        file.open();
+        file.write(content);
+        file.flush();
+        return publishPath(file.fileName());
+    }
+    QString publishPath(const QString& path) {
+        Publication publication;
+        publication.path = path;
+        publication.begun = [this] { trace.append(QStringLiteral("begun")); };
+        publication.moved = [this](qint64 at, qint64 total) {
+            position = at;
+            EXPECT_LE(at, total);
+        };
+        publication.ended = [this](bool whole) {
+            trace.append(whole ? QStringLiteral("whole") : QStringLiteral("broken"));
+        };
+        return server->publish(std::move(publication));
+    }
+    std::unique_ptr<QTcpSocket> dial() const {
+        auto socket = std::make_unique<QTcpSocket>();
+        bool connected = false;  // and closed again perhaps
+        QObject::connect(socket.get(), &QTcpSocket::connected, socket.get(), [&] { connected = true; });
+        socket->connectToHost(QHostAddress::LocalHost, server->port());
+        EXPECT_TRUE(waitFor([&] { return connected; }));
+        socket->disconnect();
+        return socket;
+    }
+    /// What comes until the server closes.
+    static QByteArray allOf(QTcpSocket& socket) {
+        QByteArray all;
+        EXPECT_TRUE(waitFor([&] {
+            all += socket.readAll();
+            return socket.state() == QTcpSocket::UnconnectedState;
+        }));
+        return all + socket.readAll();
+    }
+    QByteArray answerTo(const QByteArray& request) const {
+        const auto socket = dial();
+        socket->write(request);
+        return allOf(*socket);
+    }
+    QByteArray get(const QString& name) const {
+        return answerTo("GET /" + name.toLatin1() + " HTTP/1.1\r\nHost: x\r\n\r\n");
+    }
+    static QByteArray firstLine(const QByteArray& answer) { return answer.left(answer.indexOf("\r\n")); }
+    static QByteArray bodyOf(const QByteArray& answer) { return answer.mid(answer.indexOf("\r\n\r\n") + 4); }
+    bool ended() const { return !trace.isEmpty() && trace.last() != QLatin1String("begun"); }
+
+    QTemporaryFile file;
+    QStringList trace;
+    qint64 position = -1;
+    std::unique_ptr<FileServer> server;
+};
+
+TEST_F(FileServerTest, GivesAFileOnce) {
+    serve();
+    const QByteArray content = QByteArray("zawartość\0\r\n\r\n", 15).repeated(50'000);
+    const QString name = publish(content);
+    EXPECT_EQ(name.size(), 32);
+    const QByteArray answer = get(name);
+    EXPECT_EQ(firstLine(answer), "HTTP/1.1 200 OK");
+    EXPECT_TRUE(answer.contains("\r\nContent-Length: " + QByteArray::number(content.size()) + "\r\n"));
+    EXPECT_TRUE(bodyOf(answer) == content);
+    EXPECT_EQ(trace, (QStringList{QStringLiteral("begun"), QStringLiteral("whole")}));
+    EXPECT_EQ(position, content.size());
+    EXPECT_EQ(firstLine(get(name)), "HTTP/1.1 409 Conflict");
+}
+
+TEST_F(FileServerTest, GivesAFileWithoutBytes) {
+    serve();
+    const QByteArray answer = get(publish({}));
+    EXPECT_TRUE(answer.contains("\r\nContent-Length: 0\r\n"));
+    EXPECT_EQ(bodyOf(answer), "");
+    EXPECT_EQ(trace, (QStringList{QStringLiteral("begun"), QStringLiteral("whole")}));
+    EXPECT_EQ(position, 0);
+}
+
+TEST_F(FileServerTest, TellsTheSizeWithoutGivingTheFile) {
+    serve();
+    const QString name = publish("abc");
+    const QByteArray answer = answerTo("HEAD /" + name.toLatin1() + " HTTP/1.0\r\n\r\n");
+    EXPECT_EQ(firstLine(answer), "HTTP/1.1 200 OK");
+    EXPECT_TRUE(answer.contains("\r\nContent-Length: 3\r\n"));
+    EXPECT_EQ(bodyOf(answer), "");
+    EXPECT_TRUE(trace.isEmpty());
+    EXPECT_EQ(bodyOf(get(name)), "abc") << "it is still there";
+}
+
+TEST_F(FileServerTest, AnswersNothingElse) {
+    serve();
+    const QByteArray name = publish("abc").toLatin1();
+    const auto status = [&](const QByteArray& request) { return firstLine(answerTo(request)).mid(9, 3); };
+    EXPECT_EQ(status("POST /" + name + " HTTP/1.1\r\n\r\n"), "405");
+    EXPECT_EQ(status("DELETE /" + name + " HTTP/1.1\r\n\r\n"), "405");
+    EXPECT_EQ(status("GET / HTTP/1.1\r\n\r\n"), "404");
+    EXPECT_EQ(status("GET /" + name + "?x HTTP/1.1\r\n\r\n"), "404");
+    EXPECT_EQ(status("GET /" + name.toUpper() + " HTTP/1.1\r\n\r\n"), "404");
+    EXPECT_EQ(status("GET " + name + " HTTP/1.1\r\n\r\n"), "404");
+    EXPECT_EQ(status("GET /../../etc/passwd HTTP/1.1\r\n\r\n"), "404");
+    EXPECT_EQ(status("GET /" + name + "\r\n\r\n"), "400");
+    EXPECT_EQ(status("GET  /" + name + " HTTP/1.1\r\n\r\n"), "400");
+    EXPECT_EQ(status("GET /" + name + " HTTP/2\r\n\r\n"), "400");
+    EXPECT_EQ(status(QByteArray("\x16\x03\x01\0\0\r\n\r\n", 9)), "400");
+    EXPECT_EQ(status("\r\n\r\n"), "400");
+    EXPECT_TRUE(trace.isEmpty());
+}
+
+TEST_F(FileServerTest, TakesARequestInPieces) {
+    serve();
+    const QByteArray request = "GET /" + publish("abc").toLatin1() + " HTTP/1.1\r\n\r\n";
+    const auto socket = dial();
+    for (const char one : request) {
+        socket->write(&one, 1);
+        socket->flush();
+        QCoreApplication::processEvents();
+    }
+    EXPECT_EQ(bodyOf(allOf(*socket)), "abc");
+}
+
+TEST_F(FileServerTest, NamesCannotBeGuessed) {
+    serve();
+    QSet<QString> names;
+    for (int number = 0; number < 100; ++number) names.insert(publishPath(QStringLiteral("/tmp/x")));
+    EXPECT_EQ(names.size(), 100);
+}
+
+TEST_F(FileServerTest, TakesNoEndlessRequest) {
+    serve();
+    const auto socket = dial();
+    socket->write(QByteArray("GET / HTTP/1.1\r\n") + QByteArray("X: y\r\n").repeated(2000));
+    EXPECT_EQ(firstLine(allOf(*socket)).mid(9, 3), "431");
+}
+
+TEST_F(FileServerTest, WaitsForNoRequestForEver) {
+    serve({.headerTime = 50});
+    const auto silent = dial();
+    EXPECT_EQ(allOf(*silent), "");
+}
+
+TEST_F(FileServerTest, WaitsForNoReaderForEver) {
+    serve({.idleTime = 50});
+    const QString name = publish({});
+    ASSERT_TRUE(file.resize(64 << 20));
+    const auto socket = dial();
+    socket->setReadBufferSize(1);
+    socket->write("GET /" + name.toLatin1() + " HTTP/1.1\r\n\r\n");
+    ASSERT_TRUE(waitFor([&] { return ended(); }));
+    EXPECT_EQ(trace.last(), QStringLiteral("broken"));
+    EXPECT_LT(position, 32 << 20) << "it reads no further than the connection takes";
+}
+
+TEST_F(FileServerTest, FollowsASlowReader) {
+    serve({.idleTime = kNever});
+    const QString name = publish({});
+    constexpr qint64 size = 24 << 20;
+    ASSERT_TRUE(file.resize(size));
+    const auto socket = dial();
+    socket->setReadBufferSize(4096);
+    socket->write("GET /" + name.toLatin1() + " HTTP/1.1\r\n\r\n");
+    ASSERT_TRUE(waitFor([&] { return position > 0 && socket->bytesAvailable() > 0; }));
+    EXPECT_FALSE(ended());
+    socket->setReadBufferSize(0);
+    EXPECT_EQ(bodyOf(allOf(*socket)).size(), size);
+    EXPECT_EQ(trace.last(), QStringLiteral("whole"));
+}
+
+TEST_F(FileServerTest, TellsWhenTheReaderGoes) {
+    serve();
+    const QString name = publish({});
+    ASSERT_TRUE(file.resize(64 << 20));
+    auto socket = dial();
+    socket->setReadBufferSize(1);
+    socket->write("GET /" + name.toLatin1() + " HTTP/1.1\r\n\r\n");
+    ASSERT_TRUE(waitFor([&] { return position > 0; }));
+    socket->abort();
+    ASSERT_TRUE(waitFor([&] { return ended(); }));
+    EXPECT_EQ(trace, (QStringList{QStringLiteral("begun"), QStringLiteral("broken")}));
+}
+
+TEST_F(FileServerTest, TellsOfAFileThatBecomesShorter) {
+    serve();
+    const QString name = publish({});
+    ASSERT_TRUE(file.resize(64 << 20));
+    const auto socket = dial();
+    socket->setReadBufferSize(1);
+    socket->write("GET /" + name.toLatin1() + " HTTP/1.1\r\n\r\n");
+    ASSERT_TRUE(waitFor([&] { return position > 0; }));
+    ASSERT_TRUE(file.resize(1));
+    socket->setReadBufferSize(0);
+    allOf(*socket);
+    ASSERT_TRUE(waitFor([&] { return ended(); }));
+    EXPECT_EQ(trace.last(), QStringLiteral("broken"));
+}
+
+TEST_F(FileServerTest, TellsOfAFileThatIsGone) {
+    serve();
+    EXPECT_EQ(firstLine(get(publishPath(QStringLiteral("/nothing/here")))).mid(9, 3), "404");
+    EXPECT_EQ(trace, QStringList{QStringLiteral("broken")});
+}
+
+TEST_F(FileServerTest, TakesALimitedNumberOfConnections) {
+    serve({.connections = 2, .headerTime = kNever});
+    const QString name = publish("abc");
+    auto first = dial();
+    auto second = dial();
+    EXPECT_EQ(get(name), "") << "the third is closed unheard";
+    first->abort();
+    second->abort();
+    ASSERT_TRUE(waitFor([&] { return bodyOf(get(name)) == "abc"; })) << "there is room again";
+}
+
+TEST_F(FileServerTest, CutsOffWhatIsWithdrawn) {
+    serve();
+    const QString name = publish({});
+    ASSERT_TRUE(file.resize(64 << 20));
+    const auto socket = dial();
+    socket->setReadBufferSize(1);
+    socket->write("GET /" + name.toLatin1() + " HTTP/1.1\r\n\r\n");
+    ASSERT_TRUE(waitFor([&] { return position > 0; }));
+    server->withdraw(name);
+    socket->setReadBufferSize(0);
+    EXPECT_LT(allOf(*socket).size(), 64 << 20);
+    EXPECT_EQ(trace, QStringList{QStringLiteral("begun")}) << "nobody hears of it any more";
+}
+
+TEST_F(FileServerTest, ListensWhileItHasAFile) {
+    serve();
+    const QString name = publish("abc");
+    const QString other = publish("abc");
+    server->withdraw(name);
+    EXPECT_TRUE(server->listening());
+    EXPECT_EQ(firstLine(get(name)).mid(9, 3), "404");
+    server->withdraw(other);
+    EXPECT_FALSE(server->listening());
+    EXPECT_EQ(server->listen(QHostAddress::LocalHost, 0), QString());
+    EXPECT_EQ(firstLine(get(publish("abc"))).mid(9, 3), "200");
+}
+
+TEST_F(FileServerTest, WhoHearsOfTheEndMayWithdraw) {
+    serve();
+    QString name;
+    Publication publication;
+    file.open();
+    file.write("abc");
+    file.flush();
+    publication.path = file.fileName();
+    publication.begun = [] {};
+    publication.moved = [](qint64, qint64) {};
+    publication.ended = [&](bool) { server->withdraw(name); };
+    name = server->publish(std::move(publication));
+    EXPECT_EQ(bodyOf(get(name)), "abc");
+    EXPECT_FALSE(server->listening());
+}
+
+TEST_F(FileServerTest, MayGoWhileSomebodyReads) {
+    serve();
+    const QString name = publish({});
+    ASSERT_TRUE(file.resize(64 << 20));
+    const auto socket = dial();
+    socket->write("GET /" + name.toLatin1() + " HTTP/1.1\r\n\r\n");
+    ASSERT_TRUE(waitFor([&] { return position > 0; }));
+    server.reset();
+    allOf(*socket);
+    EXPECT_EQ(trace, QStringList{QStringLiteral("begun")});
+}
+
+}  // namespace
+}  // namespace oku::test
