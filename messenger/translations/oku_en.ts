@@ -1350,6 +1350,18 @@ Commands inside the program: /help. All of it: man oku-terminal
         <source>1: pokazuj kontaktom, co gra odtwarzacz</source>
         <translation>1: show the contacts what the player plays</translation>
     </message>
+    <message>
+        <source>1: wysyłane pliki można pobrać z tego komputera</source>
+        <translation>1: files that are sent can be fetched from this computer</translation>
+    </message>
+    <message>
+        <source>adres, pod którym można je pobrać</source>
+        <translation>the address that they can be fetched from</translation>
+    </message>
+    <message>
+        <source>port, na którym można je pobrać; 0: dowolny</source>
+        <translation>the port that they can be fetched from; 0: any</translation>
+    </message>
 </context>
 <context>
     <name>Settings</name>
@@ -2352,6 +2364,14 @@ x  &lt;         close the window; leave it open and go</translation>
     <message>
         <source>Nie ma takiego pytania o plik.</source>
         <translation>There is no such question for a file.</translation>
+    </message>
+    <message>
+        <source>Odbiorca chciał pobrać plik z tego komputera, a to jest wyłączone.</source>
+        <translation>The receiver wanted to fetch the file from this computer, which is switched off.</translation>
+    </message>
+    <message>
+        <source>Pliku nie można udostępnić na tym adresie.</source>
+        <translation>The file cannot be published on this address.</translation>
     </message>
 </context>
 </TS>

@@ -3,19 +3,18 @@
 
 // Commands about files that are sent and received.
 #include <array>
-#include <QDir>
 
 #include "messenger/terminal/talk/command_families.h"
 #include "messenger/terminal/talk/session.h"
 #include "messenger/terminal/talk/transfer_wording.h"
+#include "messenger/terminal/talk/typed_path.h"
 #include "messenger/terminal/texts.h"
 
 namespace oku::terminal {
 namespace {
 
-QString wholePath(const Session& session, const QString& path) {
-    const bool home = path == QLatin1String("~") || path.startsWith(QLatin1String("~/"));
-    return QDir(session.options().startDirectory).absoluteFilePath(home ? QDir::homePath() + path.mid(1) : path);
+QString pathOf(const Session& session, const QString& typed) {
+    return wholePath(session.options().startDirectory, typed);
 }
 
 QString sendFile(Session& session, Arguments& arguments) {
@@ -30,7 +29,7 @@ QString sendFile(Session& session, Arguments& arguments) {
         path = arguments.rest();
     }
     if (peer.none()) return say(Text::Usage);
-    return session.messenger().transfers().sendFile(peer.account, peer.jid, wholePath(session, path));
+    return session.messenger().transfers().sendFile(peer.account, peer.jid, pathOf(session, path));
 }
 
 // Without a number the only one, or the oldest.
@@ -87,7 +86,7 @@ QString choose(Session& session, Arguments& arguments) {
     int number = 0;
     const QString reason = takeNumber(transfers.openFileQuestions(), arguments, Text::NoFileQuestion, number);
     if (!reason.isEmpty()) return reason;
-    return transfers.chooseFile(number, arguments.empty() ? QString() : wholePath(session, arguments.rest()));
+    return transfers.chooseFile(number, arguments.empty() ? QString() : pathOf(session, arguments.rest()));
 }
 
 using Kind = ArgumentKind;

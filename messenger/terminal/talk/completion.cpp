@@ -7,6 +7,7 @@
 #include "messenger/terminal/screen/wording.h"
 #include "messenger/terminal/talk/command_families.h"
 #include "messenger/terminal/talk/session.h"
+#include "messenger/terminal/talk/typed_path.h"
 
 namespace oku::terminal {
 namespace {
@@ -125,6 +126,22 @@ QStringList candidates(const Session& session, ArgumentKind kind, const QString&
     return found;
 }
 
+// Inside a folder one types on, so its quotes stay open.
+Completion matchingPaths(const Session& session, const QString& typed, qsizetype start) {
+    QString plain = typed;
+    plain.remove(u'"');
+    Completion completion{start, {}};
+    for (const QString& path : pathsFrom(session.options().startDirectory, plain)) {
+        QString written = quoted(path);
+        const bool folder = path.endsWith(u'/');
+        if (folder && written.endsWith(u'"')) written.chop(1);
+        completion.candidates.append(folder ? written : written + u' ');
+    }
+    return completion;
+}
+
+bool isPath(ArgumentKind kind) { return kind == ArgumentKind::File || kind == ArgumentKind::ContactOrFile; }
+
 }  // namespace
 
 Completion Commands::complete(const QString& text, qsizetype cursor) const {
@@ -144,7 +161,17 @@ Completion Commands::complete(const QString& text, qsizetype cursor) const {
     // Fields stand before their values, as many as are wanted.
     const bool first = words == 1 || (row->first == ArgumentKind::Field && words % 2 == 1);
     if (words > 2 && !first) return {};
-    return matching(candidates(session_, first ? row->first : row->second, typed), typed, start, Quotes::WhereNeeded);
+    const ArgumentKind kind = first ? row->first : row->second;
+    if (!isPath(kind)) return matching(candidates(session_, kind, typed), typed, start, Quotes::WhereNeeded);
+    // In a conversation the file alone is enough.
+    Completion completion;
+    if (kind == ArgumentKind::File || !session_.windows().partner().none())
+        completion = matchingPaths(session_, typed, start);
+    if (kind == ArgumentKind::ContactOrFile)
+        completion.candidates +=
+            matching(candidates(session_, ArgumentKind::Contact, typed), typed, start, Quotes::WhereNeeded).candidates;
+    completion.start = start;
+    return completion;
 }
 
 }  // namespace oku::terminal

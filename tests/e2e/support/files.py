@@ -42,10 +42,17 @@ class FilePeer(Peer):
             client["xep_0047"].auto_accept = True
             client.add_event_handler("si_request", self._accept)
             client.add_event_handler("ibb_stream_start", self._take)
+            client.add_filter("in", self._answered)
+        self._sets = 0
         self.call(register)
         self.features(IBB, SI, TRANSFER)
         self._names = {}  # of what is offered, by the stream's identifier
         self._own = set()  # the identifiers of what the peer sends
+
+    def _answered(self, stanza):
+        if stanza is not None and stanza.name == "iq" and stanza.xml.get("type") in ("result", "error"):
+            self.log.add({"event": "answer", "id": stanza.xml.get("id"), "type": stanza.xml.get("type")})
+        return stanza
 
     async def _accept(self, iq):
         self._names[iq["si"]["id"]] = iq["si"].xml.find(f"{{{TRANSFER}}}file").get("name")
@@ -62,6 +69,27 @@ class FilePeer(Peer):
         self._own.add(sid)
         self.call(lambda: self._client["xep_0096"].request_file_transfer(
             to, sid=sid, name=name, size=size, methods=[{"value": IBB, "label": "IBB"}], timeout=TIMEOUT))
+
+    def set(self, to, payload):
+        """Sends an iq of type set; gives the type of the answer, which may say no more than that."""
+        number = self.send_set(to, payload)
+        return self.wait("answer", id=number)["type"]
+
+    def send_set(self, to, payload):
+        """The same, without waiting for an answer; gives the id."""
+        self._sets += 1
+        number = f"set-{self._sets}"
+        self.raw(f"<iq type='set' id='{number}' to='{to}'>{payload}</iq>")
+        return number
+
+    def open(self, to, sid):
+        return self.set(to, f"<open xmlns='{IBB}' sid='{sid}' block-size='4096' stanza='iq'/>")
+
+    def block(self, to, sid, number, text):
+        return self.set(to, f"<data xmlns='{IBB}' sid='{sid}' seq='{number}'>{text}</data>")
+
+    def close(self, to, sid):
+        return self.set(to, f"<close xmlns='{IBB}' sid='{sid}'/>")
 
     def send(self, to, name, content, sid):
         """Offers a file and sends it once it is accepted."""

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 // Files that are offered, sent and received.
+#include <QTemporaryDir>
+
 #include "messenger/terminal/talk/transfer_wording.h"
 #include "tests/messenger/terminal/session_fixture.h"
 
@@ -135,6 +137,34 @@ TEST_F(SessionFilesTest, NamesAFileThatThePluginAsksFor) {
     EXPECT_EQ(type("/choose 2 a b.bin"), "chooseFile|2|/start/a b.bin");
     EXPECT_EQ(type("/choose 2"), "chooseFile|2|");
     EXPECT_EQ(type("/choose"), "chooseFile|2|");
+}
+
+TEST_F(SessionFilesTest, OffersContactsAndPaths) {
+    QTemporaryDir folder;
+    QDir(folder.path()).mkpath(QStringLiteral("dwa słowa/w środku"));
+    for (const char* name : {"olek.txt", "dwa słowa/plik", ".ukryty"}) {
+        QFile file(folder.filePath(QString::fromUtf8(name)));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    }
+    SessionOptions options;
+    options.startDirectory = folder.path();
+    session.reset();
+    session = std::make_unique<Session>(messenger, display, options);
+    session->start();
+    const auto offered = [&](const char* text) {
+        const QString line = QString::fromUtf8(text);
+        return session->complete(line, line.size()).candidates.join(u'|').toStdString();
+    };
+    EXPECT_EQ(offered("/file ole"), "Olek ");
+    EXPECT_EQ(offered("/file Olek "), "\"dwa słowa/|olek.txt ");
+    EXPECT_EQ(offered("/file Olek o"), "olek.txt ");
+    EXPECT_EQ(offered("/file Olek \"dwa słowa/"), "\"dwa słowa/plik\" |\"dwa słowa/w środku/");
+    EXPECT_EQ(offered("/file Olek .u"), ".ukryty ");
+    EXPECT_EQ(offered(("/file Olek " + folder.path() + "/o").toUtf8().constData()),
+              (folder.path() + "/olek.txt ").toStdString());
+    EXPECT_EQ(offered("/choose 2 o"), "olek.txt ");
+    type("/chat-with olek");
+    EXPECT_EQ(offered("/file ole"), "olek.txt |Olek ");
 }
 
 TEST_F(SessionFilesTest, WhatOthersChoseCannotDriveTheTerminal) {
