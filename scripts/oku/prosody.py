@@ -34,7 +34,7 @@ ssl = {{ certificate = "{certificate}", key = "{key}" }}
 log = {{ {{ levels = {{ min = "info" }}, to = "console" }} }}
 
 VirtualHost "{domain}"
-"""
+{more}"""
 
 # The server tells of its accounts only that they take personal events. Other servers tell it of themselves as well, and
 # programs have been written for those: this module of the tests' own does the same here.
@@ -58,12 +58,14 @@ class Prosody:
 
     store_delay = 0  # seconds until what it stores is on the disk
 
-    def __init__(self, home, certificate, accounts, domain="localhost", modules=MODULES, registration=False):
+    def __init__(self, home, certificate, accounts, domain="localhost", modules=MODULES, registration=False, more=""):
+        """`more` are lines of the configuration behind those of the domain."""
         self.home = pathlib.Path(home)
         self.domain = domain
         self.certificate, self.key = certificate
         self.modules = modules
         self.registration = registration
+        self.more = more
         self.port = self.tls_port = None
         self.child = None
         self._ports = ()
@@ -111,7 +113,7 @@ class Prosody:
         configuration.write_text(_CONFIGURATION.format(
             home=self.home, port=self.port, tls_port=self.tls_port, domain=self.domain,
             certificate=self.certificate, key=self.key, modules=", ".join(f'"{name}"' for name in self.modules),
-            registration=str(self.registration).lower()))
+            registration=str(self.registration).lower(), more=self.more))
         self.child = Child(["prosody", "--config", str(configuration), "-F"], self.home / "prosody.log",
                            on_line=self._on_line, on_end=lambda: self._report("it ended"),
                            stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL)

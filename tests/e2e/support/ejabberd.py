@@ -24,9 +24,11 @@ listen:
   - {{ port: {port}, ip: "127.0.0.1", module: ejabberd_c2s, max_stanza_size: 524288, access: c2s, starttls_required: true, zlib: true }}
 acl:
   local: {{ user_regexp: "" }}
+  admin: {{ user: "{admin}@{domain}" }}
 access_rules:
   c2s: {{ allow: all }}
   local: {{ allow: local }}
+  configure: {{ allow: admin }}
 shaper_rules:
   max_user_sessions: 10
 modules:
@@ -58,12 +60,13 @@ class Ejabberd:
     # Seconds until what it stores is on the disk: its database writes behind, and a crash takes back what it has said.
     store_delay = 5
 
-    def __init__(self, home, certificate, accounts, domain="localhost", modules=()):
-        """`modules` are those that a test needs besides the usual ones."""
+    def __init__(self, home, certificate, accounts, domain="localhost", modules=(), admin="nobody"):
+        """`modules` are those that a test needs besides the usual ones, `admin` is the user who may configure it."""
         self.home = pathlib.Path(home)
         self.domain = domain
         self.accounts = dict(accounts)
         self.modules = modules
+        self.admin = admin
         self.port = None
         self.child = None
         self._reserved = None
@@ -105,7 +108,8 @@ class Ejabberd:
         self._lines, self._ended, self._sessions = [], False, 0
         modules = "".join(f"  {name}: {{}}\n" for name in self.modules)
         (self.home / "ejabberd.yml").write_text(_CONFIGURATION.format(home=self.home, domain=self.domain,
-                                                                      port=self.port, modules=modules))
+                                                                      port=self.port, modules=modules,
+                                                                      admin=self.admin))
         # Erlang reads its arguments in whatever encoding the system has: plain ASCII arrives as it is.
         accounts = "[" + ",".join(f'{{"{_base64(user)}","{_base64(password)}"}}'
                                   for user, password in self.accounts.items()) + "]"
