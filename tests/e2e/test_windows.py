@@ -127,5 +127,47 @@ class OverEjabberd(Windows, Case):
                                                        admin="ala"), lambda server: None)
 
 
+class Pages(Case):
+    def setUp(self):
+        super().setUp()
+        self.terminal = self.messenger()
+        self.terminal.command("account", jid="ala@localhost", password="sekret", settings={"OKU/PasswordInFile": 1})
+
+    def options(self):
+        """The page, and by their names the controls of what the plugin has put into it."""
+        self.terminal.command("options")
+        page = self.terminal.wait("window", kind="page")
+        inside = self.terminal.wait("window", kind="child", parent=page["window"])
+        return page, inside, {control["name"] or control["text"]: control for control in inside["controls"]}
+
+    def setting(self, key):
+        return self.terminal.ask("get", "setting", key=key)["value"]
+
+    def test_options_are_saved_when_the_page_is_confirmed(self):
+        page, inside, controls = self.options()
+        window = inside["window"]
+        user = controls["Użytkownik (format: uzytkownik@serwer/zasób):"]["text"]
+        self.assertTrue(user.startswith("ala@localhost/"), user)
+        passwords = [one["text"] for one in inside["controls"] if one["kind"] == "password"]
+        self.assertEqual(passwords, ["***", ""], "a password is told to nobody")
+        compression = controls["Włącz obsługę kompresji"]
+        wanted = not compression["checked"]
+        self.terminal.command("window-check", window=window, control=compression["control"], checked=wanted)
+        priority = controls["Priorytet połączenia:"]["control"]
+        self.terminal.command("window-fill", window=window, control=priority, text="17")
+        self.terminal.command("page-ok", window=page["window"])
+        self.terminal.wait("window-closed", window=page["window"])
+        self.assertEqual((self.setting("XMPP/Priority"), self.setting("XMPP/Serv/Compress")), (17, int(wanted)))
+
+    def test_what_is_entered_in_a_page_that_is_closed_is_not_saved(self):
+        page, inside, controls = self.options()
+        priority = controls["Priorytet połączenia:"]["control"]
+        self.terminal.command("window-fill", window=inside["window"], control=priority, text="17")
+        self.terminal.command("window-close", window=page["window"])
+        self.terminal.wait("window-closed", window=page["window"])
+        self.assertNotEqual(self.setting("XMPP/Priority"), 17)
+        self.assertEqual(self.options()[2]["Priorytet połączenia:"]["text"], "0")
+
+
 if __name__ == "__main__":
     unittest.main()
