@@ -75,6 +75,11 @@ void HostCore::connectParts() {
                          .arg(box.seconds)
                          .arg(box.title));
     });
+    connect(&boxes, &MessageBoxes::refusedUnasked, this, [this] {
+        emit noticed({},
+                     QCoreApplication::translate(
+                         "HostCore", "Strony WWW pytają dalej; przez 2 minuty dostają bez pytania odpowiedź: nie."));
+    });
     connect(&history, &History::failed, this, [this](const QString& text) { emit noticed({}, text); });
     connect(&sessions, &Sessions::noticed, this, &HostCore::noticed);
     connect(&guards, &LineGuards::noticed, this, &HostCore::noticed);

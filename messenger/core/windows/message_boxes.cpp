@@ -28,6 +28,7 @@ BoxStyle styleOf(std::uint32_t style) {
 BoxButton defaultButton(BoxStyle style) { return style == BoxStyle::question ? BoxButton::no : BoxButton::ok; }
 
 constexpr int kWebSitePatience = 60;  // seconds
+constexpr int kWebSiteRest = 120;     // seconds
 
 /// The question of a web site (XEP-0070) is told by its title, which the plugin gives to no other box.
 bool isOfWebSite(const OKU_MESSAGE_BOX& record) {
@@ -92,12 +93,12 @@ OKU_WORD MessageBoxes::show(OKU_WORD param) {
     if (!record) return 0;
     const BoxStyle style = styleOf(record->style);
     BoxButton result = defaultButton(style);
-    if (closed_) return static_cast<OKU_WORD>(result);
+    const int seconds = isOfWebSite(*record) ? kWebSitePatience : 0;
+    if (closed_ || (seconds > 0 && refusesUnasked())) return static_cast<OKU_WORD>(result);
     QEventLoop loop;
     bool answered = false;
     if (held_++ == 0) emit pluginHeld(true);
     // The answer may come from a slot of opened(), before the loop runs.
-    const int seconds = isOfWebSite(*record) ? kWebSitePatience : 0;
     const MessageBox box{0, wideText(record->text), wideText(record->title), style, true, seconds};
     const int number = add(box, [&](BoxButton button) {
         result = button;
@@ -108,7 +109,22 @@ OKU_WORD MessageBoxes::show(OKU_WORD param) {
     if (!answered && seconds > 0) alarm = alarms_(seconds * 1000, [this, number] { giveUp(number); });
     if (!answered) loop.exec();
     if (--held_ == 0) emit pluginHeld(false);
+    if (seconds > 0 && result != BoxButton::yes) restFromWebSites();
     return static_cast<OKU_WORD>(result);
+}
+
+bool MessageBoxes::refusesUnasked() {
+    if (!rest_) return false;
+    if (!std::exchange(restTold_, true)) emit refusedUnasked();
+    return true;
+}
+
+void MessageBoxes::restFromWebSites() {
+    restTold_ = false;
+    rest_ = alarms_(kWebSiteRest * 1000, [this] {
+        // It rings just now.
+        if (rest_) rest_.release()->deleteLater();
+    });
 }
 
 }  // namespace oku

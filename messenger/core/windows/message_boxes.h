@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <QObject>
 
 #include "host/oku/base.h"
@@ -16,7 +17,9 @@ class ServiceRegistry;
 
 /// "UI/MessageBox", and the messenger's own questions, which are shown the same way. A box of the plugin holds the call
 /// that opened it on the stack until it is answered, with an event loop of its own. What a web site asks comes when
-/// somebody else wants it to, so nobody may be there: it is answered with no after 60 s.
+/// somebody else wants it to, so nobody may be there: it is answered with no after 60 s. As anybody's server may ask as
+/// often as it likes, who got a no is not asked again for 2 minutes: all that such a site asks meanwhile gets a no at
+/// once.
 class MessageBoxes : public QObject {
     Q_OBJECT
 
@@ -37,6 +40,8 @@ signals:
     void closed(int number);
     /// Its time was over, and it got its answer from here.
     void unanswered(const oku::MessageBox& box);
+    /// A web site asked again too early, and got a no. Told once for all that ask in these 2 minutes.
+    void refusedUnasked();
     /// The first box of the plugin was opened, or its last was answered: true while one holds the plugin.
     void pluginHeld(bool held);
 
@@ -49,12 +54,16 @@ private:
     OKU_WORD show(OKU_WORD param);
     int add(MessageBox box, std::function<void(BoxButton)> answer);
     void giveUp(int number);
+    bool refusesUnasked();
+    void restFromWebSites();
 
     SetAlarm alarms_;
     std::map<int, Open> boxes_;
     int lastNumber_ = 0;
     int held_ = 0;
     bool closed_ = false;
+    std::unique_ptr<QObject> rest_;  ///< while web sites are not asked about
+    bool restTold_ = false;
 };
 
 }  // namespace oku

@@ -64,7 +64,7 @@ TEST_F(WebSiteQuestion, SaysThatEverythingWaitsAndForHowLong) {
 TEST_F(WebSiteQuestion, IsAnsweredWithNoWhenNobodyDoes) {
     onOpened = [this](const MessageBox&) { letTimePass(); };
     EXPECT_EQ(box(u"Autoryzacja OpenID", OKU_BOX_QUESTION), OKU_BUTTON_NO);
-    EXPECT_EQ(times, QList<int>{60000});
+    EXPECT_EQ(times, (QList<int>{60000, 120000}));
     EXPECT_TRUE(core->boxes.open().isEmpty());
     ASSERT_EQ(notices.size(), 1);
     EXPECT_TRUE(notices[0].contains(QStringLiteral("Autoryzacja OpenID")));
@@ -79,6 +79,21 @@ TEST_F(WebSiteQuestion, AnAnswerInTimeCounts) {
     EXPECT_EQ(times, QList<int>{60000});
     for (const auto& ring : rings) ring();
     EXPECT_TRUE(notices.isEmpty()) << "a clock that rings too late changes nothing";
+}
+
+TEST_F(WebSiteQuestion, AfterANoTheNextOnesGetItUnaskedForAWhile) {
+    onOpened = [this](const MessageBox& one) { core->boxes.answer(one.number, BoxButton::no); };
+    for (int at = 0; at < 100; ++at) EXPECT_EQ(box(u"Autoryzacja OpenID", OKU_BOX_QUESTION), OKU_BUTTON_NO);
+    EXPECT_EQ(boxes.size(), 1) << "a flood holds the plugin once";
+    EXPECT_EQ(notices.size(), 1);
+    EXPECT_EQ(times, QList<int>{120000});
+    box(u"Rejestracja", OKU_BOX_QUESTION);
+    EXPECT_EQ(boxes.size(), 2) << "other questions are asked";
+    for (const auto& ring : std::exchange(rings, {})) ring();
+    onOpened = [this](const MessageBox& one) { core->boxes.answer(one.number, BoxButton::yes); };
+    for (int at = 0; at < 2; ++at) EXPECT_EQ(box(u"Autoryzacja OpenID", OKU_BOX_QUESTION), OKU_BUTTON_YES);
+    EXPECT_EQ(boxes.size(), 4);
+    EXPECT_EQ(notices.size(), 1);
 }
 
 TEST_F(WebSiteQuestion, OtherBoxesStayUntilThePersonAnswers) {
