@@ -15,6 +15,14 @@ namespace {
 
 constexpr int kRest = 5000;  // milliseconds
 
+/// Stands for what a server has after a connection was lost: perhaps the tune still, perhaps nothing. It differs from
+/// all that plays, as no player's tune has an address, and from silence.
+Tune leftBehind() {
+    Tune tune;
+    tune.uri = QStringLiteral("unknown");
+    return tune;
+}
+
 }  // namespace
 
 TuneCompanion::TuneCompanion(Accounts& accounts, PersonalNews& news, std::shared_ptr<Players> players, SetAlarm alarms,
@@ -36,7 +44,8 @@ void TuneCompanion::reconsider() {
     const bool resting = resting_;
     for (const auto& account : accounts_.all()) {
         if (!account->ready()) {
-            told_.erase(account->key);
+            const auto told = told_.find(account->key);
+            if (told != told_.end() && !told->second.isEmpty()) told->second = leftBehind();
             refused_.remove(account->key);
         } else if (!resting) {
             publish(*account);
@@ -64,6 +73,7 @@ void TuneCompanion::publish(AccountEntry& account) {
         return;
     }
     refused_.insert(account.key);
+    told_.erase(account.key);
     emit noticed(account.jid(), reason);
 }
 
@@ -78,8 +88,10 @@ void TuneCompanion::rest() {
 }
 
 void TuneCompanion::takeBack(const AccountEntry& account) {
-    const auto told = told_.extract(account.key);
-    if (told && !told.mapped().isEmpty() && account.loggedIn()) news_.takeBackTune(account);
+    const auto told = told_.find(account.key);
+    if (told == told_.end() || told->second.isEmpty() || !account.loggedIn()) return;
+    told_.erase(told);
+    news_.takeBackTune(account);
 }
 
 }  // namespace oku

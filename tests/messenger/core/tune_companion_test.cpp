@@ -68,6 +68,9 @@ protected:
         logIn();
         pass(1);
     }
+    void loseConnection() {
+        inPlugin([&] { account().flags = 0; });
+    }
     void letTimePass() {
         for (const auto& ring : std::exchange(rings, {})) ring();
     }
@@ -147,6 +150,30 @@ TEST_F(TuneCompanionTest, TakenBackBeforeTheAccountLeaves) {
     EXPECT_EQ(plugin().log[0], "tune") << "while there is a connection";
     core->choices.set(entry(), Status::offline, {});
     EXPECT_TRUE(heard().isEmpty()) << "once";
+}
+
+// The server keeps it, and shows it to all contacts.
+TEST_F(TuneCompanionTest, WhatALostConnectionLeftBehindIsTakenBackWithTheNextOne) {
+    begin();
+    players->play("Sen");
+    letTimePass();
+    heard();
+    loseConnection();
+    players->play("");
+    core->choices.set(entry(), Status::offline, {});
+    EXPECT_TRUE(heard().isEmpty()) << "there is no connection";
+    logIn();
+    ASSERT_TRUE(waitFor([this] { return !published.isEmpty(); }));
+    EXPECT_EQ(heard(), QStringList(QString()));
+    letTimePass();
+    EXPECT_TRUE(heard().isEmpty()) << "once";
+    players->play("Sen");
+    letTimePass();
+    heard();
+    loseConnection();
+    logIn();
+    ASSERT_TRUE(waitFor([this] { return !published.isEmpty(); }));
+    EXPECT_EQ(heard(), QStringList(QStringLiteral("Sen"))) << "it may have gone with the connection";
 }
 
 TEST_F(TuneCompanionTest, AnAccountThatPublishedNothingLeavesWithoutAWord) {
