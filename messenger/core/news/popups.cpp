@@ -60,8 +60,9 @@ OKU_WORD Popups::show(OKU_WORD param) {
                 wideText(record->key),
                 record->mode == OKU_NOTIFY_MODE_MAIL_KEPT,
                 record->callback != nullptr};
+    // The keys of tunes and moods are names that contacts chose, perhaps that of another kind of news.
     const auto older = std::find_if(open_.begin(), open_.end(), [&](const Open& one) {
-        return !popup.key.isEmpty() && one.popup.key == popup.key;
+        return !popup.key.isEmpty() && one.popup.key == popup.key && one.popup.kind == popup.kind;
     });
     if (older != open_.end()) close(older->popup.number);
     if (popup.opens) {

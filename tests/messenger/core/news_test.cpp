@@ -98,12 +98,12 @@ protected:
         published.append(line.join(u'|'));
     }
 
-    void popUp(const char16_t* text, const char16_t* key, bool clickable = true) {
+    void popUp(const char16_t* text, const char16_t* key, bool clickable = true, std::uint32_t kind = OKU_NOTIFY_MAIL) {
         auto record = makeRecord<OKU_NOTIFY>();
         record.title = u"Nowa poczta";
         record.text = text;
         record.key = key;
-        record.kind = OKU_NOTIFY_MAIL;
+        record.kind = kind;
         record.mode = key ? OKU_NOTIFY_MODE_MAIL_KEPT : OKU_NOTIFY_MODE_MAIL;
         record.user = wordOf(this);
         if (clickable) {
@@ -282,6 +282,13 @@ TEST_F(NewsTest, ANewerPopUpTakesThePlaceOfTheOneWithItsKey) {
     EXPECT_EQ(actions, QList<int>{OKU_NOTIFY_GONE});
     EXPECT_EQ(openPopups().size(), 4);
     EXPECT_TRUE(shown[1].stays);
+}
+
+TEST_F(NewsTest, ATuneOfTheSameKeyDoesNotTakeTheMailsPlace) {
+    popUp(u"poczta", u"GMAIL/1/XMPP");
+    popUp(u"utwór", u"GMAIL/1/XMPP", false, OKU_NOTIFY_TUNE);
+    EXPECT_TRUE(gone.isEmpty()) << "whoever publishes a tune chooses its key";
+    EXPECT_EQ(openPopups(), QList<int>{shown[0].number});
 }
 
 TEST_F(NewsTest, PopUpsHaveABound) {
