@@ -44,16 +44,29 @@ OKU_WORD ContactPictures::set(OKU_WORD param) {
     Known& known = known_[owner];
     if (known.source == source) return 1;
     known.source = source;
-    checked_.check(source.path, [this, owner, source](const CheckedPicture& picture) { take(owner, source, picture); });
+    check(owner, known);
     return 1;
+}
+
+void ContactPictures::check(const Owner& owner, Known& known) {
+    if (std::exchange(known.checking, true)) return;
+    checked_.check(known.source.path, [this, owner, source = known.source](const CheckedPicture& picture) {
+        take(owner, source, picture);
+    });
 }
 
 void ContactPictures::take(const Owner& owner, const Source& source, const CheckedPicture& picture) {
     const auto found = known_.find(owner);
-    // Meanwhile the contact may have gone, or have got another one.
-    const bool wanted = found != known_.end() && found->second.source == source;
+    if (found == known_.end()) return forgetUnused(picture);
+    found->second.checking = false;
+    // Meanwhile the contact may have got another one.
+    if (found->second.source != source) {
+        forgetUnused(picture);
+        check(owner, found->second);
+        return;
+    }
     // A file that is no picture takes nobody's away.
-    if (!wanted || picture.path.isEmpty() || found->second.picture.hash == picture.hash) {
+    if (picture.path.isEmpty() || found->second.picture.hash == picture.hash) {
         forgetUnused(picture);
         return;
     }

@@ -17,6 +17,8 @@ class ContactService;
 class ServiceRegistry;
 
 /// "OKU/CTL/SetAvatar": the pictures of the contacts on the lists. Those of others are not looked at.
+/// Of each contact one file waits to be read at most, and then the newest: who announces another all the time keeps
+/// nobody from theirs.
 class ContactPictures : public QObject {
     Q_OBJECT
 
@@ -42,9 +44,11 @@ private:
     struct Known {
         Source source;
         CheckedPicture picture;
+        bool checking = false;
     };
 
     OKU_WORD set(OKU_WORD param);
+    void check(const Owner& owner, Known& known);
     void take(const Owner& owner, const Source& source, const CheckedPicture& picture);
     void release(const CheckedPicture& picture);
     void forgetUnused(const CheckedPicture& picture);

@@ -51,10 +51,13 @@ private:
             if (reader_.isCharacters()) text += reader_.text();
             if (!reader_.isStartElement()) continue;
             const QString inner = path + u'/' + reader_.name().toString();
-            if (depth < kDeepest)
+            if (depth < kDeepest) {
                 element(first ? inner : path, depth + 1);
-            else
+            } else {
+                // What lies deeper is not read, but it is something.
                 reader_.skipCurrentElement();
+                text += u'\u2026';
+            }
         }
         if (!text.trimmed().isEmpty()) take(path, text, first);
     }

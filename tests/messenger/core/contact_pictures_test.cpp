@@ -84,6 +84,27 @@ TEST_F(ContactPicturesTest, OneIsReadAtATime) {
     EXPECT_EQ(reader->waiting.front().first, kOther);
 }
 
+TEST_F(ContactPicturesTest, WhoChangesItAllTheTimeKeepsNobodyFromTheirs) {
+    const QByteArray last("the last picture");
+    for (int i = 0; i < 100; ++i) {
+        announce(u"bob@example.org", cached(named(kContent), kContent));
+        announce(u"bob@example.org", cached(named(kOther), kOther));
+    }
+    announce(u"eve@example.org", cached(named(kPng), kPng));
+    announce(u"bob@example.org", cached(named(last), last));
+    ASSERT_EQ(reader->waiting.size(), 1U);
+    reader->answer(kPng);
+    ASSERT_EQ(reader->waiting.size(), 1U);
+    EXPECT_EQ(reader->waiting.front().first, kPng) << "her turn";
+    reader->answer(kPng);
+    ASSERT_EQ(reader->waiting.size(), 1U);
+    EXPECT_EQ(reader->waiting.front().first, last) << "those in between are not looked at";
+    reader->answer(kPng);
+    EXPECT_TRUE(reader->waiting.empty());
+    EXPECT_EQ(take(), (QStringList{changed("eve@example.org", kPng), changed("bob@example.org", last)}));
+    EXPECT_FALSE(QFile::exists(kept(kContent)));
+}
+
 TEST_F(ContactPicturesTest, WhatIsNoPictureLeavesTheOneBefore) {
     announce(u"bob@example.org", cached(named(kContent), kContent));
     reader->answer(kPng);
