@@ -691,6 +691,10 @@ Trust this certificate on this account from now on?</translation>
         <source>Nikt nie odpowiedział przez %1 s: %2. Odpowiedź: nie.</source>
         <translation>Nobody answered for %1 s: %2. The answer is no.</translation>
     </message>
+    <message>
+        <source>Strony WWW pytają dalej; przez 2 minuty dostają bez pytania odpowiedź: nie.</source>
+        <translation>Web sites go on asking; for 2 minutes they get a no without a question to you.</translation>
+    </message>
 </context>
 <context>
     <name>Links</name>
