@@ -59,8 +59,7 @@ OKU_WORD FilePublisher::prepare(OKU_WORD param) {
     published.stateData = record->stateData;
     published.progressCallback = record->progressCallback;
     published.progressData = record->progressData;
-    // Whoever receives may choose this way though it was not offered.
-    published.window = enabled(account) ? parts_.windows.sending(*account, published.path) : 0;
+    published.window = windowFor(account, published.path);
     const QString url = published.window == 0 ? QString() : open(*account, published);
     if (url.isEmpty() || url.size() >= OKU_OK7_URL_CAPACITY) {
         tellFailed(account, published);
@@ -71,22 +70,34 @@ OKU_WORD FilePublisher::prepare(OKU_WORD param) {
     return 1;
 }
 
+/// 0 for none. The plugin does not tell for which of its transfers it has a file published, and one file may be on its
+/// way to several people.
+int FilePublisher::windowFor(const AccountEntry* account, const QString& path) const {
+    // Whoever receives may choose this way though it was not offered.
+    if (!enabled(account)) return 0;
+    const QList<int> windows = parts_.windows.sending(*account, path);
+    const auto found =
+        std::find_if(windows.begin(), windows.end(), [this](int window) { return !published_.contains(window); });
+    return found == windows.end() ? 0 : *found;
+}
+
 QString FilePublisher::open(const AccountEntry& account, Published& published) {
     const QString wished = account.settings->text(QString::fromUtf16(setting::publishAddress));
     const auto port = static_cast<quint16>(
         std::clamp<qlonglong>(account.settings->number(QString::fromUtf16(setting::publishPort), 0), 0, 65535));
     const QHostAddress own = parts_.address(account);
     const QString host = wished.isEmpty() ? own.toString() : wished;
+    QUrl url;
+    url.setScheme(QStringLiteral("http"));
+    url.setHost(host, QUrl::StrictMode);
+    if (url.host().isEmpty()) return {};
     QHostAddress bound(host);
     FileServer& server = serverFor(host, port);
     QString reason = server.listen(bound.isNull() ? QHostAddress(QHostAddress::Any) : bound, port);
     // An address that leads here from elsewhere is none of this computer's.
     if (!reason.isEmpty() && !wished.isEmpty() && !bound.isNull()) reason = server.listen(QHostAddress::Any, port);
-    QUrl url;
-    url.setScheme(QStringLiteral("http"));
-    url.setHost(host, QUrl::StrictMode);
+    if (!reason.isEmpty()) return {};
     url.setPort(server.port());
-    if (!reason.isEmpty() || url.host().isEmpty()) return {};
     published.server = &server;
     published.name = server.publish(publicationOf(published));
     url.setPath(u'/' + published.name);

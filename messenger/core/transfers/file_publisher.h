@@ -46,6 +46,7 @@ private:
 
     [[nodiscard]] bool enabled(const AccountEntry* account) const;
     OKU_WORD prepare(OKU_WORD param);
+    [[nodiscard]] int windowFor(const AccountEntry* account, const QString& path) const;
     QString open(const AccountEntry& account, Published& published);
     Publication publicationOf(const Published& published);
     void tellState(int window, OKU_WORD state);

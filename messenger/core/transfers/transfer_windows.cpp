@@ -105,6 +105,7 @@ void TransferWindows::update(const WindowUpdate& update) {
     Window* const window = open(update.window);
     if (!window) return;
     Transfer& transfer = window->transfer;
+    lastWritten_ = transfer.number;
     const auto has = [&](std::uint32_t group) { return (update.mask & group) == group; };
     if (has(OKU_FT_TOTAL)) transfer.size = sizeOf(update.total);
     if (has(OKU_FT_CANCEL)) transfer.cancellable = update.cancellable;
@@ -175,13 +176,13 @@ std::optional<Transfer> TransferWindows::transfer(int number) const {
     return found == windows_.end() ? std::nullopt : std::optional(found->second.transfer);
 }
 
-int TransferWindows::sending(const AccountEntry& account, const QString& path) const {
-    const auto found = std::find_if(windows_.begin(), windows_.end(), [&](const auto& one) {
-        const Window& window = one.second;
+QList<int> TransferWindows::sending(const AccountEntry& account, const QString& path) const {
+    QList<int> list = numbers([&](const Window& window) {
         return window.key == account.key && window.transfer.direction == Direction::out &&
                !hasEnded(window.transfer.state) && window.transfer.path == path;
     });
-    return found == windows_.end() ? 0 : found->first;
+    if (list.removeOne(lastWritten_)) list.prepend(lastWritten_);
+    return list;
 }
 
 bool TransferWindows::cancel(int number) {

@@ -42,8 +42,9 @@ public:
 
     [[nodiscard]] QList<Transfer> transfers() const;
     [[nodiscard]] std::optional<Transfer> transfer(int number) const;
-    /// The account's transfer that sends this file and has not ended; 0 when there is none.
-    [[nodiscard]] int sending(const AccountEntry& account, const QString& path) const;
+    /// The account's transfers that send this file and have not ended. The one that the plugin wrote to last stands
+    /// first: it is the one that the plugin is busy with.
+    [[nodiscard]] QList<int> sending(const AccountEntry& account, const QString& path) const;
     /// Tells the plugin that the user cancels. False when there is nothing to cancel.
     bool cancel(int number);
     void dropPlugin();
@@ -81,6 +82,7 @@ private:
     std::map<int, Window> windows_;  ///< by their numbers, which are their handles
     std::optional<Expected> expected_;
     int lastNumber_ = 0;
+    int lastWritten_ = 0;
     QElapsedTimer clock_;
     QTimer telling_;
     WindowUpdates updates_;

@@ -26,17 +26,16 @@ protected:
         set(setting::publishFiles, 1);
         set(setting::publishAddress, QStringLiteral("127.0.0.1"));
     }
-    OKU_WORD sending() {
+    OKU_WORD sending(const char16_t* to = u"bob@example.org") {
         OKU_WORD window = 0;
         inPlugin([&] {
-            core->transfers.expect(
-                {QStringLiteral("bob@example.org"), Direction::out, QStringLiteral("wysyłany.bin"), file, 10});
-            window = openWindow();
+            core->transfers.expect({wideText(to), Direction::out, QStringLiteral("wysyłany.bin"), file, 10});
+            window = openWindow(to);
         });
         return window;
     }
-    /// The plugin has a file published; gives its address.
-    QString prepare(const QString& published) {
+    /// The plugin has a file published, after it wrote to the transfer's window; gives its address.
+    QString prepare(const QString& published, OKU_WORD window = 0) {
         auto result = makeRecord<OK7_PREPARE_RESULT>();
         result.path = widePointer(published);
         auto record = makeRecord<OK7_PREPARE_RECORD>();
@@ -58,6 +57,7 @@ protected:
         };
         inPlugin([&] {
             inside = true;
+            if (window != 0) writeStatus(window, u"Sesja przyjęta");
             call(u"OK7/PrepareFile", wordOf(&record));
             inside = false;
         });
@@ -110,6 +110,26 @@ TEST_F(FilePublisherTest, PublishesAFileThatIsSent) {
     drop(window);
 }
 
+TEST_F(FilePublisherTest, KnowsWhoseItIsWhereSeveralAreSentOneFile) {
+    allow();
+    const OKU_WORD bobs = sending();
+    const OKU_WORD carols = sending(u"carol@example.org");
+    const QUrl forCarol(prepare(file, carols));
+    const QUrl forBob(prepare(file, bobs));
+    drop(carols);
+    EXPECT_EQ(fetch(forCarol), QByteArray());
+    EXPECT_EQ(fetch(forBob), QByteArray("zawartość"));
+    ASSERT_TRUE(waitFor([&] { return trace.contains(QStringLiteral("state 1")); }));
+}
+
+TEST_F(FilePublisherTest, PublishesNothingTwiceForOneWindow) {
+    allow();
+    const OKU_WORD window = sending();
+    const QUrl url(prepare(file, window));
+    EXPECT_EQ(prepare(file, window), QString());
+    EXPECT_EQ(fetch(url), QByteArray("zawartość"));
+}
+
 TEST_F(FilePublisherTest, PublishesNothingElse) {
     allow();
     sending();
@@ -124,6 +144,18 @@ TEST_F(FilePublisherTest, NeedsAnAddress) {
     EXPECT_EQ(prepare(file), QString()) << "there is no connection, and no address was chosen";
     set(setting::publishAddress, QStringLiteral("to nie adres"));
     EXPECT_EQ(prepare(file), QString());
+}
+
+TEST_F(FilePublisherTest, ListensOnlyWhereItPublishesSomething) {
+    QTcpServer probe;
+    ASSERT_TRUE(probe.listen(QHostAddress::Any, 0));
+    const quint16 port = probe.serverPort();
+    probe.close();
+    set(setting::publishFiles, 1);
+    set(setting::publishPort, port);
+    sending();
+    EXPECT_EQ(prepare(file), QString()) << "there is no address";
+    EXPECT_TRUE(probe.listen(QHostAddress::Any, port));
 }
 
 TEST_F(FilePublisherTest, TellsAnAddressThatLeadsHere) {
@@ -168,7 +200,7 @@ TEST_F(FilePublisherTest, StopsWhenThePluginDropsTheWindowFromItsCallback) {
     };
     EXPECT_EQ(fetch(QUrl(prepare(file))), QByteArray("zawartość"));
     ASSERT_TRUE(waitFor([&] { return trace.contains(QStringLiteral("state 1")); }));
-    EXPECT_EQ(core->transfers.sending(entry(), file), 0);
+    EXPECT_TRUE(core->transfers.sending(entry(), file).isEmpty());
 }
 
 TEST_F(FilePublisherTest, TellsOnlyTheNewestPositionWhileThePluginIsHeld) {
