@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "messenger/core/transfers/file_fetch.h"
 
+#include <fcntl.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <algorithm>
 #include <QTcpSocket>
 #include <utility>
@@ -62,8 +65,7 @@ void FileFetch::takePath(const QByteArray& path, bool withContent) {
 }
 
 void FileFetch::begin(bool withContent) {
-    file_.setFileName(publication_->path);
-    if (!file_.open(QIODevice::ReadOnly)) {
+    if (!openFile()) {
         refuse("404 Not Found");
         if (withContent) finish(false);
         return;
@@ -83,6 +85,17 @@ void FileFetch::begin(bool withContent) {
     const std::shared_ptr<Publication> kept = publication_;
     kept->begun();
     if (state_ == State::sending) sendMore();
+}
+
+// What stands in the file's place by now may be a pipe, which would hold the thread until somebody writes to it.
+bool FileFetch::openFile() {
+    const int file = ::open(QFile::encodeName(publication_->path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (file < 0) return false;
+    struct stat found {};
+    const bool plain = ::fstat(file, &found) == 0 && S_ISREG(found.st_mode);
+    if (plain && file_.open(file, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) return true;
+    ::close(file);
+    return false;
 }
 
 void FileFetch::refuse(const char* status, const char* more) {

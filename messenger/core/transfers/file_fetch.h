@@ -31,6 +31,7 @@ private:
     void takeRequest(const QByteArray& line);
     void takePath(const QByteArray& path, bool withContent);
     void begin(bool withContent);
+    bool openFile();
     void refuse(const char* status, const char* more = "");
     void sendMore();
     void written(qint64 bytes);

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+#include <sys/stat.h>
 #include <QTcpSocket>
+#include <QTemporaryDir>
 #include <QTemporaryFile>
 
 #include "tests/messenger/core/stage.h"
@@ -217,6 +219,16 @@ TEST_F(FileServerTest, TellsOfAFileThatIsGone) {
     serve();
     EXPECT_EQ(firstLine(get(publishPath(QStringLiteral("/nothing/here")))).mid(9, 3), "404");
     EXPECT_EQ(trace, QStringList{QStringLiteral("broken")});
+}
+
+TEST_F(FileServerTest, WaitsForNoPipe) {
+    serve();
+    const QTemporaryDir folder;
+    const QString pipe = folder.filePath(QStringLiteral("pipe"));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), S_IRUSR | S_IWUSR), 0);
+    EXPECT_EQ(firstLine(get(publishPath(pipe))).mid(9, 3), "404");
+    EXPECT_EQ(firstLine(get(publishPath(folder.path()))).mid(9, 3), "404");
+    EXPECT_EQ(trace, (QStringList{QStringLiteral("broken"), QStringLiteral("broken")}));
 }
 
 TEST_F(FileServerTest, TakesALimitedNumberOfConnections) {
