@@ -2314,8 +2314,12 @@ x  &lt;         close the window; leave it open and go</translation>
         <translation>the file “%1” from %2</translation>
     </message>
     <message>
-        <source>Nikt nie odpowiedział, więc pominięto: %1</source>
-        <translation>Nobody answered, so this was ignored: %1</translation>
+        <source>Nikt nie odpowiedział, więc pominięto: %1. Pliki od nieznajomych są teraz pomijane bez pytania przez %2 minut.</source>
+        <translation>Nobody answered, so this was ignored: %1. Files from strangers are now ignored without asking for %2 minutes.</translation>
+    </message>
+    <message>
+        <source>Nikt nie odpowiedział, więc pominięto: %1. Pliki od tego nadawcy są teraz pomijane bez pytania przez %2 minut.</source>
+        <translation>Nobody answered, so this was ignored: %1. Files from this sender are now ignored without asking for %2 minutes.</translation>
     </message>
     <message>
         <source>Ścieżka folderu %1 jest za długa.</source>

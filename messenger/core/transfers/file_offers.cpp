@@ -24,6 +24,7 @@ namespace oku {
 namespace {
 
 constexpr int kPatience = 60;             // seconds
+constexpr int kPause = 10;                // minutes
 constexpr qsizetype kMostStrangers = 50;  // who are told of by name
 
 /// As an address is compared where something is trusted for it: wider folding would take letters of other alphabets for
@@ -82,12 +83,15 @@ OKU_WORD FileOffers::ask(OKU_WORD param) {
 OfferReply FileOffers::replyOf(const AccountEntry& account, const FileOffer& offer) {
     const bool known = parts_.contacts.list(account).has(offer.contact);
     const bool strangersToo = account.settings->number(QString::fromUtf16(setting::filesOfStrangers), 0) != 0;
-    if (known || strangersToo) return replyOfUser(offer);
-    tellStranger(offer);
-    return OfferReply::ignore;
+    if (!known && !strangersToo) {
+        tellStranger(offer);
+        return OfferReply::ignore;
+    }
+    const QString asker = known ? offer.contact : QString();
+    return pauses_.contains(asker) ? OfferReply::ignore : replyOfUser(offer, asker);
 }
 
-OfferReply FileOffers::replyOfUser(FileOffer offer) {
+OfferReply FileOffers::replyOfUser(FileOffer offer, const QString& asker) {
     offer.number = ++lastNumber_;
     const int number = offer.number;
     QEventLoop loop;
@@ -99,17 +103,34 @@ OfferReply FileOffers::replyOfUser(FileOffer offer) {
                                      answered = true;
                                      loop.quit();
                                  }});
-    const auto alarm = alarms_(kPatience * 1000, [this, number, offer] {
-        if (!answer(number, OfferReply::ignore)) return;
-        emit noticed(offer.account,
-                     QCoreApplication::translate("Transfers", "Nikt nie odpowiedział, więc pominięto: %1")
-                         .arg(shownName(offer)));
-    });
+    const auto alarm = alarms_(kPatience * 1000, [this, offer, asker] { nobodyAnswers(offer, asker); });
     emit opened(offer);
     // The answer may have come from a slot of opened().
     if (!answered) loop.exec();
     if (--held_ == 0) emit pluginHeld(false);
     return result;
+}
+
+void FileOffers::nobodyAnswers(const FileOffer& offer, const QString& asker) {
+    if (!answer(offer.number, OfferReply::ignore)) return;
+    pause(asker);
+    const QString text =
+        asker.isEmpty()
+            ? QCoreApplication::translate("Transfers",
+                                          "Nikt nie odpowiedział, więc pominięto: %1. Pliki od nieznajomych są teraz "
+                                          "pomijane bez pytania przez %2 minut.")
+            : QCoreApplication::translate("Transfers",
+                                          "Nikt nie odpowiedział, więc pominięto: %1. Pliki od tego nadawcy są teraz "
+                                          "pomijane bez pytania przez %2 minut.");
+    emit noticed(offer.account, text.arg(shownName(offer), QString::number(kPause)));
+}
+
+void FileOffers::pause(const QString& asker) {
+    pauses_.insert_or_assign(asker, alarms_(kPause * 60 * 1000, [this, asker] {
+                                 // A clock that rings cannot go yet.
+                                 auto over = pauses_.extract(asker);
+                                 if (!over.empty()) over.mapped().release()->deleteLater();
+                             }));
 }
 
 bool FileOffers::answer(int number, OfferReply reply) {

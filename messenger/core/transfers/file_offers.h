@@ -22,7 +22,8 @@ class ServiceRegistry;
 class TransferWindows;
 
 /// "OKU/FTAskForConfirmation": a file that somebody offers. It holds the call that asks, with an event loop of its own,
-/// until it is answered, or ignored because nobody answered in time. Strangers are not asked about.
+/// until it is answered, or ignored because nobody answered in time. Strangers are not asked about, and for a while
+/// neither is who offered what nobody answered: offer upon offer would hold the plugin for as long as nobody is there.
 class FileOffers : public QObject {
     Q_OBJECT
 
@@ -60,7 +61,9 @@ private:
 
     OKU_WORD ask(OKU_WORD param);
     OfferReply replyOf(const AccountEntry& account, const FileOffer& offer);
-    OfferReply replyOfUser(FileOffer offer);
+    OfferReply replyOfUser(FileOffer offer, const QString& asker);
+    void nobodyAnswers(const FileOffer& offer, const QString& asker);
+    void pause(const QString& asker);
     bool accept(const AccountEntry& account, const Asked& asked);
     void tellStranger(const FileOffer& offer);
 
@@ -68,6 +71,8 @@ private:
     SetAlarm alarms_;
     std::map<int, Open> offers_;
     QSet<QString> strangers_;  ///< who were told of
+    /// Who are not asked about for a while, with its end. All strangers are one, without a name.
+    std::map<QString, std::unique_ptr<QObject>> pauses_;
     int lastNumber_ = 0;
     int held_ = 0;
     bool closed_ = false;

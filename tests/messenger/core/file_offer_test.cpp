@@ -78,6 +78,38 @@ TEST_F(FileOfferTest, IsIgnoredWhenNobodyAnswersInTime) {
     EXPECT_EQ(closed.last().second, OfferReply::ignore);
 }
 
+TEST_F(FileOfferTest, OfOneWhomNobodyAnsweredIsIgnoredForAWhile) {
+    QTimer::singleShot(0, face.get(), [this] { ringAlarms(); });
+    inPlugin([&] {
+        EXPECT_EQ(ask(QStringLiteral("a.txt")), kIgnore);
+        EXPECT_EQ(ask(QStringLiteral("b.txt")), kIgnore);
+    });
+    EXPECT_EQ(offers.size(), 1) << "the second one holds nothing";
+    EXPECT_EQ(notices.size(), 1);
+    inPlugin([&] { answerRoster({u"bob@example.org", u"carol@example.org"}); });
+    answerNext(OfferReply::accept);
+    inPlugin([&] {
+        EXPECT_EQ(ask(QStringLiteral("c.txt"), QStringLiteral("5"), QStringLiteral("carol@example.org")), kAccept)
+            << "others are asked about";
+    });
+    ringAlarms();
+    EXPECT_EQ(answered(QStringLiteral("d.txt")), kAccept);
+}
+
+TEST_F(FileOfferTest, StrangersWhomNobodyAnswersAreOne) {
+    allowStrangers();
+    const auto from = [&](const char* sender) {
+        OKU_WORD result = 0;
+        inPlugin([&] { result = ask(QStringLiteral("a"), QStringLiteral("5"), QString::fromLatin1(sender)); });
+        return result;
+    };
+    QTimer::singleShot(0, face.get(), [this] { ringAlarms(); });
+    EXPECT_EQ(from("eve@example.org"), kIgnore);
+    EXPECT_EQ(from("mallory@example.org"), kIgnore);
+    EXPECT_EQ(offers.size(), 1);
+    EXPECT_EQ(answered(QStringLiteral("b.txt")), kAccept) << "contacts are asked about";
+}
+
 TEST_F(FileOfferTest, IsTimedNoMoreOnceItIsAnswered) {
     answered(QStringLiteral("a.txt"));
     EXPECT_EQ(alarmsSet(), 0U);
