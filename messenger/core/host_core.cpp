@@ -92,6 +92,7 @@ void HostCore::connectParts() {
     connect(&offers, &FileOffers::noticed, this, &HostCore::noticed);
     connect(&offers, &FileOffers::pluginHeld, &sockets.sockets(), &net::SocketService::setPluginBusy);
     connect(&choosers, &FileChoosers::noticed, this, &HostCore::noticed);
+    connect(&received, &ReceivedFiles::noticed, this, &HostCore::noticed);
     connect(&publisher, &FilePublisher::noticed, this, &HostCore::noticed);
     connect(&sockets, &SocketBridge::progressed, this, [this](const QString& account, const QString& text) {
         log.write(2, QStringLiteral("NET"), account + QStringLiteral(": ") + text);

@@ -45,6 +45,7 @@
 #include "messenger/core/transfers/file_choosers.h"
 #include "messenger/core/transfers/file_offers.h"
 #include "messenger/core/transfers/file_publisher.h"
+#include "messenger/core/transfers/received_files.h"
 #include "messenger/core/transfers/transfer_windows.h"
 #include "messenger/core/windows/links.h"
 #include "messenger/core/windows/menu_model.h"
@@ -122,6 +123,7 @@ public:
     TransferWindows transfers{services, accounts, queue};
     FileOffers offers{{services, accounts, queue, contacts, transfers}, options.alarms};
     FileChoosers choosers{services, accounts, queue, transfers};
+    ReceivedFiles received{transfers, boxes, links};
     PersonalNews news{services, accounts, contacts, queue};
     Popups popups{services, queue, links};
     TuneCompanion companion{accounts, news, options.players, options.alarms};

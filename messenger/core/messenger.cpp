@@ -34,7 +34,7 @@ struct Messenger::Private {
     std::unique_ptr<DialogsFace> dialogs = dialogsOnHost({core.accounts, core.dialogs, core.dialogInput, core.pages});
     std::unique_ptr<WireFace> wire = wireOnHost(core);
     std::unique_ptr<TransfersFace> transfers =
-        transfersOnHost({core.accounts, core.transfers, core.offers, core.choosers});
+        transfersOnHost({core.accounts, core.transfers, core.offers, core.choosers, core.received});
 };
 
 Messenger::Messenger(MessengerOptions options, QObject* parent)

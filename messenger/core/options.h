@@ -27,7 +27,7 @@ struct MessengerOptions {
     int loginSeconds = 60;    ///< a login that takes longer is aborted
     int typingSeconds = 30;   ///< a typing notice that is shown goes away after this time
     SetAlarm alarms;          ///< what times the questions that hold the plugin; empty: the system's timers
-    LinkOpener linkOpener;    ///< opens addresses; null: the system's program
+    LinkOpener linkOpener;    ///< opens addresses and received files; null: the system's program
     std::shared_ptr<net::Resolver> resolver;  ///< null: the system's
     std::shared_ptr<Players> players;         ///< what plays in the session; null: nobody looks
     std::shared_ptr<KeyRing> keyRing;         ///< where passwords are kept; null: there is none

@@ -241,6 +241,7 @@ constexpr std::array kTexts = std::to_array<TextRow>({
     {Text::FileReceiving, QT_TRANSLATE_NOOP("Terminal", "plik %1: odbieranie %2 od %3")},
     {Text::NoOffer, QT_TRANSLATE_NOOP("Terminal", "nikt nie chce przysłać pliku")},
     {Text::NoFiles, QT_TRANSLATE_NOOP("Terminal", "żaden plik nie jest przesyłany")},
+    {Text::NoReceivedFile, QT_TRANSLATE_NOOP("Terminal", "żadnego pliku jeszcze nie odebrano")},
     {Text::NoFileQuestion, QT_TRANSLATE_NOOP("Terminal", "nikt nie pyta o plik")},
     {Text::BadOfferReply, QT_TRANSLATE_NOOP("Terminal", "nieznana odpowiedź \"%1\" (możliwe: accept refuse ignore)")},
     {Text::EverythingWaits, QT_TRANSLATE_NOOP("Terminal", "dopóki nie ma odpowiedzi, wszystko inne czeka")},

@@ -212,6 +212,7 @@ enum class Text {
     FileReceiving,
     NoOffer,
     NoFiles,
+    NoReceivedFile,
     NoFileQuestion,
     BadOfferReply,
     EverythingWaits,

@@ -500,6 +500,10 @@ Trust this certificate on this account from now on?</translation>
         <source>menu wtyczki: lista, albo wybór pozycji</source>
         <translation>the plugin&apos;s menu: a list, or choose an item</translation>
     </message>
+    <message>
+        <source>otwiera odebrany plik programem systemu</source>
+        <translation>opens a received file with the system's program</translation>
+    </message>
 </context>
 <context>
     <name>ContactList</name>
@@ -2302,6 +2306,10 @@ x  &lt;         close the window; leave it open and go</translation>
         <source>%1 TEKST zmienia, %1 &quot;&quot; czyści</source>
         <translation>%1 TEXT changes it, %1 &quot;&quot; empties it</translation>
     </message>
+    <message>
+        <source>żadnego pliku jeszcze nie odebrano</source>
+        <translation>no file has been received yet</translation>
+    </message>
 </context>
 <context>
     <name>Transfers</name>
@@ -2380,6 +2388,38 @@ x  &lt;         close the window; leave it open and go</translation>
     <message>
         <source>Pliku nie można udostępnić na tym adresie.</source>
         <translation>The file cannot be published on this address.</translation>
+    </message>
+    <message>
+        <source>Nie ma już pliku %1.</source>
+        <translation>The file %1 has gone.</translation>
+    </message>
+    <message>
+        <source>W miejscu pliku %1 stoi dowiązanie, więc go nie otwarto.</source>
+        <translation>A link stands in the place of the file %1, so it was not opened.</translation>
+    </message>
+    <message>
+        <source>%1 nie jest już zwykłym plikiem, więc go nie otwarto.</source>
+        <translation>%1 is no regular file any more, so it was not opened.</translation>
+    </message>
+    <message>
+        <source>Nie ma takiego pliku, który odebrano w całości.</source>
+        <translation>There is no such file that was received whole.</translation>
+    </message>
+    <message>
+        <source>O otwarcie tego pliku już zapytano.</source>
+        <translation>You have been asked about opening this file already.</translation>
+    </message>
+    <message>
+        <source>Plik „%1” od %2 może być programem, który zrobi z tym komputerem, co zechce. Otworzyć go mimo to?</source>
+        <translation>The file “%1” from %2 may be a program, which can do with this computer what it likes. Open it all the same?</translation>
+    </message>
+    <message>
+        <source>Otwieranie pliku</source>
+        <translation>Opening a file</translation>
+    </message>
+    <message>
+        <source>Nie ma programu, który otworzy plik %1.</source>
+        <translation>There is no program that opens the file %1.</translation>
     </message>
 </context>
 </TS>

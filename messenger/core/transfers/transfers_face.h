@@ -23,6 +23,10 @@ public:
     /// Ends a transfer that says that it can be cancelled.
     virtual QString cancelTransfer(int number) = 0;
 
+    /// Opens a file that was received whole with the system's program. One that could be run itself is opened only when
+    /// the user answers a message box with yes.
+    virtual QString openFile(int number) = 0;
+
     /// The plugin is held until an offer is answered.
     virtual QString answerOffer(int number, OfferReply reply) = 0;
     [[nodiscard]] virtual QList<FileOffer> openOffers() const = 0;

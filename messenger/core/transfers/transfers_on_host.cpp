@@ -8,6 +8,7 @@
 #include "messenger/core/accounts/accounts.h"
 #include "messenger/core/transfers/file_choosers.h"
 #include "messenger/core/transfers/file_offers.h"
+#include "messenger/core/transfers/received_files.h"
 #include "messenger/core/transfers/transfer_windows.h"
 #include "messenger/core/values/jid_text.h"
 
@@ -50,6 +51,8 @@ public:
         if (parts_.windows.cancel(number)) return {};
         return QCoreApplication::translate("Transfers", "Nie ma takiego transferu, albo nie można go przerwać.");
     }
+
+    QString openFile(int number) override { return parts_.received.open(number); }
 
     QString answerOffer(int number, OfferReply reply) override {
         if (parts_.offers.answer(number, reply)) return {};

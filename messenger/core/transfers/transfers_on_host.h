@@ -11,6 +11,7 @@ namespace oku {
 class Accounts;
 class FileChoosers;
 class FileOffers;
+class ReceivedFiles;
 class TransferWindows;
 
 struct TransferParts {
@@ -18,6 +19,7 @@ struct TransferParts {
     TransferWindows& windows;
     FileOffers& offers;
     FileChoosers& choosers;
+    ReceivedFiles& received;
 };
 
 /// The face of transfers on the host's parts, which must outlive it.

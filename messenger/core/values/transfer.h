@@ -33,6 +33,11 @@ struct Transfer {
     bool cancellable = false;
 };
 
+/// Whether it was received to its last byte, so that it can be opened.
+inline bool isReceived(const Transfer& transfer) {
+    return transfer.direction == Direction::in && transfer.state == TransferState::done;
+}
+
 enum class OfferReply { accept, refuse, ignore };
 
 /// The same word as the enumerator's.

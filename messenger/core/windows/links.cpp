@@ -54,6 +54,11 @@ void LinkService::allowDuring(const std::function<void()>& request) {
     request();
 }
 
+// As an address, so that no name can be taken for an option of the program.
+bool LinkService::openFile(const QString& path) {
+    return opener_(QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded()));
+}
+
 void LinkService::open(const QString& address) {
     const QString safe = safeAddress(address);
     if (allowed_ > 0 && !safe.isEmpty() && opener_(safe)) return;

@@ -22,6 +22,8 @@ public:
     /// Without an opener the system's is used, which runs `xdg-open` apart from this program.
     explicit LinkService(ServiceRegistry& services, LinkOpener opener = {}, QObject* parent = nullptr);
 
+    /// Opens the file at this whole path. Whoever calls this has seen to it that the person wants that.
+    [[nodiscard]] bool openFile(const QString& path);
     /// Runs `request`, a call into the plugin that the person asked for.
     void allowDuring(const std::function<void()>& request);
 

@@ -263,6 +263,7 @@ constexpr std::array kCommands = std::to_array<JsonCommandRow>({
     {{"send-file", kSendFile}, true, &sendFile},
     {{"answer-file", kAnswerFile}, false, &answerFile},
     {{"cancel-file", kCancelFile}, false, &cancelFile},
+    {{"open-file", kCancelFile}, false, &openFile},
     {{"choose-file", kChooseFile}, false, &chooseFile},
     {{"files", {}}, false, &listFiles},
     {{"tune", kTune}, true, &tune},

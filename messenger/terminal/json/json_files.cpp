@@ -105,6 +105,10 @@ JsonOutcome cancelFile(JsonDesk& desk, const QString&, const JsonCommand& comman
     return {desk.messenger.transfers().cancelTransfer(command.whole("transfer", 0))};
 }
 
+JsonOutcome openFile(JsonDesk& desk, const QString&, const JsonCommand& command) {
+    return {desk.messenger.transfers().openFile(command.whole("transfer", 0))};
+}
+
 JsonOutcome chooseFile(JsonDesk& desk, const QString&, const JsonCommand& command) {
     return {desk.messenger.transfers().chooseFile(command.whole("file", 0), command.text("path"))};
 }

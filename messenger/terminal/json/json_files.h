@@ -21,6 +21,7 @@ QByteArray jsonFileQuestionClosed(int number);
 JsonOutcome sendFile(JsonDesk& desk, const QString& account, const JsonCommand& command);
 JsonOutcome answerFile(JsonDesk& desk, const QString& account, const JsonCommand& command);
 JsonOutcome cancelFile(JsonDesk& desk, const QString& account, const JsonCommand& command);
+JsonOutcome openFile(JsonDesk& desk, const QString& account, const JsonCommand& command);
 JsonOutcome chooseFile(JsonDesk& desk, const QString& account, const JsonCommand& command);
 JsonOutcome listFiles(JsonDesk& desk, const QString& account, const JsonCommand& command);
 

@@ -30,6 +30,7 @@ enum class ArgumentKind {
     Dialog,
     File,
     ContactOrFile,
+    Received,
     Mood,
     Field,
     Off

@@ -80,6 +80,16 @@ QString stop(Session& session, Arguments& arguments) {
     return reason.isEmpty() ? session.messenger().transfers().cancelTransfer(number) : reason;
 }
 
+// Without a number the newest.
+QString open(Session& session, Arguments& arguments) {
+    QList<Transfer> received;
+    for (const Transfer& one : session.messenger().transfers().transfers())
+        if (isReceived(one)) received.prepend(one);
+    int number = 0;
+    const QString reason = takeNumber(received, arguments, Text::NoReceivedFile, number);
+    return reason.isEmpty() ? session.messenger().transfers().openFile(number) : reason;
+}
+
 // Nothing behind the number chooses no file.
 QString choose(Session& session, Arguments& arguments) {
     TransfersFace& transfers = session.messenger().transfers();
@@ -105,6 +115,8 @@ constexpr std::array kRows = std::to_array<CommandRow>({
     {"files", kNothing, QT_TRANSLATE_NOOP("Commands", "pliki wysyłane i odbierane"), Kind::None, Kind::None, false,
      &files},
     {"stop", kOffer, QT_TRANSLATE_NOOP("Commands", "przerywa przesyłanie pliku"), Kind::None, Kind::None, false, &stop},
+    {"open", kOffer, QT_TRANSLATE_NOOP("Commands", "otwiera odebrany plik programem systemu"), Kind::Received,
+     Kind::None, false, &open},
     {"choose", QT_TRANSLATE_NOOP("Commands", "NUMER [PLIK]"),
      QT_TRANSLATE_NOOP("Commands", "wskazuje plik, o który pyta wtyczka, albo żaden"), Kind::None, Kind::File, false,
      &choose},

@@ -105,6 +105,10 @@ QStringList candidates(const Session& session, ArgumentKind kind, const QString&
         case ArgumentKind::Dialog:
             for (const int number : messenger.dialogs().windows()) found << QString::number(number);
             break;
+        case ArgumentKind::Received:
+            for (const Transfer& one : messenger.transfers().transfers())
+                if (isReceived(one)) found << QString::number(one.number);
+            break;
         case ArgumentKind::File:
         case ArgumentKind::ContactOrFile:
             break;  // completed piece by piece

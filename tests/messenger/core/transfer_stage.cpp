@@ -17,9 +17,13 @@ void TransferStage::SetUp() {
         QObject::connect(alarm.get(), &QObject::destroyed, [this, number] { alarms_.erase(number); });
         return alarm;
     };
+    given.linkOpener = [this](const QString& address) {
+        opened.append(address);
+        return canOpen;
+    };
     start(std::move(given));
     logIn();
-    face = transfersOnHost({core->accounts, core->transfers, core->offers, core->choosers});
+    face = transfersOnHost({core->accounts, core->transfers, core->offers, core->choosers, core->received});
     QObject::connect(face.get(), &TransfersFace::transferChanged, face.get(),
                      [this](const Transfer& transfer) { told.append(transfer); });
     QObject::connect(face.get(), &TransfersFace::offerReceived, face.get(),

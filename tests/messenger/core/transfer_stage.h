@@ -46,6 +46,8 @@ protected:
     OKU_FT_INIT_RECORD init;  ///< of the window that was opened last
     QString path;             ///< that the host gave with its last answer
     std::vector<std::uint32_t> windowEvents;
+    QStringList opened;   ///< addresses that the system's program was given
+    bool canOpen = true;  ///< there is such a program
 
 private:
     std::map<int, std::function<void()>> alarms_;

@@ -251,6 +251,7 @@ public:
     }
     QList<Transfer> transfers() const override { return script_.transferList; }
     QString cancelTransfer(int number) override { return script_.note("cancelTransfer", {QString::number(number)}); }
+    QString openFile(int number) override { return script_.note("openFile", {QString::number(number)}); }
     QString answerOffer(int number, OfferReply reply) override {
         return script_.note("answerOffer", {QString::number(number), offerReplyWord(reply)});
     }

@@ -35,6 +35,7 @@ TEST_F(JsonFilesTest, CarriesOutEachCommand) {
     expectOk(R"({"cmd":"answer-file","offer":3,"answer":"refuse"})", "answerOffer|3|refuse");
     expectOk(R"({"cmd":"answer-file","offer":3,"answer":"ignore"})", "answerOffer|3|ignore");
     expectOk(R"({"cmd":"cancel-file","transfer":4})", "cancelTransfer|4");
+    expectOk(R"({"cmd":"open-file","transfer":4})", "openFile|4");
     expectOk(R"({"cmd":"choose-file","file":5,"path":"/tmp/a"})", "chooseFile|5|/tmp/a");
     expectOk(R"({"cmd":"choose-file","file":5})", "chooseFile|5|");
     EXPECT_EQ(expectError(R"({"cmd":"answer-file","offer":3,"answer":"maybe"})").find("unknown answer"), 0U);

@@ -129,6 +129,24 @@ TEST_F(SessionFilesTest, StopsTransfers) {
     EXPECT_EQ(type("/stop 7"), "cancelTransfer|7");
 }
 
+TEST_F(SessionFilesTest, OpensWhatWasReceived) {
+    messenger.transferList = {transfer(TransferState::running), transfer(TransferState::done, 2048, Direction::out)};
+    EXPECT_EQ(type("/open"), "");
+    EXPECT_EQ(heard(), "! no file has been received yet");
+    Transfer older = transfer(TransferState::done);
+    older.number = 2;
+    messenger.transferList = {older, transfer(TransferState::done), transfer(TransferState::failed)};
+    messenger.transferList[2].number = 12;
+    EXPECT_EQ(type("/open"), "openFile|4");
+    EXPECT_EQ(type("/open 2"), "openFile|2");
+    const QString line = QStringLiteral("/open ");
+    EXPECT_EQ(session->complete(line, line.size()).candidates.join(u'|').toStdString(), "2 |4 ");
+    messenger.refusals[QStringLiteral("openFile")] = QStringLiteral("it has gone");
+    heard();
+    type("/open 2");
+    EXPECT_EQ(heard(), "! it has gone");
+}
+
 TEST_F(SessionFilesTest, NamesAFileThatThePluginAsksFor) {
     const FileQuestion question{2, kMe, {}, {}};
     emit messenger.transfers().fileAsked(question);
