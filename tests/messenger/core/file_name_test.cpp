@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: The protoLink authors
+// SPDX-License-Identifier: MIT
+#include "messenger/core/transfers/file_name.h"
+
+#include <gtest/gtest.h>
+
+namespace oku::test {
+namespace {
+
+std::string clean(const QString& name) { return cleanFileName(name).toStdString(); }
+
+TEST(CleanFileNameTest, LeavesAPlainNameAlone) {
+    EXPECT_EQ(clean(QStringLiteral("zdjęcie z lata (2).tar.gz")), "zdjęcie z lata (2).tar.gz");
+    EXPECT_EQ(clean(QStringLiteral("\U0001F40D.txt")), "\U0001F40D.txt");
+}
+
+TEST(CleanFileNameTest, TakesOutWhatLeadsElsewhere) {
+    EXPECT_EQ(clean(QStringLiteral("../../etc/passwd")), "etcpasswd");
+    EXPECT_EQ(clean(QStringLiteral("C:\\x\\y")), "Cxy");
+    EXPECT_EQ(clean(QStringLiteral(" . ..bashrc")), "bashrc");
+    EXPECT_EQ(clean(QStringLiteral("a..b.")), "a..b.");
+}
+
+TEST(CleanFileNameTest, TakesOutWhatIsNotSeen) {
+    EXPECT_EQ(clean(QStringLiteral("a\u0007\n\u007f\u0085b")), "ab");
+    EXPECT_EQ(clean(QStringLiteral("gpj\u202Eexe\u200B\u2066\uFEFF")), "gpjexe");
+    EXPECT_EQ(clean(QStringLiteral("a\u2028\u2029b")), "ab");
+    EXPECT_EQ(clean(QStringLiteral("a") + QChar(0) + QStringLiteral("b")), "ab");
+}
+
+TEST(CleanFileNameTest, IsNeverEmpty) {
+    EXPECT_EQ(clean({}), "_");
+    EXPECT_EQ(clean(QStringLiteral("..")), "_");
+    EXPECT_EQ(clean(QStringLiteral("/ \u202E\t")), "_");
+}
+
+TEST(CleanFileNameTest, FitsIntoAFileSystemAndIsCutBetweenCharacters) {
+    EXPECT_EQ(clean(QString(300, u'a')).size(), 255U);
+    EXPECT_EQ(clean(QString(255, u'a')).size(), 255U);
+    EXPECT_EQ(cleanFileName(QString(300, u'ż')), QString(127, u'ż'));
+    const QString snake = QStringLiteral("\U0001F40D");
+    EXPECT_EQ(cleanFileName(snake.repeated(100)), snake.repeated(63));
+}
+
+}  // namespace
+}  // namespace oku::test
