@@ -20,6 +20,8 @@ namespace protolink {
 
 /// One for the whole plugin, bound to no account. The object outlives its window, which may open anew. An answer that
 /// comes while the window is closed is dropped.
+///
+/// Long, because the list, the menu of a row and the answers that arrive late all look at the same rows.
 class CWndBrowser final : public CUIWin7Dialog, public std::enable_shared_from_this<CWndBrowser> {
 public:
     /// What it is given outlives the browser's window.

@@ -19,6 +19,8 @@ namespace oku {
 /// Between beginRebuild() and the moment when drawing goes on again everything that was not added once more is about to
 /// go; what was, keeps its unread count and its resources. A rebuild that is not brought to an end is taken back by
 /// abortRebuild(), and the list stays as it was. The list is kept in a file, so that it can be shown before a login.
+///
+/// Long, because whatever changes an entry also decides whether it is told, kept in the file or part of a rebuild.
 class ContactList : public QObject {
     Q_OBJECT
 

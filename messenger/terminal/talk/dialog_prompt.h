@@ -15,6 +15,9 @@ namespace oku::terminal {
 
 /// The plugin's windows as pages of numbered rows, and the lines that are typed into the one that is looked at. It
 /// knows no single window: what is there, and what can be done with it, is what the messenger tells.
+///
+/// Long, because what a typed line means depends on all that is shown just then: the page, a walk, a menu, or a window
+/// that has gone meanwhile.
 class DialogPrompt : public QObject {
 public:
     DialogPrompt(const Desk& desk, SecretPrompt& secret);
