@@ -502,7 +502,7 @@ Trust this certificate on this account from now on?</translation>
     </message>
     <message>
         <source>otwiera odebrany plik programem systemu</source>
-        <translation>opens a received file with the system's program</translation>
+        <translation>opens a received file with the system&apos;s program</translation>
     </message>
 </context>
 <context>
