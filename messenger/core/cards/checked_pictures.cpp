@@ -14,11 +14,11 @@
 
 namespace oku {
 
-CheckedPictures::CheckedPictures(PictureReader* reader, QString cacheDirectory, QObject* parent)
+CheckedPictures::CheckedPictures(PictureReader* reader, const QString& cacheDirectory, QObject* parent)
     : QObject(parent),
       reader_(reader),
       theirs_(cacheDirectory + QStringLiteral(".xmppAvatar/")),
-      ours_(std::move(cacheDirectory) + QStringLiteral("pictures/")) {}
+      ours_(cacheDirectory + QStringLiteral("pictures/")) {}
 
 void CheckedPictures::check(const QString& path, Done done) {
     waiting_.push_back({path, std::move(done)});

@@ -27,7 +27,7 @@ public:
 
     /// `reader` may be null: then there are no pictures. `cacheDirectory` ends in the separator, and is there when the
     /// first picture comes.
-    CheckedPictures(PictureReader* reader, QString cacheDirectory, QObject* parent = nullptr);
+    CheckedPictures(PictureReader* reader, const QString& cacheDirectory, QObject* parent = nullptr);
 
     /// Reads a file of the plugin's. None is: what does not lie in the plugin's folder, is too large, cannot be read as
     /// a picture, or is named by a SHA-1 that is not its own (its name is what somebody announced, its content what

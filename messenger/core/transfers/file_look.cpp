@@ -51,7 +51,7 @@ bool runsByName(const QString& path) {
 }
 
 bool runsByContent(std::string_view head) {
-    return head.find(kStarter) != head.npos ||
+    return head.find(kStarter) != std::string_view::npos ||
            std::any_of(kBeginnings.begin(), kBeginnings.end(), [&](auto one) { return head.starts_with(one); });
 }
 
