@@ -7,26 +7,15 @@
 #include <stdlib.h>
 
 #include <cstdio>
-#include <ctime>
 #include <filesystem>
-#include <fstream>
 #include <string>
 
+#include "bench/process_cost.h"
 #include "host/util/base64.h"
 #include "host/util/utf.h"
 #include "platform/platform.h"
 #include "plugin/account_files.h"
-#include "tests/support/fake_platform.h"
 #include "tests/torture/client.h"
-
-// The client's world of the tests has no part here: the platform below the plugin is the real one.
-namespace harness {
-FakeWorld& world() {
-    static FakeWorld instance;
-    return instance;
-}
-void FakeWorld::advance(std::int64_t) {}
-}  // namespace harness
 
 namespace {
 
@@ -36,23 +25,6 @@ constexpr std::uint32_t kNet = 1;
 constexpr int kUsualContacts = 2000;
 constexpr int kQuarters = 4;
 constexpr std::size_t kBytes = 16 * 1024;
-
-/// The most that was resident so far, in KiB. (What getrusage tells counts the process that started this one as well.)
-long peakMemory() {
-    std::ifstream status("/proc/self/status");
-    for (std::string word; status >> word;) {
-        long kibibytes = 0;
-        if (word == "VmHWM:" && status >> kibibytes) return kibibytes;
-    }
-    return 0;
-}
-
-/// Of the whole process, in microseconds.
-double cpuTime() {
-    timespec time{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e6 + static_cast<double>(time.tv_nsec) / 1e3;
-}
 
 std::string jid(int contact) { return "contact" + std::to_string(contact) + "@example.org"; }
 
@@ -104,17 +76,18 @@ void measure(torture::Client& client, int contacts, const Road& road, const std:
     const std::size_t memory = mallinfo2().uordblks;
     std::printf("%-26s", road.name);
     for (int quarter = 0; quarter < kQuarters; ++quarter) {
-        const double begin = cpuTime();
+        const double begin = bench::cpuTime();
         const int part = contacts / kQuarters;
         for (int contact = quarter * part; contact < (quarter + 1) * part; ++contact) {
             id.clear();
             client.receive(kNet, road.announcement(contact));
             client.receive(kNet, road.answer(contact, id, base64));
         }
-        std::printf(" %7.1f", (cpuTime() - begin) / part);
+        std::printf(" %7.1f", (bench::cpuTime() - begin) / part);
     }
     std::printf(" us of CPU each, by quarters; %zu bytes kept each; %d of %d told; at most %ld KiB resident\n",
-                (mallinfo2().uordblks - memory) / static_cast<std::size_t>(contacts), told, contacts, peakMemory());
+                (mallinfo2().uordblks - memory) / static_cast<std::size_t>(contacts), told, contacts,
+                bench::peakMemory());
 }
 
 }  // namespace
@@ -132,7 +105,7 @@ int main(int count, char** arguments) {
         client.host.settings[client.host.directory + base + u".config"] = settings;
         client.logIn();
         const std::string base64 = lutBase64Encode(std::string(kBytes, '\x5A'));
-        std::printf("%ld KiB resident with %d contacts\n", peakMemory(), contacts);
+        std::printf("%ld KiB resident with %d contacts\n", bench::peakMemory(), contacts);
         for (const Road& road : kRoads) measure(client, contacts, road, base64);
     }
     fs::current_path("/");

@@ -14,29 +14,18 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <string_view>
 #include <thread>
 
+#include "bench/process_cost.h"
 #include "host/oku/transfer.h"
 #include "host/util/base64.h"
 #include "host/util/utf.h"
 #include "platform/platform.h"
 #include "plugin/account_files.h"
-#include "tests/support/fake_platform.h"
 #include "tests/torture/client.h"
-
-// The client's world of the tests has no part here: the platform below the plugin is the real one.
-namespace harness {
-FakeWorld& world() {
-    static FakeWorld instance;
-    return instance;
-}
-void FakeWorld::advance(std::int64_t) {}
-}  // namespace harness
 
 namespace {
 
@@ -45,23 +34,6 @@ namespace fs = std::filesystem;
 constexpr std::uint32_t kNet = 1;
 constexpr char kPeer[] = "contact1@example.org/desk";
 constexpr std::size_t kBlock = 4096;
-
-/// Of the whole process, in seconds.
-double cpuTime() {
-    timespec time{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
-}
-
-/// The most that was resident so far, in KiB. (What getrusage tells counts the process that started this one as well.)
-long peakMemory() {
-    std::ifstream status("/proc/self/status");
-    for (std::string word; status >> word;) {
-        long kibibytes = 0;
-        if (word == "VmHWM:" && status >> kibibytes) return kibibytes;
-    }
-    return 0;
-}
 
 /// The plugin, online, with a host that opens windows, answers questions and keeps what was said last.
 class Bench {
@@ -76,8 +48,8 @@ public:
         client_.host.onSend = [this](std::uint32_t, std::string_view text) {
             if (text.find("<iq ") != std::string_view::npos) said_ = text;
         };
-        startMemory_ = peakMemory();
-        startTime_ = cpuTime();
+        startMemory_ = bench::peakMemory();
+        startTime_ = bench::cpuTime();
     }
 
     bool send(const std::string& file);
@@ -85,10 +57,10 @@ public:
     bool download(std::size_t bytes, const std::string& url);
 
     void report(std::size_t blocks) const {
-        const double seconds = cpuTime() - startTime_;
+        const double seconds = (bench::cpuTime() - startTime_) / 1e6;
         std::printf(R"({"blocks": %zu, "cpu": %.6f, "idle_kib": %ld, "peak_kib": %ld})"
                     "\n",
-                    blocks, seconds, startMemory_, peakMemory());
+                    blocks, seconds, startMemory_, bench::peakMemory());
     }
 
 private:

@@ -23,7 +23,6 @@
 #include "host/util/utf.h"
 #include "platform/platform.h"
 #include "plugin/account_files.h"
-#include "tests/support/fake_platform.h"
 #include "tests/torture/client.h"
 
 using namespace protolink;
@@ -110,15 +109,6 @@ ssize_t __wrap_write(int file, const void* buffer, size_t size) {
     return fails("write") ? -1 : __real_write(file, buffer, part);
 }
 }
-
-// The client's world has no part in this test: the platform below the plugin is the real one.
-namespace harness {
-FakeWorld& world() {
-    static FakeWorld instance;
-    return instance;
-}
-void FakeWorld::advance(std::int64_t) {}
-}  // namespace harness
 
 namespace torture {
 namespace {

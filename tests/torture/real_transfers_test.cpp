@@ -10,18 +10,8 @@
 
 #include "host/oku/transfer.h"
 #include "host/util/utf.h"
-#include "tests/support/fake_platform.h"
 #include "tests/support/web_server.h"
 #include "tests/torture/client.h"
-
-// The client's world has no part in this test: the platform below the plugin is the real one.
-namespace harness {
-FakeWorld& world() {
-    static FakeWorld instance;
-    return instance;
-}
-void FakeWorld::advance(std::int64_t) {}
-}  // namespace harness
 
 namespace torture {
 namespace {

@@ -7,19 +7,9 @@
 #include "plugin/account_files.h"
 #include "tests/messenger/kill/kept_files.h"
 #include "tests/messenger/kill/victim.h"
-#include "tests/support/fake_platform.h"
 #include "tests/torture/client.h"
 
 using namespace protolink;
-
-// The client's world has no part here: the platform below the plugin is the real one.
-namespace harness {
-FakeWorld& world() {
-    static FakeWorld instance;
-    return instance;
-}
-void FakeWorld::advance(std::int64_t) {}
-}  // namespace harness
 
 namespace oku::test {
 namespace {
