@@ -10,6 +10,7 @@
 
 #include "host/oku/transfer.h"
 #include "messenger/core/accounts/accounts.h"
+#include "messenger/core/boundary/nested_loop.h"
 #include "messenger/core/boundary/plugin_queue.h"
 #include "messenger/core/boundary/service_registry.h"
 #include "messenger/core/boundary/wide.h"
@@ -106,7 +107,7 @@ OfferReply FileOffers::replyOfUser(FileOffer offer, const QString& asker) {
     const auto alarm = alarms_(kPatience * 1000, [this, offer, asker] { nobodyAnswers(offer, asker); });
     emit opened(offer);
     // The answer may have come from a slot of opened().
-    if (!answered) loop.exec();
+    if (!answered) runNested(loop);
     if (--held_ == 0) emit pluginHeld(false);
     return result;
 }

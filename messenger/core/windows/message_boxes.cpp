@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/oku/windows.h"
+#include "messenger/core/boundary/nested_loop.h"
 #include "messenger/core/boundary/service_registry.h"
 #include "messenger/core/boundary/wide.h"
 
@@ -107,7 +108,7 @@ OKU_WORD MessageBoxes::show(OKU_WORD param) {
     });
     std::unique_ptr<QObject> alarm;
     if (!answered && seconds > 0) alarm = alarms_(seconds * 1000, [this, number] { giveUp(number); });
-    if (!answered) loop.exec();
+    if (!answered) runNested(loop);
     if (--held_ == 0) emit pluginHeld(false);
     if (seconds > 0 && result != BoxButton::yes) restFromWebSites();
     return static_cast<OKU_WORD>(result);

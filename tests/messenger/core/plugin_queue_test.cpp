@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
+#include <QEventLoop>
 #include <thread>
 
 #include "tests/messenger/core/stage.h"
@@ -170,6 +171,31 @@ TEST_F(HeldPlugin, HearsNothingWhileABoxIsOpen) {
     EXPECT_EQ(trace.substr(0, 3), "12t");
     EXPECT_LT(trace.size(), 30U) << "ticks that came due while the box was open count once: " << trace;
     EXPECT_EQ(plugin().deepest, 1);
+}
+
+TEST_F(HeldPlugin, LeavesNothingUndoneThatWasPostedBehindIt) {
+    start();
+    bool returned = false;
+    bool late = false;
+    auto record = makeRecord<OKU_MESSAGE_BOX>();
+    record.style = OKU_BOX_QUESTION;
+    const auto answerIt = [&] {
+        for (const MessageBox& box : core->boxes.open()) core->boxes.answer(box.number, BoxButton::yes);
+    };
+    const auto post = [this](auto call) { QMetaObject::invokeMethod(core.get(), call, Qt::QueuedConnection); };
+    QEventLoop loop;
+    post([&] {
+        inPlugin([&] { EXPECT_EQ(call(u"UI/MessageBox", wordOf(&record)), OKU_BUTTON_YES); });
+        returned = true;
+        loop.quit();
+    });
+    post(answerIt);
+    QTimer::singleShot(30'000, core.get(), [&] {
+        late = !returned;
+        answerIt();
+    });
+    loop.exec();
+    EXPECT_FALSE(late) << "it waited for something else to happen";
 }
 
 TEST_F(HeldPlugin, IsUnloadedOnlyAfterTheCallHasReturned) {
