@@ -18,6 +18,8 @@ certificates = "{home}/certificates"
 interfaces = {{ "127.0.0.1" }}
 c2s_ports = {{ {port} }}
 c2s_direct_tls_ports = {{ {tls_port} }}
+component_ports = {{ {component_port} }}
+component_interfaces = {{ "127.0.0.1" }}
 s2s_ports = {{ }}
 s2s_direct_tls_ports = {{ }}
 http_ports = {{ }}
@@ -34,7 +36,10 @@ ssl = {{ certificate = "{certificate}", key = "{key}" }}
 log = {{ {{ levels = {{ min = "info" }}, to = "console" }} }}
 
 VirtualHost "{domain}"
-{more}"""
+{more}{components}"""
+
+# What a component proves itself with.
+COMPONENT_SECRET = "tajne komponentu"
 
 # The server tells of its accounts only that they take personal events. Other servers tell it of themselves as well, and
 # programs have been written for those: this module of the tests' own does the same here.
@@ -58,15 +63,18 @@ class Prosody:
 
     store_delay = 0  # seconds until what it stores is on the disk
 
-    def __init__(self, home, certificate, accounts, domain="localhost", modules=MODULES, registration=False, more=""):
-        """`more` are lines of the configuration behind those of the domain."""
+    def __init__(self, home, certificate, accounts, domain="localhost", modules=MODULES, registration=False, more="",
+                 components=()):
+        """`more` are lines of the configuration behind those of the domain, `components` the addresses of services that
+        connect to it from outside, at `component_port`."""
         self.home = pathlib.Path(home)
         self.domain = domain
         self.certificate, self.key = certificate
         self.modules = modules
         self.registration = registration
         self.more = more
-        self.port = self.tls_port = None
+        self.components = components
+        self.port = self.tls_port = self.component_port = None
         self.child = None
         self._ports = ()
         self._sessions = 0
@@ -95,13 +103,14 @@ class Prosody:
         attempts = 1 if self.port else 5
         for _ in range(attempts):
             if attempts > 1:
-                self._ports = Port(), Port()
-                self.port, self.tls_port = (port.number for port in self._ports)
+                self._ports = Port(), Port(), Port()
+                self.port, self.tls_port, self.component_port = (port.number for port in self._ports)
             self._launch()
+            wanted = {self.port, self.tls_port, *([self.component_port] if self.components else [])}
             with self._answer:
-                self._answer.wait_for(lambda: self._trouble or self._listening >= {self.port, self.tls_port}, TIMEOUT)
+                self._answer.wait_for(lambda: self._trouble or self._listening >= wanted, TIMEOUT)
                 trouble = self._trouble
-                up = self._listening >= {self.port, self.tls_port}
+                up = self._listening >= wanted
             if up and not trouble:
                 return self
             self.stop(kill=True)
@@ -113,7 +122,9 @@ class Prosody:
         configuration.write_text(_CONFIGURATION.format(
             home=self.home, port=self.port, tls_port=self.tls_port, domain=self.domain,
             certificate=self.certificate, key=self.key, modules=", ".join(f'"{name}"' for name in self.modules),
-            registration=str(self.registration).lower(), more=self.more))
+            registration=str(self.registration).lower(), more=self.more, component_port=self.component_port,
+            components="".join(f'Component "{name}"\ncomponent_secret = "{COMPONENT_SECRET}"\n'
+                               for name in self.components)))
         self.child = Child(["prosody", "--config", str(configuration), "-F"], self.home / "prosody.log",
                            on_line=self._on_line, on_end=lambda: self._report("it ended"),
                            stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL)
@@ -126,7 +137,7 @@ class Prosody:
             with self._answer:
                 self._sessions += 1 if "Client connected" in text else -1
                 self._answer.notify_all()
-        for port in (self.port, self.tls_port):
+        for port in (self.port, self.tls_port, self.component_port):
             if f"on [127.0.0.1]:{port}" in text and "Activated service" in text:
                 with self._answer:
                     self._listening.add(port)

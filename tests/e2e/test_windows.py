@@ -7,51 +7,11 @@ import unittest
 from oku.prosody import MODULES, Prosody
 from support.case import Case
 from support.ejabberd import Ejabberd
+from support.windows import COMMANDS, Browser, Form, Page, notice
 
-COMMANDS = "http://jabber.org/protocol/commands"
+USER = "Użytkownik (format: uzytkownik@serwer/zasób):"
+PRIORITY = "Priorytet połączenia:"
 ADD_USER = "http://jabber.org/protocol/admin#add-user"
-
-
-def field(row, label):
-    """The value of a row's field."""
-    return next((one["value"] for one in row["fields"] if one["label"] == label), "")
-
-
-class Browser:
-    """The browser's window, by what its controls are called."""
-
-    def __init__(self, terminal):
-        self.terminal = terminal
-        menu = terminal.ask("menu", "menu")
-        item, = [one["item"] for one in menu["items"] if "rzegląd" in one["caption"]]
-        terminal.command("menu-item", item=item)
-        event = terminal.wait("window", kind="window")
-        self.window = event["window"]
-        named = {control["name"] or control["text"]: control["control"] for control in event["controls"]}
-        self.jid, self.node, self.go = named["JID:"], named["Gałąź:"], named["Przejdź"]
-        self.list, = [control["control"] for control in event["controls"] if control["kind"] == "list"]
-
-    def command(self, cmd, **fields):
-        self.terminal.command(cmd, window=self.window, **fields)
-
-    def browse(self, jid, node=""):
-        self.terminal.forget()
-        self.command("window-fill", control=self.jid, text=jid)
-        self.command("window-fill", control=self.node, text=node)
-        self.command("window-press", control=self.go)
-
-    def row(self, where):
-        """The row that comes to fit, whether it does at once or when more of it is known."""
-        return self.terminal.wait("window-row", where, window=self.window, control=self.list)
-
-    def execute(self, node):
-        """Runs the command of the row with this node by its menu."""
-        row = self.row(lambda row: field(row, "Gałąź:") == node and field(row, "Typ:") == "command-node")
-        self.command("window-row-menu", control=self.list, row=row["row"])
-        menu = self.terminal.wait("window-menu", window=self.window)
-        item, = [one for one in menu["items"] if one["text"].startswith("Wykonaj")]
-        assert item["enabled"], menu
-        self.command("window-menu-item", item=item["item"])
 
 
 class Windows:
@@ -63,11 +23,6 @@ class Windows:
         self.terminal = self.online("ala", self.server)
         self.browser = Browser(self.terminal)
 
-    def answer_notice(self, text):
-        box = self.terminal.wait("question", style="information")
-        self.assertIn(text, box["text"])
-        self.terminal.command("answer", box=box["box"], button="ok")
-
     def test_browses_the_server_and_a_level_below(self):
         self.browser.browse("localhost")
         row = self.browser.row(lambda row: self.service in row["text"])
@@ -78,24 +33,22 @@ class Windows:
     def test_runs_a_command_that_asks_for_nothing(self):
         self.browser.browse("localhost", COMMANDS)
         self.browser.execute(self.plain_command)
-        self.answer_notice("Polecenie zostało wykonane.")
+        notice(self.terminal, "Polecenie zostało wykonane.")
 
     def test_fills_in_the_form_of_an_administrator(self):
         self.browser.browse("localhost", COMMANDS)
         self.browser.execute(ADD_USER)
-        form = self.terminal.wait("window", kind="modal")
-        page = self.terminal.wait("window", kind="child", parent=form["window"])
-        address, = [one for one in page["controls"] if one["kind"] == "edit"]
-        passwords = [one for one in page["controls"] if one["kind"] == "password"]
-        self.assertEqual(len(passwords), 2, page)
-        self.terminal.command("window-fill", window=page["window"], control=address["control"], text="nowa@localhost")
+        form = Form(self.terminal)
+        address, = form.fields("edit")
+        passwords = form.fields("password")
+        self.assertEqual(len(passwords), 2, form.controls)
+        form.fill(address, "nowa@localhost")
         for one in passwords:
-            self.terminal.command("window-fill", window=page["window"], control=one["control"], text="tajne <&> ąę")
+            form.fill(one, "tajne <&> ąę")
         self.terminal.wait("window-changed", window=self.browser.window, input=False)
-        send, = [one for one in form["controls"] if one.get("default")]
-        self.terminal.command("window-press", window=form["window"], control=send["control"])
-        self.answer_notice("Operacja wykonana pomyślnie.")
-        self.terminal.wait("window-closed", window=form["window"])
+        form.send()
+        notice(self.terminal, "Operacja wykonana pomyślnie.")
+        form.wait_gone()
         newcomer = self.messenger("nowa")
         self.account(newcomer, "nowa", self.server, password="tajne <&> ąę")
         newcomer.command("status", status="online")
@@ -133,40 +86,28 @@ class Pages(Case):
         self.terminal = self.messenger()
         self.terminal.command("account", jid="ala@localhost", password="sekret", settings={"OKU/PasswordInFile": 1})
 
-    def options(self):
-        """The page, and by their names the controls of what the plugin has put into it."""
-        self.terminal.command("options")
-        page = self.terminal.wait("window", kind="page")
-        inside = self.terminal.wait("window", kind="child", parent=page["window"])
-        return page, inside, {control["name"] or control["text"]: control for control in inside["controls"]}
-
     def setting(self, key):
         return self.terminal.ask("get", "setting", key=key)["value"]
 
     def test_options_are_saved_when_the_page_is_confirmed(self):
-        page, inside, controls = self.options()
-        window = inside["window"]
-        user = controls["Użytkownik (format: uzytkownik@serwer/zasób):"]["text"]
-        self.assertTrue(user.startswith("ala@localhost/"), user)
-        passwords = [one["text"] for one in inside["controls"] if one["kind"] == "password"]
+        page = Page(self.terminal)
+        self.assertTrue(page.text(USER).startswith("ala@localhost/"), page.text(USER))
+        passwords = [one["text"] for one in page.controls if one["kind"] == "password"]
         self.assertEqual(passwords, ["***", ""], "a password is told to nobody")
-        compression = controls["Włącz obsługę kompresji"]
+        compression, = [one for one in page.controls if one["text"] == "Włącz obsługę kompresji"]
         wanted = not compression["checked"]
-        self.terminal.command("window-check", window=window, control=compression["control"], checked=wanted)
-        priority = controls["Priorytet połączenia:"]["control"]
-        self.terminal.command("window-fill", window=window, control=priority, text="17")
-        self.terminal.command("page-ok", window=page["window"])
-        self.terminal.wait("window-closed", window=page["window"])
+        page.check(compression["control"], wanted)
+        page.fill(PRIORITY, "17")
+        page.ok()
         self.assertEqual((self.setting("XMPP/Priority"), self.setting("XMPP/Serv/Compress")), (17, int(wanted)))
 
     def test_what_is_entered_in_a_page_that_is_closed_is_not_saved(self):
-        page, inside, controls = self.options()
-        priority = controls["Priorytet połączenia:"]["control"]
-        self.terminal.command("window-fill", window=inside["window"], control=priority, text="17")
-        self.terminal.command("window-close", window=page["window"])
-        self.terminal.wait("window-closed", window=page["window"])
+        page = Page(self.terminal)
+        page.fill(PRIORITY, "17")
+        self.terminal.command("window-close", window=page.frame)
+        self.terminal.wait("window-closed", window=page.frame)
         self.assertNotEqual(self.setting("XMPP/Priority"), 17)
-        self.assertEqual(self.options()[2]["Priorytet połączenia:"]["text"], "0")
+        self.assertEqual(Page(self.terminal).text(PRIORITY), "0")
 
 
 if __name__ == "__main__":

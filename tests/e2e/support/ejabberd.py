@@ -10,7 +10,7 @@ import threading
 
 from oku.events import TIMEOUT
 from oku.process import Child, Port
-from oku.prosody import ServerFailed
+from oku.prosody import COMPONENT_SECRET, ServerFailed
 
 _CONFIGURATION = """\
 loglevel: info
@@ -22,6 +22,7 @@ auth_password_format: plain
 disable_sasl_mechanisms: []
 listen:
   - {{ port: {port}, ip: "127.0.0.1", module: ejabberd_c2s, max_stanza_size: 524288, access: c2s, starttls_required: true, zlib: true }}
+{components}registration_timeout: infinity
 acl:
   local: {{ user_regexp: "" }}
   admin: {{ user: "{admin}@{domain}" }}
@@ -44,6 +45,13 @@ modules:
   mod_version: {{}}
 {modules}"""
 
+_COMPONENTS = """\
+  - port: {port}
+    ip: "127.0.0.1"
+    module: ejabberd_service
+    password: "{secret}"
+"""
+
 _START = """\
 [begin ok = ejabberd_auth:try_register(base64:decode(U), <<"{domain}">>, base64:decode(P)) end || {{U, P}} <- {accounts}],
 io:format("ACCOUNTS READY~n").
@@ -60,16 +68,19 @@ class Ejabberd:
     # Seconds until what it stores is on the disk: its database writes behind, and a crash takes back what it has said.
     store_delay = 5
 
-    def __init__(self, home, certificate, accounts, domain="localhost", modules=(), admin="nobody"):
-        """`modules` are those that a test needs besides the usual ones, `admin` is the user who may configure it."""
+    def __init__(self, home, certificate, accounts, domain="localhost", modules=(), admin="nobody",
+                 components=()):
+        """`modules` are those that a test needs besides the usual ones, `admin` is the user who may configure it,
+        `components` are the addresses of services that connect to it from outside, at `component_port`."""
         self.home = pathlib.Path(home)
         self.domain = domain
         self.accounts = dict(accounts)
         self.modules = modules
         self.admin = admin
-        self.port = None
+        self.components = components
+        self.port = self.component_port = None
         self.child = None
-        self._reserved = None
+        self._reserved = ()
         self._sessions = 0
         self._answer = threading.Condition()
         self._lines = []
@@ -87,14 +98,14 @@ class Ejabberd:
         attempts = 1 if self.port else 5
         for _ in range(attempts):
             if attempts > 1:
-                self._reserved = Port()
-                self.port = self._reserved.number
+                self._reserved = Port(), Port()
+                self.port, self.component_port = (port.number for port in self._reserved)
             self._launch()
-            listening = f"Start accepting TCP connections at 127.0.0.1:{self.port}"
+            ports = (self.port, *([self.component_port] if self.components else []))
+            lines = ["ACCOUNTS READY", *(f"Start accepting TCP connections at 127.0.0.1:{port}" for port in ports)]
             with self._answer:
-                self._answer.wait_for(lambda: self._ended or (self._said(listening) and self._said("ACCOUNTS READY")),
-                                      TIMEOUT)
-                if not self._ended and self._said(listening) and self._said("ACCOUNTS READY"):
+                self._answer.wait_for(lambda: self._ended or all(map(self._said, lines)), TIMEOUT)
+                if not self._ended and all(map(self._said, lines)):
                     self.accounts = {}
                     return self
                 last = "\n".join(self._lines[-5:])
@@ -109,7 +120,7 @@ class Ejabberd:
         modules = "".join(f"  {name}: {{}}\n" for name in self.modules)
         (self.home / "ejabberd.yml").write_text(_CONFIGURATION.format(home=self.home, domain=self.domain,
                                                                       port=self.port, modules=modules,
-                                                                      admin=self.admin))
+                                                                      admin=self.admin, components=self._listener()))
         # Erlang reads its arguments in whatever encoding the system has: plain ASCII arrives as it is.
         accounts = "[" + ",".join(f'{{"{_base64(user)}","{_base64(password)}"}}'
                                   for user, password in self.accounts.items()) + "]"
@@ -123,6 +134,11 @@ class Ejabberd:
              "-eval", _START.format(domain=self.domain, accounts=accounts).replace("\n", " ")],
             self.home / "output.log", self._on_line, self._on_end, environment, cwd=self.home,
             stdin=subprocess.DEVNULL, stderr=subprocess.STDOUT)
+
+    def _listener(self):
+        """The lines of the configuration for services from outside: each becomes the one that it says it is. A connection
+        for which the configuration names services becomes all of them."""
+        return _COMPONENTS.format(port=self.component_port, secret=COMPONENT_SECRET) if self.components else ""
 
     def _on_line(self, line):
         text = line.decode("utf-8", "replace").rstrip()
