@@ -6,15 +6,20 @@ import base64
 import random
 import resource
 import threading
+import unicodedata
 import unittest
+from xml.sax.saxutils import quoteattr
 
 from slixmpp.exceptions import IqError
 
 from oku.prosody import Prosody
-from support.case import Case
-from support.files import IBB, FilePeer
+from support.case import BUILD, Case
+from support.ejabberd import Ejabberd
+from support.files import IBB, SI, TRANSFER, FilePeer
 from support.friends import befriend
+from support.plain import PlainTerminal
 
+MANY = 200
 OVER = ("done", "incomplete", "failed", "cancelled")
 
 
@@ -22,10 +27,19 @@ def encoded(content):
     return base64.b64encode(content).decode()
 
 
-class HardTransfers(Case):
+def initiation(name, size, sid):
+    return (f"<si xmlns='{SI}' id='{sid}' profile='{TRANSFER}'><file xmlns='{TRANSFER}' name={quoteattr(name)} size='{size}'/>"
+            "<feature xmlns='http://jabber.org/protocol/feature-neg'><x xmlns='jabber:x:data' type='form'>"
+            f"<field var='stream-method' type='list-single'><option><value>{IBB}</value></option></field>"
+            "</x></feature></si>")
+
+
+class HardTransfers:
+    """The tests; the classes below say over which server."""
+
     def setUp(self):
         super().setUp()
-        self.server = self.shared(Prosody, lambda server: befriend(self, server, "ala", "olek"))
+        self.server = self.shared(self.kind, lambda server: befriend(self, server, "ala", "olek"))
         self.documents = self.folder / "documents"
         self.terminal = self.online("ala", self.server, options=("--verbose",),
                                     settings={"XMPP/SI/Path": f"{self.documents}/%from%/"})
@@ -75,6 +89,55 @@ class HardTransfers(Case):
         files = [path for path in self.documents.rglob("*") if path.is_file()]
         self.assertEqual(files, [])
 
+    def test_names_with_controls_are_shown_cleaned_and_open_nothing(self):
+        for size, name, shown in ((111, "a\u0085\u007fb", "ab"), (112, "../\u202e\u0085/Łódź kaliska", "Łódź kaliska")):
+            with self.subTest(name=name):
+                event, told = self.offered(name, size, f"c{size}")
+                self.assertEqual((event["name"], told), (shown, "accepted"))
+                transfer = self.terminal.wait("transfer", size=size)["transfer"]
+                self.assertEqual(self.olek.open(self.ala, f"c{size}"), "error")
+                self.assertEqual(self.end_of(transfer)["state"], "failed")
+        self.assertEqual([path for path in self.documents.rglob("*") if path.is_file()], [])
+
+    def test_names_that_turn_the_direction_are_shown_without_that(self):
+        name = "Zażółć \u202efdp.\u2066 gęślą\u200f.exe"
+        number = self.begun(name, 3, "d1")
+        self.assertEqual(self.olek.block(self.ala, "d1", 0, "AAAA"), "result")
+        end = self.end_of(number)
+        self.assertEqual((end["state"], end["name"]), ("done", "Zażółć fdp. gęślą.exe"))
+        self.assertEqual(end["path"], str(self.received / name))
+        self.assertEqual([path for path in self.documents.rglob("*") if path.is_file()], [self.received / name])
+        self.assertEqual(self.terminal.ask("files", "files")["transfers"][0]["name"], "Zażółć fdp. gęślą.exe")
+        # What it is in truth is asked before it is opened.
+        self.terminal.command("open-file", transfer=number)
+        box = self.terminal.wait("question", text=lambda text: "Zażółć fdp. gęślą.exe" in text)
+        self.terminal.command("answer", box=box["box"], button="no")
+
+    def test_names_on_the_screen_are_clean(self):
+        self.assertEqual(self.terminal.quit(), 0)
+        self.olek.forget()
+        plain = PlainTerminal(BUILD, self.folder / "ala", self.authority.certificate, "ala@localhost")
+        self.addCleanup(plain.stop)
+        self.ala = self.olek.wait("presence", type=None, **{"from": lambda jid: jid.startswith("ala@localhost/")})["from"]
+        name = "\u202e../gpj\u0085.\u2066Zażółć\u007f.exe"
+        for sid, offered, shown in (("p1", name, "gpj.Zażółć.exe"), ("p2", "Zażółć\u202e.exe", "Zażółć.exe")):
+            number = self.olek.send_set(self.ala, initiation(offered, 3, sid))
+            plain.wait(f"{shown} (3 B)")
+            plain.type("/accept")
+            self.assertEqual(self.olek.wait("answer", id=number)["type"], "result")
+            plain.wait(f": odbieranie {shown} od ")
+        self.assertEqual(self.olek.open(self.ala, "p1"), "error")
+        plain.wait("↓ 1 gpj.Zażółć.exe ")
+        self.assertEqual(self.olek.open(self.ala, "p2"), "result")
+        self.assertEqual(self.olek.block(self.ala, "p2", 0, "AAAA"), "result")
+        plain.wait("↓ 2 Zażółć.exe ", "3 B")
+        plain.type("/files")
+        plain.wait("↓ 1 gpj.Zażółć.exe ")
+        self.assertEqual(plain.quit(), 0)
+        strange = {c for c in plain.shown() if c != "\n" and unicodedata.category(c) in ("Cc", "Cf", "Zl", "Zp")}
+        self.assertEqual(strange, set())
+        self.assertEqual([path.name for path in self.documents.rglob("*") if path.is_file()], ["Zażółć\u202e.exe"])
+
     def test_a_file_that_is_there_stays(self):
         data = random.Random(1).randbytes(5000)
         for run, place in enumerate((self.received, self.received / "2", self.received / "3")):
@@ -100,12 +163,7 @@ class HardTransfers(Case):
 
     def test_strangers_are_not_asked_about(self):
         ewa = self.peer("ewa", self.server, "obca", kind=FilePeer)
-        ewa.raw(f"<iq type='set' id='si1' to='{self.ala}'><si xmlns='http://jabber.org/protocol/si' id='x1' "
-                "profile='http://jabber.org/protocol/si/profile/file-transfer'>"
-                "<file xmlns='http://jabber.org/protocol/si/profile/file-transfer' name='wirus' size='3'/>"
-                "<feature xmlns='http://jabber.org/protocol/feature-neg'><x xmlns='jabber:x:data' type='form'>"
-                "<field var='stream-method' type='list-single'><option><value>http://jabber.org/protocol/ibb</value>"
-                "</option></field></x></feature></si></iq>")
+        ewa.send_set(self.ala, initiation("wirus", 3, "x1"))
         self.terminal.wait("notice", text=lambda text: "wirus" in text and "ewa@localhost" in text)
         self.assertEqual(self.terminal.seen("file-offer"), [])
 
@@ -167,6 +225,28 @@ class HardTransfers(Case):
         self.terminal.command("cancel-file", transfer=number)
         self.assertEqual(self.end_of(number)["state"], "cancelled")
 
+    def test_many_blocks_beyond_the_size(self):
+        number = self.begun("a.bin", 6, "s1")
+        for at in range(MANY):
+            self.assertEqual(self.olek.block(self.ala, "s1", at, encoded(bytes([at]) * 4096)), "result")
+        moved = self.terminal.wait("transfer", transfer=number, position=MANY * 4096)
+        self.assertEqual((moved["size"], moved["state"]), (6, "running"))
+        self.terminal.command("cancel-file", transfer=number)
+        self.assertEqual(self.end_of(number)["state"], "cancelled")
+        self.olek.send_set(self.ala, f"<data xmlns='{IBB}' sid='s1' seq='{MANY}'>AAAA</data>")
+        self.olek.query(self.ala, "<ping xmlns='urn:xmpp:ping'/>")
+        written = (self.received / "a.bin").read_bytes()
+        self.assertEqual(written, b"".join(bytes([at]) * 4096 for at in range(MANY)))
+
+    def test_many_blocks_after_the_last(self):
+        number = self.begun("a.bin", 6, "s1")
+        self.assertEqual(self.olek.block(self.ala, "s1", 0, "AAAAAAAA"), "result")
+        self.assertEqual(self.end_of(number)["state"], "done")
+        for at in range(MANY):
+            self.olek.send_set(self.ala, f"<data xmlns='{IBB}' sid='s1' seq='{at + 1}'>BBBB</data>")
+        self.olek.query(self.ala, "<ping xmlns='urn:xmpp:ping'/>")
+        self.assertEqual((self.received / "a.bin").read_bytes(), bytes(6))
+
     def test_two_at_once(self):
         first, second = self.begun("a.bin", 6, "s1"), self.begun("b.bin", 7, "s2")
         for sid, more in (("s1", "AAAA"), ("s2", "BBBB"), ("s1", "AAAA"), ("s2", "BBBBBA==")):
@@ -181,6 +261,14 @@ class HardTransfers(Case):
         self.assertEqual((self.received / "pusty").read_bytes(), b"")
         self.terminal.command("cancel-file", transfer=number)
         self.end_of(number)
+
+
+class OverProsody(HardTransfers, Case):
+    kind = Prosody
+
+
+class OverEjabberd(HardTransfers, Case):
+    kind = Ejabberd
 
 
 if __name__ == "__main__":
