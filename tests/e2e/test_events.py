@@ -7,7 +7,7 @@ import os
 import select
 import unittest
 
-from oku.events import TIMEOUT, Unexpected
+from oku.events import TIMEOUT
 from oku.prosody import ANNOUNCE_PEP, MODULES, Prosody
 from oku.terminal import CommandFailed
 from support.case import CLEAR, Case
@@ -31,23 +31,7 @@ class Events:
         self.olek = self.peer("olek", self.server, "dom")
         self.personal = Personal(self.olek)
         self.terminal.wait("presence", jid="olek@localhost", resource="dom")
-        self.until_both_are_told()
-
-    def until_both_are_told(self):
-        """A server tells those of whom it knows that they want it, and asks them for that at a time of its own. So the
-        same is published until both have heard of it."""
-        waiting = [self.terminal.log, self.olek.log]
-        for left in range(19, -1, -1):
-            self.personal.mood("calm", str(left))
-            for log in waiting[:]:
-                try:
-                    log.wait("mood", timeout=TIMEOUT / 20, where=lambda event: "calm" in str(event), **OLEK)
-                    waiting.remove(log)
-                except Unexpected:
-                    if not left:
-                        raise
-            if not waiting:
-                return
+        self.personal.until_heard(self.terminal.log, self.olek.log)
 
     def contact(self, **fields):
         return self.terminal.wait("contact", jid="olek@localhost", **fields)

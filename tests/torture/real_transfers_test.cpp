@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 // Transfers on real files, with real threads and a real web server on loopback.
+#include <errno.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -66,8 +67,10 @@ protected:
         folder_ = name;
         unsetenv("http_proxy");
         client.host.directory = utow(folder_.string() + "/");
+        // The settings are called as the module is, which here is the program.
+        const std::u16string own = utow(program_invocation_short_name) + u".config";
         for (auto& [path, file] : std::map(client.host.settings))
-            client.host.settings[client.host.directory + u"protolink-torture-transfers.config"] = file;
+            client.host.settings[client.host.directory + own] = file;
         client.host.before = [this](const Call& call) { return answer(call); };
         client.logIn();
         client.servers.at(kNet).keepHeard = true;
