@@ -49,6 +49,7 @@ void CWndBrowser::DestroyWindow() {
     commandResults_.clear();
     if (const std::shared_ptr<CWndForm> form = form_) form->DestroyWindow();
     CUIWin7Dialog::DestroyWindow();
+    items_.Forget();
 }
 
 void CWndBrowser::OnCommand(std::uint32_t control) {
@@ -104,11 +105,10 @@ void CWndBrowser::openMenuOf(const CUITreeNode* row) {
 
 void CWndBrowser::onMenu(std::int64_t command) {
     const CUITreeNode* const row = items_.GetFirstSelected(view());
+    if (command == browser::kGoTo) return onActivated(row);
     DialogAccount* const account = selectedAccount();
     if (!row || !account) return;
     switch (command) {
-        case browser::kGoTo:
-            return onActivated(row);
         case browser::kRegisterWith:
             return registerWith(*account, *row);
         case browser::kUnregister:
@@ -145,7 +145,8 @@ void CWndBrowser::openForm(std::shared_ptr<CWndForm> form) {
         releaseAfterCall(std::exchange(form_, nullptr));
         takeCommandResults();
     };
-    if (!form->DoModal(handle(), gone)) form_.reset();
+    // One that has gone again may have made room for the next one already.
+    if (!form->DoModal(handle(), gone) && form_ == form) form_.reset();
 }
 
 }  // namespace protolink

@@ -60,10 +60,14 @@ CUITreeNode* CUIListCtrl::GetFirstSelected(WindowView& view) {
 
 void CUIListCtrl::RedrawItem(WindowView& view, const CUITreeNode& node) { view.setRow(control_, node.shown()); }
 
-void CUIListCtrl::DeleteAll(WindowView& view) {
+void CUIListCtrl::Forget() {
     first_ += nodes_.size();
     byKey_.clear();
     nodes_.clear();
+}
+
+void CUIListCtrl::DeleteAll(WindowView& view) {
+    Forget();
     view.clearRows(control_);
 }
 

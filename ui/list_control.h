@@ -60,6 +60,8 @@ public:
     /// Shows what has become of a row.
     void RedrawItem(WindowView& view, const CUITreeNode& node);
     void DeleteAll(WindowView& view);
+    /// The same where the window that showed the rows has gone.
+    void Forget();
 
 private:
     std::uint32_t control_;
