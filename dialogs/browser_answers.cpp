@@ -166,6 +166,8 @@ void CWndBrowser::takeCommandResults() {
 void CWndBrowser::onCommandResult(const xmlElement& stanza) {
     const std::u16string_view from = stanza.GetAttribute(u"from");
     if (stanza.GetAttribute(u"type") != u"result") notice(u"Błąd wykonania polecenia", from, BoxStyle::Error);
+    // The window may have gone in that box.
+    if (!live_) return;
     const xmlElement* const command = stanza.GetChildPtr(u"command");
     if (!command) return;
     const xmlElement* const x = command->GetChildPtr(u"x", ns::kDataForms);

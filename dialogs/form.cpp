@@ -174,6 +174,8 @@ void CWndForm::onXMLResult(xmlElement& stanza, void*) {
     const std::u16string_view type = stanza.GetAttribute(u"type");
     if (type == u"result" && stanza.GetAttribute(u"id") == pendingId_) onSubmitted(stanza, from);
     if (type == u"error") onError(stanza, from);
+    // The window may have gone in a box.
+    if (!isOpen()) return;
     const xmlElement* const query = stanza.GetChildPtr(u"query", ns::kRegister);
     if (query && type == u"result") onRegistration(*query, stanza);
 }
@@ -234,6 +236,8 @@ void CWndForm::render(const xmlElement& x, const xmlElement* stanza) {
     }
     beginFields();
     for (const xmlElement& child : x.children) {
+        // A box about a field may have seen the window go.
+        if (!isOpen()) return;
         if (child.name == u"field") addField(child);
     }
     finishLayout();
