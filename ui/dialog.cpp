@@ -40,7 +40,13 @@ bool CUIWin7Dialog::DoModal(OKU_WORD parent, std::function<void(std::int32_t res
 
 bool CUIWin7Dialog::open(WindowPlace place) {
     if (isOpen()) return false;
+    opening_ = true;
     std::shared_ptr<WindowView> view = windows_.open(layout(), heading_, description_, place, *this);
+    if (!std::exchange(opening_, false)) {
+        // It was not wanted any more before it was there.
+        if (view) view->destroy();
+        return isOpen();
+    }
     if (!view) return false;
     // The view before may still be on the stack.
     releaseAfterCall(std::exchange(view_, std::move(view)));
@@ -51,6 +57,7 @@ bool CUIWin7Dialog::open(WindowPlace place) {
 }
 
 void CUIWin7Dialog::DestroyWindow() {
+    opening_ = false;
     if (!isOpen()) return;
     view_->destroy();
     if (const auto ended = std::exchange(ended_, nullptr)) ended(result_);

@@ -71,7 +71,8 @@ private:
     std::u16string description_;
     std::function<void(std::int32_t result)> ended_;
     std::int32_t result_ = 0;
-    bool ending_ = false;  // the host was told that the window ends
+    bool opening_ = false;  // the host opens the window now, and it is wanted
+    bool ending_ = false;   // the host was told that the window ends
 };
 
 }  // namespace protolink

@@ -129,7 +129,9 @@ private:
         return atBoundary([&]() -> OKU_WORD {
             HostWindow* const window = g_liveWindows.find(context);
             const auto event = readWindowEvent(eventRecord);
-            return window && event && window->listener_.onWindowEvent(*event) ? 1 : 0;
+            // Until the host has given a handle there is no window of which anything could come.
+            if (!window || !event || !window->handle_) return 0;
+            return window->listener_.onWindowEvent(*event) ? 1 : 0;
         });
     }
 
