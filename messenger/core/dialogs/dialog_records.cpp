@@ -7,13 +7,14 @@
 namespace oku {
 namespace {
 
-/// Walks records that lie one behind the other, each as long as it says. False when one is too short to be one.
+/// Walks records that lie one behind the other, each as long as it says. False when one is too short to be one, or so
+/// long that the next cannot lie behind it.
 template <typename Record, typename Use>
 bool eachRecord(const Record* first, std::uint32_t count, Use use) {
     const auto* at = reinterpret_cast<const char*>(first);
     for (std::uint32_t number = 0; at && number < count; ++number) {
         const auto& record = *reinterpret_cast<const Record*>(at);
-        if (record.size < sizeof(Record)) return false;
+        if (record.size < sizeof(Record) || record.size % alignof(Record) != 0) return false;
         use(record);
         at += record.size;
     }

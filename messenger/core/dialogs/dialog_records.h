@@ -10,8 +10,8 @@
 /// The records of the plugin's windows, read into values.
 namespace oku {
 
-/// Nothing where a control is too short to be one, so that the next cannot be found. What a control is that this host
-/// does not know is left out.
+/// Nothing where a control is of a length that none can have, so that the next cannot be found. What a control is that
+/// this host does not know is left out.
 std::optional<OpenDialog> readWindow(const OKU_WINDOW& record);
 /// The plugin's rows; its number is not among what is read.
 DialogRow readRow(const OKU_ROW& record);

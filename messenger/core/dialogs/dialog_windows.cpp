@@ -8,8 +8,8 @@
 namespace oku {
 
 qsizetype DialogRows::placeOf(qint64 number) const {
-    const qint64 place = number - before - 1;
-    return place >= 0 && place < rows.size() ? place : -1;
+    // Compared before it is taken apart: a person may name any number.
+    return number > before && number - before <= rows.size() ? number - before - 1 : -1;
 }
 
 DialogControl* OpenDialog::control(quint32 id) {
@@ -72,8 +72,11 @@ std::optional<DialogWindow> DialogWindows::value(int number) const {
 }
 
 int DialogWindows::open(OpenDialog dialog) {
-    const bool needsParent = dialog.window.child || dialog.window.modal;
-    if (needsParent && !find(dialog.window.parent)) return 0;
+    if (!find(dialog.window.parent)) {
+        if (dialog.window.child || dialog.window.modal) return 0;
+        // A number that is not given yet is nobody's: the window itself might get it.
+        dialog.window.parent = 0;
+    }
     const int number = dialog.window.number = ++lastNumber_;
     for (qsizetype place = 0; place < dialog.window.controls.size(); ++place) {
         const quint32 id = dialog.window.controls.at(place).id;

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 // Windows of the plugin: what the host keeps of them, and what the user does in them.
+#include <limits>
+
 #include "tests/messenger/core/dialog_stage.h"
 
 namespace oku::test {
@@ -293,6 +295,41 @@ TEST_F(Dialogs, TakeNoRecordThatIsTooShortAndNoWindowOfAnotherModule) {
     }
     for (const char16_t* name : {u"UI/WindowShow", u"UI/WindowDestroy", u"UI/WindowEnd", u"UI/WindowPost"})
         EXPECT_EQ(call(name, ~OKU_WORD{0}, 1), 0U);
+}
+
+TEST_F(Dialogs, AreNotTheirOwnParents) {
+    Controls none;
+    const int first = openSeen(none);
+    const int self = openSeen(none, static_cast<OKU_WORD>(first) + 1);
+    EXPECT_EQ(self, first + 1);
+    EXPECT_EQ(face->window(self)->parent, 0) << "there was no window of that number";
+    const int over = openSeen(none, static_cast<OKU_WORD>(self));
+    EXPECT_EQ(face->window(over)->parent, self);
+    call(u"UI/WindowDestroy", static_cast<OKU_WORD>(self));
+    EXPECT_EQ(face->windows(), QList<int>{first}) << "what stood over it went with it";
+}
+
+TEST_F(Dialogs, TakeNoControlsThatLieAcrossTheirPlaces) {
+    Controls controls;
+    controls.add(OKU_CONTROL_BUTTON, 1).size += 3;
+    controls.add(OKU_CONTROL_BUTTON, 2);
+    EXPECT_EQ(open(controls), 0U);
+}
+
+TEST_F(Dialogs, FindNoRowAtTheEndsOfNumbers) {
+    Controls controls;
+    controls.add(OKU_CONTROL_LIST, 20);
+    const int window = openSeen(controls);
+    const auto handle = static_cast<OKU_WORD>(window);
+    row(handle, 20, 1, u"raz");
+    call(u"UI/RowsClear", handle, 20);
+    row(handle, 20, 2, u"dwa");
+    for (const qint64 number :
+         {std::numeric_limits<qint64>::min(), std::numeric_limits<qint64>::max(), qint64{0}, qint64{1}, qint64{3}}) {
+        EXPECT_NE(face->activateRow(window, 20, number), QString()) << number;
+    }
+    EXPECT_EQ(face->activateRow(window, 20, 2), QString());
+    EXPECT_EQ(heard(), "3:" + std::to_string(window) + "/20/2");
 }
 
 TEST_F(Dialogs, OfTwoControlsWithOneNumberTheFirstHasIt) {
