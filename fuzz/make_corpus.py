@@ -253,6 +253,38 @@ def window_seeds():
     return seeds
 
 
+def dialog_seeds():
+    """A plugin that opens windows and says things of them, and a user who works in them; see dialogs_fuzz.cpp."""
+    none = b"\x00"
+    heard = b"\x03" * 6  # what callbacks take, if there are any: nothing is done in them; elsewhere nothing either
+    text = b"\x02" + short(b"a&b\r\nc")
+
+    def control(kind, place, flags=0, items=()):
+        return bytes([kind, place, flags]) + text + none + none + bytes([len(items)]) + b"".join(items) + (
+            b"" if items else b"\x00") + b"\x03\x00"
+
+    def window(controls, flags=0, parent=0):
+        return b"\x00\x00" + bytes([len(controls)]) + b"".join(controls) + text * 3 + bytes([flags, parent, 1])
+
+    def user(number, place, act, more=b""):
+        return b"\x02" + bytes([number, place, act]) + more + b"\x03" + heard
+
+    browser = window([control(6, 1, items=[text, text]), control(7, 5, 16, [text]), control(1, 6), control(9, 2, 8), control(8, 4)])
+    form = window([control(2, 3), control(5, 1), control(4, 2)], flags=2, parent=1)
+    rows = b"".join(b"\x00\x05\x02" + (text * 2 + none) * 2 + b"\x04\x01" + bytes([row]) + text for row in (4, 5, 4))
+    menu = b"\x00\x06\x02" + (b"\x01" + text + b"\x02\x00") * 2 + b"\x01\x04"
+    said = b"".join(b"\x00\x03" + bytes([what, 1, place, 4]) + text
+                    for what in range(1, 10) for place in (0, 1, 2, 4, 5))
+    asked = b"".join(b"\x00\x04" + bytes([what, 1, place, 4]) + none for what in range(1, 5) for place in (1, 4, 5))
+    told = b"".join(b"\x00\x02" + bytes([which, 1]) + text for which in range(1, 4))
+    worked = (user(1, 5, 0, short(b"\x00a\x00b")) + user(1, 1, 1, b"\x04") + user(1, 2, 3) + user(1, 5, 4) + user(1, 4, 5, b"\x04")
+              + user(1, 4, 5, b"\xff") + user(1, 4, 6, b"\x05") + user(1, 0, 7, b"\x01") + user(1, 0, 8))
+    gone = b"".join(b"\x00\x01" + bytes([what, 1, 4]) + heard for what in (4, 3, 0, 5, 2))
+    modal = window([control(9, 1, 8)], flags=1, parent=1)
+    return numbered([browser + rows + menu + worked, browser + form + said + asked + told, browser + form + modal + worked + gone,
+                     window([], parent=1) + window([], parent=2) + gone * 2, form + modal + browser + gone])
+
+
 def main():
     texts = transcripts()
     write("probe", {name: in_pieces(text) for name, text in texts.items()})
@@ -280,6 +312,7 @@ def main():
     stream = compressor.compress(b"<message><body>a</body></message>") + compressor.flush(zlib.Z_SYNC_FLUSH)
     write("pubsub", pubsub_seeds())
     write("windows", window_seeds())
+    write("dialogs", dialog_seeds())
     write("mailbox", mailbox_seeds())
     write("inflate", {"valid": b"\x01" + short(b"\x03\x01") + b"<presence/>" * 9, "stream": b"\x00" + short(b"\x02") + stream,
                       "damaged": b"\x00\x00" + stream[:9] + b"\xff" + stream[10:]})
