@@ -56,6 +56,7 @@ WindowLayout layout() {
         {.kind = ControlKind::Button, .id = kGo, .text = u"Przejdź", .isDefault = true},
         {.kind = ControlKind::List,
          .id = kItems,
+         .name = u"Elementy:",
          .emptyText = u"Brak elementów",
          .fontName = u"Verdana",
          .fontSize = 8},

@@ -84,6 +84,8 @@ std::uint32_t CWndFormField::addControls(std::vector<Control>& page, std::uint32
     } else {
         input.text = value_;
         input.readOnly = type_->sent == Sent::Nothing;
+        // Nothing stands before it, so what it is called is not to be seen.
+        if (!type_->labelled) input.name = label_;
     }
     page.push_back(std::move(input));
     return kStep + static_cast<std::uint32_t>(more);

@@ -142,6 +142,26 @@ TEST_F(LargeWindows, FieldsOfOneNameOrNoneAreSentAsTheyStand) {
     form->DestroyWindow();
 }
 
+TEST_F(LargeWindows, AnAddressPastedWithEverythingIsAskedAsOne) {
+    const auto browser = std::make_shared<CWndBrowser>(windows, boxes, accounts);
+    browser->open();
+    RecordedWindow& window = windows.newest(6003);
+    const std::u16string pasted =
+        u"\"'><a/>&amp;\x1\xFFFE\xD800\xDC00\xDC00\t\r\n\x202E" + std::u16string(1'000'000, u'x');
+    window.controls.at(browser::kJid).text = pasted;
+    window.controls.at(browser::kNode).text = pasted;
+    window.press(browser::kGo);
+    std::vector<xmlElement> asked;
+    lutXMLParseA(asked, sent.back());
+    ASSERT_EQ(asked.size(), 1u);
+    ASSERT_EQ(asked.front().children.size(), 1u);
+    const std::u16string_view jid = asked.front().GetAttribute(u"to");
+    EXPECT_EQ(jid.substr(0, 11), u"\"'><a/>&amp");
+    EXPECT_EQ(jid.substr(jid.size() - 1'000'000), std::u16string(1'000'000, u'x'));
+    EXPECT_EQ(asked.front().children.front().GetAttribute(u"node"), jid);
+    browser->DestroyWindow();
+}
+
 TEST_F(LargeWindows, ATextPastedWithEverythingStaysOneText) {
     RecordedWindow& page = formWith("<field type='text-single' var='a'/>");
     page.controls.at(25).text = u"</value>&\x1\xFFFE\xD800\"'\t\r\n\x202E";
