@@ -243,7 +243,16 @@ def window_seeds():
         (rb"<query xmlns='jabber:iq:register'>.*<x [^>]*>(.*)</x>", command(102) + b"\x00", b"\x00" + submit),
         (rb"<command [^>]*><x [^>]*>(.*)</x>", command(104),
          b"\x01\x0b\x00\xc7\x00\x00\x00" + nothing + b"\x00\x00" + submit))
-    seeds = {}
+    def press(place, window, *values):
+        return b"\x01\x01" + bytes([place]) + b"\x00" * 3 + bytes([window]) + b"".join(b"\x00" + short(one) for one in values)
+
+    page = b"\x06\x01\x00" + nothing * 7
+    password = page + press(19, 0) + b"\x00" + press(0, 1, b"secret2", b"secret2")
+    account = b"\x07" + page + press(18, 0) + b"\x00" + press(0, 1, b"secret2", b"secret2", b"new@b.example")
+    stored = page + press(12, 0) + nothing * 2 + press(17, 0) + b"\x06\x00" + press(15, 0) + b"\x06" + nothing * 2 + (
+        b"\x06\x04" + nothing * 24)
+    seeds = {"password": password + answer(0, b"") + b"\x01\x0a\x00\x01" + b"\x00\x00\x01", "account": account + b"\x05" * 3,
+             "stored": stored + b"\x06\x02\x06\x03" + page}
     for path in sorted((ROOT.parent / "tests/dialogs").glob("*.transcript")):
         text = path.read_bytes()
         for shape, (pattern, before, after) in enumerate(roads, 1):

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
 
-// The plugin's own windows: a user who does anything with them, a host that tells any values, and servers that answer
-// whatever they like to what was asked last.
+// The plugin's own windows and pages: a user who does anything with them, also while the host opens one or shows a box,
+// a host that tells any values, and servers that answer whatever they like to what was asked last.
 #include <array>
 #include <set>
 #include <string>
@@ -12,12 +12,29 @@
 #include "fuzz/sent_text.h"
 #include "host/oku/dialogs.h"
 #include "host/oku/menu.h"
+#include "host/oku/windows.h"
 #include "host/util/utf.h"
 #include "tests/torture/client.h"
 
 namespace {
 
 constexpr std::uint32_t kNet = 1;
+constexpr int kMostNested = 4;
+
+OKU_WINDOW_EVENT eventOf(fuzz::Input& input) {
+    static constexpr std::array<std::uint32_t, 24> kControls{1,    2,    25,   55,   6025, 6026, 6027, 6028,
+                                                             6029, 119,  6000, 6009, 6014, 7002, 7004, 7006,
+                                                             7009, 7013, 7029, 7031, 7032, 7033, 7034, 0};
+    OKU_WINDOW_EVENT event{};
+    event.kind = input.byte() % 13;
+    event.control = kControls[input.byte() % kControls.size()];
+    const std::uint8_t number = input.byte();
+    event.number = number < 100 ? number : number < 200 ? 900 + number : number - 250;
+    if (event.number == 1099) event.number = 1025;
+    event.width = static_cast<std::int32_t>(input.number());
+    event.height = -event.width;
+    return event;
+}
 
 /// The host's windows; those that have gone keep their callbacks, as a host may call late.
 class Desk {
@@ -37,6 +54,17 @@ public:
         const torture::Callback window = callbacks_[input_.byte() % callbacks_.size()];
         window(withRecord ? reinterpret_cast<OKU_WORD>(&event) : 0);
     }
+    /// An event of the options page in one of two windows of the host's that it may be shown in.
+    void tellPage(std::uint8_t which) {
+        std::array<char16_t, OKU_PAGE_TEXT_CAPACITY> title{};
+        OKU_PAGE_EVENT event{};
+        event.size = sizeof event;
+        event.event = which % 12;
+        event.page = which < 250 ? &pageWords_[which / 12 % pageWords_.size()] : nullptr;
+        event.parent = 1000 + which / 12 % pageWords_.size();
+        event.title = title.data();
+        page_(reinterpret_cast<OKU_WORD>(&event));
+    }
     void answer(std::uint8_t shape, std::string_view content) {
         if (!client_.isOpen(kNet) || ids_.empty()) return;
         static constexpr std::array<std::pair<std::string_view, std::string_view>, 6> kShapes{{
@@ -50,7 +78,9 @@ public:
         }};
         const auto& [begin, end] = kShapes[shape % kShapes.size()];
         const std::string& id = ids_[ids_.size() - 1 - input_.byte() % ids_.size()];
-        client_.say(kNet, "<iq from='a.example' id='" + id + "' type='" + (shape < 200 ? "result" : "error") + "'>" +
+        static constexpr std::array<std::string_view, 4> kSenders{"a.example", "a.example", "b.example/c", ""};
+        const std::string from(kSenders[shape / 6 % kSenders.size()]);
+        client_.say(kNet, "<iq from='" + from + "' id='" + id + "' type='" + (shape < 200 ? "result" : "error") + "'>" +
                               std::string(begin) + std::string(content) + std::string(end) + "</iq>");
     }
     bool anyOpen() const { return !open_.empty(); }
@@ -64,21 +94,54 @@ private:
     }
 
     std::optional<OKU_WORD> serve(const torture::Call& call) {
+        if (call.name == u"OKU/AddOptionsPage") {
+            const auto& page = *reinterpret_cast<const OKU_OPTIONS_PAGE*>(call.extra);
+            page_ = {page.callback, page.context};
+            pageWords_ = {};
+        }
         if (!call.name.starts_with(u"UI/")) return std::nullopt;
         if (call.name == u"UI/WindowOpen") return open(*reinterpret_cast<const OKU_WINDOW*>(call.param));
         if (call.name == u"UI/WindowDestroy") open_.erase(call.param);
+        if (call.name == u"UI/MessageBox") return ask();
         if (call.name == u"UI/ControlGet") return get(*reinterpret_cast<OKU_CONTROL_VALUE*>(call.param));
         return 0;
     }
     OKU_WORD open(const OKU_WINDOW& window) {
-        if (input_.byte() == 255) return 0;
+        const std::uint8_t how = input_.byte();
+        if (how == 255) return 0;
         callbacks_.push_back({window.callback, window.context});
-        open_.insert(static_cast<OKU_WORD>(callbacks_.size()));
-        return static_cast<OKU_WORD>(callbacks_.size());
+        const auto handle = static_cast<OKU_WORD>(callbacks_.size());
+        open_.insert(handle);
+        if (how > 240) meanwhile();
+        // Whoever unloads the plugin drops its windows.
+        if (!client_.loaded()) open_.clear();
+        return handle;
+    }
+    OKU_WORD ask() {
+        const std::uint8_t button = input_.byte();
+        if (button > 100) meanwhile();
+        return button % 8;
+    }
+    /// What no host should do: the user goes on while a call waits.
+    void meanwhile() {
+        if (nested_ >= kMostNested) return;
+        ++nested_;
+        const std::uint8_t what = input_.byte();
+        if (what < 200) {
+            tell(eventOf(input_), true);
+        } else if (what < 250) {
+            tellPage(what);
+        } else {
+            client_.unload();
+            open_.clear();
+        }
+        --nested_;
     }
     OKU_WORD get(OKU_CONTROL_VALUE& value) {
         const std::uint8_t what = input_.byte();
         text_ = what % 2 ? input_.wide() : utow(input_.text());
+        // The wizard sends a password as it stands, so this user has none with markup in it.
+        if (value.control == 7033) std::erase_if(text_, [](char16_t unit) { return unit == u'<' || unit == u'&'; });
         value.text = what == 254 ? nullptr : text_.c_str();
         value.number = what == 253 ? -7 : what % 4;
         return what == 255 ? 0 : 1;
@@ -90,25 +153,15 @@ private:
     std::set<OKU_WORD> open_;
     std::vector<std::string> ids_;
     std::u16string text_;
+    torture::Callback page_;  // of the options; a host may call it late
+    std::array<OKU_WORD, 2> pageWords_{};
+    int nested_ = 0;
 };
 
 void openBrowser(torture::Client& client) {
     const auto item = client.host.menuItems.find(u"XMPP/InternalBrowser");
     OKU_MENU_EVENT event{sizeof event, 0, u"XMPP/InternalBrowser"};
     if (item != client.host.menuItems.end()) item->second(reinterpret_cast<OKU_WORD>(&event));
-}
-
-OKU_WINDOW_EVENT eventOf(fuzz::Input& input) {
-    static constexpr std::array<std::uint32_t, 10> kControls{1, 2, 25, 55, 6025, 6026, 6027, 6028, 6029, 119};
-    OKU_WINDOW_EVENT event{};
-    event.kind = input.byte() % 13;
-    event.control = kControls[input.byte() % kControls.size()];
-    const std::uint8_t number = input.byte();
-    event.number = number < 100 ? number : number < 200 ? 900 + number : number - 250;
-    if (event.number == 1099) event.number = 1025;
-    event.width = static_cast<std::int32_t>(input.number());
-    event.height = -event.width;
-    return event;
 }
 
 void doOne(torture::Client& client, Desk& desk, fuzz::Input& input) {
@@ -127,10 +180,9 @@ void doOne(torture::Client& client, Desk& desk, fuzz::Input& input) {
         case 5:
             return client.pass(200);
         case 6:
-            if (what > 240) client.cut(kNet);
-            return;
+            return what > 240 ? client.cut(kNet) : desk.tellPage(input.byte());
         default:
-            if (what < 248) return;
+            if (what < 248) return client.setStatus(kNet, what < 100 ? 7 : 1);
             client.unload();
             fuzz::require(!desk.anyOpen(), "a window outlives the plugin");
             client.logIn();
@@ -144,7 +196,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     torture::Client client;
     Desk desk(client, input);
     client.logIn();
-    while (!input.empty()) doOne(client, desk, input);
+    while (!input.empty()) {
+        doOne(client, desk, input);
+        client.pump();
+        if (!client.loaded()) client.logIn();
+    }
     client.unload();
     fuzz::require(!desk.anyOpen(), "a window outlives the plugin");
     return 0;
