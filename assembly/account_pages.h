@@ -4,9 +4,8 @@
 // The pages of an account in the windows of the host.
 #pragma once
 
-#include "dialogs/dialog_account.h"
+#include "dialogs/properties_xmpp.h"
 #include "host/oku/base.h"
-#include "im/roster.h"
 #include "profile/avatar_cache.h"
 #include "stream/connection.h"
 #include "ui/host_pages.h"
@@ -16,21 +15,35 @@ namespace protolink {
 
 class AccountPages {
 public:
-    AccountPages(DialogAccount& account, Connection& connection, const Roster& roster, WindowFactory& windows,
-                 const AvatarCache& avatars)
-        : account_(account), connection_(connection), roster_(roster), windows_(windows), avatars_(avatars) {}
+    /// `informationPage` is the host's callback for that page.
+    AccountPages(const ContactParts& parts, Connection& connection, WindowFactory& windows, const AvatarCache& avatars,
+                 OKU_HANDLER informationPage)
+        : parts_(parts),
+          account_(parts.account),
+          connection_(connection),
+          windows_(windows),
+          avatars_(avatars),
+          informationPage_(informationPage) {}
 
     /// The host's callback for the options page, with an OKU_PAGE_EVENT. 1 when the event could not be done.
     OKU_WORD onOptionsPage(OKU_WORD pageEvent);
+    /// The same for a contact's page of settings.
+    OKU_WORD onPropertiesPage(OKU_WORD pageEvent);
+    /// The same for the page that tells of a contact's resources.
+    OKU_WORD onInformationPage(OKU_WORD pageEvent);
+    /// The host's event before it shows a contact's properties, with an OKU_PROPERTIES_EVENT and the host's word for
+    /// them: the page of information is for the account's own contacts. Always 0.
+    OKU_WORD onAddPages(OKU_WORD propertiesEvent, OKU_WORD properties) const;
     /// Closes all that is open.
     void close() { pages_.close(); }
 
 private:
+    ContactParts parts_;
     DialogAccount& account_;
     Connection& connection_;
-    const Roster& roster_;
     WindowFactory& windows_;
     const AvatarCache& avatars_;
+    OKU_HANDLER informationPage_;
     HostPages pages_;
 };
 

@@ -9,6 +9,7 @@
 #include "assembly/account_pages.h"
 #include "assembly/entries.h"
 #include "assembly/shared_parts.h"
+#include "dialogs/contact_items.h"
 #include "dialogs/dialog_account.h"
 #include "extensions/contact_capabilities.h"
 #include "extensions/disco_replies.h"
@@ -129,7 +130,12 @@ public:
     CSessionManager sessionManager{client, output, dispatcher, contacts, downloadTick};
     FileChoice fileChoice{client, sessionManager};
     DialogAccount dialogAccount{client, dispatcher, output};
-    AccountPages pages{dialogAccount, connection, roster, shared->windows, shared->avatars};
+    ContactItems contactItems{client, contacts};
+    AccountPages pages{{dialogAccount, contacts, features, roster, privacy, presence},
+                       connection,
+                       shared->windows,
+                       shared->avatars,
+                       informationPage};
 
 private:
     // What the account's frame asks for.

@@ -39,7 +39,7 @@ struct EntryHandler<Part, Member> {
 template <auto Part, auto Member>
 constexpr OKU_HANDLER entry = &EntryHandler<Part, Member>::handle;
 
-/// A registration whose feature the plugin does not have: nothing done.
+/// A registration that the host may count on and that has nothing to do.
 OKU_WORD OKU_CALL notServed(OKU_WORD, OKU_WORD, OKU_WORD) noexcept { return 0; }
 
 }  // namespace
@@ -65,8 +65,8 @@ const AccountEntries& accountEntries() {
         .hooks =
             {
                 {u"OKU/OnAvatarChanged", entry<&A::ownAvatar, &OwnAvatar::onAvatarChanged>},
-                {u"OKU/OnMenuRebuild", notServed},
-                {u"OKU/PropertiesAddPages", notServed},
+                {u"OKU/OnMenuRebuild", entry<&A::contactItems, &ContactItems::onMenuRebuild>},
+                {u"OKU/PropertiesAddPages", entry<&A::pages, &AccountPages::onAddPages>},
             },
         .authorization = entry<&A::subscriptions, &Subscriptions::onContactAuth>,
         .contactDelete = entry<&A::roster, &Roster::onContactDelete>,
@@ -74,7 +74,7 @@ const AccountEntries& accountEntries() {
         .statusWindow = entry<&A::statusMenu, &StatusMenu::onStatusWindow>,
         .statusResult = entry<&A::statusMenu, &StatusMenu::onStatusResult>,
         .optionsPage = entry<&A::pages, &AccountPages::onOptionsPage>,
-        .propertiesPage = notServed,
+        .propertiesPage = entry<&A::pages, &AccountPages::onPropertiesPage>,
         .socketEvent = entry<&A::socketEvents, &SocketEvents::onSocketEvent>,
         .keepaliveTick = entry<&A::keepalive, &Keepalive::onTimer>,
     };
@@ -83,6 +83,10 @@ const AccountEntries& accountEntries() {
 
 OKU_WORD OKU_CALL reconnectTick(OKU_WORD param, OKU_WORD extra, OKU_WORD context) noexcept {
     return entry<&AccountParts::connection, &Connection::onReconnectTimer>(param, extra, context);
+}
+
+OKU_WORD OKU_CALL informationPage(OKU_WORD param, OKU_WORD extra, OKU_WORD context) noexcept {
+    return entry<&AccountParts::pages, &AccountPages::onInformationPage>(param, extra, context);
 }
 
 OKU_WORD OKU_CALL downloadTick(OKU_WORD param, OKU_WORD extra, OKU_WORD context) noexcept {

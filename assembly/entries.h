@@ -22,6 +22,9 @@ OKU_WORD OKU_CALL reconnectTick(OKU_WORD param, OKU_WORD extra, OKU_WORD context
 /// The host's callback for the timer that looks for ended downloads.
 OKU_WORD OKU_CALL downloadTick(OKU_WORD param, OKU_WORD extra, OKU_WORD context) noexcept;
 
+/// The host's callback for the page that tells of a contact's resources.
+OKU_WORD OKU_CALL informationPage(OKU_WORD param, OKU_WORD extra, OKU_WORD context) noexcept;
+
 /// Where received elements go. The order decides: the first row that takes an element has it.
 std::span<const Route<AccountParts>> accountRoutes();
 

@@ -31,9 +31,14 @@ ContactEntry& Contacts::entry(std::u16string_view jid) {
     return entries_.emplace(std::u16string(jid), ContactEntry()).first->second;
 }
 
-std::u16string Contacts::displayName(std::u16string_view jid) const {
+const ContactEntry* Contacts::find(std::u16string_view jid) const {
     const auto found = entries_.find(jid);
-    return found == entries_.end() || found->second.name.empty() ? std::u16string(jid) : found->second.name;
+    return found == entries_.end() ? nullptr : &found->second;
+}
+
+std::u16string Contacts::displayName(std::u16string_view jid) const {
+    const ContactEntry* const found = find(jid);
+    return !found || found->name.empty() ? std::u16string(jid) : found->name;
 }
 
 ResourceEntry* Contacts::findResource(std::u16string_view jid, std::u16string_view resource) {

@@ -66,6 +66,8 @@ class Contacts {
 public:
     /// Valid until `clear`.
     ContactEntry& entry(std::u16string_view jid);
+    /// The entry of an exactly so written JID, or null; makes none. Valid until `clear`.
+    const ContactEntry* find(std::u16string_view jid) const;
     /// What the contact is called: its name, or the bare JID of somebody without one. Makes no entry.
     std::u16string displayName(std::u16string_view jid) const;
     /// The resource of that exact name, or null. Valid until it goes.

@@ -21,4 +21,9 @@ inline OKU_CONTACT_RECORD contactRecord(const CClientClass& client, const std::u
     return contact;
 }
 
+/// Whether the host means one of the account's contacts, and not another account's or another plugin's.
+inline bool isOfAccount(const CClientClass& client, const OKU_CONTACT_RECORD* contact) {
+    return contact && readText(contact->pfClass) == kProtocolClass && contact->netId == client.netId;
+}
+
 }  // namespace protolink

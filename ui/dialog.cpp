@@ -27,7 +27,9 @@ void CUIWin7Dialog::SetWindowText(const std::u16string& title) { view_->setTitle
 
 bool CUIWin7Dialog::Create() { return open({}); }
 
-bool CUIWin7Dialog::CreateChild(OKU_WORD parent) { return open({WindowPlace::Kind::Child, parent}); }
+bool CUIWin7Dialog::CreateChild(OKU_WORD parent, const Rectangle& inside) {
+    return open({WindowPlace::Kind::Child, parent, inside});
+}
 
 bool CUIWin7Dialog::DoModal(OKU_WORD parent, std::function<void(std::int32_t result)> ended) {
     if (isOpen()) return false;
@@ -52,6 +54,7 @@ bool CUIWin7Dialog::open(WindowPlace place) {
     releaseAfterCall(std::exchange(view_, std::move(view)));
     ending_ = false;
     OnInitDialog();
+    MoveWindow(place.inside);
     view_->show(true);
     return isOpen();
 }
@@ -65,6 +68,10 @@ void CUIWin7Dialog::DestroyWindow() {
 
 void CUIWin7Dialog::ShowWindow(bool visible) {
     if (view_) view_->show(visible);
+}
+
+void CUIWin7Dialog::MoveWindow(const Rectangle& inside) {
+    if (view_ && inside != Rectangle()) view_->place(kWholeWindow, inside);
 }
 
 void CUIWin7Dialog::EndDialog(std::int32_t result) {

@@ -28,7 +28,7 @@ public:
     /// Opens the window and shows it. False when no window opens, or when it has gone again already.
     bool Create();
     /// The same inside another window, or inside the page whose parent's word the host gave.
-    bool CreateChild(OKU_WORD parent);
+    bool CreateChild(OKU_WORD parent, const Rectangle& inside = {});
     /// The same as a window that takes the input of its parent away. Returns at once; `ended` is called once, when the
     /// window has gone, with the result that it ended with, or with 0.
     bool DoModal(OKU_WORD parent, std::function<void(std::int32_t result)> ended);
@@ -39,6 +39,8 @@ public:
     /// Of the open window, 0 without one.
     OKU_WORD handle() const { return view_ ? view_->handle() : 0; }
     void ShowWindow(bool visible);
+    /// Places a child inside its parent. A rectangle that is none changes nothing.
+    void MoveWindow(const Rectangle& inside);
 
 protected:
     /// What the window holds when it opens.

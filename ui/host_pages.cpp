@@ -19,6 +19,8 @@ void fill(char16_t* buffer, const std::u16string& text) {
     buffer[length] = u'\0';
 }
 
+Rectangle placeOf(const OKU_PAGE_EVENT& event) { return {event.x, event.y, event.width, event.height}; }
+
 }  // namespace
 
 OKU_WORD HostPages::onEvent(const OKU_PAGE_EVENT& event, const PageTexts& texts, const Make& make) {
@@ -38,6 +40,11 @@ OKU_WORD HostPages::onEvent(const OKU_PAGE_EVENT& event, const PageTexts& texts,
         case OKU_PAGE_APPLY:
         case OKU_PAGE_OK:
             return page->OptionsSave() ? 0 : 1;
+        case OKU_PAGE_ADD:
+            return page->OptionsAdd() ? 0 : 1;
+        case OKU_PAGE_PLACE:
+            page->MoveWindow(placeOf(event));
+            return 0;
         default:
             return 0;
     }
@@ -47,6 +54,7 @@ OKU_WORD HostPages::show(const OKU_PAGE_EVENT& event, const PageTexts& texts, co
     fill(event.title, texts.title);
     fill(event.description, texts.description);
     if (const std::shared_ptr<COptionsDialog> page = find(*event.page)) {
+        page->MoveWindow(placeOf(event));
         page->ShowWindow(true);
         return 0;
     }
@@ -57,7 +65,7 @@ OKU_WORD HostPages::show(const OKU_PAGE_EVENT& event, const PageTexts& texts, co
     const std::shared_ptr<COptionsDialog> page = make();
     open_.emplace(word, page);
     *event.page = word;
-    if (page->CreateChild(event.parent) && find(word)) return 0;
+    if (page->CreateChild(event.parent, placeOf(event)) && find(word)) return 0;
     // No window opened, or the page was dropped meanwhile, and then perhaps another one stands here.
     if (*event.page == word) *event.page = 0;
     drop(word);

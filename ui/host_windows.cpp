@@ -53,6 +53,9 @@ public:
     void post(std::uint32_t number) override {
         if (handle_) windows_.post(handle_, number);
     }
+    void commandParent(std::uint32_t button) override {
+        if (handle_) windows_.commandParent(handle_, button);
+    }
     void startTimer(std::uint32_t milliseconds) override {
         if (!handle_) return;
         timerName_ = lutCID(u"XMPP/Window/%d", context_);
@@ -101,6 +104,8 @@ public:
         record.height = rectangle.height;
         windows_.place(record);
     }
+
+    ControlName nameOf(std::uint32_t control) const override { return {handle_, static_cast<OKU_WORD>(control)}; }
 
     void setRow(std::uint32_t list, const ListRow& row) override {
         if (!handle_) return;

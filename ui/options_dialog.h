@@ -15,6 +15,8 @@ public:
 
     /// Stores what is on the page. False when that cannot be done; the page stays as it is.
     virtual bool OptionsSave() = 0;
+    /// The same for something that is new.
+    virtual bool OptionsAdd() { return true; }
 
 protected:
     /// Fills in the page, which nobody has seen yet.

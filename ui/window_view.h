@@ -56,6 +56,12 @@ struct ListRow {
     std::vector<std::pair<std::u16string, std::u16string>> fields;
 };
 
+/// How a service of the host is told of a control: by its param and its extra.
+struct ControlName {
+    OKU_WORD window = 0;
+    OKU_WORD control = 0;
+};
+
 /// An open window. It goes with this object, or before with `destroy`; after that nothing comes of it any more, and
 /// whatever is still asked of it does nothing. What is set here is not told back.
 class WindowView {
@@ -71,6 +77,8 @@ public:
     virtual void end(std::int32_t result) = 0;
     /// `Posted` with the number comes later, not from inside the call.
     virtual void post(std::uint32_t number) = 0;
+    /// Of a child: what the button `kOkButton` or `kCancelButton` of the window around it does is to be done, later.
+    virtual void commandParent(std::uint32_t button) = 0;
     /// `Timer` comes every so many milliseconds until the timer is killed or the window goes.
     virtual void startTimer(std::uint32_t milliseconds) = 0;
     virtual void killTimer() = 0;
@@ -93,7 +101,9 @@ public:
     virtual void setEnabled(std::uint32_t control, bool enabled) = 0;
     virtual void setReadOnly(std::uint32_t control, bool readOnly) = 0;
     virtual void focus(std::uint32_t control) = 0;
+    /// `kWholeWindow` is a child inside its parent.
     virtual void place(std::uint32_t control, const Rectangle& rectangle) = 0;
+    virtual ControlName nameOf(std::uint32_t control) const = 0;
 
     /// A number that the list has not is a new row at the end; one that it has replaces that row in its place.
     virtual void setRow(std::uint32_t list, const ListRow& row) = 0;
@@ -107,7 +117,8 @@ public:
 /// How a window stands to another one.
 struct WindowPlace {
     enum class Kind { Free, Modal, Child } kind = Kind::Free;
-    OKU_WORD parent = 0;  // a window's handle; of a child also what a page of the host gave
+    OKU_WORD parent = 0;    // a window's handle; of a child also what a page of the host gave
+    Rectangle inside = {};  // of a child: where in its parent
 };
 
 /// Who opens windows.

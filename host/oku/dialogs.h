@@ -161,7 +161,8 @@ OKU_ASSERT_OFFSET(OKU_CONTROL_VALUE, control, 16);
 OKU_ASSERT_OFFSET(OKU_CONTROL_VALUE, number, 24);
 OKU_ASSERT_OFFSET(OKU_CONTROL_VALUE, text, 32);
 
-/* Param of "UI/ControlPlace", extra 0: a control's rectangle becomes another one, a hint as ever. */
+/* Param of "UI/ControlPlace", extra 0: a control's rectangle becomes another one, a hint as ever. Control 0 is a child
+ * window as a whole, inside its parent. */
 typedef struct OKU_CONTROL_PLACE {
     uint32_t size; /* 32 */
     uint32_t control;

@@ -6,6 +6,7 @@
 #define OKU_WINDOWS_H
 
 #include "base.h"
+#include "contact.h"
 
 /* Param of "OKU/Info/GetCacheDir" and "OKU/Info/GetProfileDir", extra 0. The host writes the directory, which ends in
  * the separator, into the buffer. */
@@ -47,20 +48,22 @@ OKU_ASSERT_OFFSET(OKU_OPTIONS_PAGE, iconName, 48);
 OKU_ASSERT_OFFSET(OKU_OPTIONS_PAGE, callback, 56);
 OKU_ASSERT_OFFSET(OKU_OPTIONS_PAGE, context, 64);
 
-/* Param of "OKU/PropertiesStaticPageAdd", extra 0. */
+/* Param of "OKU/PropertiesStaticPageAdd", extra 0: a page of all contacts of an account. Also of
+ * "OKU/PropertiesPageAdd", whose extra is the one that "OKU/PropertiesAddPages" came with: a page of that one contact,
+ * without a class and an account. */
 typedef struct OKU_PROPERTIES_PAGE {
     uint32_t size; /* 96 */
     uint32_t reserved4;
     const char16_t* id;
     uint32_t reserved16[2];
     const char16_t* caption;
-    uint32_t value32; /* 7 */
-    int32_t value36;  /* -1000 */
+    uint32_t value32; /* 7; 5 of a page of one contact */
+    int32_t value36;  /* -1000; 1 of a page of one contact */
     uint32_t reserved40[4];
     OKU_HANDLER callback;
     OKU_WORD context;
     uint32_t reserved72[2];
-    const char16_t* pfClass;
+    const char16_t* pfClass; /* null of a page of one contact */
     uint32_t netId;
     uint32_t reserved92;
 } OKU_PROPERTIES_PAGE;
@@ -74,6 +77,21 @@ OKU_ASSERT_OFFSET(OKU_PROPERTIES_PAGE, callback, 56);
 OKU_ASSERT_OFFSET(OKU_PROPERTIES_PAGE, context, 64);
 OKU_ASSERT_OFFSET(OKU_PROPERTIES_PAGE, pfClass, 80);
 OKU_ASSERT_OFFSET(OKU_PROPERTIES_PAGE, netId, 88);
+
+enum { OKU_PROPERTIES_OPEN = 1 };
+
+/* Param of the host's event "OKU/PropertiesAddPages": the properties of a contact are about to be shown. Extra is a
+ * word of the host's that names them. */
+typedef struct OKU_PROPERTIES_EVENT {
+    uint32_t size; /* 32 */
+    uint32_t event;
+    const OKU_CONTACT_RECORD* contact; /* null for a new contact */
+    uint32_t reserved16[4];
+} OKU_PROPERTIES_EVENT;
+
+OKU_ASSERT_SIZE(OKU_PROPERTIES_EVENT, 32);
+OKU_ASSERT_OFFSET(OKU_PROPERTIES_EVENT, event, 4);
+OKU_ASSERT_OFFSET(OKU_PROPERTIES_EVENT, contact, 8);
 
 /* Param of "OKU/StatusWND/Prepare", extra 0. */
 typedef struct OKU_STATUS_WINDOW_PREPARE {

@@ -79,6 +79,10 @@ void ContactList::askForAuthorization(const OKU_CONTACT_RECORD& contact) const {
     host_.call(u"OKU/PFAskForAuth", toWord(&contact));
 }
 
+void ContactList::listGroups(OKU_WORD window, OKU_WORD control) const {
+    host_.call(u"OKU/CTL/EnumGroupsHWND", window, control);
+}
+
 void ContactList::draw(bool on) const { host_.call(u"OKU/CTL/EnableDrawing", on ? 1 : 0); }
 
 void ContactList::endPauses() const {

@@ -30,6 +30,8 @@ public:
     void setTyping(const OKU_CONTACT_RECORD& contact, bool composing) const;
     /// The contact's picture lies in the file `path` from now on.
     void setAvatar(const OKU_CONTACT_RECORD& contact, const std::u16string& path) const;
+    /// Puts the names of the host's groups into a drop-down, which is named as `WindowView::nameOf` gives it.
+    void listGroups(OKU_WORD window, OKU_WORD control) const;
     void askForAuthorization(const OKU_CONTACT_RECORD& contact) const;
 
     /// For an account that ends while one of its own calls keeps the list from being drawn: it is drawn again.

@@ -32,4 +32,15 @@ void Pages::addPropertiesPage(const std::u16string& id, std::uint32_t netId, Cal
     host_.call(u"OKU/PropertiesStaticPageAdd", toWord(&record));
 }
 
+void Pages::addInformationPage(CallbackTarget target, OKU_WORD properties) const {
+    auto record = makeRecord<OKU_PROPERTIES_PAGE>();
+    record.id = u"XMPP/Prop/Info";
+    record.caption = u"Informacje XMPP";
+    record.value32 = 5;
+    record.value36 = 1;
+    record.callback = target.callback;
+    record.context = target.context;
+    host_.call(u"OKU/PropertiesPageAdd", toWord(&record), properties);
+}
+
 }  // namespace protolink

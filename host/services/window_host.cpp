@@ -31,6 +31,10 @@ void WindowHost::end(OKU_WORD window, std::int32_t result) const { host_.call(u"
 
 void WindowHost::post(OKU_WORD window, std::uint32_t number) const { host_.call(u"UI/WindowPost", window, number); }
 
+void WindowHost::commandParent(OKU_WORD child, std::uint32_t button) const {
+    host_.call(u"UI/ParentCommand", child, static_cast<OKU_WORD>(button));
+}
+
 void WindowHost::setText(OKU_WORD window, std::uint32_t which, const std::u16string& text) const {
     auto record = makeRecord<OKU_WINDOW_TEXT>();
     record.which = which;

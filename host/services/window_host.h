@@ -27,6 +27,8 @@ public:
     void end(OKU_WORD window, std::int32_t result) const;
     /// The host tells the number back by the window's callback, later.
     void post(OKU_WORD window, std::uint32_t number) const;
+    /// Presses a button of the window that a child lies in; the host does it later.
+    void commandParent(OKU_WORD child, std::uint32_t button) const;
     /// `which` is OKU_WINDOW_TITLE or its kin.
     void setText(OKU_WORD window, std::uint32_t which, const std::u16string& text) const;
 

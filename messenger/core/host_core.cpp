@@ -108,6 +108,7 @@ void HostCore::connectParts() {
             [this](AccountEntry* account, const QString& jid, const ContactDetails& details) {
                 contacts.list(*account).setDetails(jid, details);
             });
+    dialogServices.setGroups([this] { return contacts.groups(); });
     // What a long list needed on its way to the contacts is many times what they keep.
     tidying_.setSingleShot(true);
     tidying_.setInterval(kTidyingDelay);

@@ -96,7 +96,7 @@ public:
     DialogWindows dialogs;
     DialogInput dialogInput{dialogs, queue};
     DialogServices dialogServices{services, dialogs, dialogInput};
-    HostPages pages{windows, dialogs, dialogInput};
+    HostPages pages{windows, events, dialogs, dialogInput};
     ContactService contacts{services, accounts, queue};
     Authorizations authorizations{services, accounts};
     HookChain hooks{services, accounts};

@@ -19,7 +19,7 @@ import subprocess
 import sys
 
 FOLDERS = ("assembly", "plugin", "host", "platform", "stream", "router", "im", "extensions", "profile", "transfer",
-           "dialogs", "messenger")
+           "ui", "dialogs", "messenger")
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 # clang reads no headers that another compiler has read before, and a few warnings have other names there.
 LEFT_OUT = re.compile(r"-Winvalid-pch|-fno-gnu-unique|-fsanitize=.*|-fno-sanitize.*")

@@ -28,6 +28,7 @@ public:
     void destroy() override { handle_ = 0; }
     void end(std::int32_t result) override { ended = result; }
     void post(std::uint32_t number) override { posted.push_back(number); }
+    void commandParent(std::uint32_t button) override { commanded.push_back(button); }
     void startTimer(std::uint32_t milliseconds) override { timer = milliseconds; }
     void killTimer() override { timer = 0; }
     void setTitle(const std::u16string& text) override { opened.title = text; }
@@ -65,7 +66,14 @@ public:
     }
     void setReadOnly(std::uint32_t control, bool readOnly) override { controls.at(control).readOnly = readOnly; }
     void focus(std::uint32_t control) override { focused = control; }
-    void place(std::uint32_t control, const Rectangle& rectangle) override { controls.at(control).place = rectangle; }
+    void place(std::uint32_t control, const Rectangle& rectangle) override {
+        if (control == kWholeWindow) {
+            placed.inside = rectangle;
+        } else {
+            controls.at(control).place = rectangle;
+        }
+    }
+    ControlName nameOf(std::uint32_t control) const override { return {handle_, static_cast<OKU_WORD>(control)}; }
     void setRow(std::uint32_t, const ListRow& row) override {
         ++rowsSet;
         rows[row.number] = row;
@@ -86,6 +94,7 @@ public:
     std::map<std::uint64_t, ListRow> rows;
     std::vector<MenuRow> menu;
     std::vector<std::uint32_t> posted;
+    std::vector<std::uint32_t> commanded;
     std::u16string heading;
     std::u16string description;
     std::optional<std::int32_t> ended;

@@ -7,7 +7,8 @@ import unittest
 from oku.prosody import MODULES, Prosody
 from support.case import Case
 from support.ejabberd import Ejabberd
-from support.windows import COMMANDS, Browser, Form, Page, notice
+from support.friends import befriend
+from support.windows import COMMANDS, Browser, Form, Page, called, notice
 
 USER = "Użytkownik (format: uzytkownik@serwer/zasób):"
 PRIORITY = "Priorytet połączenia:"
@@ -108,6 +109,37 @@ class Pages(Case):
         self.terminal.wait("window-closed", window=page.frame)
         self.assertNotEqual(self.setting("XMPP/Priority"), 17)
         self.assertEqual(Page(self.terminal).text(PRIORITY), "0")
+
+
+class Properties(Case):
+    def setUp(self):
+        super().setUp()
+        self.server = self.prosody()
+        self.other = self.peer("ala", self.server, "other")
+        self.other.roster_set("olek@localhost", "Olek", ["Praca"])
+        self.terminal = self.online("ala", self.server)
+
+    def test_a_contact_gets_another_name_and_another_group(self):
+        page = Page(self.terminal, "properties", jid="olek@localhost")
+        self.assertEqual([page.text(name) for name in ("JID:", "Nazwa:", "Grupa:")], ["olek@localhost", "Olek", "Praca"])
+        controls = {called(one): one for one in page.controls}
+        self.assertTrue(controls["JID:"]["readOnly"])
+        self.assertIn("Praca", controls["Grupa:"]["items"])
+        page.fill("Nazwa:", "Oleś <&> ąę")
+        page.fill("Grupa:", "Dom & „my”")
+        page.apply()
+        self.other.wait("roster", items=lambda items: items.get("olek@localhost", {}).get("name") == "Oleś <&> ąę"
+                        and items["olek@localhost"]["groups"] == ["Dom & „my”"])
+        self.terminal.wait("contact", jid="olek@localhost", name="Oleś <&> ąę", group="Dom & „my”")
+
+    def test_the_contacts_program_is_told_by_its_page_of_information(self):
+        befriend(self, self.server, "ala", "olek")
+        self.peer("olek", self.server, "praca").software("Program <&>", "1.2", "System")
+        self.terminal.wait("presence", jid="olek@localhost", resource="praca")
+        page = Page(self.terminal, "properties", jid="olek@localhost", page="XMPP/Prop/Info")
+        self.assertIn("\tpraca\n", page.text("Zalogowane zasoby:"))
+        answer = "JID:\tolek@localhost/praca\n  Program:\tProgram <&>\n  Wersja:  \t1.2\n  System:\tSystem\n"
+        self.terminal.wait("window-control", lambda event: answer in event["text"], window=page.window)
 
 
 if __name__ == "__main__":

@@ -17,6 +17,8 @@ namespace {
 constexpr std::array<const char*, 12> kKinds = {"",     "label",  "edit",      "password",
                                                 "text", "check",  "drop-down", "edit-drop-down",
                                                 "list", "button", "separator", "group"};
+constexpr std::uint32_t kDropDown = 6;
+constexpr std::uint32_t kEditDropDown = 7;
 constexpr std::uint32_t kList = 8;
 constexpr std::uint32_t kAnyLabel = 0xFFFFFFFF;
 
@@ -71,7 +73,7 @@ DialogControl readControl(const void* record) {
     const auto* items = peek<const char16_t* const*>(record, 32);
     for (std::uint32_t i = 0; i < peek<std::uint32_t>(record, 40); ++i) control.items.push_back(copyText(items[i]));
     control.selection = peek<std::int32_t>(record, 44);
-    const bool drops = control.kind == 6;
+    const bool drops = control.kind == kDropDown;
     if (drops && control.selection >= 0 && control.selection < static_cast<std::int64_t>(control.items.size()))
         control.text = control.items[static_cast<std::size_t>(control.selection)];
     return control;
@@ -170,6 +172,27 @@ OKU_WORD post(RecordingHost& host, OKU_WORD param, OKU_WORD extra) {
     host.dialogs.queue.push_back({param, 11, extra});
     host.plain(lineOf(*window, "posts " + std::to_string(extra)));
     return 0;
+}
+
+OKU_WORD parentCommand(RecordingHost& host, OKU_WORD param, OKU_WORD extra) {
+    auto* window = openWindow(host, param, "UI/ParentCommand");
+    if (!window) return 0;
+    if (window->parent == 0 || window->modal) host.complain("UI/ParentCommand of a window that lies in none");
+    host.plain(lineOf(*window, "commands its parent " + std::to_string(extra)));
+    return 0;
+}
+
+/// The control is named as in "UI/RowsClear".
+OKU_WORD listGroups(RecordingHost& host, OKU_WORD param, OKU_WORD extra) {
+    if (const auto answer = host.scripted("OKU/CTL/EnumGroupsHWND")) return *answer;
+    auto* window = openWindow(host, param, "OKU/CTL/EnumGroupsHWND");
+    auto* control = window ? controlOf(host, *window, static_cast<std::uint32_t>(extra)) : nullptr;
+    if (!control) return 0;
+    if (control->kind != kDropDown && control->kind != kEditDropDown)
+        host.complain("groups in a control without items");
+    control->items.insert(control->items.end(), host.groups.begin(), host.groups.end());
+    host.plain(lineOf(*window, "lists groups in " + std::to_string(extra)));
+    return 1;
 }
 
 OKU_WORD text(RecordingHost& host, OKU_WORD param, OKU_WORD) {
@@ -279,8 +302,10 @@ OKU_WORD place(RecordingHost& host, OKU_WORD param, OKU_WORD) {
     const auto* record = recordAt(param);
     auto fields = readRecord(layouts::kControlPlace, record, host.context());
     auto* window = openWindow(host, peek<OKU_WORD>(record, 8), "UI/ControlPlace");
-    if (!window || !controlOf(host, *window, peek<std::uint32_t>(record, 4))) return 0;
-    auto line = lineOf(*window, "places " + std::to_string(peek<std::uint32_t>(record, 4)));
+    const auto id = peek<std::uint32_t>(record, 4);
+    if (!window || (id != 0 && !controlOf(host, *window, id))) return 0;
+    if (id == 0 && window->parent == 0) host.complain("a window is placed that lies in none");
+    auto line = lineOf(*window, id == 0 ? "placed" : "places " + std::to_string(id));
     line.fields = std::move(fields);
     host.plain(std::move(line));
     return 0;
@@ -358,6 +383,8 @@ constexpr ServiceRow kRows[] = {
     {.name = "UI/WindowDestroy", .tellAndAct = destroy},
     {.name = "UI/WindowEnd", .tellAndAct = end},
     {.name = "UI/WindowPost", .tellAndAct = post},
+    {.name = "UI/ParentCommand", .tellAndAct = parentCommand},
+    {.name = "OKU/CTL/EnumGroupsHWND", .tellAndAct = listGroups},
     {.name = "UI/WindowText", .tellAndAct = text},
     {.name = "UI/ControlSet", .tellAndAct = setValue},
     {.name = "UI/ControlGet", .tellAndAct = getValue},

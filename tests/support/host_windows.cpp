@@ -26,6 +26,16 @@ OKU_WORD optionsPage(RecordingHost& host, OKU_WORD, OKU_WORD extra) {
     return 0;
 }
 
+OKU_WORD propertiesPage(RecordingHost& host, OKU_WORD param, OKU_WORD) {
+    host.propertyPages[textAt(param, 8)] = callbackAt(param, 56, 64);
+    return 0;
+}
+
+OKU_WORD contactPage(RecordingHost& host, OKU_WORD param, OKU_WORD) {
+    host.contactPages[textAt(param, 8)] = callbackAt(param, 56, 64);
+    return 0;
+}
+
 OKU_WORD popUp(RecordingHost& host, OKU_WORD param, OKU_WORD) {
     host.popUp = callbackAt(param, 56, 64);
     return 0;
@@ -56,7 +66,8 @@ constexpr ServiceRow kRows[] = {
     {"OKU/Menu/Add", {K::Record, "", &layouts::kMenu}, {}, menuAdd},
     {"OKU/Menu/Modify", {K::Record, "", &layouts::kMenu}, {}, nothing},
     {"OKU/AddOptionsPage", {K::Module, "module"}, {K::Record, "", &layouts::kOptionsPage}, optionsPage},
-    {"OKU/PropertiesStaticPageAdd", {K::Record, "", &layouts::kPropertiesPage}, {}, nothing},
+    {"OKU/PropertiesStaticPageAdd", {K::Record, "", &layouts::kPropertiesPage}, {}, propertiesPage},
+    {"OKU/PropertiesPageAdd", {K::Record, "", &layouts::kContactPage}, {K::Number, "word"}, contactPage},
     {"OKU/StatusWND/Prepare", {K::Record, "", &layouts::kStatusPrepare}, {}, statusWindow},
     {"OKU/StatusWND/Show", {K::Record, "", &layouts::kStatusShow}, {}, nothing},
     {"OKU/StatusWND/SetTexts", {K::Record, "", &layouts::kStatusTexts}, {}, nothing},

@@ -18,8 +18,9 @@ bool begins(const std::string& line, std::string_view phrase) {
 }  // namespace
 
 const Phrase* findPhrase(const std::string& line) {
-    static const std::array kFamilies{worldPhrases(),   hostPhrases(), playerPhrases(),  connectionPhrases(),
-                                      contactPhrases(), cardPhrases(), transferPhrases(), dialogPhrases()};
+    static const std::array kFamilies{worldPhrases(),      hostPhrases(),    playerPhrases(),
+                                      connectionPhrases(), contactPhrases(), cardPhrases(),
+                                      transferPhrases(),   dialogPhrases(),  pagePhrases()};
     const Phrase* longest = nullptr;
     for (const auto& family : kFamilies) {
         for (const auto& phrase : family) {

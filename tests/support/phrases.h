@@ -28,6 +28,7 @@ std::span<const Phrase> connectionPhrases();
 std::span<const Phrase> contactPhrases();
 std::span<const Phrase> dialogPhrases();
 std::span<const Phrase> hostPhrases();
+std::span<const Phrase> pagePhrases();
 std::span<const Phrase> playerPhrases();
 std::span<const Phrase> transferPhrases();
 std::span<const Phrase> worldPhrases();

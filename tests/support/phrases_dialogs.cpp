@@ -75,6 +75,7 @@ void picks(Scene& scene, const Line& line, const std::string& rest) {
     auto& dropDown = usable(scene, entry, control);
     dropDown.selection = std::stoll(rest);
     if (dropDown.selection >= static_cast<std::int64_t>(dropDown.items.size())) scene.fail("there is no such item");
+    dropDown.text = dropDown.selection < 0 ? "" : dropDown.items.at(static_cast<std::size_t>(dropDown.selection));
     scene.result(line, scene.stage.dialogEvent(entry.first, {.kind = Changed, .control = control}));
 }
 
@@ -153,29 +154,6 @@ void anyEvent(Scene& scene, const Line& line, const std::string& rest) {
                                                 .number = scene.number(line, "number")}));
 }
 
-/// options page show; also hide, destroy, apply, ok, add, place, or a number; page=2 in another window of the host's;
-/// without=word, without=texts, null=1
-void pageEvent(Scene& scene, const Line& line, const std::string&) {
-    if (line.find("null")) return scene.result(line, scene.stage.optionsPageNull());
-    static const std::map<std::string, std::uint32_t> kEvents = {{"show", 1}, {"hide", 2}, {"destroy", 3}, {"apply", 4},
-                                                                 {"ok", 5},   {"add", 7},  {"place", 10}};
-    const auto named = kEvents.find(line.lastWord());
-    const auto missing = scene.field(line, "without");
-    scene.result(line, scene.stage.optionsPage({.event = named == kEvents.end() ? lastNumber(line) : named->second,
-                                                .page = scene.number(line, "page", 1),
-                                                .hasWord = missing != "word",
-                                                .hasTexts = missing != "texts"}));
-}
-
-/// the page is titled "title" "description"
-void pageTitled(Scene& scene, const Line& line, const std::string&) {
-    if (scene.mode.onlyDrive) return;
-    const auto& stage = scene.stage;
-    if (scene.textOf(line) != stage.pageTitle) scene.fail("the title is " + harness::quoted(stage.pageTitle));
-    if (scene.textOf(line, 1) != stage.pageDescription)
-        scene.fail("the description is " + harness::quoted(stage.pageDescription));
-}
-
 /// the host delivers: the oldest event that waits in its queue
 void delivers(Scene& scene, const Line& line, const std::string&) {
     auto& queue = scene.stage.host.dialogs.queue;
@@ -214,6 +192,7 @@ void controlShows(Scene& scene, const Line& line, const std::string& rest) {
     compare(scene, line, "selection", std::to_string(control.selection));
     compare(scene, line, "enabled", control.enabled ? "1" : "0");
     compare(scene, line, "items", items);
+    compare(scene, line, "readOnly", control.readOnly ? "1" : "0");
 }
 
 void noWindow(Scene& scene, const Line&, const std::string&) {
@@ -238,8 +217,6 @@ constexpr Phrase kPhrases[] = {
     {"the user sizes window ", sizes},
     {"event of window ", anyEvent},
     {"the host delivers", delivers},
-    {"options page ", pageEvent},
-    {"the page is titled ", pageTitled, Role::Player},
     {"the window shows ", windowShows, Role::Player},
     {"the control shows ", controlShows, Role::Player},
     {"no window is open", noWindow, Role::Player},

@@ -72,6 +72,9 @@ constexpr FieldLayout kPropertiesPageFields[] = {{"id", 8, Text},
                                                  {"context", 64, Context},
                                                  {"class", 80, Class},
                                                  {"net", 88, Net}};
+constexpr FieldLayout kContactPageFields[] = {
+    {"id", 8, Text},      {"caption", 24, Text},      {"value32", 32, U32},
+    {"value36", 36, I32}, {"callback", 56, Callback}, {"context", 64, Context}};
 constexpr FieldLayout kStatusPrepareFields[] = {
     {"title", 8, Text}, {"statuses", 16, Statuses, 24}, {"value28", 28, U32},    {"class", 32, Class},
     {"net", 40, Net},   {"callback", 48, Callback},     {"context", 56, Context}};
@@ -173,6 +176,7 @@ const RecordLayout kIconLoad{"OKU_ICON_LOAD", 72, kIconLoadFields};
 const RecordLayout kIconSet{"OKU_ICON_SET", 72, kIconSetFields};
 const RecordLayout kOptionsPage{"OKU_OPTIONS_PAGE", 80, kOptionsPageFields};
 const RecordLayout kPropertiesPage{"OKU_PROPERTIES_PAGE", 96, kPropertiesPageFields};
+const RecordLayout kContactPage{"OKU_PROPERTIES_PAGE", 96, kContactPageFields};
 const RecordLayout kStatusPrepare{"OKU_STATUS_WINDOW_PREPARE", 64, kStatusPrepareFields};
 const RecordLayout kStatusShow{"OKU_STATUS_WINDOW_SHOW", 48, kStatusShowFields};
 const RecordLayout kStatusTexts{"OKU_STATUS_WINDOW_TEXTS", 40, kStatusTextsFields};

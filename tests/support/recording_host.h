@@ -103,6 +103,7 @@ public:
     std::map<std::string, SettingsFile> settingsFiles;
     ProxyDefaults proxy;
     std::map<std::string, std::string> cardForm;                    // the user's own card as the host's form holds it
+    std::vector<std::string> groups = {"Kontakty", "Praca"};        // of the host's contacts
     std::string receivedFolder = "/received/";                      // where an accepted file goes
     std::string publishedUrl = "http://host.example/file?a=1&b=2";  // of a file that the host publishes
     OKU_WORD pageIcon = 0;  // what the host leaves in the record of an options page
@@ -125,6 +126,8 @@ public:
     std::map<std::uint32_t, Protocol> protocols;
     std::map<std::uint32_t, Callback> statusWindows;
     std::map<std::string, Callback> optionPages;         // by id
+    std::map<std::string, Callback> propertyPages;       // by id, those of all contacts
+    std::map<std::string, Callback> contactPages;        // by id, those of one contact
     Callback popUp;                                      // the last one; its context is its user data
     std::map<OKU_WORD, TransferWindow> transferWindows;  // by handle
     std::map<OKU_WORD, Callback> droppedWindows;         // by number

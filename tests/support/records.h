@@ -91,10 +91,10 @@ namespace layouts {
 extern const RecordLayout kContactAvatar, kCardElement, kCardStatus, kOwnCardField, kOwnCardFieldGet, kOwnCardStatus;
 extern const RecordLayout kLog, kSettings, kTimer, kHook, kHookData, kStatusData, kContact, kResource, kContactState,
     kContactAdd, kContactIdentity, kContactIcon, kMessage, kMessageSend, kProtocol, kInfo, kMenu, kDirectory,
-    kIconClass, kIconLoad, kIconSet, kOptionsPage, kPropertiesPage, kStatusPrepare, kStatusShow, kStatusTexts,
-    kMessageBox, kNotify, kPepEvent, kPepTune, kPepMood, kPepLocation, kSocketCreate, kSocketConnect, kSocketSend,
-    kProxyDefaults, kTransferInit, kTransferAsk, kPublish, kPublished, kFileChooser, kWindow, kControl, kWindowText,
-    kControlValue, kControlPlace, kRow, kRowField, kPopupMenu, kPopupItem;
+    kIconClass, kIconLoad, kIconSet, kOptionsPage, kPropertiesPage, kContactPage, kStatusPrepare, kStatusShow,
+    kStatusTexts, kMessageBox, kNotify, kPepEvent, kPepTune, kPepMood, kPepLocation, kSocketCreate, kSocketConnect,
+    kSocketSend, kProxyDefaults, kTransferInit, kTransferAsk, kPublish, kPublished, kFileChooser, kWindow, kControl,
+    kWindowText, kControlValue, kControlPlace, kRow, kRowField, kPopupMenu, kPopupItem;
 }  // namespace layouts
 
 }  // namespace harness

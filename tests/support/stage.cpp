@@ -21,47 +21,10 @@
 #include "host/oku/transfer.h"
 #include "host/oku/windows.h"
 #include "tests/support/fake_platform.h"
+#include "tests/support/stage_records.h"
 #include "tests/support/text.h"
 
 namespace harness {
-namespace {
-
-template <typename T>
-OKU_WORD word(T* pointer) {
-    return reinterpret_cast<OKU_WORD>(pointer);
-}
-
-template <typename Record>
-Record sized() {
-    Record record;
-    std::memset(&record, 0, sizeof record);
-    record.size = sizeof record;
-    return record;
-}
-
-/// A wide text on the heap, without a character to spare, so that a reader behind its end is caught.
-class WideText {
-public:
-    explicit WideText(const std::string& text) {
-        const auto wide = toUtf16(text);
-        data_.reset(new char16_t[wide.size() + 1]);
-        std::memcpy(data_.get(), wide.c_str(), (wide.size() + 1) * sizeof(char16_t));
-    }
-    operator const char16_t*() const { return data_.get(); }
-
-private:
-    std::unique_ptr<char16_t[]> data_;
-};
-
-template <typename Map>
-auto& required(Map& map, const typename Map::key_type& key, const char* what) {
-    const auto found = map.find(key);
-    if (found == map.end()) throw NotThere(std::string("there is no such ") + what);
-    return found->second;
-}
-
-}  // namespace
-
 Stage::~Stage() {
     if (!loaded_) return;
     host.onEvent = nullptr;
@@ -152,19 +115,6 @@ OKU_WORD Stage::sendMessage(const std::string& jid, const std::string& body, con
     record.flags = flags;
     return service("PFMessageSend", word(&record), static_cast<OKU_WORD>(flags));
 }
-
-namespace {
-/// Calls `use` with the contact's record, which is gone afterwards.
-template <typename Use>
-OKU_WORD withContact(const std::string& jid, std::uint32_t account, Use use) {
-    auto record = sized<OKU_CONTACT_RECORD>();
-    const WideText id(jid), pfClass("XMPP");
-    record.id = id;
-    record.pfClass = pfClass;
-    record.netId = account;
-    return use(word(&record));
-}
-}  // namespace
 
 OKU_WORD Stage::sendTyping(const std::string& jid, OKU_WORD composing) {
     return withContact(jid, account, [&](OKU_WORD contact) { return service("PFTNSend", contact, composing); });
@@ -318,28 +268,6 @@ OKU_WORD Stage::dialogEvent(OKU_WORD window, const DialogInput& input) {
 OKU_WORD Stage::dialogNull(OKU_WORD window) {
     const auto& target = required(host.dialogs.all, window, "window");
     return target.handler(0, 0, target.context);
-}
-
-OKU_WORD Stage::optionsPage(const PageInput& input) {
-    constexpr OKU_WORD kParent = 0x9A6E;
-    const auto page = required(host.optionPages, "XMPP/Options/" + std::to_string(account), "options page");
-    std::vector<char16_t> title(OKU_PAGE_TEXT_CAPACITY), description(OKU_PAGE_TEXT_CAPACITY);
-    auto record = sized<OKU_PAGE_EVENT>();
-    record.event = input.event;
-    record.page = input.hasWord ? &pageWords[input.page] : nullptr;
-    record.parent = kParent;
-    record.title = input.hasTexts ? title.data() : nullptr;
-    record.description = input.hasTexts ? description.data() : nullptr;
-    host.pageParents.insert(kParent);
-    const auto result = page(word(&record), 0);
-    if (std::count(title.begin(), title.end(), u'\0') == 0) host.complain("a page's title has no end");
-    pageTitle = copyText(title.data());
-    pageDescription = copyText(description.data());
-    return result;
-}
-
-OKU_WORD Stage::optionsPageNull() {
-    return required(host.optionPages, "XMPP/Options/" + std::to_string(account), "options page")(0, 0);
 }
 
 OKU_WORD Stage::tick(const std::string& timer, std::uint32_t kind) {

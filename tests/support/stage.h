@@ -4,11 +4,13 @@
 // The plugin under test between a recording host and a world: what a host, a user and a server can do to it.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "tests/support/recording_host.h"
 
@@ -32,8 +34,7 @@ public:
     ~Stage();
 
     RecordingHost host;
-    std::map<long long, OKU_WORD> pageWords;  // what the host keeps for its pages
-    std::uint32_t account = 1;                // whom the calls below are about, by the host's number
+    std::uint32_t account = 1;  // whom the calls below are about, by the host's number
 
     bool loaded() const { return loaded_; }
     OKU_WORD load();
@@ -97,16 +98,33 @@ public:
     OKU_WORD dialogEvent(OKU_WORD window, const DialogInput& input);
     OKU_WORD dialogNull(OKU_WORD window);
 
-    /// An event of the account's options page. The host may show it in several of its windows at once.
+    /// An event of one of the account's pages. The host may show it in several of its windows at once.
+    enum class PageKind { Options, Properties, Information };
     struct PageInput {
+        PageKind kind = PageKind::Options;
         std::uint32_t event = 0;
+        std::optional<std::string> contact = {};
         long long page = 1;
+        std::array<std::int32_t, 4> place = {};  // x, y, width, height
         bool hasWord = true;
         bool hasTexts = true;
     };
-    OKU_WORD optionsPage(const PageInput& input);
-    OKU_WORD optionsPageNull();
+    OKU_WORD page(const PageInput& input);
+    OKU_WORD pageNull(PageKind kind);
     std::string pageTitle, pageDescription;  // what the last event filled in
+
+    /// What the host raises about one of its contacts. Without a network number it is of the account.
+    struct ContactEvent {
+        std::optional<std::string> contact;
+        std::string pfClass = "XMPP";
+        std::optional<std::uint32_t> net = {};
+        std::uint32_t event = 1;
+        OKU_WORD extra = 0;
+    };
+    /// The properties of a contact are about to be shown.
+    OKU_WORD showProperties(const ContactEvent& input);
+    /// The menu of a contact is about to be shown, which may be one of several that are selected.
+    OKU_WORD buildMenu(const ContactEvent& input, const std::string& menu, std::uint32_t count);
 
     // Time.
     /// Lets time pass; every timer that comes due ticks at its own moment.
@@ -118,9 +136,11 @@ public:
 
 private:
     const Protocol& protocol() const;
+    const Callback& pageCallback(PageKind kind);
 
     PluginExports exports_;
     bool loaded_ = false;
+    std::map<std::pair<PageKind, long long>, OKU_WORD> pageWords_;  // what the host keeps for its pages
 };
 
 }  // namespace harness

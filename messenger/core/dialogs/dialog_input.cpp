@@ -15,6 +15,7 @@ namespace oku {
 namespace {
 
 constexpr std::int64_t kReturn = 13;
+constexpr quint32 kConfirming = 1;  // the number of every button that means yes
 
 QString oneLine(QString text) {
     return text.replace(QLatin1String("\r\n"), QLatin1String(" ")).replace(u'\n', u' ').replace(u'\r', u' ');
@@ -153,6 +154,27 @@ void DialogInput::pressDefault(int window) {
         if (button->enabled && windows_.takesInput(*at)) raise(at->window.number, OKU_WINDOW_COMMAND, button->id);
         return;
     }
+    confirmInside(window);
+}
+
+// Where no button is the default one, the window itself hears of it, as if it had one.
+void DialogInput::confirmInside(int window) {
+    const OpenDialog* dialog = std::as_const(windows_).find(window);
+    while (dialog && !dialog->callback)
+        dialog = dialog->inside.empty() ? nullptr : std::as_const(windows_).find(dialog->inside.front());
+    if (dialog && windows_.takesInput(*dialog)) raise(dialog->window.number, OKU_WINDOW_COMMAND, kConfirming);
+}
+
+void DialogInput::commandParent(int child, quint32 button) {
+    const OpenDialog* dialog = std::as_const(windows_).find(child);
+    const int parent = dialog && dialog->window.child ? dialog->window.parent : 0;
+    const OpenDialog* around = std::as_const(windows_).find(parent);
+    if (!around) return;
+    if (!around->callback) {
+        emit pageCommanded(parent, button);
+        return;
+    }
+    queue_.post({}, [this, parent, button] { raise(parent, OKU_WINDOW_COMMAND, button); });
 }
 
 QString DialogInput::onRow(int window, quint32 list, qint64 row, std::uint32_t event) {

@@ -33,12 +33,15 @@ public:
 
     /// Raises an event behind what waits already.
     void raiseLater(int window, std::uint32_t kind, std::int64_t number);
+    /// A child means a button of the window that it lies in, 1 or 2; of a page pageCommanded() tells.
+    void commandParent(int child, quint32 button);
     /// Carries `run` out in its turn, from the event loop, when `fault` gives no reason against it by then.
     QString take(int window, std::function<QString()> fault, std::function<void()> run);
     /// Why nothing can be done in the window now; empty where it can.
     [[nodiscard]] QString windowFault(int window) const;
 
 signals:
+    void pageCommanded(int page, quint32 button);
     void refused(int window, const QString& reason);
 
 private:
@@ -47,6 +50,7 @@ private:
     /// Gives the callback's result, 0 where the window has gone.
     OKU_WORD raise(int window, std::uint32_t kind, quint32 control = 0, std::int64_t number = 0);
     void pressDefault(int window);
+    void confirmInside(int window);
 
     DialogWindows& windows_;
     PluginQueue& queue_;

@@ -35,6 +35,8 @@ void DialogServices::provideWindows(ServiceRegistry& services) {
     onWindow(u"UI/WindowEnd", [this](int window, OKU_WORD result) {
         if (windows_.end(window)) input_.raiseLater(window, OKU_WINDOW_ENDED, static_cast<std::int64_t>(result));
     });
+    onWindow(u"UI/ParentCommand",
+             [this](int window, OKU_WORD button) { input_.commandParent(window, static_cast<quint32>(button)); });
     onWindow(u"UI/WindowPost", [this](int window, OKU_WORD number) {
         input_.raiseLater(window, OKU_WINDOW_POSTED, static_cast<std::int64_t>(number));
     });
@@ -47,8 +49,10 @@ void DialogServices::provideControls(ServiceRegistry& services) {
     services.provide(u"UI/ControlPlace", [this](OKU_WORD param, OKU_WORD) -> OKU_WORD {
         const auto* record = recordAt<OKU_CONTROL_PLACE>(param);
         const OpenDialog* dialog = record ? windowAt(record->window) : nullptr;
-        return dialog && dialog->control(record->control) ? 1 : 0;
+        return dialog && (record->control == 0 || dialog->control(record->control)) ? 1 : 0;
     });
+    services.provide(u"OKU/CTL/EnumGroupsHWND",
+                     [this](OKU_WORD param, OKU_WORD extra) { return listGroups(param, extra); });
     services.provide(u"UI/RowSet", [this](OKU_WORD param, OKU_WORD) { return setRow(param); });
     services.provide(u"UI/RowsClear", [this](OKU_WORD param, OKU_WORD extra) { return clearRows(param, extra); });
     services.provide(u"UI/MenuOpen", [this](OKU_WORD param, OKU_WORD) { return openMenu(param); });
@@ -112,13 +116,10 @@ bool DialogServices::change(OpenDialog& dialog, DialogControl& control, const OK
         case OKU_VALUE_FOCUS:
             windows_.tellFocus(dialog, id);
             return true;
-        case OKU_VALUE_ADD_ITEM: {
+        case OKU_VALUE_ADD_ITEM:
             if (!control.takesChoice()) return false;
-            const QString item = wideText(value.text);
-            control.items.append(item);
-            windows_.tellItem(dialog, id, item);
+            addItem(dialog, control, wideText(value.text));
             return true;
-        }
         case OKU_VALUE_CLEAR_ITEMS:
             if (!control.takesChoice()) return false;
             control.items.clear();
@@ -174,6 +175,19 @@ OKU_WORD DialogServices::getValue(OKU_WORD param) {
         default:
             return 0;
     }
+}
+
+OKU_WORD DialogServices::listGroups(OKU_WORD window, OKU_WORD control) {
+    OpenDialog* dialog = windowAt(window);
+    DialogControl* list = dialog ? dialog->control(static_cast<quint32>(control)) : nullptr;
+    if (!list || !list->takesChoice() || !groups_) return 0;
+    for (const QString& group : groups_()) addItem(*dialog, *list, group);
+    return 1;
+}
+
+void DialogServices::addItem(const OpenDialog& dialog, DialogControl& control, const QString& item) {
+    control.items.append(item);
+    windows_.tellItem(dialog, control.id, item);
 }
 
 OpenDialog* DialogServices::listAt(OKU_WORD window, OKU_WORD list) {

@@ -48,10 +48,13 @@ public:
     virtual QString close(int window) = 0;
 
     [[nodiscard]] virtual QList<DialogPage> optionPages() const = 0;
+    /// Those that every contact of the account has, a new one too.
     [[nodiscard]] virtual QList<DialogPage> propertyPages(const QString& account) const = 0;
+    /// Asks the plugin for all pages of one contact; propertyPagesTold() answers.
+    virtual QString askPropertyPages(const QString& account, const QString& jid) = 0;
     /// Opens a page: the first one where `id` is empty. An open one is told anew.
     virtual QString openOptions(const QString& id) = 0;
-    /// Of a contact; of one that is to be added where `jid` is empty.
+    /// Of a contact, any page that it has; of one that is to be added where `jid` is empty.
     virtual QString openProperties(const QString& account, const QString& jid, const QString& id) = 0;
     /// Carries out what was entered in a page; it stays open.
     virtual QString apply(int page) = 0;
@@ -74,7 +77,8 @@ signals:
     void menuOpened(int window, quint32 control, const QList<oku::DialogMenuItem>& items);
     /// The plugin gives the keys to this control.
     void focused(int window, quint32 control);
-    /// An operation that was taken could not be carried out when its turn came.
+    void propertyPagesTold(const QString& account, const QString& jid, const QList<oku::DialogPage>& pages);
+    /// An operation that was taken could not be carried out when its turn came. Window 0: one that did not open.
     void refused(int window, const QString& reason);
 };
 

@@ -31,6 +31,7 @@ public:
         connect(windows, &DialogWindows::menuOpened, this, &DialogsFace::menuOpened);
         connect(windows, &DialogWindows::focused, this, &DialogsFace::focused);
         connect(&parts_.input, &DialogInput::refused, this, &DialogsFace::refused);
+        connect(&parts_.pages, &HostPages::propertyPagesTold, this, &DialogsFace::propertyPagesTold);
     }
 
     QList<int> windows() const override { return parts_.windows.numbersSeen(); }
@@ -79,6 +80,10 @@ public:
     QList<DialogPage> propertyPages(const QString& account) const override {
         const auto* entry = parts_.accounts.inPlugin(account);
         return entry ? parts_.pages.properties(*entry) : QList<DialogPage>();
+    }
+    QString askPropertyPages(const QString& account, const QString& jid) override {
+        return parts_.accounts.with(
+            account, [&](AccountEntry& entry) { return parts_.pages.askProperties(entry, bareJid(jid)); });
     }
     QString openOptions(const QString& id) override { return parts_.pages.openOptions(id); }
     QString openProperties(const QString& account, const QString& jid, const QString& id) override {

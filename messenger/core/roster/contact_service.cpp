@@ -114,6 +114,18 @@ OKU_WORD ContactService::handleOf(const QString& key, const QString& jid) {
     return handle;
 }
 
+QStringList ContactService::groups() const {
+    QStringList groups;
+    for (const auto& [key, list] : lists_) {
+        for (const Contact& contact : list->contacts()) groups.append(contact.group);
+    }
+    groups.removeAll(QString());
+    std::sort(groups.begin(), groups.end(),
+              [](const QString& one, const QString& other) { return one.localeAwareCompare(other) < 0; });
+    groups.removeDuplicates();
+    return groups;
+}
+
 OKU_WORD ContactService::add(OKU_WORD param) {
     auto* record = recordAt<OKU_CONTACT_ADD>(param);
     const auto* account = record ? accounts_.byNetId(record->identity.netId) : nullptr;

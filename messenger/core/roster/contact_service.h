@@ -26,6 +26,8 @@ public:
 
     /// The list of an account; made, with what is kept of it, when it is not there yet.
     ContactList& list(const AccountEntry& account);
+    /// All groups that contacts are in, in order.
+    [[nodiscard]] QStringList groups() const;
     /// While the plugin starts it adds what its own file holds. Where the host has a list of its own, that one counts.
     void setStarting(bool starting) { starting_ = starting; }
     void saveAll();

@@ -2,17 +2,30 @@
 // SPDX-License-Identifier: MIT
 #include "messenger/core/windows/window_services.h"
 
+#include <utility>
+
 #include "host/oku/graphics.h"
 #include "host/oku/windows.h"
 #include "messenger/core/boundary/service_registry.h"
 #include "messenger/core/boundary/wide.h"
 
 namespace oku {
+namespace {
+
+WindowServices::Page propertiesPage(const OKU_PROPERTIES_PAGE& record) {
+    return {wideText(record.id),      {},          wideText(record.caption), record.callback, record.context,
+            wideText(record.pfClass), record.netId};
+}
+
+}  // namespace
+
 WindowServices::WindowServices(ServiceRegistry& services, QObject* parent) : QObject(parent) {
     provideGraphics(services);
     services.provide(u"OKU/AddOptionsPage", [this](OKU_WORD, OKU_WORD extra) { return addOptionsPage(extra); });
     services.provide(u"OKU/PropertiesStaticPageAdd",
                      [this](OKU_WORD param, OKU_WORD) { return addPropertiesPage(param); });
+    services.provide(u"OKU/PropertiesPageAdd",
+                     [this](OKU_WORD param, OKU_WORD word) { return addContactPage(param, word); });
 }
 
 void WindowServices::provideGraphics(ServiceRegistry& services) {
@@ -58,14 +71,22 @@ OKU_WORD WindowServices::addOptionsPage(OKU_WORD extra) {
 OKU_WORD WindowServices::addPropertiesPage(OKU_WORD param) {
     const auto* record = recordAt<OKU_PROPERTIES_PAGE>(param);
     if (!record) return 0;
-    propertyPages_.push_back({wideText(record->id),
-                              {},
-                              wideText(record->caption),
-                              record->callback,
-                              record->context,
-                              wideText(record->pfClass),
-                              record->netId});
+    propertyPages_.push_back(propertiesPage(*record));
     return 1;
+}
+
+OKU_WORD WindowServices::addContactPage(OKU_WORD param, OKU_WORD word) {
+    const auto* record = recordAt<OKU_PROPERTIES_PAGE>(param);
+    if (!record || !asking_ || word != word_) return 0;
+    contactPages_.push_back(propertiesPage(*record));
+    return 1;
+}
+
+std::vector<WindowServices::Page> WindowServices::contactPages(const std::function<void(OKU_WORD word)>& raise) {
+    asking_ = true;
+    raise(++word_);
+    asking_ = false;
+    return std::exchange(contactPages_, {});
 }
 
 }  // namespace oku

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <QObject>
-#include <QStringList>
 #include <vector>
 
 #include "host/oku/base.h"
@@ -12,7 +12,8 @@ namespace oku {
 
 class ServiceRegistry;
 
-/// What the plugin hands over for windows: icons, pages of options and properties. All of it is kept as values; user interfaces show what they can.
+/// What the plugin hands over for windows: icons, pages of options and properties. All of it is kept as values; user
+/// interfaces show what they can.
 class WindowServices : public QObject {
     Q_OBJECT
 
@@ -37,18 +38,22 @@ public:
     [[nodiscard]] const std::vector<Icon>& icons() const { return icons_; }
     [[nodiscard]] const std::vector<Page>& optionPages() const { return optionPages_; }
     [[nodiscard]] const std::vector<Page>& propertyPages() const { return propertyPages_; }
+    /// The pages that the plugin has for one contact: those that it adds while `raise` tells it of this word.
+    std::vector<Page> contactPages(const std::function<void(OKU_WORD word)>& raise);
     void dropPlugin();
-
-signals:
 
 private:
     void provideGraphics(ServiceRegistry& services);
     OKU_WORD addOptionsPage(OKU_WORD extra);
     OKU_WORD addPropertiesPage(OKU_WORD param);
+    OKU_WORD addContactPage(OKU_WORD param, OKU_WORD word);
 
     std::vector<Icon> icons_;
     std::vector<Page> optionPages_;
     std::vector<Page> propertyPages_;
+    std::vector<Page> contactPages_;  ///< those that were added for the word below
+    OKU_WORD word_ = 0;
+    bool asking_ = false;
 };
 
 }  // namespace oku

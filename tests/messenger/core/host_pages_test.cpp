@@ -40,7 +40,42 @@ protected:
     }
     int page() const { return face->windows().value(0); }
 
+    /// From now on the plugin has a page for each contact that it is asked about.
+    void offer() {
+        const auto hook = [](OKU_WORD param, OKU_WORD word, OKU_WORD context) -> OKU_WORD {
+            const auto& event = *reinterpret_cast<const OKU_PROPERTIES_EVENT*>(param);
+            auto& self = *reinterpret_cast<PagesOfTheHost*>(context);
+            EXPECT_EQ(event.event, OKU_PROPERTIES_OPEN);
+            EXPECT_EQ(std::u16string(event.contact->id), u"bob@example.org");
+            EXPECT_TRUE(self.core->queue.busy());
+            self.askedWord = word;
+            EXPECT_EQ(self.addInformation(word), 1);
+            EXPECT_EQ(self.addInformation(word + 1), 0);
+            return 0;
+        };
+        core->events.addHook(u"OKU/PropertiesAddPages", hook, wordOf(this));
+        QObject::connect(face.get(), &DialogsFace::propertyPagesTold,
+                         [this](const QString& account, const QString& jid, const QList<DialogPage>& pages) {
+                             pagesTold += account.toStdString() + " " + jid.toStdString() + " ";
+                             for (const DialogPage& one : pages)
+                                 pagesTold += one.id.toStdString() + ":" + one.caption.toStdString() + " ";
+                         });
+    }
+    OKU_WORD addInformation(OKU_WORD of) {
+        auto record = makeRecord<OKU_PROPERTIES_PAGE>();
+        record.id = u"Info";
+        record.caption = u"Informacje";
+        record.context = wordOf(this);
+        record.callback = [](OKU_WORD param, OKU_WORD, OKU_WORD context) {
+            return reinterpret_cast<PagesOfTheHost*>(context)->onPage(*reinterpret_cast<const OKU_PAGE_EVENT*>(param));
+        };
+        return call(u"OKU/PropertiesPageAdd", wordOf(&record), of);
+    }
+    OKU_WORD lateAnswer() { return addInformation(askedWord); }
+
     std::string pageEvents;
+    std::string pagesTold;
+    OKU_WORD askedWord = 0;
     bool empty = false;
     const QString me = QStringLiteral("alice@example.org");
     const QString bob = QStringLiteral("bob@example.org");
@@ -79,8 +114,53 @@ TEST_F(PagesOfTheHost, AreNotShownWhenNothingIsInThem) {
     EXPECT_EQ(paged(), "1:contact 2:contact 3:contact ");
     EXPECT_TRUE(face->windows().isEmpty());
     EXPECT_EQ(refusals.size(), 1);
-    EXPECT_NE(face->openProperties(me, bob, QStringLiteral("other")), QString());
+    EXPECT_NE(face->openProperties(me, {}, QStringLiteral("other")), QString());
     EXPECT_NE(face->openOptions({}), QString()) << "none was offered";
+}
+
+TEST_F(PagesOfTheHost, AreThoseTooThatThePluginHasForOneContact) {
+    offer();
+    EXPECT_EQ(face->askPropertyPages(me, bob), QString());
+    paged();
+    EXPECT_EQ(pagesTold, "alice@example.org bob@example.org XMPP/1/Properties:Właściwości Info:Informacje ");
+    EXPECT_EQ(face->propertyPages(me).size(), 1) << "those of every contact";
+    EXPECT_EQ(face->openProperties(me, bob, QStringLiteral("Info")), QString());
+    EXPECT_EQ(paged(), "1:contact ");
+    EXPECT_EQ(face->window(page())->title, QStringLiteral("XMPP"));
+    EXPECT_EQ(face->openProperties(me, bob, {}), QString()) << "the other page of the same contact";
+    EXPECT_EQ(paged(), "1:contact ");
+    EXPECT_EQ(face->windows().size(), 4);
+    EXPECT_EQ(face->openProperties(me, bob, QStringLiteral("Info")), QString());
+    EXPECT_EQ(paged(), "") << "it is open already";
+    EXPECT_TRUE(refusals.isEmpty());
+    EXPECT_EQ(face->openProperties(me, bob, QStringLiteral("other")), QString());
+    paged();
+    EXPECT_EQ(refusals.size(), 1) << "the plugin was asked, and has none";
+    EXPECT_EQ(lateAnswer(), 0) << "a page is taken only while the plugin is asked";
+}
+
+TEST_F(PagesOfTheHost, DoWhatTheirPluginWantsOfTheWindowAround) {
+    face->openProperties(me, bob, {});
+    paged();
+    const auto inside = static_cast<OKU_WORD>(face->windows().value(1));
+    EXPECT_EQ(call(u"UI/ParentCommand", inside, 1), 1);
+    EXPECT_EQ(paged(), "5:contact 2:contact 3:contact ");
+    EXPECT_TRUE(face->windows().isEmpty());
+    face->openProperties(me, bob, {});
+    paged();
+    EXPECT_EQ(call(u"UI/ParentCommand", static_cast<OKU_WORD>(face->windows().value(1)), 2), 1);
+    EXPECT_EQ(paged(), "2:contact 3:contact ");
+    EXPECT_EQ(call(u"UI/ParentCommand", inside, 1), 0) << "it has gone";
+}
+
+TEST_F(PagesOfTheHost, HearOfReturnWhereNoButtonTakesIt) {
+    face->openProperties(me, bob, {});
+    paged();
+    const int inside = face->windows().value(1);
+    EXPECT_EQ(face->pressReturn(page(), 0), QString());
+    EXPECT_EQ(face->pressReturn(inside, 0), QString());
+    const std::string confirmed = "1:" + std::to_string(inside) + "/1/0";
+    EXPECT_EQ(heard(), confirmed + " " + confirmed);
 }
 
 TEST_F(PagesOfTheHost, GoWithThePlugin) {

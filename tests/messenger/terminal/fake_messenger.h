@@ -213,6 +213,9 @@ public:
     QString close(int window) override { return script_.note("closeWindow", {QString::number(window)}); }
     QList<DialogPage> optionPages() const override { return options; }
     QList<DialogPage> propertyPages(const QString&) const override { return properties; }
+    QString askPropertyPages(const QString& account, const QString& jid) override {
+        return script_.note("askPropertyPages", {account, jid});
+    }
     QString openOptions(const QString& id) override { return script_.note("openOptions", {id}); }
     QString openProperties(const QString& account, const QString& jid, const QString& id) override {
         return script_.note("openProperties", {account, jid, id});
