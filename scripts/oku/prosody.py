@@ -29,8 +29,8 @@ modules_disabled = {{ "s2s" }}
 modules_enabled = {{ {modules} }}
 authentication = "internal_plain"
 storage = "internal"
-c2s_require_encryption = true
-allow_unencrypted_plain_auth = false
+c2s_require_encryption = {encrypted}
+allow_unencrypted_plain_auth = {clear}
 allow_registration = {registration}
 ssl = {{ certificate = "{certificate}", key = "{key}" }}
 log = {{ {{ levels = {{ min = "info" }}, to = "console" }} }}
@@ -64,9 +64,9 @@ class Prosody:
     store_delay = 0  # seconds until what it stores is on the disk
 
     def __init__(self, home, certificate, accounts, domain="localhost", modules=MODULES, registration=False, more="",
-                 components=()):
+                 components=(), clear=False):
         """`more` are lines of the configuration behind those of the domain, `components` the addresses of services that
-        connect to it from outside, at `component_port`."""
+        connect to it from outside, at `component_port`. `clear` lets clients log in without TLS."""
         self.home = pathlib.Path(home)
         self.domain = domain
         self.certificate, self.key = certificate
@@ -74,6 +74,7 @@ class Prosody:
         self.registration = registration
         self.more = more
         self.components = components
+        self.clear = clear
         self.port = self.tls_port = self.component_port = None
         self.child = None
         self._ports = ()
@@ -122,7 +123,8 @@ class Prosody:
         configuration.write_text(_CONFIGURATION.format(
             home=self.home, port=self.port, tls_port=self.tls_port, domain=self.domain,
             certificate=self.certificate, key=self.key, modules=", ".join(f'"{name}"' for name in self.modules),
-            registration=str(self.registration).lower(), more=self.more, component_port=self.component_port,
+            registration=str(self.registration).lower(), clear=str(self.clear).lower(),
+            encrypted=str(not self.clear).lower(), more=self.more, component_port=self.component_port,
             components="".join(f'Component "{name}"\ncomponent_secret = "{COMPONENT_SECRET}"\n'
                                for name in self.components)))
         self.child = Child(["prosody", "--config", str(configuration), "-F"], self.home / "prosody.log",

@@ -14,6 +14,7 @@ from oku.terminal import CommandFailed
 from support.case import Case
 from support.ejabberd import Ejabberd
 from support.friends import befriend
+from support.pictures import png
 
 VCARD = "{vcard-temp}"
 PUBSUB = "http://jabber.org/protocol/pubsub"
@@ -21,15 +22,6 @@ DATA = "urn:xmpp:avatar:data"
 METADATA = "urn:xmpp:avatar:metadata"
 FIELDS = {"nick": "Alusia", "name": "Ala & Co <>", "surname": "Żółć", "email": "ala@example.org",
           "www": "https://example.org/?a=1&b=2", "title": "dr", "role": "szefowa", "birth": "1990-02-03"}
-
-
-def png(width, height, shade=7):
-    """A picture whose points differ."""
-    def chunk(kind, content):
-        return struct.pack(">I", len(content)) + kind + content + struct.pack(">I", zlib.crc32(kind + content))
-    rows = b"".join(b"\0" + b"".join(bytes((x % 256, y % 256, shade)) for x in range(width)) for y in range(height))
-    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0))
-            + chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b""))
 
 
 def sha1(content):

@@ -21,7 +21,8 @@ auth_method: internal
 auth_password_format: plain
 disable_sasl_mechanisms: []
 listen:
-  - {{ port: {port}, ip: "127.0.0.1", module: ejabberd_c2s, max_stanza_size: 524288, access: c2s, starttls_required: true, zlib: true }}
+  - {{ port: {port}, ip: "127.0.0.1", module: ejabberd_c2s, max_stanza_size: 524288, access: c2s, {starttls}: true, zlib: true }}
+  - {{ port: {tls_port}, ip: "127.0.0.1", module: ejabberd_c2s, access: c2s, tls: true, zlib: true }}
 {components}registration_timeout: infinity
 acl:
   local: {{ user_regexp: "" }}
@@ -53,7 +54,8 @@ _COMPONENTS = """\
 """
 
 _START = """\
-[begin ok = ejabberd_auth:try_register(base64:decode(U), <<"{domain}">>, base64:decode(P)) end || {{U, P}} <- {accounts}],
+[true = lists:member(ejabberd_auth:try_register(base64:decode(U), <<"{domain}">>, base64:decode(P)), [ok, {{error, exists}}])
+ || {{U, P}} <- {accounts}],
 io:format("ACCOUNTS READY~n").
 """
 
@@ -69,16 +71,18 @@ class Ejabberd:
     store_delay = 5
 
     def __init__(self, home, certificate, accounts, domain="localhost", modules=(), admin="nobody",
-                 components=()):
+                 components=(), clear=False):
         """`modules` are those that a test needs besides the usual ones, `admin` is the user who may configure it,
-        `components` are the addresses of services that connect to it from outside, at `component_port`."""
+        `components` are the addresses of services that connect to it from outside, at `component_port`.
+        `clear` lets clients log in without TLS."""
         self.home = pathlib.Path(home)
         self.domain = domain
         self.accounts = dict(accounts)
         self.modules = modules
         self.admin = admin
         self.components = components
-        self.port = self.component_port = None
+        self.clear = clear
+        self.port = self.tls_port = self.component_port = None
         self.child = None
         self._reserved = ()
         self._sessions = 0
@@ -98,11 +102,11 @@ class Ejabberd:
         attempts = 1 if self.port else 5
         for _ in range(attempts):
             if attempts > 1:
-                self._reserved = Port(), Port()
-                self.port, self.component_port = (port.number for port in self._reserved)
+                self._reserved = Port(), Port(), Port()
+                self.port, self.tls_port, self.component_port = (port.number for port in self._reserved)
             self._launch()
-            ports = (self.port, *([self.component_port] if self.components else []))
-            lines = ["ACCOUNTS READY", *(f"Start accepting TCP connections at 127.0.0.1:{port}" for port in ports)]
+            ports = (self.port, self.tls_port, *([self.component_port] if self.components else []))
+            lines = ["ACCOUNTS READY", *(f"connections at 127.0.0.1:{port} for" for port in ports)]
             with self._answer:
                 self._answer.wait_for(lambda: self._ended or all(map(self._said, lines)), TIMEOUT)
                 if not self._ended and all(map(self._said, lines)):
@@ -118,9 +122,9 @@ class Ejabberd:
     def _launch(self):
         self._lines, self._ended, self._sessions = [], False, 0
         modules = "".join(f"  {name}: {{}}\n" for name in self.modules)
-        (self.home / "ejabberd.yml").write_text(_CONFIGURATION.format(home=self.home, domain=self.domain,
-                                                                      port=self.port, modules=modules,
-                                                                      admin=self.admin, components=self._listener()))
+        (self.home / "ejabberd.yml").write_text(_CONFIGURATION.format(
+            home=self.home, domain=self.domain, port=self.port, tls_port=self.tls_port, modules=modules,
+            admin=self.admin, components=self._listener(), starttls="starttls" if self.clear else "starttls_required"))
         # Erlang reads its arguments in whatever encoding the system has: plain ASCII arrives as it is.
         accounts = "[" + ",".join(f'{{"{_base64(user)}","{_base64(password)}"}}'
                                   for user, password in self.accounts.items()) + "]"

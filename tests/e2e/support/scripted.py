@@ -26,6 +26,7 @@ class Connection:
     def __init__(self, sock):
         self.socket = sock
         self.received = ""
+        self.heard = ""  # all that came so far
 
     def send(self, data):
         """Sends text or bytes; gives False when the other side has gone."""
@@ -49,7 +50,9 @@ class Connection:
                 return None
             if not piece:
                 return None
-            self.received += piece.decode("utf-8", "replace")
+            text = piece.decode("utf-8", "replace")
+            self.received += text
+            self.heard += text
 
     def serve_to_end(self):
         """Reads until the other side closes its stream, and answers that as a server does."""
@@ -96,20 +99,21 @@ class Connection:
     def log_in_by_tls(self, identity, items=""):
         return self.offer_tls() and self.send(PROCEED) and self.start_tls(identity) and self.log_in(items)
 
-    def log_in(self, items=""):
-        """Goes through a whole login; `items` are the roster's. False when the other side left."""
+    def log_in(self, items="", features=""):
+        """Goes through a whole login; `items` are the roster's, `features` what the server tells that it can do. False
+        when the other side left."""
         return bool(
             self.expect(r"<stream:stream[^>]*>") and self.send(HEADER + MECHANISMS)
-            and self.expect(r"<auth\b[^>]*>[^<]*</auth>") and self.finish_login(items))
+            and self.expect(r"<auth\b[^>]*>[^<]*</auth>") and self.finish_login(items, features))
 
-    def finish_login(self, items=""):
+    def finish_login(self, items="", features=""):
         """Goes from the success of a login to its end."""
         return bool(
             self.send(SUCCESS) and self.expect(r"<stream:stream[^>]*>") and self.send(HEADER + BIND)
             and self.answer_iq("xmpp-bind", "<bind xmlns='urn:ietf:params:xml:ns:xmpp-bind'>"
                                "<jid>ala@localhost/x</jid></bind>")
             and self.answer_iq("xmpp-session")
-            and self.answer_iq("disco#info", "<query xmlns='http://jabber.org/protocol/disco#info'/>")
+            and self.answer_iq("disco#info", f"<query xmlns='http://jabber.org/protocol/disco#info'>{features}</query>")
             and self.answer_iq("jabber:iq:roster", f"<query xmlns='jabber:iq:roster'>{items}</query>")
             and self.expect(r"<presence\b"))
 
