@@ -17,6 +17,18 @@ OLD_PICTURE = "{jabber:x:avatar}"
 CAPS = "{http://jabber.org/protocol/caps}"
 
 
+_send_iq = slixmpp.Iq.send
+
+
+def _send_patiently(iq, callback=None, timeout=None, timeout_callback=None):
+    return _send_iq(iq, callback, timeout or 2 * TIMEOUT, timeout_callback)
+
+
+# slixmpp gives up a request after 120 s, and with the one that binds the whole login, for good: a server that has just
+# started on a machine that is very busy takes longer. How long is too long the test alone decides.
+slixmpp.Iq.send = _send_patiently
+
+
 class _Client(slixmpp.ClientXMPP):
     def __init__(self, jid, password, log, authority, mechanism):
         super().__init__(jid, password, sasl_mech=mechanism)
