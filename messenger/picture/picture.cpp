@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "messenger/picture/picture.h"
 
+#include <algorithm>
 #include <QBuffer>
 #include <QColorSpace>
 #include <QImage>

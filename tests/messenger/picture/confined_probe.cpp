@@ -47,7 +47,8 @@ bool canHave(std::size_t bytes) {
 
 int main() {
     const int before = open("/dev/null", O_RDWR);
-    if (before < 0 || !oku::picture::confine()) return 1;
+    const int stays = open("probe-stays", O_CREAT | O_WRONLY, 0600);
+    if (before < 0 || stays < 0 || !oku::picture::confine()) return 1;
     tell("descriptor from before", write(before, "x", 1) == 1);
     tell("file", open("/etc/passwd", O_RDONLY) >= 0);
     tell("new file", open("probe-was-here", O_CREAT | O_WRONLY, 0600) >= 0);
@@ -59,7 +60,7 @@ int main() {
     tell("fork", canFork());
     tell("signal", kill(getppid(), 0) == 0);
     tell("look", access("/etc/passwd", F_OK) == 0);
-    tell("remove", unlink("/nothing/there") == 0);
+    tell("remove", unlink("probe-stays") == 0);
     char program[] = "/bin/true";
     char* arguments[] = {program, nullptr};
     execv(program, arguments);

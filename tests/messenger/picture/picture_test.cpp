@@ -4,7 +4,10 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
 #include <unistd.h>
+#include <cerrno>
 #include <QBuffer>
 #include <QFile>
 #include <QImage>
@@ -178,6 +181,15 @@ TEST(Picture, NothingIsReadBeforeAllIsGivenUp) {
     EXPECT_EQ(program.exitCode(), 0);
 }
 
+/// Whether calls can be filtered here: a system that can looks for the filter first, and finds none.
+bool callsAreFiltered() {
+#if defined(__x86_64__) || defined(__aarch64__)
+    return prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, nullptr) != 0 && errno == EFAULT;
+#else
+    return false;
+#endif
+}
+
 TEST(Confinement, NothingCanBeOpened) {
     QFile::remove(QStringLiteral("probe-was-here"));
     QProcess probe;
@@ -191,11 +203,14 @@ TEST(Confinement, NothingCanBeOpened) {
     EXPECT_TRUE(told.contains("\nmemory no\n"));
 #endif
     EXPECT_FALSE(QFile::exists(QStringLiteral("probe-was-here")));
-    // What the filter adds, where this system has such filters.
-    if (!contentOf(QStringLiteral("/proc/sys/kernel/seccomp/actions_avail")).contains("errno"))
-        GTEST_SKIP() << "the system does not filter calls";
-    for (const char* what : {"fork", "signal", "look", "remove", "program"})
-        EXPECT_TRUE(told.contains('\n' + QByteArray(what) + " no\n")) << what << '\n' << told.constData();
+    // What the filter adds. Where calls are not filtered the probe can do all of that, so nothing else forbids it.
+    const bool filtered = callsAreFiltered();
+    for (const char* what : {"fork", "signal", "look", "remove"})
+        EXPECT_TRUE(told.contains('\n' + QByteArray(what) + (filtered ? " no\n" : " yes\n")))
+            << what << told.constData();
+    EXPECT_EQ(told.contains("\nprogram no\n"), filtered) << told.constData();
+    EXPECT_EQ(QFile::exists(QStringLiteral("probe-stays")), filtered);
+    QFile::remove(QStringLiteral("probe-stays"));
 }
 
 }  // namespace
