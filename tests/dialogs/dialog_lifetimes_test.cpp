@@ -4,7 +4,6 @@
 // Windows that go, accounts that go and hosts that fail, at every step of what windows do.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <ostream>
 #include <set>
 #include <string>

@@ -4,7 +4,6 @@
 // The plugin's own windows, as a strict host draws them: each is told with all that is in it, each change by itself.
 #include <algorithm>
 #include <array>
-#include <set>
 
 #include "tests/support/dialog_windows.h"
 #include "tests/support/host_services.h"
@@ -50,8 +49,7 @@ std::string itemsText(const std::vector<std::string>& items) {
 }
 
 void tellControl(RecordingHost& host, const void* record, std::uint32_t id, const DialogControl& control) {
-    Line line{"  " + controlWord(control.kind) + (id == kAnyLabel ? "" : " " + std::to_string(id)), {}, {}, {}};
-    line.head = line.head.substr(2);
+    Line line{controlWord(control.kind) + (id == kAnyLabel ? "" : " " + std::to_string(id)), {}, {}, {}};
     for (auto& field : readRecord(layouts::kControl, record, host.context())) line.fields.push_back(std::move(field));
     if (!control.items.empty()) line.field("items", itemsText(control.items));
     if (control.selection >= 0) line.field("selection", static_cast<long long>(control.selection));

@@ -6,7 +6,6 @@
 #include <QCoreApplication>
 #include <QTimer>
 #include <utility>
-#include <vector>
 
 #include "host/oku/cards.h"
 #include "messenger/core/accounts/accounts.h"

@@ -30,7 +30,7 @@ DialogControl readControl(const OKU_CONTROL& record) {
     DialogControl control;
     control.id = record.id;
     control.kind = static_cast<ControlKind>(record.kind);
-    control.text = linesOf(record.text);
+    control.text = wideLines(record.text);
     if (control.kind == ControlKind::button) control.text = buttonCaption(control.text);
     control.name = wideText(record.name);
     control.enabled = (record.flags & OKU_CONTROL_DISABLED) == 0;
@@ -69,7 +69,7 @@ std::optional<OpenDialog> readWindow(const OKU_WINDOW& record) {
     window.child = (record.flags & OKU_WINDOW_CHILD) != 0;
     window.title = wideText(record.title);
     window.heading = wideText(record.heading);
-    window.description = linesOf(record.description);
+    window.description = wideLines(record.description);
     window.controls.reserve(record.controls ? record.controlCount : 0);
     const bool whole = eachRecord(record.controls, record.controlCount, [&](const OKU_CONTROL& control) {
         if (control.kind < OKU_CONTROL_LABEL || control.kind > OKU_CONTROL_GROUP) return;
@@ -97,8 +97,6 @@ QList<DialogMenuItem> readMenu(const OKU_POPUP_MENU& record) {
     });
     return items;
 }
-
-QString linesOf(const char16_t* text) { return wideText(text).replace(QLatin1String("\r\n"), QLatin1String("\n")); }
 
 QString withReturns(const QString& text) {
     QString lines = text;

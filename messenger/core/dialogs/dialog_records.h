@@ -17,8 +17,6 @@ std::optional<OpenDialog> readWindow(const OKU_WINDOW& record);
 DialogRow readRow(const OKU_ROW& record);
 QList<DialogMenuItem> readMenu(const OKU_POPUP_MENU& record);
 
-/// A text of the plugin, its lines parted by line feeds.
-QString linesOf(const char16_t* text);
 /// As the plugin writes several lines: parted by CR and LF.
 QString withReturns(const QString& text);
 /// A button's text without the "&" before its letter of access.

@@ -75,7 +75,7 @@ OKU_WORD DialogServices::open(OKU_WORD param) {
 OKU_WORD DialogServices::setText(OKU_WORD param) {
     const auto* record = recordAt<OKU_WINDOW_TEXT>(param);
     OpenDialog* dialog = record ? windowAt(record->window) : nullptr;
-    if (!dialog || !setWindowText(dialog->window, record->which, linesOf(record->text))) return 0;
+    if (!dialog || !setWindowText(dialog->window, record->which, wideLines(record->text))) return 0;
     windows_.tellChanged(*dialog);
     return 1;
 }
@@ -97,7 +97,7 @@ bool DialogServices::change(OpenDialog& dialog, DialogControl& control, const OK
     const quint32 id = control.id;
     switch (value.what) {
         case OKU_VALUE_TEXT:
-            changeText(dialog, control, linesOf(value.text));
+            changeText(dialog, control, wideLines(value.text));
             break;
         case OKU_VALUE_CHECKED:
             control.checked = value.number != 0;

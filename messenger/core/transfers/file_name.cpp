@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "messenger/core/transfers/file_name.h"
 
-#include <algorithm>
-
 namespace oku {
 namespace {
 

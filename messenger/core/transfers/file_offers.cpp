@@ -6,7 +6,6 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QStandardPaths>
-#include <QTimer>
 
 #include "host/oku/transfer.h"
 #include "messenger/core/accounts/accounts.h"

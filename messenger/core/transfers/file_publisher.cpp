@@ -3,7 +3,6 @@
 #include "messenger/core/transfers/file_publisher.h"
 
 #include <algorithm>
-#include <cstring>
 #include <QCoreApplication>
 #include <QUrl>
 #include <utility>

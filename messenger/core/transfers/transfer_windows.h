@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <functional>
 #include <map>
 #include <optional>
 #include <QElapsedTimer>

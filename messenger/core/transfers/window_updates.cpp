@@ -3,6 +3,7 @@
 #include "messenger/core/transfers/window_updates.h"
 
 #include <exception>
+#include <mutex>
 #include <QMetaObject>
 #include <QThread>
 #include <utility>

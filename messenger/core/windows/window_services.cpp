@@ -19,7 +19,7 @@ WindowServices::Page propertiesPage(const OKU_PROPERTIES_PAGE& record) {
 
 }  // namespace
 
-WindowServices::WindowServices(ServiceRegistry& services, QObject* parent) : QObject(parent) {
+WindowServices::WindowServices(ServiceRegistry& services) {
     provideGraphics(services);
     services.provide(u"OKU/AddOptionsPage", [this](OKU_WORD, OKU_WORD extra) { return addOptionsPage(extra); });
     services.provide(u"OKU/PropertiesStaticPageAdd",

@@ -3,7 +3,7 @@
 #pragma once
 
 #include <functional>
-#include <QObject>
+#include <QString>
 #include <vector>
 
 #include "host/oku/base.h"
@@ -14,9 +14,7 @@ class ServiceRegistry;
 
 /// What the plugin hands over for windows: icons, pages of options and properties. All of it is kept as values; user
 /// interfaces show what they can.
-class WindowServices : public QObject {
-    Q_OBJECT
-
+class WindowServices {
 public:
     struct Icon {
         QString name;
@@ -33,7 +31,7 @@ public:
         std::uint32_t netId = 0;
     };
 
-    explicit WindowServices(ServiceRegistry& services, QObject* parent = nullptr);
+    explicit WindowServices(ServiceRegistry& services);
 
     [[nodiscard]] const std::vector<Icon>& icons() const { return icons_; }
     [[nodiscard]] const std::vector<Page>& optionPages() const { return optionPages_; }

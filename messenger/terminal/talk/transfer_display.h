@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include <QHash>
+#include <QMap>
 
 #include "messenger/terminal/talk/desk.h"
 

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <map>
-#include <thread>
 
 #include "host/oku/transfer.h"
 #include "messenger/core/boundary/wide.h"

@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+#include <thread>
+
 #include "tests/messenger/core/transfer_stage.h"
 
 namespace oku::test {

@@ -1,9 +1,5 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
 #include "messenger/terminal/json/json_mode.h"
 #include "tests/messenger/terminal/session_fixture.h"
 
