@@ -3,7 +3,6 @@
 """A terminal messenger driven through `oku-terminal --json`: commands in, events out, one JSON object a line."""
 
 import json
-import os
 import pathlib
 import subprocess
 

@@ -155,14 +155,16 @@ class Cards:
 
     def test_published_and_fetched_and_removed(self):
         kept = self.set_picture()
+        self.olek.wait("presence", picture=sha1(kept))
         self.terminal.command("publish-picture")
         seen = self.olek.query("ala@localhost", f"<pubsub xmlns='{PUBSUB}'><items node='{METADATA}'/></pubsub>")
         info = seen.find(f".//{{{METADATA}}}info")
         self.assertEqual(dict(info.attrib), {"id": sha1(kept), "type": "image/png", "bytes": str(len(kept))})
         seen = self.olek.query("ala@localhost", f"<pubsub xmlns='{PUBSUB}'><items node='{DATA}'/></pubsub>")
         self.assertEqual(base64.b64decode(seen.findtext(f".//{{{DATA}}}data")), kept)
+        self.olek.forget()
         self.terminal.command("remove-picture")
-        self.olek.wait("presence", picture=None)
+        self.olek.wait("presence", lambda event: event["from"].startswith("ala@localhost/"), picture=None)
         self.assertFalse((self.terminal.profile / "_avatar").exists())
         self.assertEqual(self.terminal.ask("own-picture", "own-picture")["hash"], "")
         self.assertEqual(self.terminal.ask("get", "setting", key="AV/Hash")["value"], "")
@@ -219,11 +221,12 @@ class Cards:
 
     def test_two_accounts_with_one_contact(self):
         face = png(37, 20, 9)
+        # The account that is there logs in anew when another one is added.
+        self.terminal.forget()
         self.account(self.terminal, "ewa", self.server)
         for account in ("ala@localhost", "ewa@localhost"):
-            self.terminal.forget()
             self.terminal.command("status", account=account, status="online")
-            self.terminal.wait("presence", account=account, jid="olek@localhost", resource="dom")
+            self.terminal.wait("presence", account=account, jid="olek@localhost", resource="dom", status="online")
         self.publish_picture(face)
         first = self.terminal.wait("picture", hash=sha1(face))
         self.publish_picture(face)

@@ -55,9 +55,11 @@ class Events:
     def test_what_contacts_take_back(self):
         self.personal.tune(**TUNE)
         self.contact(tune=lambda tune: bool(tune))
+        self.terminal.forget()
         self.personal.tune()
         self.terminal.wait("tune", **OLEK, **NO_TUNE)
         self.contact(tune="")
+        self.terminal.forget()
         self.personal.withdraw("xep_0107")
         self.terminal.wait("mood", **OLEK, mood="", text="")
         self.contact(mood="")

@@ -2,8 +2,6 @@
 # SPDX-License-Identifier: MIT
 """Files between the messenger and another client, with the bytes in the stream, over real servers."""
 
-import hashlib
-import pathlib
 import random
 import threading
 import unittest

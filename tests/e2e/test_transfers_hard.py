@@ -3,6 +3,7 @@
 """Files that go wrong: names that lead elsewhere, peers that vanish or say what they should not, disks and folders."""
 
 import base64
+import concurrent.futures
 import random
 import resource
 import threading
@@ -10,7 +11,7 @@ import unicodedata
 import unittest
 from xml.sax.saxutils import quoteattr
 
-from slixmpp.exceptions import IqError
+from slixmpp.exceptions import IqError, IqTimeout
 
 from oku.prosody import Prosody
 from support.case import BUILD, Case
@@ -52,22 +53,30 @@ class HardTransfers:
     def end_of(self, number):
         return self.terminal.wait("transfer", transfer=number, state=lambda state: state in OVER)
 
-    def offered(self, name, size, sid, answer="accept", peer=None):
-        """A file that a peer offers and the user answers; gives the event of the offer, and what the peer was told."""
-        outcome = []
+    def offering(self, name, size, sid):
+        """The peer offers a file on a thread of its own; gives that, and the list that has what the peer was told when
+        the thread has ended, nothing where nobody answered until the peer went."""
+        told = []
 
         def offer():
             try:
-                (peer or self.olek).offer(self.ala, name, size, sid)
-                outcome.append("accepted")
+                self.olek.offer(self.ala, name, size, sid)
+                told.append("accepted")
             except IqError as error:
-                outcome.append(error.condition)
-        asking = threading.Thread(target=offer)
-        asking.start()
+                told.append(error.condition)
+            except (IqTimeout, concurrent.futures.CancelledError, TimeoutError):
+                pass
+        thread = threading.Thread(target=offer)
+        thread.start()
+        return thread, told
+
+    def offered(self, name, size, sid, answer="accept"):
+        """A file that the peer offers and the user answers; gives the event of the offer, and what the peer was told."""
+        asking, told = self.offering(name, size, sid)
         event = self.terminal.wait("file-offer", size=size)
         self.terminal.command("answer-file", offer=event["offer"], answer=answer)
         asking.join()
-        return event, outcome[0]
+        return event, "".join(told)
 
     def begun(self, name, size, sid):
         """A file that is accepted and opened; gives the transfer's number."""
@@ -152,14 +161,17 @@ class HardTransfers:
 
     def test_what_the_user_refuses_or_ignores(self):
         self.assertEqual(self.offered("a", 11, "s1", "refuse")[1], "forbidden")
-        asking = threading.Thread(target=lambda: self.assertRaises(Exception, self.olek.offer, self.ala, "b", 12, "s2"))
-        asking.start()
+        asking, told = self.offering("b", 12, "s2")
         event = self.terminal.wait("file-offer", size=12)
         self.terminal.command("answer-file", offer=event["offer"], answer="ignore")
         self.terminal.wait("file-offer-closed", offer=event["offer"], answer="ignore")
         self.assertEqual(self.terminal.ask("files", "files")["transfers"], [])
+        # What the messenger says comes in order.
+        self.terminal.command("message", to="olek@localhost", body="to wszystko")
+        self.olek.wait("message", body="to wszystko")
         self.olek.stop()
         asking.join()
+        self.assertEqual(told, [])
 
     def test_strangers_are_not_asked_about(self):
         ewa = self.peer("ewa", self.server, "obca", kind=FilePeer)

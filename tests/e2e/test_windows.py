@@ -27,6 +27,7 @@ class Windows:
     def test_browses_the_server_and_a_level_below(self):
         self.browser.browse("localhost")
         row = self.browser.row(lambda row: self.service in row["text"])
+        self.terminal.forget()
         self.browser.command("window-activate", control=self.browser.list, row=row["row"])
         self.terminal.wait("window-no-rows", window=self.browser.window)
         self.terminal.wait("window-control", window=self.browser.window, control=self.browser.jid, text=self.service)
