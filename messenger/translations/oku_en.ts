@@ -124,7 +124,7 @@
     </message>
     <message>
         <source>Nie można usunąć obrazka %1</source>
-        <translation>Cannot remove the file %1</translation>
+        <translation>The picture %1 cannot be removed</translation>
     </message>
 </context>
 <context>
@@ -2139,11 +2139,11 @@ Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
     </message>
     <message>
         <source>po %1 s bez odpowiedzi będzie nią: no</source>
-        <translation>after %1 s without one it is: no</translation>
+        <translation>after %1 s without an answer it is: no</translation>
     </message>
     <message>
         <source>%1 słucha: %2</source>
-        <translation>%1 is listening: %2</translation>
+        <translation>%1 listens to: %2</translation>
     </message>
     <message>
         <source>%1 niczego już nie słucha</source>
@@ -2151,19 +2151,19 @@ Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
     </message>
     <message>
         <source>%1 mówi o sobie: %2</source>
-        <translation>%1 tells: %2</translation>
+        <translation>%1 shows a mood: %2</translation>
     </message>
     <message>
         <source>%1 nie podaje już nastroju</source>
-        <translation>%1 tells the mood no more</translation>
+        <translation>%1 shows no mood any more</translation>
     </message>
     <message>
         <source>%1 podaje miejsce: %2</source>
-        <translation>%1 tells the place: %2</translation>
+        <translation>%1 shows a place: %2</translation>
     </message>
     <message>
         <source>%1 nie podaje już miejsca</source>
-        <translation>%1 tells the place no more</translation>
+        <translation>%1 shows no place any more</translation>
     </message>
     <message>
         <source>kontakty widzą, czego słuchasz: %1</source>
@@ -2195,7 +2195,7 @@ Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
     </message>
     <message>
         <source>wysłano odwołanie do serwera</source>
-        <translation>sent to the server that it counts no more</translation>
+        <translation>sent to the server: it is taken back</translation>
     </message>
     <message>
         <source>/mail otwiera stronę poczty, /mail off zamyka powiadomienie</source>

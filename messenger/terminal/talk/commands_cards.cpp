@@ -4,11 +4,11 @@
 // Commands about cards and pictures.
 #include <algorithm>
 #include <array>
-#include <QDir>
 
 #include "messenger/core/values/cards.h"
 #include "messenger/terminal/talk/command_families.h"
 #include "messenger/terminal/talk/session.h"
+#include "messenger/terminal/talk/typed_path.h"
 #include "messenger/terminal/texts.h"
 
 namespace oku::terminal {
@@ -43,7 +43,7 @@ QString picture(Session& session, Arguments& arguments) {
     const QString account = session.chosen().jid();
     const QString word = arguments.word();
     if (word == QLatin1String("set") && !arguments.empty())
-        return cards.setOwnPicture(QDir(session.options().startDirectory).absoluteFilePath(arguments.rest()));
+        return cards.setOwnPicture(wholePath(session.options().startDirectory, arguments.rest()));
     if (!arguments.empty()) return say(Text::Usage);
     if (word == QLatin1String("remove")) return cards.removeOwnPicture();
     if (word == QLatin1String("publish") || word == QLatin1String("fetch")) {
@@ -65,7 +65,7 @@ constexpr std::array kRows = std::to_array<CommandRow>({
      Kind::CardField, Kind::None, true, &ownCard},
     {"picture", QT_TRANSLATE_NOOP("Commands", "[set PLIK | remove | publish | fetch]"),
      QT_TRANSLATE_NOOP("Commands", "własny obrazek: pokazuje, ustawia, usuwa, publikuje na serwerze, pobiera stamtąd"),
-     Kind::PictureAct, Kind::None, false, &picture},
+     Kind::PictureAct, Kind::File, false, &picture},
 });
 
 }  // namespace

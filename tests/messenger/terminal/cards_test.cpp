@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+#include <QDir>
+
 #include "messenger/terminal/json/json_mode.h"
 #include "tests/messenger/terminal/session_fixture.h"
 
@@ -86,6 +88,7 @@ TEST_F(CardCommands, StoringAgainAgreesToTheLosses) {
 TEST_F(CardCommands, TheOwnPictureIsSetPublishedFetchedAndRemoved) {
     EXPECT_EQ(type("/picture set my face.png"), "setOwnPicture|/start/my face.png");
     EXPECT_EQ(type("/picture set \"/home/my face.png\""), "setOwnPicture|/home/my face.png");
+    EXPECT_EQ(type("/picture set ~/face.png"), "setOwnPicture|" + (QDir::homePath() + "/face.png").toStdString());
     EXPECT_EQ(type("/picture publish"), "publishOwnPicture|ala@localhost");
     EXPECT_EQ(type("/picture fetch"), "fetchOwnPicture|ala@localhost");
     EXPECT_EQ(type("/picture remove"), "removeOwnPicture");
@@ -132,6 +135,7 @@ TEST_F(CardCommands, TabOffersFieldsAndActs) {
     EXPECT_EQ(offered("/my-card s"), "store ,surname ");
     EXPECT_EQ(offered("/picture "), "fetch ,publish ,remove ,set ");
     EXPECT_EQ(offered("/card Ol"), "Ola ,Olek ");
+    EXPECT_EQ(offered("/picture set /et"), "/etc/");
 }
 
 class JsonCards : public testing::Test {

@@ -26,9 +26,9 @@ protected:
 
 TEST_F(SessionNewsTest, TellsAContactsTuneAndMoodOnce) {
     change(&Contact::tune, "Artist: A\nTitle: T");
-    EXPECT_EQ(heard(), "- Olek is listening: Artist: A, Title: T");
+    EXPECT_EQ(heard(), "- Olek listens to: Artist: A, Title: T");
     change(&Contact::mood, "Mood: happy");
-    EXPECT_EQ(heard(), "- Olek tells: Mood: happy");
+    EXPECT_EQ(heard(), "- Olek shows a mood: Mood: happy");
     change(&Contact::mood, "Mood: happy");
     EXPECT_EQ(heard(), "");
     change(&Contact::tune, "");
@@ -55,9 +55,9 @@ TEST_F(SessionNewsTest, TellsPlacesAndWhatTheOwnAccountPublishes) {
     NewsFace& news = messenger.news();
     const QString olek = QStringLiteral("olek@localhost");
     emit news.locationReceived(kMe, olek, {{"locality", "Łódź"}, {"country", "Polska"}});
-    EXPECT_EQ(heard(), "- Olek tells the place: country Polska, locality Łódź");
+    EXPECT_EQ(heard(), "- Olek shows a place: country Polska, locality Łódź");
     emit news.locationReceived(kMe, olek, {});
-    EXPECT_EQ(heard(), "- Olek tells the place no more");
+    EXPECT_EQ(heard(), "- Olek shows no place any more");
     emit news.tuneReceived(kMe, olek, {"A", "T", {}, {}, {}, {}});
     emit news.moodReceived(kMe, olek, {"happy", {}});
     EXPECT_EQ(heard(), "") << "these stand with the contact";
@@ -81,7 +81,7 @@ TEST_F(SessionNewsTest, PublishesAndTakesBack) {
     EXPECT_EQ(type("/mood in_love"), "publishMood|ala@localhost|in_love|");
     heard();
     EXPECT_EQ(type("/mood off"), "publishMood|ala@localhost||");
-    EXPECT_EQ(heard(), "- sent to the server that it counts no more");
+    EXPECT_EQ(heard(), "- sent to the server: it is taken back");
     EXPECT_EQ(type("/tune \"Long title\" Artist An album"), "publishTune|ala@localhost|Artist|Long title|An album|||");
     EXPECT_EQ(type("/tune Off Artist"), "publishTune|ala@localhost|Artist|Off||||");
     EXPECT_EQ(type("/tune off"), "publishTune|ala@localhost||||||");
@@ -120,7 +120,7 @@ TEST_F(SessionNewsTest, SaysOfAQuestionThatHoldsThePluginWhatWaits) {
     emit messenger.windows().boxOpened(box);
     EXPECT_EQ(heard(),
               "? Web site: Allow?\nanswer: /answer 7 yes or /answer 7 no\n"
-              "until there is an answer, everything else waits\nafter 60 s without one it is: no");
+              "until there is an answer, everything else waits\nafter 60 s without an answer it is: no");
     box.holds = false;
     box.seconds = 0;
     emit messenger.windows().boxOpened(box);
