@@ -47,6 +47,7 @@
 #include "messenger/core/transfers/file_publisher.h"
 #include "messenger/core/transfers/received_files.h"
 #include "messenger/core/transfers/transfer_windows.h"
+#include "messenger/core/windows/contact_menus.h"
 #include "messenger/core/windows/links.h"
 #include "messenger/core/windows/menu_model.h"
 #include "messenger/core/windows/message_boxes.h"
@@ -91,6 +92,7 @@ public:
     Passwords passwords{settings, boxes, options.keyRing};
     LinkService links{services, options.linkOpener};
     MenuModel menus{services, queue};
+    ContactMenus contactMenus{events, queue};
     StatusWindows statusWindows{services, accounts, queue};
     WindowServices windows{services};
     DialogWindows dialogs;

@@ -3,6 +3,7 @@
 #include "messenger/core/windows_on_host.h"
 
 #include "messenger/core/host_core.h"
+#include "messenger/core/values/jid_text.h"
 
 namespace oku {
 namespace {
@@ -13,6 +14,7 @@ public:
         connect(&core_.boxes, &MessageBoxes::opened, this, &WindowsFace::boxOpened);
         connect(&core_.boxes, &MessageBoxes::closed, this, &WindowsFace::boxClosed);
         connect(&core_.menus, &MenuModel::changed, this, &WindowsFace::menuChanged);
+        connect(&core_.contactMenus, &ContactMenus::told, this, &WindowsFace::contactMenuTold);
         connect(&core_.statusWindows, &StatusWindows::requested, this, &WindowsFace::statusWindowRequested);
         connect(&core_, &HostCore::noticed, this, &WindowsFace::noticed);
     }
@@ -25,6 +27,13 @@ public:
     QList<MessageBox> openBoxes() const override { return core_.boxes.open(); }
 
     QList<MenuItem> menu(const QString& parent) const override { return core_.menus.items(parent); }
+
+    QString askContactMenu(const QString& account, const QString& jid, bool inChat) override {
+        return core_.accounts.with(account, [&](AccountEntry& entry) {
+            core_.contactMenus.ask(entry, bareJid(jid), inChat);
+            return QString();
+        });
+    }
 
     QString statusMenu(const QString& account) const override {
         const auto* entry = core_.accounts.inPlugin(account);

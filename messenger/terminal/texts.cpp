@@ -212,6 +212,8 @@ constexpr std::array kTexts = std::to_array<TextRow>({
     {Text::DialogNoRow, QT_TRANSLATE_NOOP("Terminal", "nie ma tu pozycji %1")},
     {Text::DialogNoItem, QT_TRANSLATE_NOOP("Terminal", "nie ma do wyboru: %1")},
     {Text::DialogNoPage, QT_TRANSLATE_NOOP("Terminal", "nie ma takiej strony")},
+    {Text::FurtherPage, QT_TRANSLATE_NOOP("Terminal", "jest jeszcze strona „%1”: %2")},
+    {Text::ContactMenuEmpty, QT_TRANSLATE_NOOP("Terminal", "wtyczka nie ma nic dla tego kontaktu")},
     {Text::DialogRows, QT_TRANSLATE_N_NOOP("Terminal", "%n wierszy")},
     {Text::DialogMore, QT_TRANSLATE_NOOP("Terminal", "pokazano %1 z %2; + pokazuje dalsze, - wcześniejsze")},
     {Text::DialogChanged, QT_TRANSLATE_NOOP("Terminal", "okno „%1” zmieniło się; . pokazuje je")},

@@ -184,6 +184,8 @@ enum class Text {
     DialogNoRow,
     DialogNoItem,
     DialogNoPage,
+    FurtherPage,
+    ContactMenuEmpty,
     DialogRows,
     DialogMore,
     DialogChanged,

@@ -489,20 +489,24 @@ Trust this certificate on this account from now on?</translation>
         <translation>an account&apos;s page of options</translation>
     </message>
     <message>
-        <source>[KTO | new]</source>
-        <translation>[WHO | new]</translation>
-    </message>
-    <message>
         <source>strona właściwości kontaktu, także nowego</source>
         <translation>a contact&apos;s page of properties, also of a new one</translation>
     </message>
     <message>
-        <source>menu wtyczki: lista, albo wybór pozycji</source>
-        <translation>the plugin&apos;s menu: a list, or choose an item</translation>
-    </message>
-    <message>
         <source>otwiera odebrany plik programem systemu</source>
         <translation>opens a received file with the system&apos;s program</translation>
+    </message>
+    <message>
+        <source>[KTO [NUMER] | new]</source>
+        <translation>[WHO [NUMBER] | new]</translation>
+    </message>
+    <message>
+        <source>[NUMER | KTO]</source>
+        <translation>[NUMBER | WHO]</translation>
+    </message>
+    <message>
+        <source>menu wtyczki: lista, albo wybór pozycji; co wtyczka pozwala zrobić z kontaktem</source>
+        <translation>the plugin&apos;s menu: a list, or choose an item; what the plugin lets you do with a contact</translation>
     </message>
 </context>
 <context>
@@ -518,6 +522,37 @@ Trust this certificate on this account from now on?</translation>
     <message>
         <source>Listy kontaktów %1 nie można odczytać ani odłożyć na bok.</source>
         <translation>The contact list %1 can neither be read nor be put aside.</translation>
+    </message>
+</context>
+<context>
+    <name>ContactMenu</name>
+    <message>
+        <source>Archiwum rozmów</source>
+        <translation>Archive of conversations</translation>
+    </message>
+    <message>
+        <source>Wyślij plik</source>
+        <translation>Send a file</translation>
+    </message>
+    <message>
+        <source>Wyślij wiadomość</source>
+        <translation>Send a message</translation>
+    </message>
+    <message>
+        <source>Rozmawiaj</source>
+        <translation>Talk</translation>
+    </message>
+    <message>
+        <source>Usuń z listy</source>
+        <translation>Remove from the list</translation>
+    </message>
+    <message>
+        <source>Właściwości</source>
+        <translation>Properties</translation>
+    </message>
+    <message>
+        <source>Wizytówka</source>
+        <translation>Card</translation>
     </message>
 </context>
 <context>
@@ -2309,6 +2344,14 @@ x  &lt;         close the window; leave it open and go</translation>
     <message>
         <source>żadnego pliku jeszcze nie odebrano</source>
         <translation>no file has been received yet</translation>
+    </message>
+    <message>
+        <source>jest jeszcze strona „%1”: %2</source>
+        <translation>there is also the page &quot;%1&quot;: %2</translation>
+    </message>
+    <message>
+        <source>wtyczka nie ma nic dla tego kontaktu</source>
+        <translation>the plugin has nothing for this contact</translation>
     </message>
 </context>
 <context>

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: The protoLink authors
 # SPDX-License-Identifier: MIT
-"""The plugin's windows as a script works with them: the service browser, and forms of ad-hoc commands."""
+"""The plugin's windows as a script works with them: the service browser, forms of ad-hoc commands, and pages."""
 
 import unittest
 
@@ -132,6 +132,15 @@ class Properties(Case):
         self.other.wait("roster", items=lambda items: items.get("olek@localhost", {}).get("name") == "Oleś <&> ąę"
                         and items["olek@localhost"]["groups"] == ["Dom & „my”"])
         self.terminal.wait("contact", jid="olek@localhost", name="Oleś <&> ąę", group="Dom & „my”")
+
+    def test_the_plugin_says_what_it_has_for_a_contact(self):
+        self.terminal.command("pages", jid="olek@localhost")
+        pages = self.terminal.wait("pages", jid="olek@localhost")["properties"]
+        self.assertEqual([one["caption"] for one in pages], ["Właściwości", "Informacje XMPP"])
+        self.terminal.command("contact-menu", jid="olek@localhost")
+        menu = self.terminal.wait("contact-menu", jid="olek@localhost")["items"]
+        self.assertEqual([one["item"].removeprefix("OKU/Contact/") for one in menu],
+                         ["Archive", "Message", "Chat", "Delete", "Edit", "PubDir"])
 
     def test_the_contacts_program_is_told_by_its_page_of_information(self):
         befriend(self, self.server, "ala", "olek")

@@ -14,6 +14,7 @@
 #include "messenger/terminal/json/json_cards.h"
 #include "messenger/terminal/json/json_dialogs.h"
 #include "messenger/terminal/json/json_files.h"
+#include "messenger/terminal/json/json_pages.h"
 #include "messenger/terminal/screen/wording.h"
 #include "messenger/terminal/texts.h"
 
@@ -303,8 +304,8 @@ std::vector<JsonCommand> JsonWaiting::takeAll() {
 std::span<const JsonCommandRow> jsonCommands() {
     static const std::vector<JsonCommandRow> rows = [] {
         std::vector<JsonCommandRow> all(kCommands.begin(), kCommands.end());
-        const auto dialogs = jsonDialogCommands();
-        all.insert(all.end(), dialogs.begin(), dialogs.end());
+        for (const auto family : {jsonDialogCommands(), jsonPageCommands()})
+            all.insert(all.end(), family.begin(), family.end());
         return all;
     }();
     return rows;

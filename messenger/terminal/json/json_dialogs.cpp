@@ -141,62 +141,6 @@ JsonOutcome close(JsonDesk& desk, const QString&, const JsonCommand& command) {
     return {dialogsOf(desk).close(windowOf(command))};
 }
 
-JsonOutcome apply(JsonDesk& desk, const QString&, const JsonCommand& command) {
-    return {dialogsOf(desk).apply(windowOf(command))};
-}
-
-JsonOutcome confirm(JsonDesk& desk, const QString&, const JsonCommand& command) {
-    return {dialogsOf(desk).confirm(windowOf(command))};
-}
-
-JsonOutcome pages(JsonDesk& desk, const QString& account, const JsonCommand&) {
-    JsonLine line(u"pages", account);
-    const auto put = [&](const char* key, const QList<DialogPage>& list) {
-        line.beginList(key);
-        for (const DialogPage& page : list) {
-            line.beginObject();
-            line.put("page", page.id);
-            line.put("caption", page.caption);
-            line.endObject();
-        }
-        line.endList();
-    };
-    put("options", dialogsOf(desk).optionPages());
-    put("properties", dialogsOf(desk).propertyPages(account));
-    desk.write(std::move(line).take());
-    return {};
-}
-
-JsonOutcome options(JsonDesk& desk, const QString&, const JsonCommand& command) {
-    return {dialogsOf(desk).openOptions(command.text("page"))};
-}
-
-JsonOutcome properties(JsonDesk& desk, const QString& account, const JsonCommand& command) {
-    return {dialogsOf(desk).openProperties(account, command.text("jid"), command.text("page"))};
-}
-
-JsonOutcome menu(JsonDesk& desk, const QString&, const JsonCommand& command) {
-    const QString given = command.text("parent");
-    const QString parent = given.isEmpty() ? programMenu() : given;
-    JsonLine line(u"menu");
-    line.put("parent", parent);
-    line.beginList("items");
-    for (const MenuItem& item : desk.messenger.windows().menu(parent)) {
-        line.beginObject();
-        line.put("item", item.id);
-        line.put("caption", item.caption);
-        line.put("separator", item.separator);
-        line.endObject();
-    }
-    line.endList();
-    desk.write(std::move(line).take());
-    return {};
-}
-
-JsonOutcome menuItem(JsonDesk& desk, const QString&, const JsonCommand& command) {
-    return {desk.messenger.windows().activateMenu(command.text("item"))};
-}
-
 constexpr JsonField kWindow{"window", JsonType::Whole, true};
 constexpr JsonField kControl{"control", JsonType::Whole, true};
 constexpr std::array kOfWindow = {kWindow};
@@ -207,14 +151,8 @@ constexpr std::array kChoose = {kWindow, kControl, JsonField{"choice", JsonType:
 constexpr std::array kCheck = {kWindow, kControl, JsonField{"checked", JsonType::Flag, true}};
 constexpr std::array kRow = {kWindow, kControl, JsonField{"row", JsonType::Whole, true}};
 constexpr std::array kItem = {kWindow, JsonField{"item", JsonType::Whole, true}};
-constexpr std::array kPage = {JsonField{"page", JsonType::Text, false}};
-constexpr std::array kContactPage = {JsonField{"jid", JsonType::Text, false}, JsonField{"page", JsonType::Text, false}};
-constexpr std::array kMenu = {JsonField{"parent", JsonType::Text, false}};
-constexpr std::array kMenuItem = {JsonField{"item", JsonType::Text, true}};
 
 constexpr std::array kCommands = std::to_array<JsonCommandRow>({
-    {{"menu", kMenu}, false, &menu},
-    {{"menu-item", kMenuItem}, false, &menuItem},
     {{"windows", {}}, false, &windows},
     {{"window-fill", kFill}, false, &fill},
     {{"window-check", kCheck}, false, &check},
@@ -225,11 +163,6 @@ constexpr std::array kCommands = std::to_array<JsonCommandRow>({
     {{"window-row-menu", kRow}, false, &rowMenu},
     {{"window-menu-item", kItem}, false, &takeItem},
     {{"window-close", kOfWindow}, false, &close},
-    {{"pages", {}}, true, &pages},
-    {{"options", kPage}, false, &options},
-    {{"properties", kContactPage}, true, &properties},
-    {{"page-apply", kOfWindow}, false, &apply},
-    {{"page-ok", kOfWindow}, false, &confirm},
 });
 
 }  // namespace

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
 
-/// The commands of the JSON mode about the plugin's windows and menus, and what is told of them; see
+/// The commands of the JSON mode about the plugin's windows, and what is told of them; see
 /// docs/json-protocol.md.
 #pragma once
 

@@ -11,6 +11,7 @@
 #include "messenger/terminal/json/json_dialogs.h"
 #include "messenger/terminal/json/json_files.h"
 #include "messenger/terminal/json/json_line.h"
+#include "messenger/terminal/json/json_pages.h"
 #include "messenger/terminal/screen/wording.h"
 
 namespace oku::terminal {
@@ -201,6 +202,7 @@ JsonEvents::JsonEvents(MessengerFace& messenger, Writer write, bool verbose) : w
     hearTransfers(messenger.transfers());
     hearNews(messenger.news());
     hear(messenger.windows(), &WindowsFace::boxOpened, questionLine);
+    hear(messenger.windows(), &WindowsFace::contactMenuTold, contactMenuLine);
     hear(messenger.windows(), &WindowsFace::noticed, jsonNotice);
     hear(messenger.wire(), &WireFace::xmlSeen, xmlLine);
     if (verbose) hear(messenger.wire(), &WireFace::logged, logLine);
@@ -263,6 +265,10 @@ void JsonEvents::hearDialogs(DialogsFace& dialogs) {
     hear(dialogs, &DialogsFace::menuOpened, windowMenuLine);
     hear(dialogs, &DialogsFace::focused, windowFocusLine);
     hear(dialogs, &DialogsFace::refused, windowRefusedLine);
+    hear(dialogs, &DialogsFace::propertyPagesTold,
+         [&dialogs](const QString& account, const QString& jid, const QList<DialogPage>& pages) {
+             return pagesLine(dialogs, account, jid, pages);
+         });
 }
 
 void JsonEvents::hearTalk(TalkFace& talk) {

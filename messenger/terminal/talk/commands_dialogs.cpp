@@ -25,6 +25,8 @@ QString dialog(Session& session, Arguments& arguments) {
     return session.dialogs().submit(arguments.verbatim());
 }
 
+constexpr qsizetype kMostPages = 99;
+
 /// The place from 1 that the word names among `count`; 0 for none.
 qsizetype placeOf(const QString& word, qsizetype count) {
     bool isNumber = false;
@@ -49,19 +51,37 @@ QString options(Session& session, Arguments& arguments) {
 }
 
 QString properties(Session& session, Arguments& arguments) {
-    Peer peer{session.chosen().jid(), {}};
     Arguments look = arguments;
-    if (look.word() != QLatin1String("new")) {
-        if (const QString reason = takeContact(session, arguments, peer); !reason.isEmpty()) return reason;
+    if (look.word() == QLatin1String("new")) {
+        session.dialogs().expect();
+        return session.messenger().dialogs().openProperties(session.chosen().jid(), {}, {});
     }
-    session.dialogs().expect();
-    return session.messenger().dialogs().openProperties(peer.account, peer.jid, {});
+    Peer peer;
+    if (const QString reason = takeContact(session, arguments, peer); !reason.isEmpty()) return reason;
+    const QString word = arguments.word();
+    const qsizetype place = placeOf(word, kMostPages);
+    if (!word.isEmpty() && place == 0) return say(Text::DialogNoPage);
+    return session.contactOffers().openPage(peer, place);
+}
+
+QString contactMenu(Session& session, Arguments& arguments) {
+    Peer peer;
+    if (const QString reason = takeContact(session, arguments, peer); !reason.isEmpty()) return reason;
+    return session.contactOffers().tellMenu(peer);
+}
+
+bool isNumber(const QString& word) {
+    bool whole = false;
+    word.toLongLong(&whole);
+    return whole;
 }
 
 QString menu(Session& session, Arguments& arguments) {
+    Arguments look = arguments;
+    const QString word = look.word();
+    if (!word.isEmpty() && !isNumber(word)) return contactMenu(session, arguments);
     QList<MenuItem> items = session.messenger().windows().menu(programMenu());
     items.removeIf([](const MenuItem& item) { return item.separator; });
-    const QString word = arguments.word();
     if (word.isEmpty()) {
         int number = 0;
         for (const MenuItem& item : items)
@@ -82,11 +102,12 @@ constexpr std::array kRows = std::to_array<CommandRow>({
      Kind::Dialog, Kind::None, false, &dialog},
     {"options", QT_TRANSLATE_NOOP("Commands", "[NUMER]"), QT_TRANSLATE_NOOP("Commands", "strona opcji konta"),
      Kind::None, Kind::None, false, &options},
-    {"properties", QT_TRANSLATE_NOOP("Commands", "[KTO | new]"),
+    {"properties", QT_TRANSLATE_NOOP("Commands", "[KTO [NUMER] | new]"),
      QT_TRANSLATE_NOOP("Commands", "strona właściwości kontaktu, także nowego"), Kind::Contact, Kind::None, true,
      &properties},
-    {"menu", QT_TRANSLATE_NOOP("Commands", "[NUMER]"),
-     QT_TRANSLATE_NOOP("Commands", "menu wtyczki: lista, albo wybór pozycji"), Kind::None, Kind::None, false, &menu},
+    {"menu", QT_TRANSLATE_NOOP("Commands", "[NUMER | KTO]"),
+     QT_TRANSLATE_NOOP("Commands", "menu wtyczki: lista, albo wybór pozycji; co wtyczka pozwala zrobić z kontaktem"),
+     Kind::Contact, Kind::None, false, &menu},
 });
 
 }  // namespace

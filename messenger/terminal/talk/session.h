@@ -13,6 +13,7 @@
 #include "messenger/terminal/talk/commands.h"
 #include "messenger/terminal/talk/contact_directory.h"
 #include "messenger/terminal/talk/contact_display.h"
+#include "messenger/terminal/talk/contact_offers.h"
 #include "messenger/terminal/talk/contact_view.h"
 #include "messenger/terminal/talk/conversation_display.h"
 #include "messenger/terminal/talk/conversations.h"
@@ -74,6 +75,8 @@ public:
     DialogPrompt& dialogs() { return dialogs_; }
     [[nodiscard]] const DialogPrompt& dialogs() const { return dialogs_; }
 
+    ContactOffers& contactOffers() { return offers_; }
+
     /// An export would replace this file; the same command once more agrees.
     QString& offeredExport() { return offeredExport_; }
 
@@ -95,6 +98,7 @@ private:
     PresenceDisplay presences_{desk_};
     CardDisplay cards_{desk_};
     DialogPrompt dialogs_{desk_, secret_};
+    ContactOffers offers_{desk_, dialogs_};
     ConversationDisplay conversationDisplay_{desk_, conversations_};
     NewsDisplay news_{desk_};
     NoticeDisplay notices_{desk_};

@@ -145,6 +145,9 @@ public:
     QString answerBox(int number, BoxButton button) override;
     QList<MessageBox> openBoxes() const override { return script_.boxes; }
     QList<MenuItem> menu(const QString& parent) const override { return script_.menus.value(parent); }
+    QString askContactMenu(const QString& account, const QString& jid, bool inChat) override {
+        return script_.note("askContactMenu", {account, jid, inChat ? "chat" : "list"});
+    }
     QString statusMenu(const QString&) const override { return {}; }
     QString activateMenu(const QString& id) override { return script_.note("activateMenu", {id}); }
     QString confirmStatusWindow(const QString& account, Status status, const QString& description, bool) override {

@@ -111,6 +111,22 @@ TEST_F(JsonDialogs, TellChangesOneByOne) {
     EXPECT_EQ(compact(told()), "{\"event\":\"window-closed\",\"window\":7}");
 }
 
+TEST_F(JsonDialogs, TellWhatThePluginHasForAContact) {
+    const QString me = QStringLiteral("ala@localhost");
+    const QString olek = QStringLiteral("olek@localhost");
+    emit messenger.dialogs().propertyPagesTold(me, olek, {{QStringLiteral("b"), QStringLiteral("Informacje")}});
+    EXPECT_EQ(compact(told()),
+              "{\"account\":\"ala@localhost\",\"event\":\"pages\",\"jid\":\"olek@localhost\",\"options\":[],"
+              "\"properties\":[{\"caption\":\"Informacje\",\"page\":\"b\"}]}");
+    MenuItem item;
+    item.id = QStringLiteral("OKU/Contact/Chat");
+    item.caption = QStringLiteral("Rozmawiaj");
+    emit messenger.windows().contactMenuTold(me, olek, {item});
+    EXPECT_EQ(compact(told()),
+              "{\"account\":\"ala@localhost\",\"event\":\"contact-menu\",\"items\":[{\"caption\":\"Rozmawiaj\","
+              "\"item\":\"OKU/Contact/Chat\",\"separator\":false}],\"jid\":\"olek@localhost\"}");
+}
+
 TEST_F(JsonDialogs, CarryCommandsToTheWindow) {
     EXPECT_EQ(ask(R"({"cmd":"window-fill","window":7,"control":21,"text":"ola"})"), "fill|7|21|ola");
     EXPECT_EQ(ask(R"({"cmd":"window-check","window":7,"control":25,"checked":false})"), "setChecked|7|25|off");
@@ -124,6 +140,11 @@ TEST_F(JsonDialogs, CarryCommandsToTheWindow) {
     EXPECT_EQ(ask(R"({"cmd":"window-close","window":7})"), "closeWindow|7");
     EXPECT_EQ(ask(R"({"cmd":"options"})"), "openOptions|");
     EXPECT_EQ(ask(R"({"cmd":"properties","jid":"olek@localhost"})"), "openProperties|ala@localhost|olek@localhost|");
+    EXPECT_EQ(ask(R"({"cmd":"pages","jid":"olek@localhost"})"), "askPropertyPages|ala@localhost|olek@localhost");
+    EXPECT_EQ(ask(R"({"cmd":"contact-menu","jid":"olek@localhost"})"),
+              "askContactMenu|ala@localhost|olek@localhost|list");
+    EXPECT_EQ(ask(R"({"cmd":"contact-menu","jid":"olek@localhost","chat":true})"),
+              "askContactMenu|ala@localhost|olek@localhost|chat");
     EXPECT_EQ(ask(R"({"cmd":"page-apply","window":7})"), "apply|7");
     EXPECT_EQ(ask(R"({"cmd":"page-ok","window":7})"), "confirm|7");
     EXPECT_EQ(ask(R"({"cmd":"menu-item","item":"XMPP/InternalBrowser"})"), "activateMenu|XMPP/InternalBrowser");

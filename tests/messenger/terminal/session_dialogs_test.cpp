@@ -199,6 +199,57 @@ TEST_F(SessionDialogs, ShowWhatLiesInAWindowAsItsOwn) {
     EXPECT_EQ(type("ok"), "confirm|10");
 }
 
+TEST_F(SessionDialogs, OpenAPageOfAContactOnceThePluginHasBeenAsked) {
+    const QList<DialogPage> pages = {{QStringLiteral("a"), QStringLiteral("Właściwości")},
+                                     {QStringLiteral("b"), QStringLiteral("Informacje")}};
+    const auto told = [&](const char* jid, const QList<DialogPage>& which) {
+        messenger.calls.clear();
+        emit dialogs().propertyPagesTold(QStringLiteral("ala@localhost"), QString::fromLatin1(jid), which);
+        return messenger.calls.join(u' ').toStdString();
+    };
+    EXPECT_EQ(type("/properties Olek"), "askPropertyPages|ala@localhost|olek@localhost");
+    EXPECT_EQ(told("ewa@localhost", pages), "") << "somebody else was asked about";
+    EXPECT_EQ(told("olek@localhost", pages), "openProperties|ala@localhost|olek@localhost|a");
+    EXPECT_EQ(heard(), "there is also the page \"Informacje\": /properties olek@localhost 2");
+    EXPECT_EQ(told("olek@localhost", pages), "") << "it is open";
+    EXPECT_EQ(type("/properties Olek 2"), "askPropertyPages|ala@localhost|olek@localhost");
+    EXPECT_EQ(told("olek@localhost", pages), "openProperties|ala@localhost|olek@localhost|b");
+    EXPECT_EQ(heard(), "");
+    type("/properties Olek 3");
+    EXPECT_EQ(told("olek@localhost", pages), "");
+    EXPECT_EQ(heard(), "! there is no such page");
+    EXPECT_EQ(type("/properties Olek x"), "");
+    EXPECT_EQ(heard(), "! there is no such page");
+    type("/properties Olek");
+    messenger.refusals.insert(QStringLiteral("openProperties"), QStringLiteral("teraz nie"));
+    told("olek@localhost", {pages[0]});
+    EXPECT_EQ(heard(), "! teraz nie");
+}
+
+TEST_F(SessionDialogs, TellWhatCanBeDoneWithAContact) {
+    const auto item = [](const char* id, const char* caption) {
+        MenuItem one;
+        one.id = QString::fromLatin1(id);
+        one.caption = QString::fromUtf8(caption);
+        return one;
+    };
+    const QString me = QStringLiteral("ala@localhost");
+    const QString olek = QStringLiteral("olek@localhost");
+    EXPECT_EQ(type("/menu Olek"), "askContactMenu|ala@localhost|olek@localhost|list");
+    emit messenger.windows().contactMenuTold(me, QStringLiteral("ewa@localhost"), {});
+    EXPECT_EQ(heard(), "") << "somebody else was asked about";
+    emit messenger.windows().contactMenuTold(
+        me, olek, {item("OKU/Contact/Archive", "Archiwum"), item("OKU/Contact/Edit", "Edytuj"), item("X/Y", "Inne")});
+    EXPECT_EQ(heard(), "Archiwum: /history olek@localhost\nEdytuj: /properties olek@localhost\nInne");
+    type("/menu Olek");
+    emit messenger.windows().contactMenuTold(me, olek, {});
+    EXPECT_EQ(heard(), "the plugin has nothing for this contact");
+    type("/chat-with Olek");
+    heard();
+    messenger.calls.clear();
+    EXPECT_EQ(type("/menu Olek"), "askContactMenu|ala@localhost|olek@localhost|chat");
+}
+
 TEST_F(SessionDialogs, OpenPagesAndMenusByCommands) {
     messenger.fakeDialogs().options = {{QStringLiteral("a"), QStringLiteral("Pierwsze")},
                                        {QStringLiteral("b"), QStringLiteral("Drugie")}};
@@ -207,7 +258,6 @@ TEST_F(SessionDialogs, OpenPagesAndMenusByCommands) {
     EXPECT_EQ(type("/options 2"), "openOptions|b");
     type("/options 3");
     EXPECT_EQ(heard(), "! there is no such page");
-    EXPECT_EQ(type("/properties Olek"), "openProperties|ala@localhost|olek@localhost|");
     EXPECT_EQ(type("/properties new"), "openProperties|ala@localhost||");
     MenuItem item;
     item.id = QStringLiteral("XMPP/InternalBrowser");
