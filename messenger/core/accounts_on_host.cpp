@@ -92,7 +92,7 @@ public:
         return core_.accounts.with(account, [&](AccountEntry& entry) {
             if (QString fault = settingFault(name, value); !fault.isEmpty()) return fault;
             entry.settings->set(name, value);
-            core_.companion.reconsider();
+            reconsider();
             return writeSettings(entry);
         });
     }
@@ -109,6 +109,12 @@ public:
     }
 
 private:
+    /// What goes by settings of the messenger's own.
+    void reconsider() {
+        core_.companion.reconsider();
+        core_.publisher.reconsider();
+    }
+
     /// Writes what was changed, so that whoever changed it knows whether it lasts.
     static QString writeSettings(const AccountEntry& account) {
         if (account.settings->write()) return {};
@@ -119,7 +125,7 @@ private:
     /// Writes the settings of an account that was set up or changed, and tells of it.
     QString writeAccount(const AccountEntry& account) {
         if (QString reason = writeSettings(account); !reason.isEmpty()) return reason;
-        core_.companion.reconsider();
+        reconsider();
         emit accountChanged(account.jid());
         return {};
     }

@@ -91,6 +91,9 @@ void HostCore::connectParts() {
     connect(&log, &LogService::noticed, this, &HostCore::noticed);
     connect(&offers, &FileOffers::noticed, this, &HostCore::noticed);
     connect(&offers, &FileOffers::pluginHeld, &sockets.sockets(), &net::SocketService::setPluginBusy);
+    const auto wroteTo = [this](const QString&, const Message& message) { offers.wroteTo(message.contact); };
+    connect(&delivery, &Delivery::sent, this, wroteTo);
+    connect(&delivery, &Delivery::queued, this, wroteTo);
     connect(&choosers, &FileChoosers::noticed, this, &HostCore::noticed);
     connect(&received, &ReceivedFiles::noticed, this, &HostCore::noticed);
     connect(&publisher, &FilePublisher::noticed, this, &HostCore::noticed);
@@ -144,6 +147,7 @@ void HostCore::cardsLost(const AccountEntry& account) {
 
 QString HostCore::start() {
     if (QString reason = profile.open(); !reason.isEmpty()) return reason;
+    pictures.tidy();
     if (QString reason = loader.open(options.modulePath); !reason.isEmpty()) return reason;
     if (!QDir::setCurrent(profile.directory())) {
         loader.close();

@@ -135,6 +135,7 @@ constexpr std::array kTexts = std::to_array<TextRow>({
      QT_TRANSLATE_NOOP("Terminal", "własny obrazek ustawiony (SHA-1 %1); na serwer trafia przez /picture publish")},
     {Text::OwnPictureGone, QT_TRANSLATE_NOOP("Terminal", "własny obrazek usunięty")},
     {Text::OwnPicturePublished, QT_TRANSLATE_NOOP("Terminal", "obrazek opublikowany: %1")},
+    {Text::OwnCardBusy, QT_TRANSLATE_NOOP("Terminal", "wtyczka zajmuje się własną wizytówką lub obrazkiem")},
     {Text::PictureChanged, QT_TRANSLATE_NOOP("Terminal", "%1 ma nowy obrazek")},
     {Text::MainTitle, QT_TRANSLATE_NOOP("Terminal", "oku-terminal · wszystkie zdarzenia")},
     {Text::MainWindow, QT_TRANSLATE_NOOP("Terminal", "główne")},

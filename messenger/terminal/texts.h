@@ -128,6 +128,7 @@ enum class Text {
     OwnPictureSet,
     OwnPictureGone,
     OwnPicturePublished,
+    OwnCardBusy,
     PictureChanged,
     MainTitle,
     MainWindow,

@@ -126,6 +126,10 @@
         <source>Nie można usunąć obrazka %1</source>
         <translation>The picture %1 cannot be removed</translation>
     </message>
+    <message>
+        <source>Obrazek usunięto, zanim nowy został odczytany.</source>
+        <translation>The picture was removed before the new one had been read.</translation>
+    </message>
 </context>
 <context>
     <name>Certificates</name>
@@ -2353,6 +2357,10 @@ x  &lt;         close the window; leave it open and go</translation>
         <source>wtyczka nie ma nic dla tego kontaktu</source>
         <translation>the plugin has nothing for this contact</translation>
     </message>
+    <message>
+        <source>wtyczka zajmuje się własną wizytówką lub obrazkiem</source>
+        <translation>the plugin works on an own card or picture</translation>
+    </message>
 </context>
 <context>
     <name>Transfers</name>
@@ -2463,6 +2471,14 @@ x  &lt;         close the window; leave it open and go</translation>
     <message>
         <source>Nie ma programu, który otworzy plik %1.</source>
         <translation>There is no program that opens the file %1.</translation>
+    </message>
+    <message>
+        <source>Pliku nie można udostępnić: na porcie %1 udostępnia teraz pliki konto %2. Inny port ustawia się w %3.</source>
+        <translation>The file cannot be published: on port %1 the account %2 publishes files now. Another port is set by %3.</translation>
+    </message>
+    <message>
+        <source>Pliku nie można udostępnić na porcie %1: %2</source>
+        <translation>The file cannot be published on port %1: %2</translation>
     </message>
 </context>
 </TS>

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "messenger/core/cards/checked_pictures.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -13,6 +14,19 @@
 #include "messenger/core/storage/private_file.h"
 
 namespace oku {
+namespace {
+
+constexpr qsizetype kMostKept = 5000;
+constexpr qint64 kLargestKept = 256 * 1024 * 1024;  // bytes of all
+
+/// So that it is one of those used last.
+void noteUse(const QString& path) {
+    QFile file(path);
+    if (file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly))
+        file.setFileTime(QDateTime::currentDateTime(), QFileDevice::FileModificationTime);
+}
+
+}  // namespace
 
 CheckedPictures::CheckedPictures(PictureReader* reader, const QString& cacheDirectory, QObject* parent)
     : QObject(parent),
@@ -23,6 +37,16 @@ CheckedPictures::CheckedPictures(PictureReader* reader, const QString& cacheDire
 void CheckedPictures::check(const QString& path, Done done) {
     waiting_.push_back({path, std::move(done)});
     next();
+}
+
+void CheckedPictures::tidy() const {
+    const QDir folder(ours_);
+    qsizetype kept = 0;
+    qint64 size = 0;
+    for (const QFileInfo& file : folder.entryInfoList(QDir::Files | QDir::Hidden, QDir::Time)) {
+        size += file.size();
+        if (++kept > kMostKept || size > kLargestKept) QFile::remove(file.filePath());
+    }
 }
 
 void CheckedPictures::next() {
@@ -37,6 +61,7 @@ void CheckedPictures::read(Waiting one) {
     const QByteArray content = reader_ ? trusted(one.path) : QByteArray();
     const QString hash = content.isEmpty() ? QString() : pictureHash(content);
     if (hash.isEmpty() || QFileInfo::exists(fileFor(hash))) {
+        if (!hash.isEmpty()) noteUse(fileFor(hash));
         one.done(hash.isEmpty() ? CheckedPicture() : CheckedPicture{fileFor(hash), hash});
         return;
     }

@@ -18,7 +18,8 @@ struct CheckedPicture {
 };
 
 /// The pictures of contacts that the plugin keeps as files: read apart from the program, and kept in the cache as PNG
-/// files, one for each content. One is read at a time, and no content twice.
+/// files, one for each content. One is read at a time, and no content twice. What an earlier run has read is used
+/// again.
 class CheckedPictures : public QObject {
     Q_OBJECT
 
@@ -28,6 +29,10 @@ public:
     /// `reader` may be null: then there are no pictures. `cacheDirectory` ends in the separator, and is there when the
     /// first picture comes.
     CheckedPictures(PictureReader* reader, const QString& cacheDirectory, QObject* parent = nullptr);
+
+    /// Takes the files of earlier runs that were used longest ago, where there are more than 5,000 or 256 MiB of them.
+    /// Only while nobody has a picture.
+    void tidy() const;
 
     /// Reads a file of the plugin's. None is: what does not lie in the plugin's folder, is too large, cannot be read as
     /// a picture, or is named by a SHA-1 that is not its own (its name is what somebody announced, its content what

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QPointer>
+#include <utility>
 
 #include "host/oku/avatar.h"
 #include "messenger/core/accounts/accounts.h"
@@ -41,8 +42,11 @@ QString OwnPictureFile::read(const QByteArray& content) {
     if (!parts_.reader)
         return QCoreApplication::translate("Cards", "Brak programu oku-picture, więc obrazki nie są odczytywane.");
     const auto done = [self = QPointer(this), wish = ++wish_](const QByteArray& png) {
-        if (self && self->wish_ == wish) self->store(png);
+        if (!self || self->wish_ != wish) return;
+        self->reading_ = false;
+        self->store(png);
     };
+    reading_ = true;
     parts_.reader->read(content, done);
     return {};
 }
@@ -65,9 +69,12 @@ void OwnPictureFile::store(const QByteArray& png) {
 }
 
 QString OwnPictureFile::remove() {
-    ++wish_;
+    // What is being read goes on where the one before cannot go.
     if (QFile::exists(path_) && !QFile::remove(path_))
         return QCoreApplication::translate("Cards", "Nie można usunąć obrazka %1").arg(path_);
+    ++wish_;
+    if (std::exchange(reading_, false))
+        emit failed(QCoreApplication::translate("Cards", "Obrazek usunięto, zanim nowy został odczytany."));
     hash_.clear();
     changedNow();
     return {};

@@ -63,6 +63,7 @@ private:
     QString path_;
     QString hash_;
     quint64 wish_ = 0;  ///< the newest one counts
+    bool reading_ = false;
     bool untold_ = false;
     bool raising_ = false;
     QSet<QString> open_;  ///< accounts with a connection, however far it has come

@@ -64,10 +64,13 @@ void TuneCompanion::lookForPlayers() {
 
 void TuneCompanion::publish(AccountEntry& account) {
     const Tune tune = isWanted(account) && players_ ? players_->playing() : Tune();
-    Tune& told = told_[account.key];
+    Tune& told = toldOf(account);
     if (tune == told || refused_.contains(account.key)) return;
     told = tune;
+    // A run that is killed right after has it in its settings.
+    if (!tune.isEmpty()) remember(account, true);
     const QString reason = news_.publish(account, tune);
+    if (tune.isEmpty() || !reason.isEmpty()) remember(account, false);
     if (reason.isEmpty()) {
         rest();
         return;
@@ -75,6 +78,20 @@ void TuneCompanion::publish(AccountEntry& account) {
     refused_.insert(account.key);
     told_.erase(account.key);
     emit noticed(account.jid(), reason);
+}
+
+Tune& TuneCompanion::toldOf(const AccountEntry& account) {
+    const auto [told, isNew] = told_.try_emplace(account.key);
+    if (isNew && account.settings->number(QString::fromUtf16(setting::tuneToldOf), 0) != 0) told->second = leftBehind();
+    return told->second;
+}
+
+void TuneCompanion::remember(const AccountEntry& account, bool published) {
+    const QString name = QString::fromUtf16(setting::tuneToldOf);
+    if (account.settings->has(name) == published) return;
+    account.settings->set(name, published ? QVariant(1) : QVariant());
+    // A file that cannot be written is told by itself.
+    account.settings->write();
 }
 
 void TuneCompanion::rest() {
@@ -92,6 +109,7 @@ void TuneCompanion::takeBack(const AccountEntry& account) {
     if (told == told_.end() || told->second.isEmpty() || !account.loggedIn()) return;
     told_.erase(told);
     news_.takeBackTune(account);
+    remember(account, false);
 }
 
 }  // namespace oku

@@ -17,8 +17,8 @@ class Accounts;
 class PersonalNews;
 
 /// Publishes what a player plays for the accounts that are set to (`OKU/PublishTune`), and takes it back when it plays
-/// no more, when that is switched off, and before the account leaves. Who skips from tune to tune is told of at most
-/// once in 5 s.
+/// no more, when that is switched off, and before the account leaves. What a lost connection or a run that was killed
+/// left on the server is taken back after the next login. Who skips from tune to tune is told of at most once in 5 s.
 class TuneCompanion : public QObject {
     Q_OBJECT
 
@@ -38,6 +38,9 @@ private:
     [[nodiscard]] static bool isWanted(const AccountEntry& account);
     void lookForPlayers();
     void publish(AccountEntry& account);
+    /// What was published last; for an account that nothing is known of, what its settings tell of the run before.
+    Tune& toldOf(const AccountEntry& account);
+    static void remember(const AccountEntry& account, bool published);
     void rest();
 
     Accounts& accounts_;

@@ -20,6 +20,7 @@ namespace oku {
 FileChoosers::FileChoosers(ServiceRegistry& services, Accounts& accounts, PluginQueue& queue, TransferWindows& windows,
                            QObject* parent)
     : QObject(parent), services_(services), accounts_(accounts), queue_(queue), windows_(windows) {
+    connect(&accounts, &Accounts::unregistered, this, [this](const AccountEntry* account) { close(account->key); });
     services.provide(u"UI/FileChooser", [this](OKU_WORD param, OKU_WORD) { return show(param); });
 }
 
@@ -84,6 +85,14 @@ bool FileChoosers::choose(int number, const QString& path) {
     emit closed(number);
     answer(chooser, path, {});
     return true;
+}
+
+// The plugin hears of an end all the same; whoever asked is gone, and it knows that.
+void FileChoosers::close(const QString& key) {
+    QList<int> numbers;
+    for (const auto& [number, chooser] : choosers_)
+        if (chooser.key == key) numbers.append(number);
+    for (const int number : numbers) choose(number, {});
 }
 
 QList<FileQuestion> FileChoosers::open() const {

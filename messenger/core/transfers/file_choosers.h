@@ -51,6 +51,7 @@ private:
     };
 
     OKU_WORD show(OKU_WORD param);
+    void close(const QString& key);
     void answer(const Chooser& chooser, const QString& path, const QString& to);
 
     ServiceRegistry& services_;

@@ -20,6 +20,11 @@ class FileFetch : public QObject {
 public:
     FileFetch(QTcpSocket& socket, const FileServer& server, const ServerLimits& limits);
 
+    /// Nothing has been asked for yet.
+    [[nodiscard]] bool silent() const { return state_ == State::reading; }
+    /// Ends it at once; over() comes before this returns.
+    void leave();
+
 signals:
     /// The connection has ended. Comes once.
     void over();
@@ -37,7 +42,6 @@ private:
     void written(qint64 bytes);
     void finish(bool whole);
     void close();
-    void leave();
 
     QTcpSocket& socket_;
     const FileServer& server_;

@@ -11,7 +11,6 @@ bool isHarmful(char32_t c) {
     switch (QChar::category(c)) {
         case QChar::Other_Control:
         case QChar::Other_Format:  // among them the marks that turn the direction of writing
-        case QChar::Other_Surrogate:
         case QChar::Separator_Line:
         case QChar::Separator_Paragraph:
             return true;

@@ -133,6 +133,8 @@ void FileOffers::pause(const QString& asker) {
                              }));
 }
 
+void FileOffers::wroteTo(const QString& jid) { pauses_.erase(foldedAddress(jid)); }
+
 bool FileOffers::answer(int number, OfferReply reply) {
     const auto found = offers_.find(number);
     if (found == offers_.end()) return false;

@@ -41,6 +41,8 @@ public:
     /// False when there is no such offer.
     bool answer(int number, OfferReply reply);
     [[nodiscard]] QList<FileOffer> open() const;
+    /// The user writes to him, so somebody is there: his files are asked about again.
+    void wroteTo(const QString& jid);
     /// Ignores all offers. From then on new ones are ignored at once, until they are allowed again.
     void close();
     void allow() { closed_ = false; }

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QUrl>
 #include <utility>
+#include <vector>
 
 #include "host/oku/transfer.h"
 #include "messenger/core/accounts/accounts.h"
@@ -16,6 +17,16 @@
 #include "messenger/core/values/setting_keys.h"
 
 namespace oku {
+namespace {
+
+QString noAddress() { return QCoreApplication::translate("Transfers", "Pliku nie można udostępnić na tym adresie."); }
+
+QString notAllowed() {
+    return QCoreApplication::translate("Transfers",
+                                       "Odbiorca chciał pobrać plik z tego komputera, a to jest wyłączone.");
+}
+
+}  // namespace
 
 struct FilePublisher::Published {
     QString key;  ///< of the account
@@ -59,9 +70,12 @@ OKU_WORD FilePublisher::prepare(OKU_WORD param) {
     published.progressCallback = record->progressCallback;
     published.progressData = record->progressData;
     published.window = windowFor(account, published.path);
-    const QString url = published.window == 0 ? QString() : open(*account, published);
-    if (url.isEmpty() || url.size() >= OKU_OK7_URL_CAPACITY) {
-        tellFailed(account, published);
+    QString url;
+    const QString reason =
+        published.window == 0 ? (enabled(account) ? noAddress() : notAllowed()) : open(*account, published, url);
+    if (!reason.isEmpty() && account) emit noticed(account->jid(), reason);
+    if (url.isEmpty()) {
+        tellFailed(published);
         return 0;
     }
     std::copy_n(widePointer(url), url.size() + 1, result->url);
@@ -80,27 +94,48 @@ int FilePublisher::windowFor(const AccountEntry* account, const QString& path) c
     return found == windows.end() ? 0 : *found;
 }
 
-QString FilePublisher::open(const AccountEntry& account, Published& published) {
-    const QString wished = account.settings->text(QString::fromUtf16(setting::publishAddress));
-    const auto port = static_cast<quint16>(
+quint16 FilePublisher::portOf(const AccountEntry& account) {
+    return static_cast<quint16>(
         std::clamp<qlonglong>(account.settings->number(QString::fromUtf16(setting::publishPort), 0), 0, 65535));
-    const QHostAddress own = parts_.address(account);
-    const QString host = wished.isEmpty() ? own.toString() : wished;
-    QUrl url;
-    url.setScheme(QStringLiteral("http"));
-    url.setHost(host, QUrl::StrictMode);
-    if (url.host().isEmpty()) return {};
+}
+
+QString FilePublisher::open(const AccountEntry& account, Published& published, QString& url) {
+    const QString wished = account.settings->text(QString::fromUtf16(setting::publishAddress));
+    const quint16 port = portOf(account);
+    const QString host = wished.isEmpty() ? parts_.address(account).toString() : wished;
+    QUrl whole;
+    whole.setScheme(QStringLiteral("http"));
+    whole.setHost(host, QUrl::StrictMode);
+    if (whole.host().isEmpty()) return noAddress();
     QHostAddress bound(host);
     FileServer& server = serverFor(host, port);
     QString reason = server.listen(bound.isNull() ? QHostAddress(QHostAddress::Any) : bound, port);
     // An address that leads here from elsewhere is none of this computer's.
     if (!reason.isEmpty() && !wished.isEmpty() && !bound.isNull()) reason = server.listen(QHostAddress::Any, port);
-    if (!reason.isEmpty()) return {};
-    url.setPort(server.port());
+    if (!reason.isEmpty()) return portFault(account, port, reason);
+    whole.setPort(server.port());
     published.server = &server;
     published.name = server.publish(publicationOf(published));
-    url.setPath(u'/' + published.name);
-    return QString::fromLatin1(url.toEncoded());
+    whole.setPath(u'/' + published.name);
+    url = QString::fromLatin1(whole.toEncoded());
+    if (url.size() < OKU_OK7_URL_CAPACITY) return {};
+    server.withdraw(published.name);
+    url.clear();
+    return noAddress();
+}
+
+/// Why the port cannot be had. Two accounts may have one only where they have the address in common too.
+QString FilePublisher::portFault(const AccountEntry& account, quint16 port, const QString& reason) const {
+    for (const auto& [window, published] : published_) {
+        const auto* other = parts_.accounts.byKey(published.key);
+        if (port == 0 || !other || other->key == account.key || portOf(*other) != port) continue;
+        return QCoreApplication::translate("Transfers",
+                                           "Pliku nie można udostępnić: na porcie %1 udostępnia teraz pliki konto %2. "
+                                           "Inny port ustawia się w %3.")
+            .arg(QString::number(port), other->jid(), QString::fromUtf16(setting::publishPort));
+    }
+    return QCoreApplication::translate("Transfers", "Pliku nie można udostępnić na porcie %1: %2")
+        .arg(QString::number(port), reason);
 }
 
 Publication FilePublisher::publicationOf(const Published& published) {
@@ -140,19 +175,21 @@ void FilePublisher::tellProgress(int window, qint64 position, qint64 total) {
 }
 
 // Not from inside the call. What ended by then has taken its data back, and the plugin does nothing.
-void FilePublisher::tellFailed(const AccountEntry* account, const Published& published) {
-    if (account && !enabled(account)) {
-        emit noticed(account->jid(),
-                     QCoreApplication::translate("Transfers",
-                                                 "Odbiorca chciał pobrać plik z tego komputera, a to jest wyłączone."));
-    } else if (account) {
-        emit noticed(account->jid(),
-                     QCoreApplication::translate("Transfers", "Pliku nie można udostępnić na tym adresie."));
-    }
+void FilePublisher::tellFailed(const Published& published) {
     parts_.queue.post(published.key,
                       [this, load = loads_, callback = published.stateCallback, data = published.stateData] {
                           if (load == loads_) callback(OK7_STATE_FAILED, 0, data);
                       });
+}
+
+void FilePublisher::reconsider() {
+    std::vector<Published> ended;
+    for (const auto& [window, published] : published_)
+        if (!enabled(parts_.accounts.byKey(published.key))) ended.push_back(published);
+    for (const Published& one : ended) {
+        withdraw(one.window);
+        tellFailed(one);
+    }
 }
 
 void FilePublisher::withdraw(int window) {

@@ -36,6 +36,8 @@ public:
     explicit FilePublisher(Parts parts, QObject* parent = nullptr);
     ~FilePublisher() override;
 
+    /// Whether an account publishes may have been changed: what it does not publish any more is withdrawn.
+    void reconsider();
     void dropPlugin() { ++loads_; }
 
 signals:
@@ -47,12 +49,15 @@ private:
     [[nodiscard]] bool enabled(const AccountEntry* account) const;
     OKU_WORD prepare(OKU_WORD param);
     [[nodiscard]] int windowFor(const AccountEntry* account, const QString& path) const;
-    QString open(const AccountEntry& account, Published& published);
+    /// The reason why not, or nothing; then `url` tells where the file is.
+    QString open(const AccountEntry& account, Published& published, QString& url);
+    [[nodiscard]] QString portFault(const AccountEntry& account, quint16 port, const QString& reason) const;
     Publication publicationOf(const Published& published);
     void tellState(int window, OKU_WORD state);
     void tellProgress(int window, qint64 position, qint64 total);
-    void tellFailed(const AccountEntry* account, const Published& published);
+    void tellFailed(const Published& published);
     void withdraw(int window);
+    [[nodiscard]] static quint16 portOf(const AccountEntry& account);
     FileServer& serverFor(const QString& address, quint16 port);
 
     Parts parts_;

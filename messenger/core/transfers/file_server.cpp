@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "messenger/core/transfers/file_server.h"
 
+#include <algorithm>
 #include <array>
 #include <QRandomGenerator>
 #include <QTcpSocket>
@@ -55,20 +56,27 @@ std::shared_ptr<Publication> FileServer::find(const QString& name) const {
 
 void FileServer::takeConnections() {
     while (QTcpSocket* const socket = server_.nextPendingConnection()) {
-        if (connections_ >= limits_.connections) {
+        makeRoom();
+        if (fetches_.size() >= limits_.connections) {
             socket->abort();
             socket->deleteLater();
             continue;
         }
-        ++connections_;
         auto* const fetch = new FileFetch(*socket, *this, limits_);
         socket->setParent(fetch);
         fetch->setParent(this);
+        fetches_.push_back(fetch);
         connect(fetch, &FileFetch::over, this, [this, fetch] {
-            --connections_;
+            fetches_.remove(fetch);
             fetch->deleteLater();
         });
     }
+}
+
+void FileServer::makeRoom() {
+    if (fetches_.size() < limits_.connections) return;
+    const auto silent = std::find_if(fetches_.begin(), fetches_.end(), [](const auto* one) { return one->silent(); });
+    if (silent != fetches_.end()) (*silent)->leave();
 }
 
 }  // namespace oku

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <list>
 #include <map>
 #include <memory>
 #include <QHostAddress>
@@ -10,6 +11,8 @@
 #include <QTcpServer>
 
 namespace oku {
+
+class FileFetch;
 
 /// A file that can be fetched, and who hears how it fares. All may be called from within a call of the server's.
 struct Publication {
@@ -25,11 +28,11 @@ struct Publication {
 
 /// What strangers may take of a server.
 struct ServerLimits {
-    int connections = 16;      ///< at once
-    int headerBytes = 8192;    ///< of a request
-    int headerTime = 10'000;   ///< milliseconds until all of a request has come
-    int idleTime = 60'000;     ///< milliseconds in which somebody takes at least one byte
-    qint64 ahead = 64 * 1024;  ///< bytes of a file that wait for the connection
+    std::size_t connections = 16;  ///< at once; whoever asks for nothing gives way when another one comes
+    int headerBytes = 8192;        ///< of a request
+    int headerTime = 10'000;       ///< milliseconds until all of a request has come
+    int idleTime = 60'000;         ///< milliseconds in which somebody takes at least one byte
+    qint64 ahead = 64 * 1024;      ///< bytes of a file that wait for the connection
 };
 
 /// A small HTTP server for files under names that nobody can guess. Each can be fetched once. It listens while it has
@@ -57,11 +60,12 @@ signals:
 
 private:
     void takeConnections();
+    void makeRoom();
 
     const ServerLimits limits_;
     QTcpServer server_;
     std::map<QString, std::shared_ptr<Publication>> publications_;
-    int connections_ = 0;
+    std::list<FileFetch*> fetches_;  ///< the oldest first
 };
 
 }  // namespace oku

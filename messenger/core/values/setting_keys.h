@@ -7,9 +7,10 @@ namespace oku::setting {
 /// Keys of the messenger's own settings of an account, beside the plugin's `XMPP/...`.
 inline constexpr char16_t allowClearText[] = u"OKU/AllowClearText";  ///< 1: the session may run in clear
 inline constexpr char16_t publishTune[] = u"OKU/PublishTune";        ///< 1: publish what the player plays; default 0
-inline constexpr char16_t sendTyping[] = u"OKU/SendTyping";          ///< 0: send no typing notices; default 1
-inline constexpr char16_t passwordInFile[] = u"OKU/PasswordInFile";  ///< 1: may lie in the file, 0: may not
-inline constexpr char16_t passwordInRing[] = u"OKU/PasswordInRing";  ///< 1: lies in the key ring
+inline constexpr char16_t tuneToldOf[] = u"OKU/TuneToldOf";  ///< 1: the server may have a tune that a player played
+inline constexpr char16_t sendTyping[] = u"OKU/SendTyping";  ///< 0: send no typing notices; default 1
+inline constexpr char16_t passwordInFile[] = u"OKU/PasswordInFile";            ///< 1: may lie in the file, 0: may not
+inline constexpr char16_t passwordInRing[] = u"OKU/PasswordInRing";            ///< 1: lies in the key ring
 inline constexpr char16_t proxyPasswordInRing[] = u"OKU/ProxyPasswordInRing";  ///< the same for that of the proxy
 inline constexpr char16_t contactList[] = u"OKU/ContactList";      ///< 1: the terminal's list is shown, 0: not
 inline constexpr char16_t tellPictures[] = u"OKU/TellPictures";    ///< 1: the terminal tells of contacts' new pictures

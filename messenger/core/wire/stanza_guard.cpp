@@ -33,6 +33,14 @@ bool isPlain(std::string_view element) {
     return element.find("<!") == std::string_view::npos && element.find("<?") == std::string_view::npos;
 }
 
+/// A whole number, whatever it says.
+bool isSize(std::string_view text) {
+    constexpr std::size_t mostDigits = 20;
+    if (text.starts_with('-')) text.remove_prefix(1);
+    return !text.empty() && text.size() <= mostDigits &&
+           std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
 bool isProceed(std::string_view name) { return name == "proceed" || name.ends_with(":proceed"); }
 
 }  // namespace
@@ -71,6 +79,7 @@ public:
                 distrust(stanza.whole);
                 continue;
             }
+            hideOddSizes(stanza);
             if (!isIq || request == requests_.end()) {
                 hideId(stanza, id, request);
                 continue;
@@ -131,6 +140,21 @@ private:
     void hideId(const Stanza& stanza, const std::string& id, Found request) {
         if (request == requests_.end() && id != kInnerId) return;
         if (const auto span = attributeSpan(stanza.tag, "id")) out.push_back(*span);
+    }
+
+    /// The plugin asks about a file in one text of its name and its size, both as they came: where the size is none,
+    /// the text can be read as one of another name.
+    void hideOddSizes(const Stanza& stanza) {
+        const XmlChild* const offer = stanza.child("si");
+        if (!offer) return;
+        const Span inside = offer->content;
+        TagScanner tags(event_.data().substr(inside.begin, inside.end - inside.begin));
+        while (const auto tag = tags.next()) {
+            const auto size = tag->name == "file" ? attribute(*tag, "size") : std::nullopt;
+            if (!size || isSize(*size)) continue;
+            if (const auto span = attributeSpan(*tag, "size"))
+                out.push_back({inside.begin + span->begin, inside.begin + span->end});
+        }
     }
 
     QString conditionOf(const Stanza& stanza) const {

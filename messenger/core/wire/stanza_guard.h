@@ -21,7 +21,7 @@ bool mayAnswer(const AccountEntry& account, std::string_view to, std::string_vie
 ///
 /// - Of a third party: roster pushes and roster errors from others than the account or its server, answers from another
 ///   address than the request went to, mail notices and shared status from outside, requests to confirm a login that
-///   come from a person, and end tags that close nothing.
+///   come from a person, sizes of offered files that are no numbers, and end tags that close nothing.
 /// - Unless the user allowed clear text for the account: on a line that is not encrypted all but what leads to TLS or
 /// to
 ///   the end; on one that is, until the session is bound, messages, presences and what is no answer. Whoever sits on

@@ -130,6 +130,12 @@ QByteArray ownPictureLine(const OwnPicture& picture) {
     return std::move(line).take();
 }
 
+QByteArray cardBusyLine(bool busy) {
+    JsonLine line(u"own-card-busy");
+    line.put("busy", busy);
+    return std::move(line).take();
+}
+
 QByteArray pictureLine(const QString& account, const ContactPicture& picture) {
     JsonLine line(u"picture", account);
     line.put("jid", picture.jid);

@@ -25,6 +25,7 @@ QByteArray cardLine(const QString& account, const ContactCard& card);
 QByteArray ownCardLine(const QString& account, const OwnCard& card);
 QByteArray cardLossesLine(const QString& account, const QStringList& lost);
 QByteArray ownPictureLine(const OwnPicture& picture);
+QByteArray cardBusyLine(bool busy);
 QByteArray pictureLine(const QString& account, const ContactPicture& picture);
 
 /// Has the commands that wait answered with what comes of them, from now on, for as long as `context` lives.

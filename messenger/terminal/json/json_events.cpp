@@ -239,6 +239,7 @@ void JsonEvents::hearCards(CardsFace& cards) {
     hear(cards, &CardsFace::ownPictureChanged, ownPictureLine);
     hear(cards, &CardsFace::pictureChanged, pictureLine);
     hear(cards, &CardsFace::progressed, jsonNotice);
+    hear(cards, &CardsFace::busyChanged, cardBusyLine);
 }
 
 void JsonEvents::hearTransfers(TransfersFace& transfers) {

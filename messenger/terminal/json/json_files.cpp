@@ -38,6 +38,12 @@ void putOffer(JsonLine& line, const FileOffer& offer) {
     line.put("seconds", offer.seconds);
 }
 
+void putQuestion(JsonLine& line, const FileQuestion& question) {
+    line.put("file", question.number);
+    line.put("title", question.title);
+    line.put("filter", question.filter);
+}
+
 template <typename Values, typename Put>
 void putList(JsonLine& line, const char* key, const Values& values, Put put) {
     line.beginList(key);
@@ -79,9 +85,7 @@ QByteArray jsonFileOfferClosed(int number, OfferReply reply) {
 
 QByteArray jsonFileQuestion(const FileQuestion& question) {
     JsonLine line(u"file-wanted", question.account);
-    line.put("file", question.number);
-    line.put("title", question.title);
-    line.put("filter", question.filter);
+    putQuestion(line, question);
     return std::move(line).take();
 }
 
@@ -116,6 +120,7 @@ JsonOutcome chooseFile(JsonDesk& desk, const QString&, const JsonCommand& comman
 JsonOutcome listFiles(JsonDesk& desk, const QString&, const JsonCommand&) {
     JsonLine line(u"files");
     putList(line, "offers", desk.messenger.transfers().openOffers(), putOffer);
+    putList(line, "wanted", desk.messenger.transfers().openFileQuestions(), putQuestion);
     putList(line, "transfers", desk.messenger.transfers().transfers(), putTransfer);
     desk.write(std::move(line).take());
     return {};

@@ -77,6 +77,9 @@ CardDisplay::CardDisplay(const Desk& desk) : desk_(desk) {
             [this](const QString& account) { desk_.log.tell(say(Text::OwnPicturePublished, account)); });
     connect(&cards, &CardsFace::ownPictureRefused, this, tellError);
     connect(&cards, &CardsFace::pictureChanged, this, &CardDisplay::onPicture);
+    connect(&cards, &CardsFace::busyChanged, this, [this](bool busy) {
+        if (busy) desk_.log.tell(say(Text::OwnCardBusy), Style::Faint);
+    });
     connect(&cards, &CardsFace::progressed, this,
             [this](const QString&, const QString& text) { desk_.log.tell(text, Style::Faint); });
 }

@@ -4,6 +4,7 @@
 // Commands about files that are sent and received.
 #include <array>
 
+#include "messenger/terminal/screen/wording.h"
 #include "messenger/terminal/talk/command_families.h"
 #include "messenger/terminal/talk/session.h"
 #include "messenger/terminal/talk/transfer_wording.h"
@@ -59,13 +60,18 @@ QString ignore(Session& session, Arguments& arguments) { return reply(session, a
 
 QString files(Session& session, Arguments&) {
     const TransfersFace& transfers = session.messenger().transfers();
+    for (const FileQuestion& question : transfers.openFileQuestions()) {
+        const QString title = question.title.isEmpty() ? say(Text::FileWanted) : oneLine(question.title);
+        session.log().list(QStringLiteral("%1 (%2) /choose %3").arg(title, question.account).arg(question.number));
+    }
     for (const FileOffer& offer : transfers.openOffers()) {
         const QString name = session.contacts().nameOf({offer.account, offer.contact});
         session.log().list(say(Text::FileOffered, name, offer.name, bytesText(offer.size)) +
                            QStringLiteral(" /accept ") + QString::number(offer.number));
     }
     const QList<Transfer> list = transfers.transfers();
-    if (list.isEmpty() && transfers.openOffers().isEmpty()) session.log().tell(say(Text::NoFiles));
+    if (list.isEmpty() && transfers.openOffers().isEmpty() && transfers.openFileQuestions().isEmpty())
+        session.log().tell(say(Text::NoFiles));
     for (const Transfer& one : list)
         session.log().list(transferRow(one, session.contacts().nameOf({one.account, one.contact})));
     return {};

@@ -40,6 +40,34 @@ TEST_F(ContactPicturesTest, OneIsReadApartAndThenTold) {
     EXPECT_EQ(cards->picture(me, QStringLiteral("eve@example.org")).path, QString());
 }
 
+TEST_F(ContactPicturesTest, OfEarlierRunsThoseThatWereUsedLastAreKept) {
+    const QString folder = core->profile.cacheDirectory() + QStringLiteral("pictures/");
+    ASSERT_TRUE(QDir().mkpath(folder));
+    QDateTime time = QDateTime::currentDateTime().addDays(-100);
+    const auto put = [&](const QString& name, qint64 size) {
+        QFile out(folder + name);
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly) && out.resize(size));
+        time = time.addSecs(60);
+        ASSERT_TRUE(out.setFileTime(time, QFileDevice::FileModificationTime));
+    };
+    constexpr qint64 mebibyte = 1024 * 1024;
+    put(QStringLiteral("first.png"), 1);
+    put(pictureHash(kContent) + QStringLiteral(".png"), mebibyte);
+    put(QStringLiteral("large.png"), 200 * mebibyte);
+    put(QStringLiteral("small.png"), 55 * mebibyte);
+    announce(u"bob@example.org", cached(named(kContent), kContent));
+    EXPECT_TRUE(reader->waiting.empty()) << "it is there";
+    core->pictures.tidy();
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files, QDir::Name),
+              (QStringList{pictureHash(kContent) + QStringLiteral(".png"), QStringLiteral("large.png"),
+                           QStringLiteral("small.png")}));
+    for (int number = 0; number < 5000; ++number) put(QString::number(number), 0);
+    restart();
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files).size(), 5000);
+    EXPECT_TRUE(QFile::exists(kept(kContent))) << "used a moment ago";
+    EXPECT_FALSE(QFile::exists(folder + QStringLiteral("large.png")));
+}
+
 TEST_F(ContactPicturesTest, EachPresenceNamesItAndItIsReadOnce) {
     const QString path = cached(named(kContent), kContent);
     for (int i = 0; i < 3; ++i) announce(u"bob@example.org", path);

@@ -143,6 +143,26 @@ TEST_F(FileChoosersTest, OfAnAccountThatIsGoneIsAskedAllTheSame) {
     EXPECT_EQ(heard, QStringList{chosen()});
 }
 
+TEST_F(FileChoosersTest, EndsWithItsAccount) {
+    const int number = question();
+    OKU_WORD gone = 0;
+    inPlugin([&] {
+        gone = call(u"OKU/ProtocolDel", 0, account().netId);
+        EXPECT_TRUE(heard.isEmpty()) << "not from inside the call";
+    });
+    EXPECT_EQ(gone, 1);
+    EXPECT_EQ(closedQuestions, QList<int>{number});
+    EXPECT_EQ(heard, QStringList{QStringLiteral("2 ")}) << "once, as it was promised";
+    EXPECT_TRUE(face->openFileQuestions().isEmpty());
+    EXPECT_NE(face->chooseFile(number, file), QString());
+}
+
+TEST_F(FileChoosersTest, OfAnotherAccountStaysOpen) {
+    core->queue.post({}, [&] { EXPECT_NE(openChooser(), 0); });
+    inPlugin([&] { call(u"OKU/ProtocolDel", 0, account().netId); });
+    EXPECT_EQ(face->openFileQuestions().size(), 1);
+}
+
 TEST_F(FileChoosersTest, EndsWithThePlugin) {
     const int number = question();
     core->queue.post({}, [&] { core->unload(); });

@@ -19,6 +19,7 @@ TEST(CleanFileNameTest, TakesOutWhatLeadsElsewhere) {
     EXPECT_EQ(clean(QStringLiteral("C:\\x\\y")), "Cxy");
     EXPECT_EQ(clean(QStringLiteral(" . ..bashrc")), "bashrc");
     EXPECT_EQ(clean(QStringLiteral("a..b.")), "a..b.");
+    EXPECT_EQ(clean(QStringLiteral("a.txt \u2028 ")), "a.txt") << "what an end of blanks hides";
 }
 
 TEST(CleanFileNameTest, TakesOutWhatIsNotSeen) {
@@ -26,6 +27,7 @@ TEST(CleanFileNameTest, TakesOutWhatIsNotSeen) {
     EXPECT_EQ(clean(QStringLiteral("gpj\u202Eexe\u200B\u2066\uFEFF")), "gpjexe");
     EXPECT_EQ(clean(QStringLiteral("a\u2028\u2029b")), "ab");
     EXPECT_EQ(clean(QStringLiteral("a") + QChar(0) + QStringLiteral("b")), "ab");
+    EXPECT_EQ(clean(QStringLiteral("a") + QChar(0xD800) + QStringLiteral("b")), "a\uFFFDb") << "half of a character";
 }
 
 TEST(CleanFileNameTest, IsNeverEmpty) {

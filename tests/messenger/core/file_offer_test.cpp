@@ -96,6 +96,31 @@ TEST_F(FileOfferTest, OfOneWhomNobodyAnsweredIsIgnoredForAWhile) {
     EXPECT_EQ(answered(QStringLiteral("d.txt")), kAccept);
 }
 
+TEST_F(FileOfferTest, WhomTheUserWritesToIsAskedAboutAgain) {
+    const auto ignored = [&](const char* sender) {
+        OKU_WORD result = 0;
+        inPlugin([&] { result = ask(QStringLiteral("a"), QStringLiteral("5"), QString::fromLatin1(sender)); });
+        return result == kIgnore;
+    };
+    inPlugin([&] { answerRoster({u"bob@example.org", u"carol@example.org"}); });
+    for (const char* sender : {"bob@example.org", "carol@example.org"}) {
+        QTimer::singleShot(0, face.get(), [this] { ringNewestAlarm(); });
+        EXPECT_TRUE(ignored(sender));
+    }
+    ASSERT_EQ(offers.size(), 2);
+    Message message;
+    message.account = QStringLiteral("alice@example.org");
+    message.contact = QStringLiteral("bob@example.org");
+    message.direction = Direction::out;
+    message.body = QStringLiteral("jestem");
+    message.time = QDateTime::currentDateTimeUtc();
+    EXPECT_NE(core->delivery.send(entry(), message), 0);
+    core->history.flush();
+    EXPECT_TRUE(ignored("carol@example.org")) << "that was to somebody else";
+    EXPECT_EQ(offers.size(), 2);
+    EXPECT_EQ(answered(QStringLiteral("b.txt")), kAccept);
+}
+
 TEST_F(FileOfferTest, StrangersWhomNobodyAnswersAreOne) {
     allowStrangers();
     const auto from = [&](const char* sender) {

@@ -21,16 +21,16 @@ protected:
         ASSERT_TRUE(out.open(QIODevice::WriteOnly));
         out.write("zawartość");
     }
-    void set(const char16_t* key, const QVariant& value) { entry().settings->set(QString::fromUtf16(key), value); }
+    void set(const char16_t* key, const QVariant& value) { entry(whose).settings->set(QString::fromUtf16(key), value); }
     void allow() {
         set(setting::publishFiles, 1);
         set(setting::publishAddress, QStringLiteral("127.0.0.1"));
     }
     OKU_WORD sending(const char16_t* to = u"bob@example.org") {
         OKU_WORD window = 0;
-        inPlugin([&] {
+        core->queue.post(entry(whose).key, [&] {
             core->transfers.expect({wideText(to), Direction::out, QStringLiteral("wysyłany.bin"), file, 10});
-            window = openWindow(to);
+            window = openWindow(to, whose);
         });
         return window;
     }
@@ -55,7 +55,7 @@ protected:
             self.trace.append(QStringLiteral("%1 of %2").arg(position).arg(total));
             return 0;
         };
-        inPlugin([&] {
+        core->queue.post(entry(whose).key, [&] {
             inside = true;
             if (window != 0) writeStatus(window, u"Sesja przyjęta");
             call(u"OK7/PrepareFile", wordOf(&record));
@@ -81,6 +81,7 @@ protected:
     }
 
     QString file;
+    int whose = 0;  ///< the account's number
     QStringList trace;
     bool inside = false;
     std::function<void(OKU_WORD)> onState;
@@ -120,6 +121,25 @@ TEST_F(FilePublisherTest, KnowsWhoseItIsWhereSeveralAreSentOneFile) {
     EXPECT_EQ(fetch(forCarol), QByteArray());
     EXPECT_EQ(fetch(forBob), QByteArray("zawartość"));
     ASSERT_TRUE(waitFor([&] { return trace.contains(QStringLiteral("state 1")); }));
+}
+
+TEST_F(FilePublisherTest, WithdrawsWhatItServesWhenThatIsSwitchedOff) {
+    allow();
+    const OKU_WORD window = sending();
+    const QUrl url(prepare(file, window));
+    core->publisher.reconsider();
+    EXPECT_TRUE(trace.isEmpty()) << "it is still allowed";
+    set(setting::publishFiles, 0);
+    inPlugin([&] {
+        inside = true;
+        core->publisher.reconsider();
+        inside = false;
+    });
+    EXPECT_EQ(trace, QStringList{QStringLiteral("state 0")});
+    EXPECT_EQ(fetch(url), QByteArray());
+    core->publisher.reconsider();
+    EXPECT_EQ(trace.size(), 1) << "once";
+    drop(window);
 }
 
 TEST_F(FilePublisherTest, PublishesNothingTwiceForOneWindow) {
@@ -181,6 +201,58 @@ TEST_F(FilePublisherTest, ListensOnThePortThatWasChosen) {
     probe.close();
     sending();
     EXPECT_EQ(QUrl(prepare(file)).port(), port);
+}
+
+class TwoFilePublishersTest : public FilePublisherTest {
+protected:
+    void SetUp() override {
+        writeAccount(QStringLiteral("b"), QStringLiteral("bea@example.org"));
+        FilePublisherTest::SetUp();
+    }
+};
+
+TEST_F(TwoFilePublishersTest, OnOnePortAreToldWhoHasIt) {
+    QTcpServer probe;
+    ASSERT_TRUE(probe.listen(QHostAddress::Any, 0));
+    const quint16 port = probe.serverPort();
+    allow();
+    set(setting::publishAddress, QStringLiteral("192.0.2.7"));
+    set(setting::publishPort, port);
+    const OKU_WORD bobs = sending();
+    EXPECT_EQ(prepare(file, bobs), QString());
+    ASSERT_EQ(notices.size(), 1);
+    EXPECT_TRUE(notices[0].contains(QString::number(port))) << notices[0].toStdString();
+    EXPECT_FALSE(notices[0].contains(QStringLiteral("@"))) << "somebody else has it";
+    probe.close();
+    EXPECT_EQ(QUrl(prepare(file, bobs)).port(), port);
+
+    whose = 1;
+    allow();
+    set(setting::publishPort, port);
+    const OKU_WORD carols = sending(u"carol@example.org");
+    EXPECT_EQ(prepare(file, carols), QString());
+    ASSERT_EQ(notices.size(), 2);
+    EXPECT_TRUE(notices[1].contains(QString::number(port))) << notices[1].toStdString();
+    EXPECT_TRUE(notices[1].contains(QStringLiteral("alice@example.org"))) << notices[1].toStdString();
+    EXPECT_TRUE(notices[1].contains(QStringLiteral("OKU/PublishPort")));
+
+    drop(bobs);
+    EXPECT_EQ(QUrl(prepare(file, carols)).port(), port) << "it is free";
+}
+
+TEST_F(TwoFilePublishersTest, ShareOneAddressAndPort) {
+    QTcpServer probe;
+    ASSERT_TRUE(probe.listen(QHostAddress::LocalHost, 0));
+    const quint16 port = probe.serverPort();
+    probe.close();
+    QList<QUrl> urls;
+    for (whose = 0; whose < 2; ++whose) {
+        allow();
+        set(setting::publishPort, port);
+        urls.append(QUrl(prepare(file, sending())));
+    }
+    EXPECT_TRUE(notices.isEmpty());
+    for (const QUrl& url : urls) EXPECT_EQ(fetch(url), QByteArray("zawartość"));
 }
 
 TEST_F(FilePublisherTest, StopsWithItsWindow) {

@@ -232,14 +232,44 @@ TEST_F(FileServerTest, WaitsForNoPipe) {
 }
 
 TEST_F(FileServerTest, TakesALimitedNumberOfConnections) {
+    serve({.connections = 2, .headerTime = kNever, .idleTime = kNever});
+    const QString name = publish("abc");
+    QTemporaryFile large;
+    ASSERT_TRUE(large.open() && large.resize(64 << 20));
+    std::vector<std::unique_ptr<QTcpSocket>> readers;
+    for (int reader = 0; reader < 2; ++reader) {
+        position = -1;
+        readers.push_back(dial());
+        readers.back()->setReadBufferSize(1);
+        readers.back()->write("GET /" + publishPath(large.fileName()).toLatin1() + " HTTP/1.1\r\n\r\n");
+        ASSERT_TRUE(waitFor([&] { return position > 0; }));
+    }
+    EXPECT_EQ(get(name), "") << "the third is closed unheard";
+    for (const auto& reader : readers) EXPECT_EQ(reader->state(), QTcpSocket::ConnectedState);
+    readers.clear();
+    ASSERT_TRUE(waitFor([&] { return bodyOf(get(name)) == "abc"; })) << "there is room again";
+}
+
+TEST_F(FileServerTest, WhoAsksForNothingGivesWay) {
     serve({.connections = 2, .headerTime = kNever});
     const QString name = publish("abc");
-    auto first = dial();
-    auto second = dial();
-    EXPECT_EQ(get(name), "") << "the third is closed unheard";
-    first->abort();
-    second->abort();
-    ASSERT_TRUE(waitFor([&] { return bodyOf(get(name)) == "abc"; })) << "there is room again";
+    const auto first = dial();
+    const auto second = dial();
+    second->write("GET /");
+    const auto third = dial();
+    EXPECT_EQ(allOf(*first), "") << "the one that has been silent for longest";
+    third->write("GET /" + name.toLatin1() + " HTTP/1.1\r\n\r\n");
+    EXPECT_EQ(bodyOf(allOf(*third)), "abc");
+    second->write("nothing HTTP/1.1\r\n\r\n");
+    EXPECT_EQ(firstLine(allOf(*second)).mid(9, 3), "404") << "the other is still heard";
+}
+
+TEST_F(FileServerTest, ManySilentOnesHoldNobodyUp) {
+    serve({.headerTime = kNever});
+    const QString name = publish("abc");
+    std::vector<std::unique_ptr<QTcpSocket>> silent;
+    for (int number = 0; number < 200; ++number) silent.push_back(dial());
+    EXPECT_EQ(bodyOf(get(name)), "abc");
 }
 
 TEST_F(FileServerTest, CutsOffWhatIsWithdrawn) {

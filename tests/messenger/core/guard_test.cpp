@@ -126,6 +126,26 @@ TEST_F(Guard, TakesOutLoginConfirmationsThatAPersonAsksFor) {
     expectLeft("<iq type='get' from='files.example.net'>" + confirm + "</iq>");
 }
 
+TEST_F(Guard, TakesOutSizesOfFilesThatAreNoNumbers) {
+    begin();
+    const auto offer = [](const std::string& file) {
+        return "<iq type='set' id='o1' from='bob@example.org/x'><si xmlns='http://jabber.org/protocol/si' "
+               "id='s'><feature/>" +
+               file + "</si></iq>";
+    };
+    const auto blanked = [](const std::string& text) { return std::string(text.size(), ' '); };
+    for (const char* size : {"size='5 (6'", "size=\"x.txt (5\"", "size=''", "size='0x5'", "size=' 5'", "size='5.'",
+                             "size='&#53; (6'", "size='--5'", "size='123456789012345678901'"}) {
+        EXPECT_EQ(left(offer("<file name='a' " + std::string(size) + "/>")),
+                  offer("<file name='a' " + blanked(size) + "/>"));
+        EXPECT_EQ(left(offer("<x><file " + std::string(size) + "></file></x>")),
+                  offer("<x><file " + blanked(size) + "></file></x>"));
+    }
+    for (const char* size : {"size='5'", "size='-5'", "size='&#53;'", "size='18446744073709551615'", ""})
+        expectLeft(offer("<file name='a (6' " + std::string(size) + "/>"));
+    expectLeft("<iq type='set' id='o1' from='bob@example.org/x'><other><file size='5 (6'/></other></iq>");
+}
+
 TEST_F(Guard, TakesOutEndTagsThatCloseNothing) {
     begin();
     EXPECT_EQ(left("</mrn><message from='a@b'/></stream:stream>"), "<message from='a@b'/>");

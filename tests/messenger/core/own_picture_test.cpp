@@ -113,6 +113,30 @@ TEST_F(OwnPictureTest, TheNewestWishCounts) {
     EXPECT_EQ(kept(), QByteArray());
 }
 
+TEST_F(OwnPictureTest, RemovedWhileAnotherIsReadItSaysWhatBecameOfThat) {
+    set();
+    take();
+    cards->setOwnPicture(file());
+    EXPECT_EQ(cards->removeOwnPicture(), QString());
+    const QStringList heard = take();
+    ASSERT_EQ(heard.size(), 2);
+    EXPECT_TRUE(heard[0].startsWith(QStringLiteral("failed|"))) << heard[0].toStdString();
+    EXPECT_EQ(heard[1], QStringLiteral("own picture|"));
+    reader->answer(kOther);
+    EXPECT_EQ(kept(), QByteArray());
+    EXPECT_EQ(cards->removeOwnPicture(), QString());
+    EXPECT_EQ(take(), QStringList("own picture|")) << "nothing is being read";
+}
+
+TEST_F(OwnPictureTest, WhereItCannotBeRemovedTheOtherIsReadOn) {
+    ASSERT_TRUE(QDir().mkpath(path()));
+    cards->setOwnPicture(file());
+    EXPECT_FALSE(cards->removeOwnPicture().isEmpty());
+    ASSERT_TRUE(QDir().rmdir(path()));
+    reader->answer(kPng);
+    EXPECT_EQ(take(), QStringList("own picture|" + pictureHash(kPng)));
+}
+
 TEST_F(OwnPictureTest, IsRemoved) {
     set();
     take();

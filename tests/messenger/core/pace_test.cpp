@@ -44,6 +44,7 @@ TEST(PaceTest, CountsEachOfManySmallSteps) {
     Pace pace;
     for (qint64 time = 0; time <= 4000; ++time) pace.add(time, time * 7);
     EXPECT_EQ(pace.speed(), 7000);
+    EXPECT_EQ(pace.secondsLeft(28'000), 0) << "the last one too";
 }
 
 TEST(PaceTest, BearsSamplesOfOneTimeAndThoseThatGoBack) {

@@ -65,11 +65,17 @@ void TransferStage::ringAlarms() {
     for (const auto& [number, ring] : ringing) ring();
 }
 
-OKU_WORD TransferStage::openWindow(const char16_t* contact) {
+void TransferStage::ringNewestAlarm() {
+    ASSERT_FALSE(alarms_.empty());
+    const auto ring = alarms_.rbegin()->second;
+    ring();
+}
+
+OKU_WORD TransferStage::openWindow(const char16_t* contact, int whose) {
     auto identity = makeRecord<OKU_CONTACT_RECORD>();
     identity.id = contact;
     identity.pfClass = u"XMPP";
-    identity.netId = account().netId;
+    identity.netId = account(whose).netId;
     init = makeRecord<OKU_FT_INIT_RECORD>();
     init.status = u"Negocjowanie sesji...";
     init.contactId = init.contactIdAgain = contact;

@@ -25,10 +25,12 @@ protected:
     void answerNext(OfferReply reply);
     /// All that waits for a time to pass has waited long enough.
     void ringAlarms();
+    /// What began to wait last has.
+    void ringNewestAlarm();
     [[nodiscard]] std::size_t alarmsSet() const { return alarms_.size(); }
 
-    /// The plugin opens a window for a contact; gives its handle.
-    OKU_WORD openWindow(const char16_t* contact = u"bob@example.org");
+    /// The plugin opens a window for a contact of the account; gives its handle.
+    OKU_WORD openWindow(const char16_t* contact = u"bob@example.org", int whose = 0);
     /// The plugin writes to the window, from whatever thread calls this.
     void write(OKU_WORD window, std::uint32_t mask, const std::function<void(OKU_FT_UPDATE_RECORD&)>& fill) const;
     void writeStatus(OKU_WORD window, const char16_t* text) const;

@@ -34,6 +34,10 @@ class TuneCompanionTest : public Stage {
 protected:
     TuneCompanionTest() {
         writeAccount({}, QStringLiteral("alice@example.org"));
+        startAgain();
+    }
+    void startAgain() {
+        rings.clear();
         MessengerOptions given = options();
         given.players = players;
         given.alarms = [this](int milliseconds, std::function<void()> ring) {
@@ -174,6 +178,46 @@ TEST_F(TuneCompanionTest, WhatALostConnectionLeftBehindIsTakenBackWithTheNextOne
     logIn();
     ASSERT_TRUE(waitFor([this] { return !published.isEmpty(); }));
     EXPECT_EQ(heard(), QStringList(QStringLiteral("Sen"))) << "it may have gone with the connection";
+}
+
+TEST_F(TuneCompanionTest, WhatAKilledRunLeftBehindIsTakenBackAtTheNextLogin) {
+    begin();
+    players->play("Sen");
+    EXPECT_EQ(heard(), QStringList(QStringLiteral("Sen")));
+    // As it lies on the disk at this moment.
+    const QString path = entry().settings->path();
+    ASSERT_TRUE(QFile::copy(path, path + QStringLiteral(".kept")));
+    core.reset();
+    ASSERT_TRUE(QFile::remove(path));
+    ASSERT_TRUE(QFile::rename(path + QStringLiteral(".kept"), path));
+    heard();
+    players->tune = {};
+    startAgain();
+    switchOn(false);
+    logIn();
+    ASSERT_TRUE(waitFor([this] { return !published.isEmpty(); }));
+    EXPECT_EQ(heard(), QStringList(QString()));
+    letTimePass();
+    core.reset();
+    heard();
+    startAgain();
+    logIn();
+    pass(1);
+    letTimePass();
+    EXPECT_TRUE(heard().isEmpty()) << "once";
+}
+
+TEST_F(TuneCompanionTest, ARunThatEndedWellLeavesNothingBehind) {
+    begin();
+    players->play("Sen");
+    core->choices.set(entry(), Status::offline, {});
+    EXPECT_EQ(heard(), (QStringList{QStringLiteral("Sen"), QString()}));
+    core.reset();
+    players->tune = {};
+    startAgain();
+    logIn();
+    pass(1);
+    EXPECT_TRUE(heard().isEmpty());
 }
 
 TEST_F(TuneCompanionTest, AnAccountThatPublishedNothingLeavesWithoutAWord) {

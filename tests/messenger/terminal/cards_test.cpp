@@ -117,6 +117,13 @@ TEST_F(CardCommands, WhatBecomesOfThePictureIsTold) {
     EXPECT_EQ(heard(), "! Bląd, brak PubSub");
 }
 
+TEST_F(CardCommands, ThatThePluginIsBusyIsTold) {
+    emit cards().busyChanged(true);
+    EXPECT_EQ(heard(), "- the plugin works on an own card or picture");
+    emit cards().busyChanged(false);
+    EXPECT_EQ(heard(), "");
+}
+
 TEST_F(CardCommands, NewPicturesOfContactsAreToldToThoseWhoAsked) {
     const ContactPicture picture{QStringLiteral("olek@localhost"), QStringLiteral("/c/a.png"), QStringLiteral("abc")};
     emit cards().pictureChanged(kMe, picture);
@@ -198,11 +205,10 @@ TEST_F(JsonCards, TheOwnCardIsShownAndStored) {
     say_(R"({"cmd":"store-card","id":2,"fields":{"nick":"Ala","role":""}})");
     EXPECT_EQ(called(), "storeOwnCard|ala@localhost|nick=Ala|role=|");
     emit cards().ownCardWouldLose(kMe, {QStringLiteral("PHOTO"), QStringLiteral("TEL")});
-    EXPECT_EQ(told(),
-              R"({"event":"card-losses","account":"ala@localhost","lost":["PHOTO","TEL"]})"
-              "\n"
-              R"({"event":"error","reason":"storing takes away from the card on the server: )"
-              R"x(PHOTO, TEL (agree with \"lose\": true)","cmd":"store-card","id":2})x");
+    EXPECT_EQ(told(), R"({"event":"card-losses","account":"ala@localhost","lost":["PHOTO","TEL"]})"
+                      "\n"
+                      R"({"event":"error","reason":"storing takes away from the card on the server: )"
+                      R"x(PHOTO, TEL (agree with \"lose\": true)","cmd":"store-card","id":2})x");
     say_(R"({"cmd":"store-card","id":3,"fields":{"nick":"Ala"},"lose":true})");
     EXPECT_EQ(called(), "storeOwnCard|ala@localhost|nick=Ala|agreed");
     emit cards().ownCardStored(kMe);
@@ -249,6 +255,22 @@ TEST_F(JsonCards, PublishingAndFetchingAreAnsweredByTheirAccount) {
     say_(R"({"cmd":"fetch-picture","id":2})");
     emit cards().ownPictureRefused(kMe, QStringLiteral("nie ma"));
     EXPECT_EQ(told(), R"({"event":"error","reason":"nie ma","cmd":"fetch-picture","id":2})");
+}
+
+TEST_F(JsonCards, ThatThePluginIsBusyIsAnEvent) {
+    emit cards().busyChanged(true);
+    emit cards().busyChanged(false);
+    EXPECT_EQ(told(), "{\"event\":\"own-card-busy\",\"busy\":true}\n{\"event\":\"own-card-busy\",\"busy\":false}");
+}
+
+TEST_F(JsonCards, ARemovedPictureAnswersTheOneThatIsBeingSet) {
+    say_(R"({"cmd":"set-picture","id":1,"path":"/x.png"})");
+    called();
+    emit cards().ownPictureFailed(QStringLiteral("usunięto"));
+    emit cards().ownPictureChanged({});
+    EXPECT_EQ(told(), R"({"event":"error","reason":"usunięto","cmd":"set-picture","id":1})"
+                      "\n"
+                      R"({"event":"own-picture","path":"","hash":""})");
 }
 
 TEST_F(JsonCards, AContactsPictureIsAnEvent) {

@@ -77,10 +77,13 @@ TEST_F(JsonFilesTest, TellsOfTransfers) {
 TEST_F(JsonFilesTest, GivesTheListBeforeItsAnswer) {
     messenger.transferList = {transfer()};
     messenger.offers = {{3, kMe, QStringLiteral("o@l"), QStringLiteral("b"), 5, 60}};
+    messenger.fileQuestions = {{7, kMe, QStringLiteral("Plik"), QStringLiteral("Wszystkie|*.*||")}};
     const auto answers = say_(R"({"cmd":"files"})");
     ASSERT_EQ(answers.size(), 2);
     EXPECT_EQ(answers[0].value("event"), "files");
     EXPECT_EQ(answers[0].value("offers").toArray().at(0).toObject().value("offer"), 3);
+    const QJsonObject wanted = answers[0].value("wanted").toArray().at(0).toObject();
+    EXPECT_EQ(wanted, (QJsonObject{{"account", kMe}, {"file", 7}, {"title", "Plik"}, {"filter", "Wszystkie|*.*||"}}));
     const QJsonObject listed = answers[0].value("transfers").toArray().at(0).toObject();
     EXPECT_EQ(listed.value("transfer"), 4);
     EXPECT_EQ(listed.value("account"), kMe);

@@ -121,6 +121,12 @@ TEST_F(SessionFilesTest, ListsFiles) {
               "25%\n↓ 4 zdjęcie.png (Olek): cancelled: Błąd");
 }
 
+TEST_F(SessionFilesTest, ListsFilesThatThePluginAsksFor) {
+    messenger.fileQuestions = {{7, kMe, QStringLiteral("Wybierz\nplik"), {}}, {8, kMe, {}, {}}};
+    type("/files");
+    EXPECT_EQ(heard(), "Wybierz⏎plik (ala@localhost) /choose 7\nthe plugin asks for a file (ala@localhost) /choose 8");
+}
+
 TEST_F(SessionFilesTest, StopsTransfers) {
     messenger.transferList = {transfer(TransferState::running)};
     EXPECT_EQ(type("/stop"), "");
