@@ -8,6 +8,7 @@
 #include "dialogs/properties_layout.h"
 #include "host/util/format.h"
 #include "host/util/xml_compose.h"
+#include "im/child_text.h"
 #include "plugin/identifiers.h"
 #include "plugin/jid.h"
 #include "router/namespaces.h"
@@ -23,14 +24,11 @@ std::vector<std::u16string> namesOf(const ContactEntry* contact) {
     return names;
 }
 
-std::u16string childText(const xmlElement* parent, std::u16string_view name) {
-    const xmlElement* const child = parent ? parent->GetChildPtr(name) : nullptr;
-    return child ? child->text : std::u16string();
-}
-
 std::u16string told(const xmlElement& answer) {
     const JID from = parseJID(answer.GetAttribute(u"from"));
-    const xmlElement* const query = answer.GetChildPtr(u"query");
+    const xmlElement none;
+    const xmlElement* const found = answer.GetChildPtr(u"query");
+    const xmlElement& query = found ? *found : none;
     return formatText(u"JID:\t%s/%s\r\n  Program:\t%s\r\n  Wersja:  \t%s\r\n  System:\t%s\r\n\r\n", from.bare,
                       from.resource, childText(query, u"name"), childText(query, u"version"), childText(query, u"os"));
 }

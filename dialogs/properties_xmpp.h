@@ -66,7 +66,7 @@ private:
     bool store(const Entered& contact);
     /// Carries out what `wanted` denies to its contact.
     void deny(const PrivacyEntry& wanted);
-    /// Tells the contact in 7018 something of subscriptions.
+    /// Tells whoever has the address on the page something of subscriptions.
     void tell(std::u16string_view type);
 
     ContactParts client_;
