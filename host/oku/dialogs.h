@@ -14,7 +14,7 @@ enum {
     OKU_CONTROL_LABEL = 1,          /* names the control behind it */
     OKU_CONTROL_EDIT = 2,           /* one line */
     OKU_CONTROL_PASSWORD = 3,       /* one line that is not shown */
-    OKU_CONTROL_TEXT = 4,           /* several lines, parted by CR and LF */
+    OKU_CONTROL_TEXT = 4,           /* several lines, parted by CR and LF, or by LF alone where others wrote them */
     OKU_CONTROL_CHECK = 5,          /* its text stands beside it */
     OKU_CONTROL_DROP_DOWN = 6,      /* one of its items */
     OKU_CONTROL_EDIT_DROP_DOWN = 7, /* one line, or one of its items, which are a history */

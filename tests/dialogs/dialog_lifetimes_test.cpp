@@ -184,6 +184,20 @@ constexpr char kInformation[] =
     "information page show of=bob@example.org\n"
     "closed\n";
 
+constexpr char kRefusedWizard[] =
+    "load as alice@example.org/home\n"
+    "options page show\n"
+    "the user presses 7029\n"
+    "the user types \"new@example.net\" into 7032\n"
+    "the user types \"secret3\" into 7033\n"
+    "the user presses 1\n"
+    "connected\n"
+    "S: <stream:stream xmlns='jabber:client' xmlns:stream='http://etherx.jabber.org/streams' id='s1'>\n"
+    "S: <stream:features/>\n"
+    "closed\n"
+    "the user presses 2\n"
+    "the host delivers\n";
+
 /// What is done, and how windows go meanwhile.
 struct Story {
     const char* name;
@@ -207,6 +221,7 @@ const Story kStories[] = {
      {"unload", "information page destroy of=bob@example.org", "information page destroy of=bob@example.org page=2",
       "event of window 6006 kind=1 control=6006", "dropped", "connected"}},
     {"OfTheWizard", kWizard, {"unload", "options page destroy", "event of window 7003 kind=9", "dropped"}},
+    {"OfARefusedWizard", kRefusedWizard, {"unload", "options page destroy", "event of window 7003 kind=9", "dropped"}},
 };
 
 harness::Outcome drive(const std::string& text, std::optional<std::size_t> failingCall = std::nullopt) {
