@@ -332,6 +332,25 @@ TEST_F(Dialogs, FindNoRowAtTheEndsOfNumbers) {
     EXPECT_EQ(heard(), "3:" + std::to_string(window) + "/20/2");
 }
 
+TEST_F(Dialogs, TakeAnyTextThatIsPastedButNoneThatCannotBeSent) {
+    Controls controls;
+    controls.add(OKU_CONTROL_EDIT, 10);
+    controls.add(OKU_CONTROL_TEXT, 11);
+    const int window = openSeen(controls);
+    const auto handle = static_cast<OKU_WORD>(window);
+    for (const char16_t odd : {u'\x1', u'\x1B', u'\xD800', u'\xDC00', u'\xFFFE', u'\xFFFF'}) {
+        for (const quint32 control : {10U, 11U})
+            EXPECT_NE(face->fill(window, control, QStringLiteral("a") + QChar(odd)), QString()) << int{odd};
+    }
+    EXPECT_EQ(heard(), "");
+    const QString pasted = QStringLiteral("<a/>&\"'\t\u202E\U0001F600") + QString(1 << 20, u'x');
+    EXPECT_EQ(face->fill(window, 10, pasted + QStringLiteral("\r\n")), QString());
+    EXPECT_EQ(face->fill(window, 11, pasted + QStringLiteral("\r\n")), QString());
+    heard();
+    EXPECT_EQ(text(handle, 10), pasted.toStdU16String() + u" ");
+    EXPECT_EQ(text(handle, 11), pasted.toStdU16String() + u"\r\n");
+}
+
 TEST_F(Dialogs, OfTwoControlsWithOneNumberTheFirstHasIt) {
     Controls controls;
     controls.add(OKU_CONTROL_EDIT, 5, u"pierwsze");
