@@ -85,7 +85,7 @@ public:
     }
 
     void doOne() {
-        switch (input_.byte() % 4) {
+        switch (input_.byte() % 5) {
             case 0:
             case 1:
                 queue_.post({}, [this] { actAsPlugin(); });
@@ -93,8 +93,11 @@ public:
             case 2:
                 actAsUser();
                 break;
-            default:
+            case 3:
                 QCoreApplication::sendPostedEvents();
+                break;
+            default:
+                openPage();
         }
         checkSeen();
     }
@@ -117,6 +120,16 @@ private:
         const std::uint8_t shape = input_.byte();
         if (shape == 255) return std::numeric_limits<std::int64_t>::min();
         return shape == 254 ? std::numeric_limits<std::int64_t>::max() : shape - 3;
+    }
+
+    /// One of the messenger's own windows, which those of the plugin may lie in.
+    void openPage() {
+        OpenDialog page;
+        page.window.page = true;
+        const int number = windows_.open(std::move(page));
+        last_ = static_cast<OKU_WORD>(number);
+        alive_.insert(number);
+        windows_.show(number, true);
     }
 
     void actAsPlugin() {
@@ -182,12 +195,12 @@ private:
     }
 
     void onWindow() {
-        static constexpr std::array<const char16_t*, 6> kServices{u"UI/WindowShow",    u"UI/WindowShow",
-                                                                  u"UI/WindowDestroy", u"UI/WindowEnd",
-                                                                  u"UI/WindowPost",    u"UI/RowsClear"};
+        static constexpr std::array<const char16_t*, 7> kServices{
+            u"UI/WindowShow", u"UI/WindowShow", u"UI/WindowDestroy", u"UI/WindowEnd",
+            u"UI/WindowPost", u"UI/RowsClear",  u"UI/ParentCommand"};
         const char16_t* const name = kServices[input_.byte() % kServices.size()];
         const OKU_WORD handle = window();
-        call(name, handle, name == kServices.back() ? control() : static_cast<OKU_WORD>(number()));
+        call(name, handle, name == kServices[5] ? control() : static_cast<OKU_WORD>(number()));
     }
 
     void setText() {

@@ -252,7 +252,10 @@ def window_seeds():
     stored = page + press(12, 0) + nothing * 2 + press(17, 0) + b"\x06\x00" + press(15, 0) + b"\x06" + nothing * 2 + (
         b"\x06\x04" + nothing * 24)
     seeds = {"password": password + answer(0, b"") + b"\x01\x0a\x00\x01" + b"\x00\x00\x01", "account": account + b"\x05" * 3,
-             "stored": stored + b"\x06\x02\x06\x03" + page}
+             "stored": stored + b"\x06\x02\x06\x03" + page,
+             "contact": b"\x06\x79\x00" + nothing * 9 + b"\x06\x7c" + nothing * 20,
+             "new-contact": b"\x06\x19\x00" + nothing * 9 + b"\x06\x1f" + (b"\x00" + short(b"a@b.example")) * 9,
+             "information": b"\x06\xf9\x06\x85\x00" + nothing * 2 + press(34, 0) + b"\x06\x87"}
     for path in sorted((ROOT.parent / "tests/dialogs").glob("*.transcript")):
         text = path.read_bytes()
         for shape, (pattern, before, after) in enumerate(roads, 1):

@@ -22,9 +22,9 @@ constexpr std::uint32_t kNet = 1;
 constexpr int kMostNested = 4;
 
 OKU_WINDOW_EVENT eventOf(fuzz::Input& input) {
-    static constexpr std::array<std::uint32_t, 24> kControls{1,    2,    25,   55,   6025, 6026, 6027, 6028,
-                                                             6029, 119,  6000, 6009, 6014, 7002, 7004, 7006,
-                                                             7009, 7013, 7029, 7031, 7032, 7033, 7034, 0};
+    static constexpr std::array<std::uint32_t, 35> kControls{
+        1,    2,    25,   55,   6025, 6026, 6027, 6028, 6029, 119,  6000, 6009, 6014, 7002, 7004, 7006, 7009, 7013,
+        7029, 7031, 7032, 7033, 7034, 0,    7017, 7018, 7019, 6003, 6004, 6011, 6012, 6015, 6016, 6005, 6006};
     OKU_WINDOW_EVENT event{};
     event.kind = input.byte() % 13;
     event.control = kControls[input.byte() % kControls.size()];
@@ -54,16 +54,22 @@ public:
         const torture::Callback window = callbacks_[input_.byte() % callbacks_.size()];
         window(withRecord ? reinterpret_cast<OKU_WORD>(&event) : 0);
     }
-    /// An event of the options page in one of two windows of the host's that it may be shown in.
+    /// An event of one of the pages, in one of two windows of the host's that it may be shown in; of a contact, or of
+    /// none.
     void tellPage(std::uint8_t which) {
+        if (which == 249) return openProperties();
+        if (pages_.empty()) return;
+        const OKU_CONTACT_RECORD contact = contactRecord();
         std::array<char16_t, OKU_PAGE_TEXT_CAPACITY> title{};
         OKU_PAGE_EVENT event{};
         event.size = sizeof event;
         event.event = which % 12;
         event.page = which < 250 ? &pageWords_[which / 12 % pageWords_.size()] : nullptr;
         event.parent = 1000 + which / 12 % pageWords_.size();
+        event.contact = which < 120 ? nullptr : &contact;
         event.title = title.data();
-        page_(reinterpret_cast<OKU_WORD>(&event));
+        const torture::Callback page = pages_[which / 24 % pages_.size()];
+        page(reinterpret_cast<OKU_WORD>(&event));
     }
     void answer(std::uint8_t shape, std::string_view content) {
         if (!client_.isOpen(kNet) || ids_.empty()) return;
@@ -94,17 +100,39 @@ private:
     }
 
     std::optional<OKU_WORD> serve(const torture::Call& call) {
-        if (call.name == u"OKU/AddOptionsPage") {
-            const auto& page = *reinterpret_cast<const OKU_OPTIONS_PAGE*>(call.extra);
-            page_ = {page.callback, page.context};
-            pageWords_ = {};
-        }
+        notePage(call);
         if (!call.name.starts_with(u"UI/")) return std::nullopt;
         if (call.name == u"UI/WindowOpen") return open(*reinterpret_cast<const OKU_WINDOW*>(call.param));
         if (call.name == u"UI/WindowDestroy") open_.erase(call.param);
         if (call.name == u"UI/MessageBox") return ask();
         if (call.name == u"UI/ControlGet") return get(*reinterpret_cast<OKU_CONTROL_VALUE*>(call.param));
         return 0;
+    }
+    void notePage(const torture::Call& call) {
+        if (call.name == u"OKU/AddOptionsPage") {
+            const auto& page = *reinterpret_cast<const OKU_OPTIONS_PAGE*>(call.extra);
+            pages_ = {{page.callback, page.context}};
+            pageWords_ = {};
+        } else if (call.name == u"OKU/PropertiesStaticPageAdd" || call.name == u"OKU/PropertiesPageAdd") {
+            const auto& page = *reinterpret_cast<const OKU_PROPERTIES_PAGE*>(call.param);
+            if (pages_.size() < 4) pages_.push_back({page.callback, page.context});
+        }
+    }
+    static OKU_CONTACT_RECORD contactRecord() {
+        OKU_CONTACT_RECORD contact{};
+        contact.size = sizeof contact;
+        contact.id = u"contact1@example.org";
+        contact.pfClass = u"XMPP";
+        contact.netId = kNet;
+        return contact;
+    }
+    void openProperties() {
+        const OKU_CONTACT_RECORD contact = contactRecord();
+        OKU_PROPERTIES_EVENT event{};
+        event.size = sizeof event;
+        event.event = OKU_PROPERTIES_OPEN;
+        event.contact = &contact;
+        client_.tellListeners(u"OKU/PropertiesAddPages", reinterpret_cast<OKU_WORD>(&event));
     }
     OKU_WORD open(const OKU_WINDOW& window) {
         const std::uint8_t how = input_.byte();
@@ -153,7 +181,7 @@ private:
     std::set<OKU_WORD> open_;
     std::vector<std::string> ids_;
     std::u16string text_;
-    torture::Callback page_;  // of the options; a host may call it late
+    std::vector<torture::Callback> pages_;  // a host may call them late
     std::array<OKU_WORD, 2> pageWords_{};
     int nested_ = 0;
 };
