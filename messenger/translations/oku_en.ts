@@ -2359,7 +2359,7 @@ x  &lt;         close the window; leave it open and go</translation>
     </message>
     <message>
         <source>wtyczka zajmuje się własną wizytówką lub obrazkiem</source>
-        <translation>the plugin works on an own card or picture</translation>
+        <translation>the plugin is busy with your own card or picture</translation>
     </message>
 </context>
 <context>

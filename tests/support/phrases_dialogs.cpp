@@ -3,7 +3,6 @@
 
 // What a user does in the plugin's own windows, and what they show.
 #include <algorithm>
-#include <map>
 
 #include "tests/support/phrases.h"
 #include "tests/support/text.h"

@@ -6,7 +6,6 @@
 #include <cstring>
 #include <list>
 #include <memory>
-#include <vector>
 
 #include "host/oku/avatar.h"
 #include "host/oku/cards.h"

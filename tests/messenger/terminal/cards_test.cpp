@@ -119,7 +119,7 @@ TEST_F(CardCommands, WhatBecomesOfThePictureIsTold) {
 
 TEST_F(CardCommands, ThatThePluginIsBusyIsTold) {
     emit cards().busyChanged(true);
-    EXPECT_EQ(heard(), "- the plugin works on an own card or picture");
+    EXPECT_EQ(heard(), "- the plugin is busy with your own card or picture");
     emit cards().busyChanged(false);
     EXPECT_EQ(heard(), "");
 }
