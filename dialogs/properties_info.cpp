@@ -17,9 +17,10 @@ namespace protolink {
 
 namespace {
 
-std::vector<std::u16string> namesOf(const ContactEntry* contact) {
+/// Whoever is not on the roster has none.
+std::vector<std::u16string> resourcesOf(const ContactEntry* contact) {
     std::vector<std::u16string> names;
-    if (!contact || contact->jid.empty()) return names;
+    if (!contact) return names;
     for (const ResourceEntry& resource : contact->resources) names.push_back(resource.resource);
     return names;
 }
@@ -52,7 +53,7 @@ void CWndPropertiesInfo::OnCommand(std::uint32_t control) {
 }
 
 void CWndPropertiesInfo::refresh() {
-    const std::vector<std::u16string> resources = namesOf(contacts_.find(contact_));
+    const std::vector<std::u16string> resources = resourcesOf(contacts_.find(contact_));
     if (resources.empty()) return;
     if (!(client_.client.flags & FLAG_AUTHORIZED)) return warnOffline(client_.client.host, handle());
     view().setText(properties::kResources, {});
