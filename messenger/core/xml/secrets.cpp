@@ -50,6 +50,13 @@ std::optional<std::string_view> declaredPrefix(std::string_view attribute) {
     return prefix == "xmlns" ? std::optional(name) : std::nullopt;
 }
 
+/// Of a form: a field that its asker calls a password, and all that somebody has filled in, as the answer does not say
+/// again which of it is one.
+bool hidesOfForm(std::string_view name, const XmlTag& tag) {
+    const std::string_view wanted = name == "field" ? "text-private" : name == "x" ? "submit" : "";
+    return !wanted.empty() && attribute(tag, "type") == wanted;
+}
+
 }  // namespace
 
 QByteArray SecretMask::masked(const QByteArray& piece) {
@@ -165,6 +172,7 @@ bool SecretMask::hidesContent(const XmlTag& tag) const {
     const std::string_view name = parted(tag.name).second;
     if (name == "password" || name == "digest") return true;
     const auto xmlns = namespaceOf(tag);
+    if ((!xmlns || *xmlns == ns::kDataForm) && hidesOfForm(name, tag)) return true;
     return std::any_of(kSecretElements.begin(), kSecretElements.end(), [&](const SecretElement& secret) {
         if (!xmlns) return name == secret.name;
         return *xmlns == secret.xmlns && (secret.all || name == secret.name);

@@ -15,9 +15,10 @@ namespace oku {
 
 struct XmlTag;
 
-/// Blots out what must not be shown of a stream of XML that comes in pieces: the content of SASL elements, of passwords
-/// and of registration forms, whatever their prefixes, and passwords in attributes. A namespace that was declared
-/// before is known later. An element whose prefix nobody declared counts as one of those that it could be.
+/// Blots out what must not be shown of a stream of XML that comes in pieces: the content of SASL elements, of
+/// passwords, of registration forms and of forms that were filled in, whatever their prefixes, and passwords in
+/// attributes. A namespace that was declared before is known later. An element whose prefix nobody declared counts as
+/// one of those that it could be.
 class SecretMask {
 public:
     /// What may be shown now. A tag or section that is cut at the end is kept back and shown with the next piece.

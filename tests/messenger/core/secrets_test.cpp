@@ -63,6 +63,18 @@ TEST(Secrets, AreTakenForSomeWhereNobodyDeclaredTheNamespace) {
               "<query xmlns='jabber:iq:version'>x</query><r:name>y</r:name>");
 }
 
+TEST(Secrets, OfFormsAreMasked) {
+    EXPECT_EQ(masked("<x xmlns='jabber:x:data' type='form'><field var='jid'><value>a@b</value></field>"
+                     "<field type='text-private' var='pin'><value>1234</value></field></x>"),
+              "<x xmlns='jabber:x:data' type='form'><field var='jid'><value>a@b</value></field>"
+              "<field type='text-private' var='pin'>***</field></x>");
+    EXPECT_EQ(masked("<command><x xmlns='jabber:x:data' type='submit'><field var='pin'><value>1234</value></field></x>"
+                     "</command><f:x xmlns:f='jabber:x:data' type='&#115;ubmit'>x</f:x>"),
+              "<command><x xmlns='jabber:x:data' type='submit'>***</x>"
+              "</command><f:x xmlns:f='jabber:x:data' type='&#115;ubmit'>***</f:x>");
+    EXPECT_EQ(masked("<x xmlns='jabber:x:other' type='submit'>y</x>"), "<x xmlns='jabber:x:other' type='submit'>y</x>");
+}
+
 TEST(Secrets, InAttributesAreMasked) {
     EXPECT_EQ(masked("<x xmlns='jabber:x:conference' jid='a@b' password='tajne' reason=\"c\"/>"),
               "<x xmlns='jabber:x:conference' jid='a@b' password='***' reason=\"c\"/>");
