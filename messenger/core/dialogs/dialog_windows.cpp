@@ -99,12 +99,14 @@ OpenDialog* DialogWindows::ownerOf(const OpenDialog& modal) {
     return owner;
 }
 
-void DialogWindows::giveInputBack(OpenDialog& modal) {
-    if (std::exchange(modal.ended, true)) return;
-    OpenDialog* owner = ownerOf(modal);
-    if (!owner) return;
-    --owner->modals;
-    tellChanged(*owner);
+// Whoever hears that the modal one is closed finds its owner as it is then.
+void DialogWindows::closeModal(OpenDialog& modal) {
+    OpenDialog* const owner = std::exchange(modal.ended, true) ? nullptr : ownerOf(modal);
+    if (owner) --owner->modals;
+    const int waited = owner ? owner->window.number : 0;
+    hide(modal);
+    const OpenDialog* const still = find(waited);
+    if (still) tellChanged(*still);
 }
 
 void DialogWindows::show(int number, bool shown) {
@@ -114,10 +116,14 @@ void DialogWindows::show(int number, bool shown) {
         dialog->shown = true;
         if (seen(*dialog)) tellOpened(number);
     } else {
-        const bool wasSeen = seen(*dialog);
-        dialog->shown = false;
-        if (wasSeen) tellClosed(number);
+        hide(*dialog);
     }
+}
+
+void DialogWindows::hide(OpenDialog& dialog) {
+    const bool wasSeen = seen(dialog);
+    dialog.shown = false;
+    if (wasSeen) tellClosed(dialog.window.number);
 }
 
 // Listeners may do to windows what they like, so none is held across a signal.
@@ -147,10 +153,11 @@ void DialogWindows::destroy(int number) {
         if (dialog.window.parent == number) dependent.push_back(other);
     }
     for (const int other : dependent) destroy(other);
-    show(number, false);
     OpenDialog* dialog = find(number);
     if (!dialog) return;
-    if (dialog->window.modal) giveInputBack(*dialog);
+    dialog->window.modal ? closeModal(*dialog) : hide(*dialog);
+    dialog = find(number);
+    if (!dialog) return;
     if (OpenDialog* parent = find(dialog->window.parent)) std::erase(parent->inside, number);
     windows_.erase(number);
     emit destroyed(number);
@@ -159,10 +166,8 @@ void DialogWindows::destroy(int number) {
 bool DialogWindows::end(int number) {
     OpenDialog* dialog = find(number);
     if (!dialog || !dialog->window.modal || dialog->ended) return false;
-    show(number, false);
-    dialog = find(number);
-    if (dialog) giveInputBack(*dialog);
-    return dialog != nullptr;
+    closeModal(*dialog);
+    return find(number) != nullptr;
 }
 
 void DialogWindows::setEnabled(int number, bool enabled) {

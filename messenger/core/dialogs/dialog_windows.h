@@ -100,7 +100,8 @@ signals:
 
 private:
     [[nodiscard]] OpenDialog* ownerOf(const OpenDialog& modal);
-    void giveInputBack(OpenDialog& modal);
+    void closeModal(OpenDialog& modal);
+    void hide(OpenDialog& dialog);
     void tellOpened(int number);
     void tellClosed(int number);
 

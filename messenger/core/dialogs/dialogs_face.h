@@ -78,6 +78,8 @@ signals:
     /// The plugin gives the keys to this control.
     void focused(int window, quint32 control);
     void propertyPagesTold(const QString& account, const QString& jid, const QList<oku::DialogPage>& pages);
+    /// What was entered in a page was carried out; confirmed, the page closes then.
+    void applied(int page);
     /// An operation that was taken could not be carried out when its turn came. Window 0: one that did not open.
     void refused(int window, const QString& reason);
 };

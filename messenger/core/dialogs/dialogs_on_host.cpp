@@ -30,6 +30,7 @@ public:
         connect(windows, &DialogWindows::rowsCleared, this, &DialogsFace::rowsCleared);
         connect(windows, &DialogWindows::menuOpened, this, &DialogsFace::menuOpened);
         connect(windows, &DialogWindows::focused, this, &DialogsFace::focused);
+        connect(&parts_.pages, &HostPages::applied, this, &DialogsFace::applied);
         connect(&parts_.input, &DialogInput::refused, this, &DialogsFace::refused);
         connect(&parts_.pages, &HostPages::propertyPagesTold, this, &DialogsFace::propertyPagesTold);
     }

@@ -123,7 +123,9 @@ void HostPages::openContactPage(const Owner& owner, const QString& id) {
 int HostPages::open(const Page& page, const Owner& owner, bool adds) {
     for (const auto& [number, other] : open_) {
         if (other.page.id != page.id || other.owner.jid != owner.jid || other.owner.netId != owner.netId) continue;
-        windows_.show(number, true);
+        // One that the plugin has not filled yet is shown when that has been done.
+        const OpenDialog* dialog = std::as_const(windows_).find(number);
+        if (dialog && dialog->shown) windows_.show(number, true);
         return 0;
     }
     OpenDialog dialog;
@@ -185,15 +187,23 @@ QString HostPages::fault(int page) const { return has(page) ? input_.windowFault
 
 QString HostPages::apply(int page) {
     return input_.take(
-        page, [this, page] { return fault(page); },
-        [this, page] { send(page, open_.at(page).adds ? OKU_PAGE_ADD : OKU_PAGE_APPLY); });
+        page, [this, page] { return fault(page); }, [this, page] { store(page, OKU_PAGE_APPLY); });
+}
+
+bool HostPages::store(int page, std::uint32_t event) {
+    if (send(page, open_.at(page).adds ? std::uint32_t{OKU_PAGE_ADD} : event) != 0) {
+        emit input_.refused(page, QCoreApplication::translate("Dialogs", "Tego, co wpisano, nie udało się zapisać."));
+        return false;
+    }
+    emit applied(page);
+    return true;
 }
 
 QString HostPages::confirm(int page) {
     return input_.take(
         page, [this, page] { return fault(page); },
         [this, page] {
-            if (send(page, open_.at(page).adds ? OKU_PAGE_ADD : OKU_PAGE_OK) == 0) dismiss(page);
+            if (store(page, OKU_PAGE_OK)) dismiss(page);
         });
 }
 

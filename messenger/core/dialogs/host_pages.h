@@ -40,6 +40,7 @@ public:
 
 signals:
     void propertyPagesTold(const QString& account, const QString& jid, const QList<oku::DialogPage>& pages);
+    void applied(int page);
 
 private:
     using Page = WindowServices::Page;
@@ -66,6 +67,8 @@ private:
     void onPageCommand(int page, quint32 button);
     void show(int page);
     void dismiss(int page);
+    /// Hands over what was entered; false, and told, when the plugin could not carry it out.
+    bool store(int page, std::uint32_t event);
     /// Gives the callback's result; 1, that it was not done, where the page has gone.
     OKU_WORD send(int page, std::uint32_t event);
     [[nodiscard]] QString fault(int page) const;

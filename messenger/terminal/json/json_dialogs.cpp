@@ -234,6 +234,12 @@ QByteArray windowFocusLine(int window, quint32 control) {
     return controlEvent(u"window-focus", window, control).take();
 }
 
+QByteArray pageAppliedLine(int page) {
+    JsonLine line(u"page-applied");
+    line.put("window", page);
+    return std::move(line).take();
+}
+
 QByteArray windowRefusedLine(int window, const QString& reason) {
     JsonLine line(u"window-refused");
     line.put("window", window);

@@ -26,6 +26,7 @@ QByteArray windowRowLine(int window, quint32 list, const DialogRow& row, bool is
 QByteArray windowNoRowsLine(int window, quint32 list);
 QByteArray windowMenuLine(int window, quint32 control, const QList<DialogMenuItem>& items);
 QByteArray windowFocusLine(int window, quint32 control);
+QByteArray pageAppliedLine(int page);
 QByteArray windowRefusedLine(int window, const QString& reason);
 
 }  // namespace oku::terminal

@@ -265,6 +265,7 @@ void JsonEvents::hearDialogs(DialogsFace& dialogs) {
     hear(dialogs, &DialogsFace::rowsCleared, windowNoRowsLine);
     hear(dialogs, &DialogsFace::menuOpened, windowMenuLine);
     hear(dialogs, &DialogsFace::focused, windowFocusLine);
+    hear(dialogs, &DialogsFace::applied, pageAppliedLine);
     hear(dialogs, &DialogsFace::refused, windowRefusedLine);
     hear(dialogs, &DialogsFace::propertyPagesTold,
          [&dialogs](const QString& account, const QString& jid, const QList<DialogPage>& pages) {

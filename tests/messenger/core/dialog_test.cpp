@@ -142,6 +142,9 @@ TEST_F(Dialogs, RestWhileAModalOneIsOverThem) {
     EXPECT_NE(face->press(modal, 1), QString());
     EXPECT_FALSE(face->window(window)->takesInput);
     told();
+    bool hadInput = false;
+    const auto heardClosed =
+        QObject::connect(face.get(), &DialogsFace::closed, [&] { hadInput = face->window(modal)->takesInput; });
     inPlugin([&] {
         EXPECT_EQ(call(u"UI/WindowEnd", static_cast<OKU_WORD>(second), 2), 1U);
         EXPECT_EQ(call(u"UI/WindowEnd", static_cast<OKU_WORD>(second), 2), 1U);
@@ -149,6 +152,8 @@ TEST_F(Dialogs, RestWhileAModalOneIsOverThem) {
     });
     EXPECT_EQ(heard(), "10:" + std::to_string(second) + "/0/2") << "once";
     EXPECT_EQ(told(), "closed" + std::to_string(second) + " changed" + std::to_string(modal));
+    EXPECT_TRUE(hadInput) << "whoever goes back to it then can work with it";
+    QObject::disconnect(heardClosed);
     EXPECT_EQ(face->press(modal, 1), QString());
     heard();
     inPlugin([&] {

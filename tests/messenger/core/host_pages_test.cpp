@@ -88,17 +88,38 @@ TEST_F(PagesOfTheHost, StayUntilThePluginCouldDoWhatWasEntered) {
     ASSERT_EQ(face->windows().size(), 2);
     EXPECT_EQ(face->window(page())->title, QStringLiteral("XMPP"));
     EXPECT_TRUE(face->window(page())->page);
+    int applied = 0;
+    QObject::connect(face.get(), &DialogsFace::applied, [&] { ++applied; });
     EXPECT_EQ(face->apply(page()), QString());
     EXPECT_EQ(paged(), "4:contact ");
+    EXPECT_EQ(applied, 1);
     answer = 1;
     EXPECT_EQ(face->confirm(page()), QString());
     EXPECT_EQ(paged(), "5:contact ");
     EXPECT_EQ(face->windows().size(), 2);
+    EXPECT_EQ(refusals.size(), 1) << "the user hears of it";
+    EXPECT_EQ(face->apply(page()), QString());
+    paged();
+    EXPECT_EQ(refusals.size(), 2);
+    EXPECT_EQ(applied, 1);
     answer = 0;
     EXPECT_EQ(face->confirm(page()), QString());
     EXPECT_EQ(paged(), "5:contact 2:contact 3:contact ");
     EXPECT_TRUE(face->windows().isEmpty());
     EXPECT_EQ(core->dialogs.count(), 0U);
+}
+
+TEST_F(PagesOfTheHost, AreNotShownBeforeThePluginHasFilledThem) {
+    QList<qsizetype> children;
+    QObject::connect(face.get(), &DialogsFace::opened, [&](int number) {
+        if (face->window(number)->page) children.append(face->window(number)->children.size());
+    });
+    EXPECT_EQ(face->openProperties(me, bob, {}), QString());
+    EXPECT_EQ(face->openProperties(me, bob, {}), QString());
+    paged();
+    EXPECT_EQ(children, QList<qsizetype>{1});
+    EXPECT_EQ(face->openProperties(me, bob, {}), QString());
+    EXPECT_EQ(children, (QList<qsizetype>{1, 1})) << "it comes to the front";
 }
 
 TEST_F(PagesOfTheHost, AddAContactThatIsNotThereYet) {

@@ -53,6 +53,11 @@ protected:
     JsonMode mode{messenger, [this](const QByteArray& line) { take(line); }, true, {}, [] {}};
 };
 
+TEST_F(JsonDialogs, TellThatAPageWasCarriedOut) {
+    emit messenger.fakeDialogs().applied(7);
+    EXPECT_EQ(compact(told()), R"({"event":"page-applied","window":7})");
+}
+
 TEST_F(JsonDialogs, TellAWindowWithAllThatIsInIt) {
     emit messenger.dialogs().opened(7);
     const QJsonObject window = told();
