@@ -120,6 +120,8 @@ constexpr std::array kTexts = std::to_array<TextRow>({
     {Text::OwnCardOf, QT_TRANSLATE_NOOP("Terminal", "własna wizytówka: %1")},
     {Text::OwnCardChanged, QT_TRANSLATE_NOOP("Terminal", "(niezapisane)")},
     {Text::OwnCardHolds, QT_TRANSLATE_NOOP("Terminal", "zapis usunie z niej: %1")},
+    {Text::OwnCardHint,
+     QT_TRANSLATE_NOOP("Terminal", "pole zmienia /my-card POLE TEKST, na serwerze zapisuje /my-card store")},
     {Text::OwnCardLosses,
      QT_TRANSLATE_NOOP("Terminal",
                        "zapis usunie z wizytówki na serwerze: %1. Zapisać mimo to? Powtórz /my-card store.")},
@@ -196,29 +198,42 @@ constexpr std::array kTexts = std::to_array<TextRow>({
     {Text::DialogHelp,
      QT_TRANSLATE_NOOP("Terminal",
                        "5            przycisk: naciska; znak: przestawia; lista i wybór: pokazuje; hasło: pyta o nie\n"
-                       "5 TEKST      wpisuje; cudzysłowy zostawiają TEKST takim, jaki jest\n"
-                       "5 #2         wybiera drugą możliwość\n"
+                       "5 TEKST      wpisuje; cudzysłowy zostawiają TEKST takim, jaki jest, \"\" czyści\n"
+                       "5 #2         wybiera drugą możliwość; 5 TEKST tę z tym tekstem\n"
                        "5 on|off     ustawia znak\n"
-                       "5 !          klawisz Enter w tym polu; samo ! w oknie\n"
+                       "5 !          klawisz Enter w tym polu; samo ! w oknie: przycisk z wykrzyknikiem\n"
                        "4.12         otwiera wiersz 12 listy 4\n"
                        "4.12 m       menu tego wiersza\n"
+                       "4 TEKST      szuka wierszy listy 4; 4 #40 pokazuje je od czterdziestego\n"
                        ".  +  -      pokazuje okno od nowa, dalej, wstecz\n"
                        "ok  apply    na stronie: zapisuje i zamyka, zapisuje\n"
                        "x  <         zamyka okno; wychodzi z niego i zostawia je otwarte")},
-    {Text::DialogClosed, QT_TRANSLATE_NOOP("Terminal", "okno zamknięte")},
-    {Text::DialogLineLost, QT_TRANSLATE_NOOP("Terminal", "okno zamknęło się wcześniej; ten wiersz nie trafił nigdzie")},
+    {Text::DialogClosed, QT_TRANSLATE_NOOP("Terminal", "okno „%1” zamknięte")},
+    {Text::DialogGone, QT_TRANSLATE_NOOP("Terminal", "okno zamknięte")},
+    {Text::DialogApplied, QT_TRANSLATE_NOOP("Terminal", "zapisano")},
+    {Text::DialogLineLost, QT_TRANSLATE_NOOP("Terminal", "okno zmieniło się wcześniej; ten wiersz nie trafił nigdzie")},
     {Text::DialogNone, QT_TRANSLATE_NOOP("Terminal", "nie ma otwartego okna %1")},
     {Text::DialogNoneOpen, QT_TRANSLATE_NOOP("Terminal", "żadne okno nie jest otwarte")},
-    {Text::DialogWaits, QT_TRANSLATE_NOOP("Terminal", "to okno czeka na inne")},
+    {Text::DialogWaits, QT_TRANSLATE_NOOP("Terminal", "to okno czeka na inne albo na odpowiedź")},
+    {Text::DialogGoesOn, QT_TRANSLATE_NOOP("Terminal", "to okno już nie czeka")},
     {Text::DialogNoRow, QT_TRANSLATE_NOOP("Terminal", "nie ma tu pozycji %1")},
-    {Text::DialogNoItem, QT_TRANSLATE_NOOP("Terminal", "nie ma do wyboru: %1")},
+    {Text::DialogNoItem, QT_TRANSLATE_NOOP("Terminal", "nie ma tu: %1")},
     {Text::DialogNoPage, QT_TRANSLATE_NOOP("Terminal", "nie ma takiej strony")},
     {Text::FurtherPage, QT_TRANSLATE_NOOP("Terminal", "jest jeszcze strona „%1”: %2")},
     {Text::ContactMenuEmpty, QT_TRANSLATE_NOOP("Terminal", "wtyczka nie ma nic dla tego kontaktu")},
     {Text::DialogRows, QT_TRANSLATE_N_NOOP("Terminal", "%n wierszy")},
+    {Text::DialogList, QT_TRANSLATE_NOOP("Terminal", "lista")},
+    {Text::DialogRowsHint,
+     QT_TRANSLATE_NOOP("Terminal",
+                       "%1.1 otwiera wiersz 1, %1.1 m jego menu; %1 TEKST szuka, %1 #40 pokazuje od wiersza 40")},
+    {Text::DialogItemsHint, QT_TRANSLATE_NOOP("Terminal", "%1 #2 wybiera drugą możliwość, %1 TEKST tę z tym tekstem")},
+    {Text::DialogCheckHint, QT_TRANSLATE_NOOP("Terminal", "%1 przestawia znak, %1 on go stawia, %1 off zdejmuje")},
+    {Text::DialogSecret,
+     QT_TRANSLATE_NOOP("Terminal", "hasła nie pisze się tak, żeby było widoczne; teraz nie będzie go widać")},
     {Text::DialogMore, QT_TRANSLATE_NOOP("Terminal", "pokazano %1 z %2; + pokazuje dalsze, - wcześniejsze")},
     {Text::DialogChanged, QT_TRANSLATE_NOOP("Terminal", "okno „%1” zmieniło się; . pokazuje je")},
     {Text::DialogMenu, QT_TRANSLATE_NOOP("Terminal", "menu: NUMER wybiera, każdy inny wiersz zamyka")},
+    {Text::DialogMenuClosed, QT_TRANSLATE_NOOP("Terminal", "menu zamknięte")},
     {Text::DialogDisabled, QT_TRANSLATE_NOOP("Terminal", "(nieaktywne)")},
     {Text::DialogReadOnly, QT_TRANSLATE_NOOP("Terminal", "(tylko do odczytu)")},
     {Text::DialogWrite, QT_TRANSLATE_NOOP("Terminal", "%1 TEKST zmienia, %1 \"\" czyści")},

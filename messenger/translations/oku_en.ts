@@ -624,6 +624,10 @@ Trust this certificate on this account from now on?</translation>
         <source>Ta strona jest pusta.</source>
         <translation>This page is empty.</translation>
     </message>
+    <message>
+        <source>Tego, co wpisano, nie udało się zapisać.</source>
+        <translation>What was entered could not be saved.</translation>
+    </message>
 </context>
 <context>
     <name>History</name>
@@ -2271,7 +2275,7 @@ Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
 .  +  -      pokazuje okno od nowa, dalej, wstecz
 ok  apply    na stronie: zapisuje i zamyka, zapisuje
 x  &lt;         zamyka okno; wychodzi z niego i zostawia je otwarte</source>
-        <translation>5            a button: press it; a mark: turn it; a list or choice: show it; a password: asks for it
+        <translation type="vanished">5            a button: press it; a mark: turn it; a list or choice: show it; a password: asks for it
 5 TEXT       write it; quotes leave TEXT as it is
 5 #2         choose the second item
 5 on|off     set a mark
@@ -2288,7 +2292,7 @@ x  &lt;         close the window; leave it open and go</translation>
     </message>
     <message>
         <source>okno zamknęło się wcześniej; ten wiersz nie trafił nigdzie</source>
-        <translation>the window closed before; this line went nowhere</translation>
+        <translation type="vanished">the window closed before; this line went nowhere</translation>
     </message>
     <message>
         <source>nie ma otwartego okna %1</source>
@@ -2300,7 +2304,7 @@ x  &lt;         close the window; leave it open and go</translation>
     </message>
     <message>
         <source>to okno czeka na inne</source>
-        <translation>this window waits for another one</translation>
+        <translation type="vanished">this window waits for another one</translation>
     </message>
     <message>
         <source>nie ma tu pozycji %1</source>
@@ -2308,7 +2312,7 @@ x  &lt;         close the window; leave it open and go</translation>
     </message>
     <message>
         <source>nie ma do wyboru: %1</source>
-        <translation>no such choice: %1</translation>
+        <translation type="vanished">no such choice: %1</translation>
     </message>
     <message>
         <source>nie ma takiej strony</source>
@@ -2360,6 +2364,82 @@ x  &lt;         close the window; leave it open and go</translation>
     <message>
         <source>wtyczka zajmuje się własną wizytówką lub obrazkiem</source>
         <translation>the plugin is busy with your own card or picture</translation>
+    </message>
+    <message>
+        <source>5            przycisk: naciska; znak: przestawia; lista i wybór: pokazuje; hasło: pyta o nie
+5 TEKST      wpisuje; cudzysłowy zostawiają TEKST takim, jaki jest, &quot;&quot; czyści
+5 #2         wybiera drugą możliwość; 5 TEKST tę z tym tekstem
+5 on|off     ustawia znak
+5 !          klawisz Enter w tym polu; samo ! w oknie: przycisk z wykrzyknikiem
+4.12         otwiera wiersz 12 listy 4
+4.12 m       menu tego wiersza
+4 TEKST      szuka wierszy listy 4; 4 #40 pokazuje je od czterdziestego
+.  +  -      pokazuje okno od nowa, dalej, wstecz
+ok  apply    na stronie: zapisuje i zamyka, zapisuje
+x  &lt;         zamyka okno; wychodzi z niego i zostawia je otwarte</source>
+        <translation>5            button: presses; mark: changes; list and choice: shows; password: asks for it
+5 TEXT       writes; quotes leave TEXT as it is, &quot;&quot; empties
+5 #2         takes the second choice; 5 TEXT the one with this text
+5 on|off     sets a mark
+5 !          the Enter key in this field; ! alone in the window: the button with the mark
+4.12         opens row 12 of list 4
+4.12 m       the menu of this row
+4 TEXT       searches the rows of list 4; 4 #40 shows them from the fortieth on
+.  +  -      shows the window again, on, back
+ok  apply    on a page: saves and closes, saves
+x  &lt;         closes the window; leaves it, and leaves it open</translation>
+    </message>
+    <message>
+        <source>okno „%1” zamknięte</source>
+        <translation>the window “%1” is closed</translation>
+    </message>
+    <message>
+        <source>zapisano</source>
+        <translation>saved</translation>
+    </message>
+    <message>
+        <source>okno zmieniło się wcześniej; ten wiersz nie trafił nigdzie</source>
+        <translation>the window had changed before; this line went nowhere</translation>
+    </message>
+    <message>
+        <source>to okno czeka na inne albo na odpowiedź</source>
+        <translation>this window waits for another one or for an answer</translation>
+    </message>
+    <message>
+        <source>to okno już nie czeka</source>
+        <translation>this window does not wait any more</translation>
+    </message>
+    <message>
+        <source>nie ma tu: %1</source>
+        <translation>there is no such thing here: %1</translation>
+    </message>
+    <message>
+        <source>lista</source>
+        <translation>list</translation>
+    </message>
+    <message>
+        <source>%1.1 otwiera wiersz 1, %1.1 m jego menu; %1 TEKST szuka, %1 #40 pokazuje od wiersza 40</source>
+        <translation>%1.1 opens row 1, %1.1 m its menu; %1 TEXT searches, %1 #40 shows from row 40 on</translation>
+    </message>
+    <message>
+        <source>%1 #2 wybiera drugą możliwość, %1 TEKST tę z tym tekstem</source>
+        <translation>%1 #2 takes the second choice, %1 TEXT the one with this text</translation>
+    </message>
+    <message>
+        <source>%1 przestawia znak, %1 on go stawia, %1 off zdejmuje</source>
+        <translation>%1 changes the mark, %1 on sets it, %1 off takes it away</translation>
+    </message>
+    <message>
+        <source>hasła nie pisze się tak, żeby było widoczne; teraz nie będzie go widać</source>
+        <translation>a password is not typed where it can be seen; now it will not be</translation>
+    </message>
+    <message>
+        <source>menu zamknięte</source>
+        <translation>menu closed</translation>
+    </message>
+    <message>
+        <source>pole zmienia /my-card POLE TEKST, na serwerze zapisuje /my-card store</source>
+        <translation>/my-card FIELD TEXT changes a field, /my-card store stores the card on the server</translation>
     </message>
 </context>
 <context>

@@ -3,6 +3,7 @@
 #include "messenger/terminal/screen/line_editor.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "messenger/terminal/screen/display_width.h"
 
@@ -122,12 +123,18 @@ void LineEditor::walkHistory(int step) {
 
 EditResult LineEditor::submit() {
     submitted_ = text();
-    if (!secret_ && !text().trimmed().isEmpty() && (history_.isEmpty() || history_.last() != text())) {
+    keptSubmitted_ = !secret_ && !text().trimmed().isEmpty() && (history_.isEmpty() || history_.last() != text());
+    if (keptSubmitted_) {
         history_.append(text());
         if (history_.size() > kHistoryLength) history_.removeFirst();
     }
     clear();
     return EditResult::Submitted;
+}
+
+void LineEditor::forgetSubmitted() {
+    if (std::exchange(keptSubmitted_, false)) history_.removeLast();
+    historyAt_ = history_.size();
 }
 
 EditResult LineEditor::handleSearch(const Key& key) {

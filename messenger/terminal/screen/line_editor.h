@@ -46,6 +46,9 @@ public:
     /// The line that was submitted last; it is also in the history unless secret.
     QString takeSubmitted() { return std::exchange(submitted_, {}); }
 
+    /// Takes it out of the history.
+    void forgetSubmitted();
+
     void setText(const QString& text);
     void clear() { setText({}); }
 
@@ -68,6 +71,7 @@ private:
     Completer completer_;
     EditedText line_;
     QString submitted_;
+    bool keptSubmitted_ = false;  ///< it is the last one in the history
     bool secret_ = false;
 
     QStringList history_;

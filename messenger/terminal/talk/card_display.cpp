@@ -108,6 +108,7 @@ void CardDisplay::onOwnCard(const QString& account, const OwnCard& card) {
     }
     if (!card.lost.isEmpty())
         desk_.log.list(QStringLiteral("  ") + say(Text::OwnCardHolds, lossesText(card.lost)), Style::Notice, 4);
+    desk_.log.list(say(Text::OwnCardHint), Style::Faint);
 }
 
 void CardDisplay::onLosses(const QString& account, const QStringList& lost) {

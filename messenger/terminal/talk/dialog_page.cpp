@@ -3,6 +3,8 @@
 
 #include "messenger/terminal/talk/dialog_page.h"
 
+#include <algorithm>
+
 #include "messenger/terminal/screen/wording.h"
 #include "messenger/terminal/texts.h"
 
@@ -52,6 +54,13 @@ QString valueText(const DialogsFace& dialogs, const PageRow& row) {
     }
 }
 
+QString named(const QString& name, const QString& value) {
+    const QString colon = name.isEmpty() || name.endsWith(u':') ? QString() : QStringLiteral(":");
+    // Some begin with their name themselves.
+    const bool said = !name.isEmpty() && value.startsWith(name + colon);
+    return said ? value : (name + colon + u' ' + value).trimmed();
+}
+
 QString contentText(const DialogsFace& dialogs, const PageRow& row) {
     const DialogControl& control = row.control;
     switch (control.kind) {
@@ -65,11 +74,8 @@ QString contentText(const DialogsFace& dialogs, const PageRow& row) {
         case ControlKind::button:
             return QStringLiteral("<%1>%2").arg(oneLine(control.text),
                                                 control.isDefault ? QStringLiteral(" !") : QString());
-        default: {
-            const QString name = nameOf(control);
-            const QString colon = name.isEmpty() || name.endsWith(u':') ? QString() : QStringLiteral(":");
-            return (name + colon + u' ' + valueText(dialogs, row)).trimmed();
-        }
+        default:
+            return named(nameOf(control), valueText(dialogs, row));
     }
 }
 
@@ -83,8 +89,9 @@ std::vector<PageRow> pageRows(const DialogsFace& dialogs, int window) {
 }
 
 QString nameOf(const DialogControl& control) {
-    const bool named = control.kind == ControlKind::check || control.kind == ControlKind::button;
-    return oneLine(named ? control.text : control.name);
+    const bool isItsText = control.kind == ControlKind::check || control.kind == ControlKind::button;
+    if (control.kind == ControlKind::list && control.name.isEmpty()) return say(Text::DialogList);
+    return oneLine(isItsText ? control.text : control.name);
 }
 
 QString rowText(const DialogsFace& dialogs, const PageRow& row) {
@@ -100,6 +107,18 @@ QString listRowText(const DialogRow& row) {
         text += QStringLiteral(" · ") + oneLine(QStringLiteral("%1 %2").arg(field.label, field.value).trimmed());
     }
     return text;
+}
+
+const PageRow* rowNumbered(const std::vector<PageRow>& rows, int number) {
+    const auto found = std::find_if(rows.begin(), rows.end(),
+                                    [number](const PageRow& row) { return row.number == number && number != 0; });
+    return found == rows.end() ? nullptr : &*found;
+}
+
+QString titleOf(const DialogWindow& window) { return oneLine(window.title.isEmpty() ? window.heading : window.title); }
+
+QString withMargin(const QString& text) {
+    return QStringLiteral("    ") + QString(text).replace(u'\n', QStringLiteral("\n    "));
 }
 
 int pageOf(const DialogsFace& dialogs, int number) {

@@ -34,7 +34,7 @@ void NoticeDisplay::onBox(const MessageBox& box) {
         return;
     }
     const bool error = box.style == BoxStyle::error || box.style == BoxStyle::warning;
-    desk_.log.tellOf({}, text, error ? Style::Error : Style::Notice, kAlarm, Shown::InSight);
+    desk_.log.tellOf({}, text, error ? Style::Error : Style::Notice, error ? kAlarm : kInformation, Shown::InSight);
     // A notice has been read when it is shown, and the plugin waits until it is answered.
     QTimer::singleShot(0, this, [this, number = box.number] {
         if (const QString reason = desk_.messenger.windows().answerBox(number, BoxButton::ok); !reason.isEmpty())

@@ -55,6 +55,8 @@ void ScreenDisplay::feed(const QByteArray& bytes) {
 }
 
 void ScreenDisplay::handle(const Key& key) {
+    // Keys may come faster than the screen is drawn.
+    hideSecrets();
     if (!handlePaneKey(key) && !handleWindowKey(key)) edited(editor_.handle(key));
     changed();
 }
@@ -159,6 +161,8 @@ void ScreenDisplay::edited(EditResult result) {
     if (result == EditResult::Submitted) {
         scroll_ = 0;
         session_.submit(editor_.takeSubmitted());
+        // What leads to such a question may have held the answer already.
+        if (session_.secret().wanted()) editor_.forgetSubmitted();
     } else if (result == EditResult::Changed) {
         session_.typed(editor_.text());
     }
@@ -185,9 +189,13 @@ void ScreenDisplay::ended() {
     onEnded_();
 }
 
+void ScreenDisplay::hideSecrets() {
+    if (editor_.secret() != session_.secret().wanted()) editor_.setSecret(session_.secret().wanted());
+}
+
 void ScreenDisplay::draw() {
     drawn_.start();
-    if (editor_.secret() != session_.secret().wanted()) editor_.setSecret(session_.secret().wanted());
+    hideSecrets();
     ScreenContent content;
     content.title = session_.view().title();
     content.entries = session_.log().entries();

@@ -53,6 +53,8 @@ private:
     void cancel();
     void edited(EditResult result);
     void draw();
+    /// The line is not shown while a secret is asked for.
+    void hideSecrets();
 
     ScreenSize size_;
     Writer write_;

@@ -49,6 +49,9 @@ void Session::quit() {
 
 void Session::submit(const QString& typed) {
     const QString line = withoutLineFeedsBehind(typed);
+    const bool forWindow = !secret_.wanted() && !isCommand(line) && dialogs_.active();
+    // The line that was being typed is there no more.
+    if (!forWindow || line.trimmed().isEmpty()) dialogs_.typing(false);
     if (secret_.wanted()) {
         secret_.submit(line);
         return;
@@ -59,7 +62,7 @@ void Session::submit(const QString& typed) {
         display_.changed();
         return;
     }
-    if (dialogs_.active()) {
+    if (forWindow) {
         if (const QString reason = dialogs_.submit(line); !reason.isEmpty()) log_.tellError(reason);
         display_.changed();
         return;

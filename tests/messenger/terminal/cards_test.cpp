@@ -56,7 +56,8 @@ TEST_F(CardCommands, TheOwnCardIsChangedFieldByFieldAndStored) {
               "own card: ala@localhost\n  nick (nickname): Ala z kotem (not stored)\n  name (given name): \n"
               "  surname (family name): \n  email (e-mail): \n  www (web page): \n  title (title): dr\n"
               "  role (role):  (not stored)\n  birth (birthday): \n"
-              "  storing takes away from it: photo, middle name, X-\ufffdODD");
+              "  storing takes away from it: photo, middle name, X-\ufffdODD\n"
+              "/my-card FIELD TEXT changes a field, /my-card store stores the card on the server");
     EXPECT_EQ(type("/my-card store"), "storeOwnCard|ala@localhost|nick=Ala z kotem|role=|");
     emit cards().ownCardStored(kMe);
     EXPECT_EQ(heard(), "- card stored");

@@ -246,6 +246,15 @@ class InATerminal(unittest.TestCase):
         terminal.wait("commands mean the account nowa@localhost")
         self.assertNotIn(b"tajne", terminal.bytes)
 
+    def test_a_password_that_comes_at_once_with_its_command_is_kept_nowhere(self):
+        terminal = self.start()
+        terminal.wait("ala>")
+        terminal.type("/info\r/account add nowa@localhost\rbardzo-tajne\r")
+        terminal.wait("commands mean the account nowa@localhost")
+        terminal.type("\x1b[A")
+        terminal.wait("nowa> /info")
+        self.assertNotIn(b"tajne", terminal.bytes)
+
     def test_colours_are_left_out_where_they_are_not_wanted(self):
         coloured = self.start("--status", "online")
         coloured.wait("Olek (dom)")

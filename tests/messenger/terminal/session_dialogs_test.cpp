@@ -23,6 +23,11 @@ protected:
         return heard();
     }
     std::string prompt() { return session->view().prompt().toStdString(); }
+    void close(int number) {
+        dialogs().open.remove(number);
+        emit dialogs().closed(number);
+        QCoreApplication::processEvents();
+    }
     void enter() {
         type("/dialog 7");
         heard();
@@ -50,6 +55,7 @@ TEST_F(SessionDialogs, ShowAWindowAsNumberedRows) {
 TEST_F(SessionDialogs, CarryLinesToTheirControls) {
     enter();
     EXPECT_EQ(type("1 ola i ala"), "fill|7|21|ola i ala");
+    EXPECT_EQ(heardLater(), "  1 Nick: ala") << "what has become of it is shown";
     EXPECT_EQ(type("1 \"\""), "fill|7|21|");
     EXPECT_EQ(type("1 \"!\""), "fill|7|21|!");
     EXPECT_EQ(type("1 !"), "pressReturn|7|21|");
@@ -59,6 +65,7 @@ TEST_F(SessionDialogs, CarryLinesToTheirControls) {
     EXPECT_EQ(type("4 #1"), "choose|7|23|0");
     EXPECT_EQ(type("4 2"), "choose|7|23|1");
     EXPECT_EQ(type("4 mały"), "choose|7|23|0");
+    EXPECT_EQ(type("4 DUŻ"), "choose|7|23|1") << "the only one with this text";
     EXPECT_EQ(type("5.2"), "activateRow|7|24|12");
     EXPECT_EQ(type("5.1 m"), "openRowMenu|7|24|11");
     EXPECT_EQ(type("6"), "press|7|26|");
@@ -84,9 +91,52 @@ TEST_F(SessionDialogs, RefuseWhatIsNotThereAndSendItToNobody) {
 TEST_F(SessionDialogs, AskForPasswordsWithoutShowingThem) {
     enter();
     EXPECT_EQ(type("2 jawnie"), "") << "it would stand on the screen";
+    EXPECT_NE(heard(), "") << "and why it was not taken is told";
     ASSERT_TRUE(session->secret().wanted());
     EXPECT_EQ(type("nowe hasło"), "fill|7|22|nowe hasło");
-    EXPECT_EQ(heard().find("nowe"), std::string::npos);
+    EXPECT_EQ(heardLater(), "  2 Hasło: •••");
+    EXPECT_EQ(type("2 \"\""), "fill|7|22|") << "it can be emptied";
+}
+
+TEST_F(SessionDialogs, SayHowToWriteWhereANumberAloneDoesNothing) {
+    enter();
+    type("1");
+    EXPECT_EQ(heard(), "  1 Nick: ala\n1 TEXT changes it, 1 \"\" empties it");
+    dialogs().open[7].controls[1].readOnly = true;
+    type("1");
+    EXPECT_EQ(heard(), "  1 Nick: ala (read only)");
+    type("3 perhaps");
+    EXPECT_EQ(heard(), "! 3 changes the mark, 3 on sets it, 3 off takes it away");
+}
+
+TEST_F(SessionDialogs, FindRowsAndChoicesByTheirText) {
+    QList<DialogRow> rows;
+    for (int number = 1; number <= 1000; ++number)
+        rows.append(
+            {number, QStringLiteral("usługa %1").arg(number), {{QStringLiteral("Typ:"), QStringLiteral("Bot")}}});
+    dialogs().lists[{7, 24}] = rows;
+    dialogs().open[7].controls[4].items = {QStringLiteral("Ala"), QStringLiteral("Ola"), QStringLiteral("Ewa")};
+    enter();
+    type("5 usługa 77");
+    std::string shown = heard();
+    EXPECT_NE(shown.find("  5.77 usługa 77 · Typ: Bot\n  5.770 usługa 770"), std::string::npos) << shown;
+    EXPECT_EQ(shown.find("5.78 "), std::string::npos);
+    EXPECT_NE(shown.find("5.1 m"), std::string::npos) << "how to open one";
+    type("5 bot");
+    EXPECT_NE(heard().find("40 of 1000 shown"), std::string::npos);
+    type("+");
+    EXPECT_NE(heard().find("5.41 usługa 41"), std::string::npos);
+    type("5 #990");
+    shown = heard();
+    EXPECT_NE(shown.find("5.990 "), std::string::npos);
+    EXPECT_EQ(shown.find("5.989 "), std::string::npos);
+    type("5 nic takiego");
+    EXPECT_NE(heard().find("there is no such thing here: nic takiego"), std::string::npos);
+    EXPECT_EQ(type("5 #1001"), "");
+    EXPECT_EQ(heard(), "! there is no item 5.1001 here");
+    EXPECT_EQ(type("4 la"), "") << "two of them have it";
+    EXPECT_EQ(heard(),
+              "  4 Rodzaj: Ola ▾\n    #1 Ala\n  > #2 Ola\n4 #2 takes the second choice, 4 TEXT the one with this text");
 }
 
 TEST_F(SessionDialogs, ShowListsAndChoicesAPartAtATime) {
@@ -109,22 +159,40 @@ TEST_F(SessionDialogs, ShowListsAndChoicesAPartAtATime) {
     type("-");
     EXPECT_NE(heard().find("5.41"), std::string::npos);
     type("4");
-    EXPECT_EQ(heard(), "  4 Rodzaj: duży ▾\n    #1 mały\n  > #2 duży");
+    EXPECT_EQ(heard(),
+              "  4 Rodzaj: duży ▾\n    #1 mały\n  > #2 duży\n"
+              "4 #2 takes the second choice, 4 TEXT the one with this text");
 }
 
 TEST_F(SessionDialogs, TellChangesTogetherAndAFillingListOnce) {
+    dialogs().lists.clear();
     enter();
+    dialogs().lists[{7, 24}] = formRows();
     dialogs().open[7].controls[1].text = QStringLiteral("nowa\nlinia\x1b[2J");
     emit dialogs().controlChanged(7, 21);
     emit dialogs().controlChanged(7, 21);
     EXPECT_EQ(heard(), "");
     EXPECT_EQ(heardLater(), "  1 Nick: nowa⏎linia�[2J");
+    emit dialogs().controlChanged(7, 21);
+    EXPECT_EQ(heardLater(), "") << "it was told so already";
+    type("2");
+    type("inne hasło");
+    EXPECT_EQ(heardLater(), "  2 Hasło: •••") << "but the user gets an answer";
     for (const DialogRow& row : formRows()) emit dialogs().rowAdded(7, 24, row);
     EXPECT_EQ(heardLater(), "  5 Usługi: 2 rows");
     emit dialogs().rowAdded(7, 24, formRows()[0]);
     EXPECT_EQ(heardLater(), "");
     emit dialogs().changed(7);
-    EXPECT_NE(heardLater().find("Rejestracja"), std::string::npos);
+    EXPECT_EQ(heardLater(), "") << "nothing has";
+    dialogs().lists[{7, 24}].append(DialogRow{13, QStringLiteral("trzeci"), {}});
+    emit dialogs().rowAdded(7, 24, dialogs().lists[{7, 24}].last());
+    EXPECT_EQ(heardLater(), "") << "it was told already";
+    dialogs().open[7].description = QStringLiteral("Gotowe\nNUMER");
+    emit dialogs().changed(7);
+    EXPECT_EQ(heardLater(), "    Gotowe\n    NUMER\n  5 Usługi: 3 rows") << "and how much there is by now";
+    dialogs().open[7].takesInput = false;
+    emit dialogs().changed(7);
+    EXPECT_EQ(heardLater(), "this window waits for another one or for an answer");
     emit dialogs().refused(7, QStringLiteral("za późno"));
     EXPECT_EQ(heard(), "! za późno");
 }
@@ -139,7 +207,16 @@ TEST_F(SessionDialogs, TakeOneItemOfAMenu) {
     EXPECT_EQ(type("2"), "takeFromMenu|7|1001|");
     EXPECT_EQ(type("6"), "press|7|26|") << "it is closed";
     emit dialogs().menuOpened(7, 24, items);
+    heard();
     EXPECT_EQ(type("6"), "") << "no button is meant";
+    emit dialogs().menuOpened(7, 24, items);
+    heard();
+    EXPECT_EQ(type("?"), "");
+    EXPECT_EQ(heard(), "- menu closed");
+    typing("6");
+    emit dialogs().menuOpened(7, 24, items);
+    EXPECT_EQ(type("1"), "") << "it was meant for the window";
+    EXPECT_EQ(type("1"), "takeFromMenu|7|1000|");
 }
 
 TEST_F(SessionDialogs, LookAtWhatTheUserAskedForAndTakeNoLineElsewhere) {
@@ -153,16 +230,91 @@ TEST_F(SessionDialogs, LookAtWhatTheUserAskedForAndTakeNoLineElsewhere) {
     enter();
     emit dialogs().opened(8);
     EXPECT_EQ(prompt(), "Inne> ") << "it follows what is worked with";
-    dialogs().open.remove(8);
-    emit dialogs().closed(8);
+    close(8);
     EXPECT_EQ(prompt(), "Rejestracja> ") << "and goes back";
     type("/chat-with Olek");
+    enter();
     typing("1 ola");
-    dialogs().open.remove(7);
-    emit dialogs().closed(7);
+    close(7);
     EXPECT_EQ(type("1 ola"), "") << "the line was meant for a window";
     EXPECT_FALSE(session->dialogs().active());
     EXPECT_EQ(type("hej").substr(0, 11), "sendMessage");
+}
+
+TEST_F(SessionDialogs, TakeNoLineThatWasTypedForAnotherWindow) {
+    DialogWindow next = form();
+    next.number = 8;
+    next.title = QStringLiteral("Inne");
+    open(next);
+    enter();
+    typing("1 dla siódmego");
+    emit dialogs().opened(8);
+    EXPECT_EQ(type("1 dla siódmego"), "");
+    EXPECT_NE(heard().find("! the window had changed before"), std::string::npos);
+    EXPECT_EQ(type("1 dla ósmego"), "fill|8|21|dla ósmego");
+    typing("1 dla ósmego");
+    close(8);
+    EXPECT_EQ(type("1 dla ósmego"), "");
+    EXPECT_EQ(type("1 dla siódmego"), "fill|7|21|dla siódmego");
+    typing("1 a");
+    close(7);
+    typing("");
+    EXPECT_FALSE(session->dialogs().active()) << "the line was taken back";
+}
+
+TEST_F(SessionDialogs, FollowACommandThatWasTypedKeyByKey) {
+    for (const char* line : {"/options", "/menu 1", "/properties new"}) {
+        messenger.fakeDialogs().options = {{QStringLiteral("a"), QStringLiteral("Pierwsze")}};
+        MenuItem item;
+        item.id = QStringLiteral("XMPP/InternalBrowser");
+        messenger.menus[programMenu()] = {item};
+        typing(line);
+        type(line);
+        emit dialogs().opened(7);
+        EXPECT_TRUE(session->dialogs().active()) << line;
+        type("<");
+    }
+    typing("/options");
+    type("/options");
+    typing("h");
+    emit dialogs().opened(7);
+    EXPECT_FALSE(session->dialogs().active()) << "something else is being written by now";
+}
+
+TEST_F(SessionDialogs, StayInTheConversationInWhichTheyAreLookedAt) {
+    type("/chat-with Olek");
+    type("/close");
+    enter();
+    type("/chat-with Olek");
+    EXPECT_EQ(type("1 kawa?").substr(0, 11), "sendMessage");
+    heard();
+    dialogs().open[7].description = QStringLiteral("Gotowe");
+    emit dialogs().changed(7);
+    EXPECT_EQ(heardLater(), "") << "who is there is not interrupted";
+    session->conversations().show(0);
+    EXPECT_EQ(prompt(), "Rejestracja> ");
+    EXPECT_EQ(type("1 ola"), "fill|7|21|ola");
+}
+
+TEST_F(SessionDialogs, GoTogetherWithoutShowingThoseBelow) {
+    DialogWindow next = form();
+    next.number = 8;
+    open(next);
+    enter();
+    emit dialogs().opened(8);
+    heard();
+    for (const int number : {8, 7}) {
+        dialogs().open.remove(number);
+        emit dialogs().closed(number);
+    }
+    EXPECT_EQ(heardLater(), "- the window “Rejestracja” is closed");
+    EXPECT_FALSE(session->dialogs().active());
+}
+
+TEST_F(SessionDialogs, TellWhatWasSaved) {
+    enter();
+    emit dialogs().applied(7);
+    EXPECT_EQ(heard(), "- saved");
 }
 
 TEST_F(SessionDialogs, LeaveAWindowOpen) {

@@ -201,6 +201,9 @@ TEST_F(SessionTest, ConfirmsANoticeOnceItIsShown) {
     EXPECT_TRUE(messenger.takeCalls().filter("answerBox").isEmpty());
     QCoreApplication::processEvents();
     EXPECT_EQ(messenger.takeCalls().filter("answerBox").join(u' '), "answerBox|5|1");
+    box.style = BoxStyle::information;
+    emit messenger.windows().boxOpened(box);
+    EXPECT_EQ(heard(), "- Błąd: Nie działa") << "no alarm";
 }
 
 TEST_F(SessionTest, TellsNoticesCertificatesConsoleAndAnswers) {
