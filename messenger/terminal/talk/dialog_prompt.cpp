@@ -3,9 +3,11 @@
 
 #include "messenger/terminal/talk/dialog_prompt.h"
 
+#include <algorithm>
 #include <QRegularExpression>
 #include <utility>
 
+#include "messenger/terminal/screen/display_width.h"
 #include "messenger/terminal/screen/wording.h"
 #include "messenger/terminal/talk/arguments.h"
 #include "messenger/terminal/talk/marks.h"
@@ -15,6 +17,12 @@ namespace oku::terminal {
 namespace {
 
 constexpr int kGone = -1;  // looked at while a line is being typed that was meant for a window which has gone
+
+constexpr int kShortestName = 6;
+
+QString atMost(const QString& text, int columns) {
+    return displayWidth(text) > columns ? fitToWidth(text, columns) : text;
+}
 
 }  // namespace
 
@@ -221,9 +229,14 @@ QString DialogPrompt::onNumber(const PageRow& row) {
     }
 }
 
+// A stranger may have called the field what the messenger's own questions are called, so whose it is stands in front.
 QString DialogPrompt::askSecret(const PageRow& row) {
     const PageRow asked = row;
-    secret_.ask(nameOf(row.control), [this, asked](const QString& secret) {
+    const int room = std::max(kShortestName, desk_.display.columns() / 3);
+    QString name = nameOf(row.control);
+    while (name.endsWith(u':')) name.chop(1);
+    const QString question = atMost(view_.title(), room) + QStringLiteral(": ") + atMost(name, room);
+    secret_.ask(question, [this, asked](const QString& secret) {
         const QString reason = changed(asked, dialogs_.fill(asked.window, asked.control.id, secret));
         if (!reason.isEmpty()) desk_.log.tellError(reason);
     });

@@ -93,9 +93,19 @@ TEST_F(SessionDialogs, AskForPasswordsWithoutShowingThem) {
     EXPECT_EQ(type("2 jawnie"), "") << "it would stand on the screen";
     EXPECT_NE(heard(), "") << "and why it was not taken is told";
     ASSERT_TRUE(session->secret().wanted());
+    EXPECT_EQ(prompt(), "Rejestracja: Hasło: ") << "no question of the messenger's own";
     EXPECT_EQ(type("nowe hasło"), "fill|7|22|nowe hasło");
     EXPECT_EQ(heardLater(), "  2 Hasło: •••");
     EXPECT_EQ(type("2 \"\""), "fill|7|22|") << "it can be emptied";
+}
+
+TEST_F(SessionDialogs, LeaveRoomBesideALongName) {
+    dialogs().open[7].title = QStringLiteral("Okno ").repeated(100);
+    dialogs().open[7].controls[2].name = QStringLiteral("Hasło ").repeated(100) + u':';
+    enter();
+    EXPECT_LT(session->view().prompt().size(), 60);
+    type("2");
+    EXPECT_LT(session->view().prompt().size(), 60);
 }
 
 TEST_F(SessionDialogs, SayHowToWriteWhereANumberAloneDoesNothing) {
