@@ -2265,34 +2265,8 @@ Ctrl-L redraws; Ctrl-C cancels; Ctrl-D ends</translation>
         <translation>NUMBER chooses, NUMBER TEXT fills in, ok saves, x closes, &lt; leaves, ? help</translation>
     </message>
     <message>
-        <source>5            przycisk: naciska; znak: przestawia; lista i wybór: pokazuje; hasło: pyta o nie
-5 TEKST      wpisuje; cudzysłowy zostawiają TEKST takim, jaki jest
-5 #2         wybiera drugą możliwość
-5 on|off     ustawia znak
-5 !          klawisz Enter w tym polu; samo ! w oknie
-4.12         otwiera wiersz 12 listy 4
-4.12 m       menu tego wiersza
-.  +  -      pokazuje okno od nowa, dalej, wstecz
-ok  apply    na stronie: zapisuje i zamyka, zapisuje
-x  &lt;         zamyka okno; wychodzi z niego i zostawia je otwarte</source>
-        <translation type="vanished">5            a button: press it; a mark: turn it; a list or choice: show it; a password: asks for it
-5 TEXT       write it; quotes leave TEXT as it is
-5 #2         choose the second item
-5 on|off     set a mark
-5 !          the Return key in this field; a lone ! in the window
-4.12         activate row 12 of the list 4
-4.12 m       the menu of that row
-.  +  -      show the window anew, further, back
-ok  apply    on a page: save and close, save
-x  &lt;         close the window; leave it open and go</translation>
-    </message>
-    <message>
         <source>okno zamknięte</source>
         <translation>window closed</translation>
-    </message>
-    <message>
-        <source>okno zamknęło się wcześniej; ten wiersz nie trafił nigdzie</source>
-        <translation type="vanished">the window closed before; this line went nowhere</translation>
     </message>
     <message>
         <source>nie ma otwartego okna %1</source>
@@ -2303,16 +2277,8 @@ x  &lt;         close the window; leave it open and go</translation>
         <translation>no window is open</translation>
     </message>
     <message>
-        <source>to okno czeka na inne</source>
-        <translation type="vanished">this window waits for another one</translation>
-    </message>
-    <message>
         <source>nie ma tu pozycji %1</source>
         <translation>there is no item %1 here</translation>
-    </message>
-    <message>
-        <source>nie ma do wyboru: %1</source>
-        <translation type="vanished">no such choice: %1</translation>
     </message>
     <message>
         <source>nie ma takiej strony</source>
