@@ -161,8 +161,7 @@ TEST_F(ReceivedFilesTest, WhatHasChangedIsNotOpened) {
     EXPECT_TRUE(gone.contains(place)) << gone.toStdString();
     ASSERT_TRUE(QFile::link(QStringLiteral("/etc/passwd"), place));
     const QString link = face->openFile(number);
-    EXPECT_NE(link, QString());
-    EXPECT_NE(link, gone);
+    EXPECT_TRUE(link.contains(QStringLiteral("dowiązanie"))) << link.toStdString();
     QFile::remove(place);
     ASSERT_TRUE(QDir().mkdir(place));
     EXPECT_NE(face->openFile(number), QString());
