@@ -111,7 +111,7 @@ protected:
                 const auto* action = reinterpret_cast<const OKU_NOTIFY_EVENT*>(param);
                 auto& test = *reinterpret_cast<NewsTest*>(action->user);
                 test.actions.append(static_cast<int>(action->action));
-                if (action->action == OKU_NOTIFY_CLICKED) test.openLink(test.link);
+                if (action->action == OKU_NOTIFY_CLICKED || test.opensAtAnyEnd) test.openLink(test.link);
                 return 0;
             };
         }
@@ -136,6 +136,7 @@ protected:
 
     QStringList opened;
     bool canOpen = true;
+    bool opensAtAnyEnd = false;  ///< the plugin opens its address also for a pop-up that goes unread
     QString link = QStringLiteral("https://mail.example.org/");
     QStringList told;
     QList<Popup> shown;
@@ -312,11 +313,13 @@ TEST_F(NewsTest, AClickOpensTheMailPageOnceAndThroughTheQueue) {
 
 TEST_F(NewsTest, OnlyAClickOpensAnAddress) {
     inPlugin([&] { openLink(QStringLiteral("https://evil.example/")); });
+    opensAtAnyEnd = true;
     popUp(u"jeden", nullptr);
     core->popups.close(shown[0].number);
     EXPECT_TRUE(opened.isEmpty());
-    ASSERT_EQ(notices.size(), 1);
+    ASSERT_EQ(notices.size(), 2);
     EXPECT_TRUE(notices[0].contains(QStringLiteral("https://evil.example/")));
+    EXPECT_TRUE(notices[1].contains(link));
 }
 
 TEST_F(NewsTest, OnlyAddressesOfTheWebOfMailAndOfXmppAreOpened) {
@@ -346,6 +349,15 @@ TEST_F(NewsTest, WithoutAProgramTheAddressIsTold) {
     core->popups.click(shown[0].number);
     ASSERT_EQ(notices.size(), 1);
     EXPECT_TRUE(notices[0].contains(link));
+}
+
+TEST_F(NewsTest, AClickThatWaitsIsNotToldToAModuleThatHasGone) {
+    popUp(u"jeden", nullptr);
+    core->queue.post({}, [this] {
+        EXPECT_TRUE(core->popups.click(shown[0].number));
+        core->unload();
+    });
+    EXPECT_TRUE(actions.isEmpty());
 }
 
 TEST_F(NewsTest, PopUpsGoWithTheirModule) {
