@@ -130,6 +130,25 @@ class Accounts:
             wizard.enter(password, f"{user}@localhost")
             self.registered(wizard, page, f"{user}@localhost")
 
+    def test_makes_an_account_in_the_terminal(self):
+        with self.part():
+            self.account(self.messenger(), "nikt", self.server, password="nic")
+        terminal = self.plain()
+        terminal.type("/options")
+        terminal.type(terminal.row("<Nowy...>"))
+        jid, password, confirm = (terminal.row(text) for text in ("JID:", "Hasło:", "<OK>"))
+        terminal.type(f"{jid} terminalowa@localhost", password)
+        terminal.next("Hasło:")
+        terminal.type(PASSWORD, confirm)
+        terminal.next("Konto zostało zarejestrowane.")
+        terminal.next(USER, "terminalowa@localhost/oku")
+        terminal.type("ok")
+        terminal.next("zapisano")
+        terminal.type("/online")
+        terminal.next("gotowy, lista kontaktów pobrana")
+        self.assertEqual(terminal.quit(), 0)
+        self.logs_in("terminalowa", PASSWORD)
+
     def test_makes_none_where_the_account_is_connected(self):
         terminal = self.online("ala", self.server)
         wizard = Wizard(Page(terminal), "Nowy...")

@@ -18,6 +18,7 @@ from oku.terminal import OkuTerminal
 from .ejabberd import Ejabberd
 from .fast_time import Watch
 from .peer import Peer
+from .plain import PlainTerminal
 from .purple import Purple
 from .scripted import ScriptedServer
 
@@ -134,6 +135,14 @@ class Case(unittest.TestCase):
             terminal.arguments[:0] = ["setpriv", f"--bounding-set={powers}", f"--inh-caps={powers}"]
         self.addCleanup(self._end, terminal)
         return terminal.start() if start else terminal
+
+    def plain(self, profile="profile", environment=None):
+        """A messenger as a person has it in a line-by-line terminal, with a profile that has an account already."""
+        self._clients += 1
+        terminal = PlainTerminal(BUILD, self.folder / profile, self.authority.certificate, environment=environment)
+        self.addCleanup(terminal.stop)
+        terminal.next("/quit")
+        return terminal
 
     def _end(self, terminal):
         """A messenger that still runs must go by itself, without a report of a sanitizer."""
