@@ -53,6 +53,8 @@ void CWndPropertiesInfo::OnCommand(std::uint32_t control) {
 }
 
 void CWndPropertiesInfo::refresh() {
+    // Who shows presence without an address stands in the list under none, and cannot be asked.
+    if (contact_.empty()) return;
     const std::vector<std::u16string> resources = resourcesOf(contacts_.find(contact_));
     if (resources.empty()) return;
     if (!(client_.client.flags & FLAG_AUTHORIZED)) return warnOffline(client_.client.host, handle());

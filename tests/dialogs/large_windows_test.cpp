@@ -5,11 +5,15 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "dialogs/browser.h"
 #include "dialogs/browser_layout.h"
 #include "dialogs/form.h"
+#include "dialogs/properties_info.h"
+#include "dialogs/properties_layout.h"
+#include "host/util/format.h"
 #include "host/util/utf.h"
 #include "host/util/xml_parse.h"
 #include "plugin/boundary.h"
@@ -25,6 +29,13 @@ namespace {
 
 constexpr std::size_t kItems = 20'000;
 constexpr std::size_t kFields = 10'000;
+constexpr std::size_t kResources = 1'000;
+
+ResourceEntry resourceOf(std::size_t number) {
+    ResourceEntry entry;
+    entry.resource = formatText(u"r%d", number);
+    return entry;
+}
 
 class LargeWindows : public testing::Test {
 protected:
@@ -40,11 +51,12 @@ protected:
         client.jid.domain = u"example.org";
     }
 
-    /// The value of the attribute `id` of what was sent last.
-    std::string lastId() const {
-        const auto from = sent.back().find("id=\"") + 4;
-        return sent.back().substr(from, sent.back().find('"', from) - from);
+    /// The value of the attribute `id` of what was sent.
+    static std::string idOf(const std::string& stanza) {
+        const auto from = stanza.find("id=\"") + 4;
+        return stanza.substr(from, stanza.find('"', from) - from);
     }
+    std::string lastId() const { return idOf(sent.back()); }
     void answer(const std::string& text) {
         std::vector<xmlElement> parsed;
         lutXMLParseA(parsed, text);
@@ -89,10 +101,9 @@ TEST_F(LargeWindows, ABrowserTellsEachRowOnceForEachThingThatItLearns) {
 
     const std::vector<std::string> questions(sent.begin() + 1, sent.end());
     for (std::size_t i = 0; i < kItems; ++i) {
-        const auto from = questions[i].find("id=\"") + 4;
-        answer("<iq from='i" + std::to_string(i) + ".example.org' id='" +
-               questions[i].substr(from, questions[i].find('"', from) - from) + "' type='result'><query xmlns='" +
-               wtou(ns::kDiscoInfo) + "'><identity name='N" + std::to_string(i) + "'/></query></iq>");
+        answer("<iq from='i" + std::to_string(i) + ".example.org' id='" + idOf(questions[i]) +
+               "' type='result'><query xmlns='" + wtou(ns::kDiscoInfo) + "'><identity name='N" + std::to_string(i) +
+               "'/></query></iq>");
     }
     EXPECT_EQ(window.rowsSet, 2 * kItems);
     EXPECT_EQ(window.rows.at(kItems).text, u"N19999 (i19999.example.org)");
@@ -128,6 +139,27 @@ TEST_F(LargeWindows, AFieldHasAsManyOptionsAsComeAndAsMuchText) {
     EXPECT_NE(sent.back().find("<field var=\"l\"><value>99999</value></field>"), std::string::npos);
     EXPECT_NE(sent.back().find("<field var=\"t\"><value>" + megabyte + "</value></field>"), std::string::npos);
     form->DestroyWindow();
+}
+
+TEST_F(LargeWindows, AContactHasAsManyResourcesAsLogIn) {
+    Contacts contacts;
+    ResourceList& resources = contacts.entry(u"bob@example.org").resources;
+    for (std::size_t i = 0; i < kResources; ++i) resources.append(resourceOf(i));
+    const auto page = std::make_shared<CWndPropertiesInfo>(windows, account, contacts, u"bob@example.org");
+    ASSERT_TRUE(page->CreateChild(1));
+    ASSERT_EQ(sent.size(), kResources);
+    RecordedWindow& window = windows.newest(6006);
+    const std::u16string list = window.controls.at(properties::kResources).text;
+
+    const std::vector<std::string> questions = std::exchange(sent, {});
+    for (const std::string& question : questions)
+        answer("<iq from='bob@example.org/x' id='" + idOf(question) + "' type='result'><query/></iq>");
+    const std::u16string told = u"JID:\tbob@example.org/x\r\n  Program:\t\r\n  Wersja:  \t\r\n  System:\t\r\n\r\n\r\n";
+    EXPECT_EQ(window.controls.at(properties::kResources).text.size(), list.size() + kResources * told.size());
+    // Nothing more is said than was asked, and what is shown is read once for each answer.
+    EXPECT_TRUE(sent.empty());
+    EXPECT_EQ(window.asked, kResources);
+    page->DestroyWindow();
 }
 
 TEST_F(LargeWindows, FieldsOfOneNameOrNoneAreSentAsTheyStand) {
