@@ -92,34 +92,56 @@ MprisPlayers::~MprisPlayers() { watch(false); }
 
 bool MprisPlayers::watch(bool on) {
     if (!on) {
-        if (bus_) QDBusConnection::disconnectFromBus(bus_->name());
-        bus_.reset();
+        if (std::exchange(watching_, false)) subscribe(false);
         forgetAll();
         return true;
     }
-    if (bus_ && bus_->isConnected()) return true;
-    if (address_.isEmpty() && !sessionHasBus()) return false;
-    const QString name = QStringLiteral("oku-players");
-    bus_ = address_.isEmpty() ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, name)
-                              : QDBusConnection::connectToBus(address_, name);
-    if (!bus_->isConnected()) {
-        QDBusConnection::disconnectFromBus(name);
-        bus_.reset();
-        return false;
-    }
-    subscribe();
+    if (watching_ && bus_->isConnected()) return true;
+    watching_ = reachBus();
+    if (!watching_) return false;
+    subscribe(true);
     meetAll();
     return true;
 }
 
-void MprisPlayers::subscribe() {
-    bus_->connect(kBus, QStringLiteral("/org/freedesktop/DBus"), kBus, QStringLiteral("NameOwnerChanged"), this,
-                  SLOT(onOwnerChanged(QString, QString, QString)));
-    bus_->connect(QString(), kPath, kProperties, QStringLiteral("PropertiesChanged"), this,
-                  SLOT(onPropertiesChanged(QDBusMessage)));
-    bus_->connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
-                  QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
-                  SLOT(forgetAll()));
+// A connection that was reached stays until the program ends. Qt's thread may just be taking a message from it, and
+// would delete it a second time if it was given up here (seen with Qt 6.4).
+bool MprisPlayers::reachBus() {
+    if (bus_ && bus_->isConnected()) return true;
+    if (address_.isEmpty() && !sessionHasBus()) return false;
+    static int made = 0;
+    const QString name = QStringLiteral("oku-players-%1").arg(++made);
+    const auto bus = address_.isEmpty() ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, name)
+                                        : QDBusConnection::connectToBus(address_, name);
+    if (!bus.isConnected()) {
+        QDBusConnection::disconnectFromBus(name);
+        return false;
+    }
+    bus_ = bus;
+    return true;
+}
+
+void MprisPlayers::subscribe(bool on) {
+    struct Signal {
+        QString service, path, interface, name;
+        const char* slot;
+    };
+    const Signal signalsOfInterest[] = {
+        {kBus, QStringLiteral("/org/freedesktop/DBus"), kBus, QStringLiteral("NameOwnerChanged"),
+         SLOT(onOwnerChanged(QString, QString, QString))},
+        {{}, kPath, kProperties, QStringLiteral("PropertiesChanged"), SLOT(onPropertiesChanged(QDBusMessage))},
+        {{},
+         QStringLiteral("/org/freedesktop/DBus/Local"),
+         QStringLiteral("org.freedesktop.DBus.Local"),
+         QStringLiteral("Disconnected"),
+         SLOT(forgetAll())},
+    };
+    for (const Signal& one : signalsOfInterest) {
+        if (on)
+            bus_->connect(one.service, one.path, one.interface, one.name, this, one.slot);
+        else
+            bus_->disconnect(one.service, one.path, one.interface, one.name, this, one.slot);
+    }
 }
 
 void MprisPlayers::meetAll() {
@@ -129,7 +151,7 @@ void MprisPlayers::meetAll() {
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
         answer->deleteLater();
         const QDBusPendingReply<QStringList> names = *answer;
-        if (names.isError() || !bus_) return;
+        if (names.isError() || !watching_) return;
         for (const QString& name : names.value()) meet(name, {});
     });
 }
@@ -143,7 +165,7 @@ void MprisPlayers::meet(const QString& name, const QString& owner) {
 }
 
 void MprisPlayers::onOwnerChanged(const QString& name, const QString&, const QString& now) {
-    if (!name.startsWith(kPrefix)) return;
+    if (!watching_ || !name.startsWith(kPrefix)) return;
     players_.erase(name);
     update();
     if (!now.isEmpty()) meet(name, now);
@@ -167,7 +189,7 @@ void MprisPlayers::ask(const QString& name) {
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, name] {
         answer->deleteLater();
         const auto found = players_.find(name);
-        if (found == players_.end() || !bus_) return;
+        if (found == players_.end() || !watching_) return;
         // An answer that never came, and one that the reply below finds to be none, name nobody.
         if (const QString owner = answer->reply().service(); !owner.isEmpty()) found->second.owner = owner;
         const QDBusPendingReply<QVariantMap> state = *answer;

@@ -41,7 +41,8 @@ private:
         bool askAgain = false;
     };
 
-    void subscribe();
+    bool reachBus();
+    void subscribe(bool on);
     void meetAll();
     void meet(const QString& name, const QString& owner);
     void ask(const QString& name);
@@ -49,7 +50,8 @@ private:
     void update();
 
     const QString address_;
-    std::optional<QDBusConnection> bus_;
+    std::optional<QDBusConnection> bus_;  ///< once it was reached
+    bool watching_ = false;
     std::map<QString, Player> players_;  ///< by their names
     Tune playing_;
     quint64 begun_ = 0;

@@ -21,14 +21,24 @@ const QString kPath = QStringLiteral("/org/mpris/MediaPlayer2");
 class FakePlayer : public QDBusVirtualObject {
 public:
     FakePlayer(const QString& address, const QString& name)
-        : connection_(QDBusConnection::connectToBus(address, name)), name_(name) {
+        : connection_(QDBusConnection::connectToBus(address, QStringLiteral("player-%1").arg(++made))), name_(name) {
         EXPECT_TRUE(connection_.registerVirtualObject(kPath, this));
         own();
     }
-    ~FakePlayer() override { QDBusConnection::disconnectFromBus(name_); }
+    // The connection stays until the program ends: Qt's thread may still take messages from it.
+    ~FakePlayer() override {
+        connection_.unregisterObject(kPath);
+        if (owned_) leave();
+    }
 
-    void own() { EXPECT_TRUE(connection_.registerService(QStringLiteral("org.mpris.MediaPlayer2.") + name_)); }
-    void leave() { EXPECT_TRUE(connection_.unregisterService(QStringLiteral("org.mpris.MediaPlayer2.") + name_)); }
+    void own() {
+        owned_ = connection_.registerService(QStringLiteral("org.mpris.MediaPlayer2.") + name_);
+        EXPECT_TRUE(owned_);
+    }
+    void leave() {
+        owned_ = false;
+        EXPECT_TRUE(connection_.unregisterService(QStringLiteral("org.mpris.MediaPlayer2.") + name_));
+    }
 
     void set(const QString& status, const QVariant& metadata) {
         state = {{QStringLiteral("PlaybackStatus"), status}, {QStringLiteral("Metadata"), metadata}};
@@ -62,8 +72,11 @@ public:
     std::atomic<bool> broken = false;
 
 private:
+    static inline int made = 0;
+
     QDBusConnection connection_;
     QString name_;
+    bool owned_ = false;
 };
 
 class MprisTest : public testing::Test {
@@ -131,6 +144,18 @@ TEST_F(MprisTest, NoLongerWatchedNothingPlays) {
     EXPECT_TRUE(players->playing().isEmpty());
     ASSERT_TRUE(players->watch(true));
     EXPECT_TRUE(plays("Sen"));
+}
+
+TEST_F(MprisTest, CanBeSwitchedWhileAPlayerShouts) {
+    FakePlayer player(address, QStringLiteral("jeden"));
+    player.play("Sen");
+    for (int round = 0; round < 100; ++round) {
+        ASSERT_TRUE(players->watch(true));
+        ASSERT_TRUE(plays("Sen"));
+        for (int at = 0; at < 20; ++at) player.tell();
+        EXPECT_TRUE(players->watch(false));
+        EXPECT_TRUE(players->playing().isEmpty());
+    }
 }
 
 TEST_F(MprisTest, WhatAPlayerSaysIsOnlyBelievedWhereItHasTheRightType) {
