@@ -154,6 +154,11 @@ TEST_F(TuneCompanionTest, TakenBackBeforeTheAccountLeaves) {
     EXPECT_EQ(plugin().log[0], "tune") << "while there is a connection";
     core->choices.set(entry(), Status::offline, {});
     EXPECT_TRUE(heard().isEmpty()) << "once";
+    players->tune = {};
+    letTimePass();
+    logIn();
+    pass(1);
+    EXPECT_TRUE(heard().isEmpty()) << "also after the next login";
 }
 
 // The server keeps it, and shows it to all contacts.
@@ -235,6 +240,23 @@ TEST_F(TuneCompanionTest, AServerThatTakesNoneIsAskedOnce) {
     letTimePass();
     EXPECT_EQ(heard().size(), 1);
     EXPECT_EQ(notices.size(), 1);
+    core->choices.set(entry(), Status::offline, {});
+    EXPECT_TRUE(heard().isEmpty()) << "there is nothing to take back";
+}
+
+TEST_F(TuneCompanionTest, AServerThatTookNoneIsAskedAgainAfterTheNextLogin) {
+    answer = 0;
+    begin();
+    players->play("Sen");
+    letTimePass();
+    EXPECT_EQ(heard().size(), 1);
+    loseConnection();
+    core->companion.reconsider();
+    answer = 1;
+    logIn();
+    ASSERT_TRUE(waitFor([this] { return !published.isEmpty(); }));
+    EXPECT_EQ(heard(), QStringList(QStringLiteral("Sen")));
+    EXPECT_EQ(notices.size(), 1) << "of the first login";
 }
 
 TEST_F(TuneCompanionTest, WithoutABusTheUserIsTold) {
