@@ -238,11 +238,11 @@ TEST_F(FileServerTest, TakesALimitedNumberOfConnections) {
     ASSERT_TRUE(large.open() && large.resize(64 << 20));
     std::vector<std::unique_ptr<QTcpSocket>> readers;
     for (int reader = 0; reader < 2; ++reader) {
-        position = -1;
         readers.push_back(dial());
         readers.back()->setReadBufferSize(1);
         readers.back()->write("GET /" + publishPath(large.fileName()).toLatin1() + " HTTP/1.1\r\n\r\n");
-        ASSERT_TRUE(waitFor([&] { return position > 0; }));
+        // Each has to be heard: one that was not would give way to the third.
+        ASSERT_TRUE(waitFor([&] { return trace.count(QStringLiteral("begun")) == reader + 1; }));
     }
     EXPECT_EQ(get(name), "") << "the third is closed unheard";
     for (const auto& reader : readers) EXPECT_EQ(reader->state(), QTcpSocket::ConnectedState);
