@@ -17,9 +17,13 @@ AddressRace::AddressRace(const QList<QHostAddress>& addresses, quint16 port, int
     next_.setInterval(headStart);
     QObject::connect(&next_, &QTimer::timeout, this, &AddressRace::startNext);
     limit_.setSingleShot(true);
-    QObject::connect(&limit_, &QTimer::timeout, this, [this] {
-        finish({nullptr, error_.isEmpty() ? text(Text::LineTimeout) : error_});
-    });
+    // Queued as what is connected is: what has come before the limit is looked at counts.
+    QObject::connect(
+        &limit_, &QTimer::timeout, this,
+        [this] {
+            finish({nullptr, error_.isEmpty() ? text(Text::LineTimeout) : error_});
+        },
+        Qt::QueuedConnection);
     limit_.start(timeout);
     QMetaObject::invokeMethod(this, &AddressRace::startNext, Qt::QueuedConnection);
 }

@@ -57,7 +57,12 @@ qint64 systemSleptTime() {
         clock_gettime(clock, &time);
         return qint64(time.tv_sec) * 1000 + time.tv_nsec / 1'000'000;
     };
-    return milliseconds(CLOCK_BOOTTIME) - milliseconds(CLOCK_MONOTONIC);
+    // Whoever stands still between two clocks would take it for a sleep.
+    for (;;) {
+        const qint64 before = milliseconds(CLOCK_MONOTONIC);
+        const qint64 slept = milliseconds(CLOCK_BOOTTIME) - before;
+        if (milliseconds(CLOCK_MONOTONIC) - before < kShortSleep / 10) return slept;
+    }
 #else
     return 0;
 #endif
