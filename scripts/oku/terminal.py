@@ -33,7 +33,8 @@ class OkuTerminal:
         self._next_id = 0
         self._errors = self.profile.parent / f"{self.profile.name}.stderr"
         # In Polish, as the plugin's texts are. No session bus, so no key ring of the person who runs this.
-        self._environment = {"LANG": "pl_PL.UTF-8", "DBUS_SESSION_BUS_ADDRESS": "disabled:", **(environment or {})}
+        self._environment = {"LANG": "pl_PL.UTF-8", "LC_ALL": "", "LC_MESSAGES": "", "DBUS_SESSION_BUS_ADDRESS": "disabled:",
+                             **(environment or {})}
         self.child = None
         self.seen, self.wait, self.forget = self.log.seen, self.log.wait, self.log.forget
         self.wait_for = self.log.wait_for

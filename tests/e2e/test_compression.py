@@ -41,6 +41,8 @@ class Compression(Case):
         self.account(terminal, user, self.server, settings=COMPRESSED)
         terminal.command("status", status="online")
         terminal.wait("connection", state="online")
+        own = {"event": "presence", "jid": f"{user}@localhost"}
+        terminal.wait_for(lambda event: own.items() <= event.items(), "the own presence")
         return terminal
 
     def traffic(self, terminal, direction):

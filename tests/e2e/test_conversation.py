@@ -83,12 +83,24 @@ class Run(Case):
         self.assertIn("./run: failed:", output)
         self.leaves_nothing_behind()
 
-    def interrupted(self, number):
+    def held(self):
+        """A conversation that was stopped in its midst; None where it was over first, as this program stood still."""
         process = self.command()
         for line in process.stdout:
             if "log in under STARTTLS" in line:
                 break
+        process.send_signal(signal.SIGSTOP)
+        if os.waitid(os.P_PID, process.pid, os.WSTOPPED | os.WEXITED | os.WNOWAIT).si_code == os.CLD_STOPPED:
+            return process
+        process.communicate(timeout=TIMEOUT)
+        return None
+
+    def interrupted(self, number):
+        process = self.held()
+        while not process:
+            process = self.held()
         process.send_signal(number)
+        process.send_signal(signal.SIGCONT)
         rest = threading.Thread(target=process.stdout.read)
         rest.start()
         self.assertNotEqual(process.wait(TIMEOUT), 0)

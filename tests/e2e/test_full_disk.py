@@ -31,9 +31,9 @@ class FullDisk(Case):
 
     def test_an_account_outlives_a_setting_that_cannot_be_written(self):
         file = self.ala.profile / "protoLink.config"
+        set_full(self.ala, True)
         before = file.read_bytes()
         self.assertIn(PASSWORDS["ala"].encode(), before)
-        set_full(self.ala, True)
         for priority in (7, 8):
             with self.assertRaises(CommandFailed):
                 self.ala.command("set", key="XMPP/Priority", value=priority)

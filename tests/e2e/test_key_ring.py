@@ -7,6 +7,7 @@ import tempfile
 import unittest
 
 from support.case import PASSWORDS, Case
+from support.soak import wait_until
 
 # A session with a key ring that is open, as a login leaves it.
 SESSION = ["dbus-run-session", "--", "sh", "-c",
@@ -54,6 +55,8 @@ class KeyRing(Case):
         first = self.start(session=True)
         self.add(first)
         self.log_in(first)
+        # At its end it gives the key ring three seconds only.
+        wait_until(lambda: first.ask("get", "setting", key="OKU/PasswordInRing")["value"] == 1, "the key ring's answer")
         self.assertEqual(first.quit(), 0)
         self.assertEqual(self.files_with_the_password(), [])
         self.assertEqual(first.seen("question"), [])

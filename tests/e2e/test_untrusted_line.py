@@ -58,6 +58,7 @@ class UntrustedLine(Case):
         return terminal
 
     def rejected(self, terminal, what="Zanim połączenie było szyfrowane"):
+        terminal.wait("notice", text=lambda text: text.startswith(what))
         return [event for event in terminal.seen("notice") if event["text"].startswith(what)]
 
     def test_a_success_that_nobody_asked_for(self):

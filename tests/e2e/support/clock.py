@@ -7,7 +7,8 @@ and a server may keep one of its own. Whoever compares them to the second is wro
 
 import datetime
 
-TICK = datetime.timedelta(seconds=1)
+# What is told in whole seconds is up to one too early, and besides that by what the clock of the last tick lies behind.
+TICK = datetime.timedelta(seconds=1.1)
 
 
 def now():

@@ -63,7 +63,7 @@ class Mcabber:
         """The texts of all messages that it has logged as received, in every run."""
         folder = self.home / "logs"
         lines = [line for file in (folder.iterdir() if folder.exists() else ())
-                 for line in file.read_text("utf-8", "replace").splitlines()]
+                 for line in file.read_text("utf-8", "replace").rpartition("\n")[0].splitlines()]
         return [line.split(" ", 3)[3] for line in lines if line.startswith("MR ")]
 
     def stop(self):

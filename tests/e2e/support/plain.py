@@ -20,7 +20,8 @@ class PlainTerminal:
                             "--module", str(build / "protoLink.module"), "--ca-file", str(authority),
                             *(["--account", jid, "--status", "online"] if jid else [])],
                            profile.parent / f"{profile.name}.lines", self._on_line, lambda: self.log.end("it ended"),
-                           {"LANG": "pl_PL.UTF-8", "DBUS_SESSION_BUS_ADDRESS": "disabled:", **(environment or {})},
+                           {"LANG": "pl_PL.UTF-8", "LC_ALL": "", "LC_MESSAGES": "", "DBUS_SESSION_BUS_ADDRESS": "disabled:",
+                            **(environment or {})},
                            stdin=subprocess.PIPE, stderr=subprocess.STDOUT)
 
     def _on_line(self, line):
