@@ -67,7 +67,10 @@ public:
     ~WebServer() {
         ending_ = true;
         ::shutdown(listener_, SHUT_RDWR);
-        if (const int client = client_; client >= 0) ::shutdown(client, SHUT_RDWR);
+        {
+            const std::lock_guard lock(mutex_);
+            if (client_ >= 0) ::shutdown(client_, SHUT_RDWR);
+        }
         thread_.join();
         ::close(listener_);
     }
@@ -86,11 +89,16 @@ private:
         while (!ending_) {
             const int client = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
             if (client < 0) continue;
-            client_ = client;
+            serves(client);
             if (!ending_ && readRequest(client)) serve_(Connection(*this, client));
-            client_ = -1;
+            serves(-1);
             ::close(client);
         }
+    }
+    /// Whose connection the destructor may end; -1 for nobody's.
+    void serves(int client) {
+        const std::lock_guard lock(mutex_);
+        client_ = client;
     }
 
     bool readRequest(int client) {
@@ -108,9 +116,9 @@ private:
     Serve serve_;
     int listener_;
     std::uint16_t port_ = 0;
-    std::atomic<int> client_{-1};
     std::atomic<bool> ending_{false};
     mutable std::mutex mutex_;
+    int client_ = -1;
     std::vector<std::string> requests_;
     std::thread thread_;
 };

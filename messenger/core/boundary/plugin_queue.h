@@ -42,6 +42,8 @@ public:
     [[nodiscard]] bool busy() const { return running_; }
     /// Whom the call on the stack is for.
     [[nodiscard]] QString owner() const { return owner_; }
+    /// How many calls wait, ticks aside.
+    [[nodiscard]] std::size_t waiting() const { return work_.size(); }
     /// Drops what waits; for when the plugin is gone.
     void clear();
 

@@ -21,7 +21,6 @@ const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString kBus = QStringLiteral("org.freedesktop.DBus");
 
 constexpr std::size_t kMostPlayers = 32;
-constexpr int kPatience = 10'000;  // milliseconds
 constexpr qsizetype kLongestText = 256;
 constexpr qint64 kMicroseconds = 1'000'000;
 constexpr qint64 kLongestTune = 24 * 60 * 60;  // seconds
@@ -86,7 +85,7 @@ Tune tuneOf(const QVariantMap& metadata) {
 
 }  // namespace
 
-MprisPlayers::MprisPlayers(QString address) : address_(std::move(address)) {}
+MprisPlayers::MprisPlayers(QString address, int patience) : address_(std::move(address)), patience_(patience) {}
 
 MprisPlayers::~MprisPlayers() { watch(false); }
 
@@ -147,7 +146,7 @@ void MprisPlayers::subscribe(bool on) {
 void MprisPlayers::meetAll() {
     const auto list = QDBusMessage::createMethodCall(kBus, QStringLiteral("/org/freedesktop/DBus"), kBus,
                                                      QStringLiteral("ListNames"));
-    auto* answer = new QDBusPendingCallWatcher(bus_->asyncCall(list, kPatience), this);  // deletes itself
+    auto* answer = new QDBusPendingCallWatcher(bus_->asyncCall(list, patience_), this);  // deletes itself
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
         answer->deleteLater();
         const QDBusPendingReply<QStringList> names = *answer;
@@ -185,7 +184,7 @@ void MprisPlayers::ask(const QString& name) {
     if (std::exchange(player.asked, true)) return;
     auto request = QDBusMessage::createMethodCall(name, kPath, kProperties, QStringLiteral("GetAll"));
     request << kPlayer;
-    auto* answer = new QDBusPendingCallWatcher(bus_->asyncCall(request, kPatience), this);  // deletes itself
+    auto* answer = new QDBusPendingCallWatcher(bus_->asyncCall(request, patience_), this);  // deletes itself
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, name] {
         answer->deleteLater();
         const auto found = players_.find(name);

@@ -20,8 +20,8 @@ class MprisPlayers final : public Players {
     Q_OBJECT
 
 public:
-    /// `address`: of the bus; empty: that of the session.
-    explicit MprisPlayers(QString address = {});
+    /// `address`: of the bus; empty: that of the session. `patience`: milliseconds in which a player has to answer.
+    explicit MprisPlayers(QString address = {}, int patience = 10'000);
     ~MprisPlayers() override;
 
     bool watch(bool on) override;
@@ -50,6 +50,7 @@ private:
     void update();
 
     const QString address_;
+    const int patience_;
     std::optional<QDBusConnection> bus_;  ///< once it was reached
     bool watching_ = false;
     std::map<QString, Player> players_;  ///< by their names

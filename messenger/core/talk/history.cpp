@@ -13,7 +13,6 @@
 namespace oku {
 namespace {
 
-constexpr int kLongestTurn = 100;                // milliseconds that a change waits at most
 constexpr int kSyncDelay = 100;                  // milliseconds from the first write that power could take away
 constexpr int kRetryDelay = 2000;                // milliseconds after a write that failed
 constexpr int kAll = -1;                         // no limit
@@ -136,7 +135,7 @@ void History::whenWritten(std::function<void()> tell) {
 
 void History::schedule() {
     if (!sinceFirst_.isValid()) sinceFirst_.start();
-    if (sinceFirst_.hasExpired(kLongestTurn)) {
+    if (sinceFirst_.hasExpired(longestTurn_)) {
         flush();
     } else if (!std::exchange(scheduled_, true)) {
         QMetaObject::invokeMethod(this, &History::flush, Qt::QueuedConnection);

@@ -59,6 +59,8 @@ public:
     [[nodiscard]] QList<Message> outgoing(const QString& account, DeliveryState state);
     /// Writes and tells what waits, and closes the file.
     void close();
+    /// Milliseconds that a change waits at most where a turn of the event loop takes longer.
+    void setLongestTurn(int milliseconds) { longestTurn_ = milliseconds; }
 
 signals:
     /// One line for the user: something could not be written or read, or can be again.
@@ -99,6 +101,7 @@ private:
     QStringList toSalvage_;                       ///< set aside
     bool scheduled_ = false;
     QElapsedTimer sinceFirst_;  ///< change that is not written
+    int longestTurn_ = 100;     ///< milliseconds
     QTimer sync_;
     QTimer retry_;  ///< runs while the file cannot be used
     bool readWhole_ = true;

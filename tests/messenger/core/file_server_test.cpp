@@ -16,7 +16,7 @@ constexpr int kNever = 600'000;  // milliseconds
 
 class FileServerTest : public testing::Test {
 protected:
-    void serve(ServerLimits limits = {}) {
+    void serve(ServerLimits limits = {.headerTime = kNever, .idleTime = kNever}) {
         server = std::make_unique<FileServer>(limits);
         ASSERT_EQ(server->listen(QHostAddress::LocalHost, 0), QString());
     }
@@ -161,7 +161,7 @@ TEST_F(FileServerTest, WaitsForNoRequestForEver) {
 }
 
 TEST_F(FileServerTest, WaitsForNoReaderForEver) {
-    serve({.idleTime = 50});
+    serve({.headerTime = kNever, .idleTime = 50});
     const QString name = publish({});
     ASSERT_TRUE(file.resize(64 << 20));
     const auto socket = dial();
@@ -173,7 +173,7 @@ TEST_F(FileServerTest, WaitsForNoReaderForEver) {
 }
 
 TEST_F(FileServerTest, FollowsASlowReader) {
-    serve({.idleTime = kNever});
+    serve();
     const QString name = publish({});
     constexpr qint64 size = 24 << 20;
     ASSERT_TRUE(file.resize(size));

@@ -107,7 +107,7 @@ protected:
                       {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")});
         ASSERT_TRUE(waitFor([this] { return daemon_.canReadLine(); })) << "no dbus-daemon";
         address = QString::fromUtf8(daemon_.readLine()).trimmed();
-        players = std::make_unique<MprisPlayers>(address);
+        players = std::make_unique<MprisPlayers>(address, 600'000);
     }
     void TearDown() override {
         players.reset();

@@ -259,7 +259,7 @@ TEST_F(FullDisk, LosesNoSettingAndIsWrittenWhenThereIsRoom) {
     file.read();
     EXPECT_EQ(file.number(QStringLiteral("XMPP/Priority"), 0), 7) << "what could not be written is newer";
     fileSteps() = steps.before;
-    EXPECT_TRUE(waitFor([&] { return contentOf(path()).contains("XMPP/Priority = 7"); }, 10000)) << "by itself";
+    EXPECT_TRUE(waitFor([&] { return contentOf(path()).contains("XMPP/Priority = 7"); })) << "by itself";
     fill();
     file.set(QStringLiteral("XMPP/Priority"), 8);
     EXPECT_FALSE(file.write());
@@ -281,7 +281,7 @@ TEST_F(FullDisk, LosesNoContactListAndIsWrittenWhenThereIsRoom) {
     EXPECT_EQ(contentOf(path()), good);
     EXPECT_EQ(told.size(), 1);
     fileSteps() = steps.before;
-    EXPECT_TRUE(waitFor([&] { return contentOf(path()).contains("carol@example.org"); }, 10000)) << "by itself";
+    EXPECT_TRUE(waitFor([&] { return contentOf(path()).contains("carol@example.org"); })) << "by itself";
 }
 
 }  // namespace

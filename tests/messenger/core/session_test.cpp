@@ -168,7 +168,8 @@ TEST_F(SessionsOfAccounts, SignOffBeforeThePluginIsLoadedAnew) {
     core->reload.setStatus(entry(), Status::away, QStringLiteral("meanwhile"));
     EXPECT_EQ(plugin().log.size(), 1U) << "kept for later";
     emit core->sockets.ended(&entry(), net::End{}, true);
-    EXPECT_TRUE(waitFor([&] { return plugin().loads == 2; }, 1000)) << "at once then";
+    for (int turn = 0; turn < 10 && plugin().loads == 1; ++turn) QCoreApplication::processEvents();
+    EXPECT_EQ(plugin().loads, 2) << "at once then";
     EXPECT_TRUE(waitFor([&] { return plugin().log.back() == "status 4 meanwhile"; }));
     EXPECT_EQ(plugin().log, (std::vector<std::string>{"status 7 ", "unload", "status 4 meanwhile"}));
 }
@@ -189,7 +190,7 @@ TEST_F(SessionsOfAccounts, WaitForAServerThatDoesNotCloseOnlyAWhile) {
     logIn();
     core->reload.addAccount(QStringLiteral("new@example.org"), QStringLiteral("new"));
     core->reload.addAccount(QStringLiteral("another@example.org"), QStringLiteral("another"));
-    EXPECT_TRUE(waitFor([&] { return plugin().loads == 2; }, 10000));
+    EXPECT_TRUE(waitFor([&] { return plugin().loads == 2; }));
     EXPECT_TRUE(waitFor([&] { return plugin().log.back() == "status 1 "; })) << "as it was before";
 }
 

@@ -145,9 +145,9 @@ TEST_F(Sockets, TellAnEndThatThePluginAskedForWithANullWord) {
 }
 
 TEST_F(Sockets, TellARefusedConnection) {
-    const quint16 port = server.serverPort();
-    server.close();
-    dial(port);
+    QTcpSocket bound;  // holds its port, and nobody listens there
+    ASSERT_TRUE(bound.bind(QHostAddress::LocalHost));
+    dial(bound.localPort());
     EXPECT_TRUE(saw("3 1"));
     EXPECT_FALSE(entry().reason.isEmpty());
 }
@@ -156,8 +156,10 @@ TEST_F(Sockets, CountWhatWasSentAsArrivedWhenTheServerAnswersTheEnd) {
     dial(server.serverPort());
     QTcpSocket* peer = accept();
     ASSERT_TRUE(saw("2 0"));
-    const qint64 number = sendAndSignOff(peer);
+    const qint64 number = sendMessage();
+    inPlugin([&] { send("</stream:stream>"); });
     peer->write("</stream:stream>");
+    peer->flush();  // before a turn of the event loop: the time for an answer cannot be over before it is there
     ASSERT_TRUE(saw("3 0"));
     EXPECT_EQ(core->history.message(number)->state, DeliveryState::sent);
     restart();
@@ -196,7 +198,7 @@ TEST_F(Sockets, DropWhatWasReadInClearOnceTlsIsAskedFor) {
     core->queue.post({}, [&] {
         peer->write("<forged/>");
         peer->flush();
-        pass(50);  // the bytes are read, and wait
+        EXPECT_TRUE(waitFor([&] { return core->queue.waiting() > 0; })) << "the bytes are read, and wait";
         EXPECT_EQ(call(u"NetLib/InitSSL", wordOf(account().socket.c_str())), 1);
     });
     pass(50);
@@ -211,7 +213,7 @@ TEST_F(Sockets, DropTheEventsOfAConnectionThatWasReplaced) {
     core->queue.post({}, [&] {
         first->write("<old/>");
         first->flush();
-        pass(50);  // the bytes arrive, and wait
+        EXPECT_TRUE(waitFor([&] { return core->queue.waiting() > 0; })) << "the bytes are read, and wait";
         dialFromPlugin(server.serverPort());
     });
     accept();

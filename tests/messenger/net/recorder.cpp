@@ -59,6 +59,11 @@ void Recorder::notice(const ConnectionId& id, const QString& text) {
     add("notice", id);
 }
 
+void Recorder::progress(const ConnectionId&, const QString& text) {
+    steps.append(text);
+    if (onStep) onStep();
+}
+
 void ScriptedResolver::srv(const QString& name, QObject* context, std::function<void(SrvAnswer)> done) {
     asked.append("srv " + name);
     if (silent) return;
@@ -74,7 +79,21 @@ void ScriptedResolver::addresses(const QString& host, QObject* context, std::fun
         context, [answer, done = std::move(done)] { done(answer); }, Qt::QueuedConnection);
 }
 
-Bench::Bench(SocketSettings settings) : service(events, std::move(settings), dns) { service.create("s"); }
+namespace {
+
+SocketSettings patient(SocketSettings settings) {
+    const SocketSettings product;
+    for (int SocketSettings::*const limit :
+         {&SocketSettings::stall, &SocketSettings::closeGrace, &SocketSettings::srvTimeout,
+          &SocketSettings::hostTimeout, &SocketSettings::targetTimeout, &SocketSettings::proxyTimeout}) {
+        if (settings.*limit == product.*limit) settings.*limit = kNever;
+    }
+    return settings;
+}
+
+}  // namespace
+
+Bench::Bench(SocketSettings settings) : service(events, patient(std::move(settings)), dns) { service.create("s"); }
 
 ConnectionId Bench::connect(quint16 port, const QString& host) {
     ConnectRequest request;

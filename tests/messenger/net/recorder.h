@@ -25,6 +25,7 @@ public:
     QList<std::pair<QString, QByteArray>> pins;
     bool nulBehindAll = true;
     std::function<void(const QString& line)> onEvent;  ///< runs within the event
+    std::function<void()> onStep;                      ///< runs within a step
 
     QByteArray bytes() const;
     int count(const QString& start) const;
@@ -39,7 +40,7 @@ public:
     void certificatePinned(const ConnectionId& id, const QString& domain, const QByteArray& fingerprint) override;
     void destroyed(const QString& name) override { line("destroyed " + name); }
     void notice(const ConnectionId& id, const QString& text) override;
-    void progress(const ConnectionId&, const QString& text) override { steps.append(text); }
+    void progress(const ConnectionId& id, const QString& text) override;
 
 private:
     void add(const QString& what, const ConnectionId& id, const QString& more = {});
@@ -58,7 +59,11 @@ public:
     void addresses(const QString& host, QObject* context, std::function<void(QList<QHostAddress>)> done) override;
 };
 
-/** A service with one socket "s", its recorder and its DNS. */
+/** Milliseconds that no test lasts. */
+constexpr int kNever = 600'000;
+
+/** A service with one socket "s", its recorder and its DNS. The product's limits are shorter than a machine may stand
+ * still: those that the test leaves as they are never come. */
 struct Bench {
     explicit Bench(SocketSettings settings = {});
 

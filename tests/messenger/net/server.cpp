@@ -5,10 +5,14 @@
 #include <arpa/inet.h>
 #include <fcntl.h>
 #include <linux/filter.h>
+#include <linux/sockios.h>
 #include <netinet/in.h>
+#include <poll.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 #include <cstring>
+#include <memory>
 #include <QSslConfiguration>
 
 namespace oku::net::test {
@@ -68,6 +72,12 @@ QByteArray Server::received(int index) const {
     return index < 0 ? received_.back() : received_[static_cast<size_t>(index)];
 }
 
+qint64 Server::undelivered() {
+    int queued = 0;
+    if (ioctl(static_cast<int>(client().socketDescriptor()), SIOCOUTQ, &queued) != 0) qFatal("no queue");
+    return client().bytesToWrite() + queued;
+}
+
 void Server::startTls(const Identity& identity) {
     QSslConfiguration configuration = client().sslConfiguration();
     configuration.setLocalCertificate(identity.certificate);
@@ -106,6 +116,8 @@ BlackHole::BlackHole(const QHostAddress& address, quint16 port) {
         descriptors_.push_back(filler);
         if (connect(filler, own.raw(), own.size) != 0 && errno != EINPROGRESS) qFatal("no black hole");
     }
+    pollfd queue{listener, POLLIN, 0};
+    if (::poll(&queue, 1, -1) != 1) qFatal("no black hole");
 }
 
 BlackHole::~BlackHole() {
@@ -113,9 +125,10 @@ BlackHole::~BlackHole() {
 }
 
 quint16 deadPort() {
-    QTcpServer server;
-    server.listen(QHostAddress::LocalHost);
-    return server.serverPort();
+    static std::vector<std::unique_ptr<QTcpSocket>> held;  // bound, which takes the port; who dials it is refused
+    held.push_back(std::make_unique<QTcpSocket>());
+    if (!held.back()->bind(QHostAddress::LocalHost, 0, QAbstractSocket::DontShareAddress)) qFatal("no dead port");
+    return held.back()->localPort();
 }
 
 }  // namespace oku::net::test

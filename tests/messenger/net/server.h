@@ -31,6 +31,8 @@ public:
         client().write(bytes);
         client().flush();
     }
+    /** Bytes for the latest client that its system has not taken yet. */
+    qint64 undelivered();
     /** Answers the latest client's handshake, when it comes. */
     void startTls(const Identity& identity);
     /** Ends the latest client's connection with RST. */
@@ -61,7 +63,7 @@ private:
     quint16 port_ = 0;
 };
 
-/** A port on loopback on which nothing listens. */
+/** A port on loopback on which nothing listens, nor will before the program ends. */
 quint16 deadPort();
 
 }  // namespace oku::net::test

@@ -3,6 +3,7 @@
 
 // Contracts 3, 6 and 12 on a real line: replacement, pieces, whole elements; and what a held-up plugin leaves waiting.
 #include <gtest/gtest.h>
+#include <QElapsedTimer>
 
 #include "tests/messenger/net/recorder.h"
 #include "tests/messenger/net/server.h"
@@ -13,10 +14,11 @@ namespace {
 
 struct Stream : testing::Test {
     void begin(const SocketSettings& settings = {}) {
+        const int clients = server.clientCount();
         bench = std::make_unique<Bench>(settings);
         id = bench->connect(server.serverPort());
         ASSERT_TRUE(bench->opened());
-        ASSERT_TRUE(waitFor([&] { return server.clientCount() > 0; }));
+        ASSERT_TRUE(waitFor([&] { return server.clientCount() > clients; }));
     }
 
     /** Waits for so many bytes in all. */
@@ -97,6 +99,7 @@ TEST_F(Stream, AllThatIsThereComesInPiecesOfAtMostAQuarterMebibyte) {
     QByteArray all;
     while (all.size() < 1'000'000) all += "<m>" + QByteArray(90, 'x') + "</m>";
     server.send(all);
+    ASSERT_TRUE(waitFor([&] { return server.undelivered() <= all.size() - 200'000; }));
     settle(50);
     bench->service.setPluginBusy(false);
     ASSERT_TRUE(arrived(all.size()));
@@ -192,11 +195,19 @@ TEST_F(Stream, AnElementPastTheTimeLimitIsPassedOn) {
 TEST_F(Stream, TheTimeLimitCountsAnewForEachElement) {
     SocketSettings settings;
     settings.holdTime = 1500;
-    begin(settings);
-    for (int i = 0; i < 5; ++i) {
-        server.send(i == 0 ? "<a>" : "</a><a>");
-        settle(350);
+    // Where the machine stood still the limit was right to count, and it is tried anew.
+    for (qint64 longest = settings.holdTime; longest > 650;) {
+        begin(settings);
+        longest = 0;
+        for (int i = 0; i < 5; ++i) {
+            QElapsedTimer step;
+            step.start();
+            server.send(i == 0 ? "<a>" : "</a><a>");
+            settle(350);
+            longest = qMax(longest, step.elapsed());
+        }
     }
+    ASSERT_TRUE(waitFor([&] { return bench->events.pieces.size() >= 4; }));
     EXPECT_EQ(bench->events.pieces.size(), 4U);
     for (const QByteArray& piece : bench->events.pieces) EXPECT_EQ(piece, "<a></a>");
 }
@@ -216,6 +227,7 @@ TEST_F(Stream, ABusyPluginLosesAndReordersNothing) {
     QByteArray all;
     for (int i = 0; i < 20'000; ++i) all += "<m i='" + QByteArray::number(i) + "'/>";
     server.send(all);
+    ASSERT_TRUE(waitFor([&] { return server.undelivered() < all.size(); }));
     server.client().disconnectFromHost();
     settle(100);
     EXPECT_EQ(bench->events.log, QStringList{"connected 1"});

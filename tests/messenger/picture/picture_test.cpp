@@ -14,6 +14,7 @@
 #include <QImageReader>
 #include <QImageWriter>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QtEndian>
 #include <QThread>
 
@@ -191,8 +192,9 @@ bool callsAreFiltered() {
 }
 
 TEST(Confinement, NothingCanBeOpened) {
-    QFile::remove(QStringLiteral("probe-was-here"));
+    const QTemporaryDir folder;
     QProcess probe;
+    probe.setWorkingDirectory(folder.path());
     probe.start(QStringLiteral(CONFINED_PROBE), QStringList());
     ASSERT_TRUE(probe.waitForFinished(-1));
     const QByteArray told = '\n' + probe.readAllStandardOutput();
@@ -202,15 +204,14 @@ TEST(Confinement, NothingCanBeOpened) {
 #if !defined(__SANITIZE_ADDRESS__)
     EXPECT_TRUE(told.contains("\nmemory no\n"));
 #endif
-    EXPECT_FALSE(QFile::exists(QStringLiteral("probe-was-here")));
+    EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("probe-was-here"))));
     // What the filter adds. Where calls are not filtered the probe can do all of that, so nothing else forbids it.
     const bool filtered = callsAreFiltered();
     for (const char* what : {"fork", "signal", "look", "remove"})
         EXPECT_TRUE(told.contains('\n' + QByteArray(what) + (filtered ? " no\n" : " yes\n")))
             << what << told.constData();
     EXPECT_EQ(told.contains("\nprogram no\n"), filtered) << told.constData();
-    EXPECT_EQ(QFile::exists(QStringLiteral("probe-stays")), filtered);
-    QFile::remove(QStringLiteral("probe-stays"));
+    EXPECT_EQ(QFile::exists(folder.filePath(QStringLiteral("probe-stays"))), filtered);
 }
 
 }  // namespace

@@ -36,7 +36,7 @@ protected:
     /// A busy machine may need seconds for what is quick otherwise, and each of them is a minute here.
     LongBox() {
         patience = 180 * kMinute;
-        loginSeconds = 30 * 60;
+        loginSeconds = 180 * 60;
     }
     ~LongBox() override { patience = ordinary_; }
 

@@ -338,10 +338,12 @@ class WithoutATerminal(unittest.TestCase):
         return process
 
     def test_it_ends_at_the_first_line_that_nobody_reads(self):
-        for options, command in ((["--json"], b'{"cmd":"roster"}\n'), ([], b"/roster\n")):
+        for options, command, last in ((["--json"], b'{"cmd":"roster"}\n', b'"ready"'),
+                                       ([], b"/roster\n", b"commands mean")):
             with self.subTest(options=options):
                 process = self.start(*options)
-                process.stdout.readline()
+                while last not in process.stdout.readline():  # a line of its own would end it before the command
+                    pass
                 process.stdout.close()
                 process.stdin.write(command)
                 process.stdin.flush()
@@ -389,10 +391,20 @@ class WithoutATerminal(unittest.TestCase):
                 self.assertNotIn(b"tajne", environment)
                 self.assertRegex((status / "limits").read_text(), r"Max core file size +([01]) +\1 ")
                 self.assertRegex((status / "status").read_text(), r"Umask:\s+0077")
-                process.stdin.write(b'{"cmd":"set","key":"XMPP/Priority","value":5}\n{"cmd":"quit"}\n')
+                process.stdin.write(b'{"cmd":"set","key":"XMPP/Priority","value":5}\n')
+                process.stdin.flush()
+                line = b""
+                while b'"ok"' not in line:
+                    line = process.stdout.readline()
+                    self.assertTrue(line, "it ended")
+                # The lock lies there while the program runs, all else when it has ended.
+                self.assertEqual(pathlib.Path(f"{folder}/p/oku.lock").stat().st_mode & 0o077, 0)
+                process.stdin.write(b'{"cmd":"quit"}\n')
                 process.stdin.close()
+                process.stdout.read()
+                self.assertEqual(process.wait(LIMIT), 0)
                 rights = {path.name: path.stat().st_mode & 0o077 for path in pathlib.Path(f"{folder}/p").iterdir()}
-                self.assertIn("oku.lock", rights)
+                self.assertIn("protoLink.config", rights)
                 self.assertEqual(set(rights.values()), {0}, rights)
 
     def test_options(self):
