@@ -196,6 +196,10 @@ def secrets():
         "register": b"<iq><r:query xmlns:r='jabber:iq:regis&#116;er'><r:password>x</r:password></r:query></iq>",
         "sasl": b"<s:auth xmlns:s='urn:ietf:params:xml:ns:xmpp-sasl'>x</s:auth><digest>y</digest>",
         "inherited": b"<a xmlns='jabber:iq:auth'><b xmlns='c'><query password='d'/></b></a>",
+        "form": b"<x xmlns='jabber:x:data' type='form'><field type='text-private'><value>x</value></field>"
+                b"<field type='text-single'><value>y</value></field></x><field type='text-private'>z</field>",
+        "submitted": b"<f:x xmlns:f='jabber:x:data' xmlns:a='b' a:type='form' type='subm&#105;t'><f:field var='c'>x</f:field></f:x>"
+                     b"<f:x xmlns:f='jabber:x:data' xmlns:a='b' a:type='submit'>y</f:x><x type='submit'>z</x>",
     }
 
 
