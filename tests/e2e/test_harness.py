@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: MIT
 """The servers and the other side by themselves, so that trouble there is not taken for trouble of the messenger."""
 
+import os
 import shutil
 import unittest
 from unittest import mock
@@ -47,6 +48,16 @@ class Harness(Case):
         self.addCleanup(second.stop)
         with self.assertRaises(ServerFailed):
             second.start()
+
+    def test_what_a_messenger_says_is_kept_for_its_owner_alone(self):
+        before = os.umask(0)
+        try:
+            terminal = self.messenger()
+        finally:
+            os.umask(before)
+        for kind in ("events", "stderr"):
+            file = terminal.profile.parent / f"{terminal.profile.name}.{kind}"
+            self.assertEqual(file.stat().st_mode & 0o077, 0, kind)
 
     def test_a_wrong_password_is_told(self):
         server = self.prosody({"ala": "other"})
