@@ -59,7 +59,7 @@ void AccountParts::onStateReset() {
     login.authStep = 0;
     presence.resetSharedStatus();
     // Of all accounts, as they share it. A picture that never came is asked for again.
-    shared->avatars.inFlight.clear();
+    shared->avatars.avatarFetchesInFlight.clear();
 }
 
 void AccountParts::onSocketConnected() {

@@ -13,10 +13,10 @@ using A = AccountParts;
 
 // clang-format off
 constexpr EventNode<A> kEventNodes[] = {
-    {ns::kAvatarMetadata, u"metadata", itemTo<&A::contactAvatars, &ContactAvatars::onMetadata>},
-    {ns::kTune, u"tune", itemTo<&A::userTune, &UserTune::onEvent>},
-    {ns::kMood, u"mood", itemTo<&A::userMood, &UserMood::onEvent>},
-    {ns::kLocation, u"geoloc", itemTo<&A::userLocation, &UserLocation::onEvent>},
+    {ns::kAvatarMetadata, u"metadata", itemTo<&A::contactAvatars, &ContactAvatars::onAvatarMetadata>},
+    {ns::kTune, u"tune", itemTo<&A::userTune, &UserTune::onTuneEvent>},
+    {ns::kMood, u"mood", itemTo<&A::userMood, &UserMood::onMoodEvent>},
+    {ns::kLocation, u"geoloc", itemTo<&A::userLocation, &UserLocation::onGeolocEvent>},
 };
 // clang-format on
 

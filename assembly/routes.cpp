@@ -22,7 +22,7 @@ constexpr Route<A> kRoutes[] = {
     {"privacy list", kAny, always, to<&A::privacy, &PrivacyLists::onPrivacyReply>},
 
     {"pubsub event", kMessage, hasChild(u"event", ns::kPubSubEvent),
-     to<&A::pubSubEvents, &PubSubEvents<A>::onMessage>},
+     to<&A::pubSubEvents, &PubSubEvents<A>::onPubsubEvent>},
     {"http confirmation by message", kMessage, hasChild(u"confirm", ns::kHttpAuth),
      to<&A::httpConfirmation, &HttpConfirmation::onHttpAuthConfirm>},
     {"message", kMessage, always, to<&A::messages, &Messages::onMessage>},
@@ -34,7 +34,7 @@ constexpr Route<A> kRoutes[] = {
     {"unsubscribe", kPresence, ofType(u"unsubscribe"), drop},
     {"unsubscribed", kPresence, ofType(u"unsubscribed"), drop},
     {"probe", kPresence, ofType(u"probe"), drop},
-    {"avatar in a presence", kPresence, always, to<&A::contactAvatars, &ContactAvatars::onPresence>},
+    {"avatar in a presence", kPresence, always, to<&A::contactAvatars, &ContactAvatars::onPresenceAvatar>},
     {"presence", kPresence, always, to<&A::presence, &Presence::onPresence>},
 
     {"in-band bytes", kIq, firstChildIs(ns::kIbb),

@@ -64,7 +64,7 @@ void CWndFormField::readOptions(const xmlElement& element) {
 
 std::uint32_t CWndFormField::addControls(std::vector<Control>& page, std::uint32_t y) {
     if (!type_->input) return 0;
-    input_ = y;
+    inputControl_ = y;
     const auto top = static_cast<std::int32_t>(y);
     const std::int32_t more = type_->tall ? kTallMore : 0;
     if (type_->labelled) {
@@ -72,8 +72,9 @@ std::uint32_t CWndFormField::addControls(std::vector<Control>& page, std::uint32
                         .text = label_,
                         .place = {0, top + kLabelDrop, kLabelRight, kLineHeight - kLabelDrop + more}});
     }
-    Control input{
-        .kind = *type_->input, .id = input_, .place = {kInputLeft, top, kInputRight - kInputLeft, kLineHeight + more}};
+    Control input{.kind = *type_->input,
+                  .id = inputControl_,
+                  .place = {kInputLeft, top, kInputRight - kInputLeft, kLineHeight + more}};
     if (input.kind == ControlKind::Check) {
         input.text = label_;
         input.checked = value_ == u"true";
@@ -98,9 +99,9 @@ std::optional<std::u16string> CWndFormField::submitted(const WindowView* page) c
         case Sent::Text:
             return text(*page);
         case Sent::Mark:
-            return page->checked(input_) ? u"true" : u"false";
+            return page->checked(inputControl_) ? u"true" : u"false";
         case Sent::Choice: {
-            const auto chosen = page->selection(input_);
+            const auto chosen = page->selection(inputControl_);
             return chosen && *chosen < options_.size() ? std::optional(options_[*chosen].value) : std::nullopt;
         }
         default:

@@ -39,13 +39,13 @@ public:
 
     const std::u16string& var() const { return var_; }
     /// What stands in its control on the page.
-    std::u16string text(const WindowView& page) const { return page.text(input_); }
+    std::u16string text(const WindowView& page) const { return page.text(inputControl_); }
     /// What a submitted form carries for it; nothing when it is left out. Without a page nobody was asked for anything.
     std::optional<std::u16string> submitted(const WindowView* page) const;
 
 private:
-    const FormFieldType* type_;  // a row of the table of types
-    std::uint32_t input_ = 0;    // the number of its control, 0 for none
+    const FormFieldType* type_;       // a row of the table of types
+    std::uint32_t inputControl_ = 0;  // the number of its control, 0 for none
     std::u16string var_;
     std::u16string label_;
     std::u16string value_;

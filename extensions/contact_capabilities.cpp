@@ -38,18 +38,18 @@ std::u16string_view hashOfNode(std::u16string_view node) {
 
 }  // namespace
 
-void ContactCapabilities::requestResourceCaps(const xmlElement& presence, std::u16string_view fullJid,
-                                              ResourceEntry& resource) {
+void ContactCapabilities::requestResourceCaps(const xmlElement& presence, std::u16string_view fromFullJid,
+                                              ResourceEntry& resourceRecord) {
     if (const xmlElement* caps = presence.GetChildPtr(u"c", ns::kCaps)) {
         const std::u16string_view hash = caps->GetAttribute(u"ver");
         if (caps->GetAttribute(u"hash") == u"sha-1" && !hash.empty()) {
-            resource.resCapsVer = hash;
-            if (replayFromCache(fullJid, hash)) return;
+            resourceRecord.resCapsVer = hash;
+            if (replayFromCache(fromFullJid, hash)) return;
         }
     }
     // The answer is registered nowhere: it comes back through the router.
     output_.sendText(lutCPW(u"iq", lutCPW(u"query", {}, {{u"xmlns", ns::kDiscoInfo}}),
-                            {{u"to", fullJid}, {u"id", generateId()}, {u"type", u"get"}}));
+                            {{u"to", fromFullJid}, {u"id", generateId()}, {u"type", u"get"}}));
 }
 
 bool ContactCapabilities::replayFromCache(std::u16string_view fullJid, std::u16string_view hash) {

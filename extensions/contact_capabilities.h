@@ -21,7 +21,8 @@ public:
         : client_(client), output_(output), contacts_(contacts), cache_(cache) {}
 
     /// Learns what a new resource can do: from the cache when its hash is known, else by asking it.
-    void requestResourceCaps(const xmlElement& presence, std::u16string_view fullJid, ResourceEntry& resource) override;
+    void requestResourceCaps(const xmlElement& presence, std::u16string_view fromFullJid,
+                             ResourceEntry& resourceRecord) override;
 
     /// A reply, asked for or not, of a resource that is online.
     void onDiscoInfo(const Stanza& iq);

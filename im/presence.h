@@ -25,8 +25,8 @@ namespace protolink {
 class CapabilityAsker {
 public:
     virtual ~CapabilityAsker() = default;
-    virtual void requestResourceCaps(const xmlElement& presence, std::u16string_view fullJid,
-                                     ResourceEntry& resource) = 0;
+    virtual void requestResourceCaps(const xmlElement& presence, std::u16string_view fromFullJid,
+                                     ResourceEntry& resourceRecord) = 0;
 };
 
 class Presence {

@@ -20,7 +20,7 @@ void AvatarCache::open(const std::u16string& cacheDirectory) {
 
 std::u16string AvatarCache::path(std::u16string_view hash) const { return folder_ + fileName(hash); }
 
-bool AvatarCache::contains(std::u16string_view hash) const {
+bool AvatarCache::avatarFileExists(std::u16string_view hash) const {
     return isPlainFileName(fileName(hash)) && platform::fileExists(path(hash));
 }
 

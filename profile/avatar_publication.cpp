@@ -32,7 +32,7 @@ OKU_WORD AvatarPublication::onSetMyAvatar(OKU_WORD requestRecord) {
     request_.tell(token, u"Uaktualnianie danych...");
     const std::optional<std::string> picture = readOwnAvatar(profileDirectory_);
     if (!picture) return 0;
-    request_.token = token;
+    request_.myVCardToken = token;
     own_.ownAvatarBytes = static_cast<std::uint32_t>(picture->size());
     publishData(*picture);
     return 0;
@@ -44,11 +44,11 @@ void AvatarPublication::publishData(const std::string& picture) {
     const auto compose = [&](const std::u16string& id) {
         return lutCPW(u"iq", pubsub, {{u"type", u"set"}, {u"id", id}});
     };
-    requests_.ask(compose, [this](xmlElement& reply) { onDataPublished(reply); });
+    requests_.ask(compose, [this](xmlElement& reply) { onAvatarDataPublished(reply); });
     log(u"Publishing avatar data @ ");
 }
 
-void AvatarPublication::onDataPublished(const xmlElement& iq) {
+void AvatarPublication::onAvatarDataPublished(const xmlElement& iq) {
     if (iq.GetAttribute(u"type") != u"result") {
         request_.tell(u"Błąd publikacji danych");
         return;
@@ -67,15 +67,15 @@ void AvatarPublication::publishMetadata() {
     const auto compose = [&](const std::u16string& id) {
         return lutCPW(u"iq", pubsub, {{u"id", id}, {u"type", u"set"}});
     };
-    requests_.ask(compose, [this](xmlElement& reply) { onMetadataPublished(reply); });
+    requests_.ask(compose, [this](xmlElement& reply) { onAvatarMetadataPublished(reply); });
 }
 
-void AvatarPublication::onMetadataPublished(const xmlElement& iq) {
+void AvatarPublication::onAvatarMetadataPublished(const xmlElement& iq) {
     const bool published = iq.GetAttribute(u"type") == u"result";
     log(published ? u"Avatar metadata published @ " : u"Avatar metadata NOT published @ ");
-    if (!request_.token) return;
+    if (!request_.myVCardToken) return;
     request_.tell(published ? u"OK" : u"Błąd publikacji meta-danych");
-    request_.token = 0;
+    request_.myVCardToken = 0;
 }
 
 OKU_WORD AvatarPublication::onGetMyAvatar(OKU_WORD requestRecord) {
@@ -84,12 +84,12 @@ OKU_WORD AvatarPublication::onGetMyAvatar(OKU_WORD requestRecord) {
     const OKU_WORD token = record->token;
     if (!mayFetch()) return 0;
     OwnCard(client_.host).signalBusyness(true);
-    request_.token = token;
+    request_.myVCardToken = token;
     const std::u16string pubsub = pubSub(lutCPW(u"items", {}, {{u"node", ns::kAvatarData}}));
     const auto compose = [&](const std::u16string& id) {
         return lutCPW(u"iq", pubsub, {{u"type", u"get"}, {u"id", id}});
     };
-    requests_.ask(compose, [this](xmlElement& reply) { onFetched(reply); });
+    requests_.ask(compose, [this](xmlElement& reply) { onMyAvatarFetched(reply); });
     return 0;
 }
 
@@ -104,16 +104,16 @@ bool AvatarPublication::mayFetch() const {
     return true;
 }
 
-void AvatarPublication::onFetched(const xmlElement& iq) {
+void AvatarPublication::onMyAvatarFetched(const xmlElement& iq) {
     OwnCard(client_.host).signalBusyness(false);
     const std::u16string path = storeFetched(iq);
     if (path.empty()) {
         MessageBoxes(client_.host)
             .show(u"Wystąpił błąd podczas próby pobrania awatara.", u"Błąd pobierania", BoxStyle::Warning);
     } else {
-        OwnCard(client_.host).setField(request_.token, u"avatar", path);
+        OwnCard(client_.host).setField(request_.myVCardToken, u"avatar", path);
     }
-    request_.token = 0;
+    request_.myVCardToken = 0;
 }
 
 std::u16string AvatarPublication::storeFetched(const xmlElement& iq) const {

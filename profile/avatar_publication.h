@@ -38,10 +38,10 @@ public:
 private:
     void publishData(const std::string& picture);
     void publishMetadata();
-    void onDataPublished(const xmlElement& iq);
-    void onMetadataPublished(const xmlElement& iq);
+    void onAvatarDataPublished(const xmlElement& iq);
+    void onAvatarMetadataPublished(const xmlElement& iq);
     bool mayFetch() const;
-    void onFetched(const xmlElement& iq);
+    void onMyAvatarFetched(const xmlElement& iq);
     /// Stores the picture and gives its file's full name, empty when there is none in `iq` or it cannot be stored.
     std::u16string storeFetched(const xmlElement& iq) const;
     std::u16string publication(std::u16string_view node, std::u16string_view payload) const;

@@ -37,22 +37,22 @@ std::u16string extensionText(const xmlElement& presence, std::u16string_view xml
 
 }  // namespace
 
-Routing ContactAvatars::onPresence(const Stanza& presence) {
+Routing ContactAvatars::onPresenceAvatar(const Stanza& presence) {
     if (presence.type == u"error") return Routing::Next;
     const JID sender = parseJID(presence.from);
     const std::u16string photo = extensionText(presence.element, ns::kVCardUpdate, u"photo");
     if (!photo.empty()) onVCardAnnounced(sender, photo);
     if (photo.size() < kShortestPhoto) {
         const std::u16string hash = extensionText(presence.element, ns::kAvatar, u"hash");
-        if (hash.size() >= kShortestClientHash && enabled_) onClientAnnounced(presence, sender, hash);
+        if (hash.size() >= kShortestClientHash && avatarEnabled_) onClientAnnounced(presence, sender, hash);
     }
     return Routing::Next;
 }
 
 void ContactAvatars::onVCardAnnounced(const JID& sender, const std::u16string& hash) {
-    if (cache_.contains(hash)) {
+    if (cache_.avatarFileExists(hash)) {
         log(kCacheLine, u"vc", u"hit", sender.bare, hash);
-        tellHost(hash, sender.bare);
+        setContactAvatar(hash, sender.bare);
     } else if (isAskedFor(hash)) {
         log(kCacheLine, u"vc", u"miss, wait", sender.bare, hash);
     } else {
@@ -65,21 +65,21 @@ void ContactAvatars::askForVCard(const JID& sender, const std::u16string& hash) 
     const std::u16string id = requests_.await([this](xmlElement& reply) {
         if (const xmlElement* vCard = reply.GetChildPtr(u"vCard")) onVCardPhoto(reply, *vCard);
     });
-    announced_[sender.bare] = hash;
-    cache_.inFlight.insert(hash);
+    contactAvatarHash_[sender.bare] = hash;
+    cache_.avatarFetchesInFlight.insert(hash);
     output_.sendText(lutCPW(u"iq", lutCPW(u"vCard", {}, {{u"xmlns", ns::kVCard}}),
                             {{u"to", sender.bare}, {u"id", id}, {u"type", u"get"}}));
 }
 
 void ContactAvatars::onClientAnnounced(const Stanza& presence, const JID& sender, const std::u16string& hash) {
-    announced_[sender.bare] = hash;
-    if (cache_.contains(hash)) {
+    contactAvatarHash_[sender.bare] = hash;
+    if (cache_.avatarFileExists(hash)) {
         log(kCacheLineWithoutColon, u"iq", u"hit", sender.bare, hash);
-        tellHost(hash, sender.bare);
+        setContactAvatar(hash, sender.bare);
     } else if (isAskedFor(hash)) {
         log(kCacheLineWithoutColon, u"iq", u"miss, wait", sender.bare, hash);
     } else {
-        cache_.inFlight.insert(hash);
+        cache_.avatarFetchesInFlight.insert(hash);
         log(kCacheLine, u"iq", u"miss", sender.bare, hash);
         // Nobody waits for the answer: it comes by its namespace.
         output_.sendText(lutCPW(u"iq", lutCPW(u"query", {}, {{u"xmlns", ns::kAvatar}}),
@@ -91,31 +91,32 @@ std::u16string ContactAvatars::onVCardPhoto(const xmlElement& iq, const xmlEleme
     const xmlElement* photo = vCard.GetChildPtr(u"PHOTO");
     if (!photo || childText(*photo, u"TYPE").empty()) return {};
     const std::u16string bareJid = parseJID(iq.GetAttribute(u"from")).bare;
-    logData(kPhotoLine, u"vcard", bareJid, announced(bareJid));
+    logData(kPhotoLine, u"vcard", bareJid, contactAvatarHash(bareJid));
     const std::string bytes = lutBase64Decode(wtou(childText(*photo, u"BINVAL")));
-    std::u16string hash = announced(bareJid);
-    if (hash.empty()) announced_[bareJid] = hash = utow(lutSHA1(bytes));
+    std::u16string hash = contactAvatarHash(bareJid);
+    if (hash.empty()) contactAvatarHash_[bareJid] = hash = utow(lutSHA1(bytes));
     if (!cache_.store(hash, bytes)) return {};
-    tellHost(hash, bareJid);
+    setContactAvatar(hash, bareJid);
     return hash;
 }
 
 void ContactAvatars::onAvatarIqResult(const Stanza& iq) {
     const std::u16string bareJid = parseJID(iq.from).bare;
-    const std::u16string hash = announced(bareJid);
+    const std::u16string hash = contactAvatarHash(bareJid);
     keep(hash, bareJid, childText(*iq.query(), u"data"));
     logData(kDataLine, u"iq", bareJid, hash);
 }
 
-void ContactAvatars::onMetadata(const PubSubItem& item) {
+void ContactAvatars::onAvatarMetadata(const PubSubItem& item) {
     const xmlElement& metadata = item.payload;
     const std::u16string bareJid = parseJID(item.from).bare;
-    const auto known = std::find_if(metadata.children.begin(), metadata.children.end(),
-                                    [&](const xmlElement& form) { return cache_.contains(form.GetAttribute(u"id")); });
+    const auto known = std::find_if(metadata.children.begin(), metadata.children.end(), [&](const xmlElement& form) {
+        return cache_.avatarFileExists(form.GetAttribute(u"id"));
+    });
     if (known != metadata.children.end()) {
         const std::u16string hash(known->GetAttribute(u"id"));
         log(kCacheLine, u"pep", u"hit", bareJid, hash);
-        tellHost(hash, bareJid);
+        setContactAvatar(hash, bareJid);
         return;
     }
     const xmlElement* info = metadata.GetChildPtr(u"info");
@@ -129,12 +130,12 @@ void ContactAvatars::onMetadata(const PubSubItem& item) {
 
 void ContactAvatars::askForPublished(std::u16string_view from, const std::u16string& hash) {
     const std::u16string items = lutCPW(u"items", lutCPW(u"item", {}, {{u"id", hash}}), {{u"node", ns::kAvatarData}});
-    const std::u16string id = requests_.await([this](xmlElement& reply) { onPublishedData(reply); });
-    cache_.inFlight.insert(hash);
+    const std::u16string id = requests_.await([this](xmlElement& reply) { onAvatarPubsubResult(reply); });
+    cache_.avatarFetchesInFlight.insert(hash);
     output_.sendText(lutCPW(u"iq", pubSub(items), {{u"type", u"get"}, {u"id", id}, {u"to", from}}));
 }
 
-void ContactAvatars::onPublishedData(const xmlElement& iq) {
+void ContactAvatars::onAvatarPubsubResult(const xmlElement& iq) {
     const PublishedAvatar avatar = readPublishedAvatar(iq);
     if (!avatar.data) return;
     const std::u16string bareJid = parseJID(iq.GetAttribute(u"from")).bare;
@@ -143,10 +144,10 @@ void ContactAvatars::onPublishedData(const xmlElement& iq) {
 }
 
 void ContactAvatars::keep(const std::u16string& hash, const std::u16string& bareJid, std::u16string_view base64) {
-    if (cache_.store(hash, lutBase64Decode(wtou(base64)))) tellHost(hash, bareJid);
+    if (cache_.store(hash, lutBase64Decode(wtou(base64)))) setContactAvatar(hash, bareJid);
 }
 
-void ContactAvatars::tellHost(std::u16string_view hash, const std::u16string& bareJid) const {
+void ContactAvatars::setContactAvatar(std::u16string_view hash, const std::u16string& bareJid) const {
     client_.contactList.setAvatar(contactRecord(client_, bareJid), cache_.path(hash));
 }
 
@@ -160,9 +161,9 @@ void ContactAvatars::logData(std::u16string_view pattern, std::u16string_view ro
     client_.log(LogLevel::Debug, tag::kAvatars, formatText(pattern, client_.jid.bare, road, bareJid, hash));
 }
 
-std::u16string ContactAvatars::announced(std::u16string_view bareJid) const {
-    const auto found = announced_.find(bareJid);
-    return found == announced_.end() ? std::u16string() : found->second;
+std::u16string ContactAvatars::contactAvatarHash(std::u16string_view bareJid) const {
+    const auto found = contactAvatarHash_.find(bareJid);
+    return found == contactAvatarHash_.end() ? std::u16string() : found->second;
 }
 
 }  // namespace protolink

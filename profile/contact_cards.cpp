@@ -55,54 +55,54 @@ constexpr std::array<CardRow, 22> kRows{{
 OKU_WORD ContactVCards::onGetContactVCard(OKU_WORD requestRecord) {
     const auto* record = readRecord<OKU_CONTACT_CARD_REQUEST>(requestRecord);
     if (!record) return 0;
-    const OKU_WORD token = record->token;
+    const OKU_WORD vcardToken = record->token;
     const std::u16string jid = readText(record->jid);
     const ContactCard window(client_.host);
     if (!(client_.flags & FLAG_AUTHORIZED)) {
-        window.setStatus(token, u"Nie można wykonać. Brak połączenia.");
+        window.setStatus(vcardToken, u"Nie można wykonać. Brak połączenia.");
         return 0;
     }
-    window.setStatus(token, u"Pobieranie danych...");
+    window.setStatus(vcardToken, u"Pobieranie danych...");
     const auto compose = [&](const std::u16string& id) {
         const std::u16string vCard = lutCPW(u"vCard", {}, {{u"xmlns", ns::kVCard}});
         return lutCPW(u"iq", vCard, {{u"to", jid}, {u"id", id}, {u"type", u"get"}});
     };
-    requests_.ask(compose, [this, token](xmlElement& reply) { onResult(token, reply); });
+    requests_.ask(compose, [this, vcardToken](xmlElement& reply) { onContactVCardResult(vcardToken, reply); });
     return 0;
 }
 
-void ContactVCards::onResult(OKU_WORD token, const xmlElement& iq) {
-    if (!token) return;
+void ContactVCards::onContactVCardResult(OKU_WORD vcardToken, const xmlElement& iq) {
+    if (!vcardToken) return;
     const ContactCard window(client_.host);
     const xmlElement* vCard = iq.GetChildPtr(u"vCard");
     if (iq.GetAttribute(u"type") == u"error" || !vCard || vCard->children.empty()) {
-        window.setStatus(token, u"Serwer zwrócił błąd lub pusty element.");
+        window.setStatus(vcardToken, u"Serwer zwrócił błąd lub pusty element.");
         return;
     }
-    window.begin(token);
-    showFields(token, *vCard);
-    showPhoto(token, iq, *vCard);
+    window.begin(vcardToken);
+    showFields(vcardToken, *vCard);
+    showPhoto(vcardToken, iq, *vCard);
 }
 
-void ContactVCards::showFields(OKU_WORD token, const xmlElement& vCard) const {
+void ContactVCards::showFields(OKU_WORD vcardToken, const xmlElement& vCard) const {
     const ContactCard window(client_.host);
     std::u16string_view section;
     for (const CardRow& row : kRows) {
         const std::u16string value = cardText(vCard, row.path);
         if (value.empty()) continue;
         // Its first row brings a section's header: one without rows has none.
-        if (section != row.section) window.addSection(token, row.section);
+        if (section != row.section) window.addSection(vcardToken, row.section);
         section = row.section;
-        window.addField(token, row.label, value);
+        window.addField(vcardToken, row.label, value);
     }
 }
 
-void ContactVCards::showPhoto(OKU_WORD token, const xmlElement& iq, const xmlElement& vCard) {
+void ContactVCards::showPhoto(OKU_WORD vcardToken, const xmlElement& iq, const xmlElement& vCard) {
     const std::u16string hash = avatars_.onVCardPhoto(iq, vCard);
-    if (hash.empty() || !cache_.contains(hash)) return;
+    if (hash.empty() || !cache_.avatarFileExists(hash)) return;
     const ContactCard window(client_.host);
-    window.addSection(token, u"Obrazki");
-    window.addImage(token, u"Awatar:", cache_.path(hash));
+    window.addSection(vcardToken, u"Obrazki");
+    window.addImage(vcardToken, u"Awatar:", cache_.path(hash));
 }
 
 }  // namespace protolink

@@ -21,9 +21,9 @@ public:
     OKU_WORD onGetContactVCard(OKU_WORD requestRecord);
 
 private:
-    void onResult(OKU_WORD token, const xmlElement& iq);
-    void showFields(OKU_WORD token, const xmlElement& vCard) const;
-    void showPhoto(OKU_WORD token, const xmlElement& iq, const xmlElement& vCard);
+    void onContactVCardResult(OKU_WORD vcardToken, const xmlElement& iq);
+    void showFields(OKU_WORD vcardToken, const xmlElement& vCard) const;
+    void showPhoto(OKU_WORD vcardToken, const xmlElement& iq, const xmlElement& vCard);
 
     CClientClass& client_;
     Requests& requests_;

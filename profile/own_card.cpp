@@ -48,15 +48,15 @@ OKU_WORD OwnVCard::onGetMyVCard(OKU_WORD requestRecord) {
         return 0;
     }
     OwnCard(client_.host).signalBusyness(true);
-    request_.token = token;
+    request_.myVCardToken = token;
     const auto compose = [](const std::u16string& id) {
         return lutCPW(u"iq", vCardElement({}), {{u"id", id}, {u"type", u"get"}});
     };
-    requests_.ask(compose, [this](xmlElement& reply) { onFetched(reply); });
+    requests_.ask(compose, [this](xmlElement& reply) { onMyVCardResult(reply); });
     return 0;
 }
 
-void OwnVCard::onFetched(const xmlElement& iq) {
+void OwnVCard::onMyVCardResult(const xmlElement& iq) {
     const MessageBoxes boxes(client_.host);
     OwnCard(client_.host).signalBusyness(false);
     if (iq.GetAttribute(u"type") != u"result") {
@@ -77,7 +77,7 @@ void OwnVCard::fillForm(const xmlElement& vCard) const {
         if (kShown[i].path.name == kBirthday.name && values[i].size() == kLengthOfAYear) values[i] += u"-01-01";
     }
     for (std::size_t i = 0; i < kShown.size(); ++i)
-        OwnCard(client_.host).setField(request_.token, kShown[i].key, values[i]);
+        OwnCard(client_.host).setField(request_.myVCardToken, kShown[i].key, values[i]);
 }
 
 OKU_WORD OwnVCard::onSetMyVCard(OKU_WORD requestRecord) {
@@ -89,12 +89,12 @@ OKU_WORD OwnVCard::onSetMyVCard(OKU_WORD requestRecord) {
         return 0;
     }
     request_.tell(token, u"Uaktualnianie...");
-    request_.token = token;
+    request_.myVCardToken = token;
     const std::u16string card = vCardElement(readForm(token));
     const auto compose = [&](const std::u16string& id) {
         return lutCPW(u"iq", card, {{u"id", id}, {u"type", u"set"}});
     };
-    requests_.ask(compose, [this](xmlElement& reply) { onStored(reply); });
+    requests_.ask(compose, [this](xmlElement& reply) { onSetMyVCardResult(reply); });
     return 0;
 }
 
@@ -116,9 +116,9 @@ std::u16string OwnVCard::readForm(OKU_WORD token) const {
            lutCPW(u"EMAIL", lutCPW(u"USERID", email) + lutCPW(u"INTERNET", {}) + lutCPW(u"PREF", {}));
 }
 
-void OwnVCard::onStored(const xmlElement& iq) {
+void OwnVCard::onSetMyVCardResult(const xmlElement& iq) {
     request_.tell(iq.GetAttribute(u"type") == u"result" ? u"OK" : u"Bład");
-    request_.token = 0;
+    request_.myVCardToken = 0;
 }
 
 }  // namespace protolink

@@ -25,8 +25,8 @@ public:
     OKU_WORD onSetMyVCard(OKU_WORD requestRecord);
 
 private:
-    void onFetched(const xmlElement& iq);
-    void onStored(const xmlElement& iq);
+    void onMyVCardResult(const xmlElement& iq);
+    void onSetMyVCardResult(const xmlElement& iq);
     void fillForm(const xmlElement& vCard) const;
     std::u16string readForm(OKU_WORD token) const;
 

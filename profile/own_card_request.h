@@ -19,13 +19,13 @@ public:
     explicit OwnCardRequest(CClientClass& client) : client_(client) {}
 
     /// Tells the window what the request under way has come to.
-    void tell(const std::u16string& text) const { tell(token, text); }
+    void tell(const std::u16string& text) const { tell(myVCardToken, text); }
     /// The same for a request that has not begun.
     void tell(OKU_WORD request, const std::u16string& text) const {
         OwnCard(client_.host).setStatus(client_.netId, request, text);
     }
 
-    OKU_WORD token = 0;  // the host's word for it; 0 for none
+    OKU_WORD myVCardToken = 0;  // the host's word for it; 0 for none
 
 private:
     CClientClass& client_;

@@ -47,7 +47,7 @@ public:
 
     /// A message with an `event`. One that failed, or that the server had kept, tells nothing of the present: it is
     /// dropped.
-    void onMessage(const Stanza& message) const {
+    void onPubsubEvent(const Stanza& message) const {
         if (message.type == u"error" || isLate(message.element)) return;
         const xmlElement& event = *message.child(u"event", ns::kPubSubEvent);
         for (const EventNode<Parts>& row : nodes_) deliver(event, row, message.from);

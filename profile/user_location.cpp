@@ -9,7 +9,7 @@
 
 namespace protolink {
 
-void UserLocation::onEvent(const PubSubItem& item) const {
+void UserLocation::onGeolocEvent(const PubSubItem& item) const {
     auto data = makeRecord<OKU_PEP_LOCATION_DATA>();
     for (const LocationField& field : kLocationFields)
         if (const xmlElement* child = item.payload.GetChildPtr(field.element)) data.*field.text = child->text.c_str();

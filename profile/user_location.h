@@ -14,7 +14,7 @@ public:
     UserLocation(CClientClass& client, const PepListeners& listeners) : client_(client), listeners_(listeners) {}
 
     /// Listeners alone see where somebody is: the plugin shows nothing of it.
-    void onEvent(const PubSubItem& item) const;
+    void onGeolocEvent(const PubSubItem& item) const;
 
 private:
     CClientClass& client_;

@@ -30,7 +30,7 @@ OKU_PEP_MOOD_DATA readMood(const xmlElement& payload) {
 
 }  // namespace
 
-void UserMood::onEvent(const PubSubItem& item) const {
+void UserMood::onMoodEvent(const PubSubItem& item) const {
     const std::u16string from = parseJID(item.from).bare;
     const std::u16string itemId(item.id);
     OKU_PEP_MOOD_DATA mood = readMood(item.payload);

@@ -35,7 +35,7 @@ std::u16string bodyOf(const OKU_PEP_TUNE_DATA& tune) {
 
 }  // namespace
 
-void UserTune::onEvent(const PubSubItem& item) const {
+void UserTune::onTuneEvent(const PubSubItem& item) const {
     const std::u16string from = parseJID(item.from).bare;
     const std::u16string itemId(item.id);
     auto tune = makeRecord<OKU_PEP_TUNE_DATA>();

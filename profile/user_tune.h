@@ -16,7 +16,7 @@ public:
         : client_(client), listeners_(listeners), notice_(notice) {}
 
     /// Offered to listeners, then shown unless the user switched that off. A tune without content ends what was shown.
-    void onEvent(const PubSubItem& item) const;
+    void onTuneEvent(const PubSubItem& item) const;
 
 private:
     CClientClass& client_;

@@ -20,11 +20,11 @@ Routing Registration::begin(const xmlElement& features) {
     const auto request = [&content](const std::u16string& id) {
         return lutCPW(u"iq", lutCPW(u"query", content, {{u"xmlns", ns::kRegister}}), {{u"id", id}, {u"type", u"set"}});
     };
-    requests_.ask(request, [this](xmlElement& iq) { onResult(iq); });
+    requests_.ask(request, [this](xmlElement& iq) { registerResult(iq); });
     return Routing::Done;
 }
 
-void Registration::onResult(xmlElement& iq) {
+void Registration::registerResult(xmlElement& iq) {
     iq.SetAttribute(u"id", kDialogId);
     requests_.onStanza(Stanza::of(iq));
     if (iq.GetAttribute(u"type") != u"result") {

@@ -24,7 +24,7 @@ public:
     Routing begin(const xmlElement& features);
 
 private:
-    void onResult(xmlElement& iq);
+    void registerResult(xmlElement& iq);
     void giveUp();
 
     CClientClass& client_;

@@ -24,19 +24,19 @@ void ContactCard::begin(OKU_WORD token) const {
 }
 
 void ContactCard::addField(OKU_WORD token, const std::u16string& label, const std::u16string& value) const {
-    addRow(token, OKU_CARD_FIELD, value, label);
+    addVCardRow(token, OKU_CARD_FIELD, value, label);
 }
 
 void ContactCard::addSection(OKU_WORD token, const std::u16string& title) const {
-    addRow(token, OKU_CARD_SECTION, title, {});
+    addVCardRow(token, OKU_CARD_SECTION, title, {});
 }
 
 void ContactCard::addImage(OKU_WORD token, const std::u16string& label, const std::u16string& path) const {
-    addRow(token, OKU_CARD_IMAGE, path, label);
+    addVCardRow(token, OKU_CARD_IMAGE, path, label);
 }
 
-void ContactCard::addRow(OKU_WORD token, std::uint32_t kind, const std::u16string& value,
-                         const std::u16string& label) const {
+void ContactCard::addVCardRow(OKU_WORD token, std::uint32_t kind, const std::u16string& value,
+                              const std::u16string& label) const {
     auto record = makeRecord<OKU_CARD_ELEMENT>();
     record.label = label.c_str();
     record.value = value.c_str();

@@ -27,7 +27,8 @@ public:
     void addImage(OKU_WORD token, const std::u16string& label, const std::u16string& path) const;
 
 private:
-    void addRow(OKU_WORD token, std::uint32_t kind, const std::u16string& value, const std::u16string& label) const;
+    void addVCardRow(OKU_WORD token, std::uint32_t kind, const std::u16string& value,
+                     const std::u16string& label) const;
 
     const Host& host_;
 };

@@ -34,7 +34,7 @@ protected:
         update.SetChild(xmlElement(u"photo", u"a1b2"));
         xmlElement presence(u"presence");
         presence.SetChild(update);
-        return avatars.onPresence({presence, u"bob@example.org/desk", type, u""});
+        return avatars.onPresenceAvatar({presence, u"bob@example.org/desk", type, u""});
     }
 
     harness::RecordingHost host;
@@ -53,13 +53,13 @@ protected:
 TEST_F(AvatarPresences, OfAnErrorAnnounceNothing) {
     EXPECT_EQ(receive(u"error"), Routing::Next);
     EXPECT_TRUE(events.empty()) << events.front();
-    EXPECT_TRUE(cache.inFlight.empty());
+    EXPECT_TRUE(cache.avatarFetchesInFlight.empty());
 }
 
 TEST_F(AvatarPresences, OfAnyOtherTypeCount) {
     EXPECT_EQ(receive(u"unavailable"), Routing::Next);
     EXPECT_FALSE(events.empty());
-    EXPECT_TRUE(cache.inFlight.contains(u"a1b2"));
+    EXPECT_TRUE(cache.avatarFetchesInFlight.contains(u"a1b2"));
 }
 
 }  // namespace

@@ -43,7 +43,7 @@ std::vector<std::u16string> takenOf(const std::string& attributes, const std::st
     std::vector<xmlElement> roots;
     lutXMLParseA(roots, text);
     Parts parts;
-    PubSubEvents<Parts>(parts, kNodes).onMessage(Stanza::of(roots.at(0)));
+    PubSubEvents<Parts>(parts, kNodes).onPubsubEvent(Stanza::of(roots.at(0)));
     return parts.taken;
 }
 
