@@ -52,7 +52,7 @@ void Sessions::readOwnStatus(ProtocolEvent& event) {
 
 void Sessions::streamError(AccountEntry& account, const QString& condition, const QString& text) {
     account.reason = text.isEmpty() ? condition : text;
-    if (condition == QStringLiteral("conflict")) {
+    if (condition == QStringLiteral("conflict") && (account.line.bound || account.line.encrypted)) {
         parts_.sockets.sockets().conflictSeen(account.socket);
         account.reason =
             QCoreApplication::translate("Sessions", "To konto zalogowało się w innym miejscu z tym samym zasobem.");

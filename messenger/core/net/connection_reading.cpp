@@ -80,7 +80,8 @@ void Connection::releaseHeld() {
 void Connection::note(const Piece& piece) {
     if (piece.fault) {
         fault_ = piece.fault;
-        conflict_ = conflict_ || fault_->conflict;
+        // Only who is logged in somewhere can be thrown out there; before TLS anybody on the line could say so.
+        conflict_ = conflict_ || (fault_->conflict && (bound_ || tlsUp_));
     }
     if (!piece.ends) return;
     serverEnded_ = true;

@@ -159,6 +159,18 @@ TEST_F(SessionsOfAccounts, SendWhatWasWrittenOfflineAfterTheNextLogin) {
     EXPECT_EQ(plugin().log.size(), 2U) << "once is enough";
 }
 
+TEST_F(SessionsOfAccounts, BelieveAConflictOnlyOfAServerThatIsKnown) {
+    const auto believed = [this](LineState line) {
+        entry().line = std::move(line);
+        emit core->watch.streamError(&entry(), QStringLiteral("conflict"), {});
+        return entry().reason.contains(QStringLiteral("zasobem"));
+    };
+    EXPECT_FALSE(believed({})) << "anybody on the line could say it";
+    EXPECT_EQ(entry().reason, QStringLiteral("conflict"));
+    EXPECT_TRUE(believed({.encrypted = true}));
+    EXPECT_TRUE(believed({.bound = true}));
+}
+
 TEST_F(SessionsOfAccounts, SignOffBeforeThePluginIsLoadedAnew) {
     logIn();
     plugin().log.clear();

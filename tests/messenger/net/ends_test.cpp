@@ -184,6 +184,7 @@ TEST_F(Ends, ClosedByThePlugin) {
 }
 
 TEST_F(Ends, ConflictCountsAsAskedFor) {
+    bench->service.sessionBound("s");
     server.send(header +
                 "<stream:error><conflict xmlns='urn:ietf:params:xml:ns:xmpp-streams'/></stream:error>"
                 "</stream:stream>");
@@ -191,6 +192,16 @@ TEST_F(Ends, ConflictCountsAsAskedFor) {
     const End conflict = end();
     EXPECT_TRUE(conflict.askedFor);
     EXPECT_EQ(conflict.cause, EndCause::Conflict);
+}
+
+TEST_F(Ends, ConflictInClearBeforeALoginDoesNotAsAnybodyOnTheLineCouldSayIt) {
+    server.send(header +
+                "<stream:error><conflict xmlns='urn:ietf:params:xml:ns:xmpp-streams'/></stream:error>"
+                "</stream:stream>");
+    server.client().disconnectFromHost();
+    const End forged = end();
+    EXPECT_FALSE(forged.askedFor);
+    EXPECT_EQ(forged.text, "The server closed the connection. The server said: conflict.");
 }
 
 TEST_F(Ends, ConflictSeenByTheCoreCountsAsAskedFor) {

@@ -179,6 +179,18 @@ TEST_F(Tls, InitSslNeedsAnOpenSocket) {
     EXPECT_FALSE(bench->service.initSsl("s"));
 }
 
+TEST_F(Tls, AConflictOnAnEncryptedLineCountsBeforeTheLoginToo) {
+    direct(good());
+    ASSERT_TRUE(encrypted());
+    server.send(header +
+                "<stream:error><conflict xmlns='urn:ietf:params:xml:ns:xmpp-streams'/></stream:error>"
+                "</stream:stream>");
+    server.client().disconnectFromHost();
+    ASSERT_TRUE(bench->closed());
+    EXPECT_TRUE(bench->events.ends[0].askedFor);
+    EXPECT_EQ(bench->events.ends[0].cause, EndCause::Conflict);
+}
+
 TEST_F(Tls, ACertificateForTheDialledHostOnlyIsBad) {
     bench = std::make_unique<Bench>(settings());
     bench->dns->hosts["localhost"] = {QHostAddress::LocalHost};
