@@ -61,8 +61,10 @@ public:
         const QString path = newAccountPath(core_.profile.directory(), moduleBaseName(core_.options.modulePath), jid);
         const auto file = core_.settings.store(path);
         setUpAccount(*file, jid, password, settings);
-        if (!file->write())
+        if (!file->write()) {
+            file->remove();  // or it would be tried again, and the account come up at a later start
             return QCoreApplication::translate("Messenger", "Nie można zapisać konta w pliku %1.").arg(path);
+        }
         core_.reload.addAccount(bareJid(jid), path);
         return {};
     }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "messenger/core/storage/settings_file.h"
 
+#include <unistd.h>
 #include <QDateTime>
 #include <QFile>
 #include <utility>
@@ -48,17 +49,25 @@ void SettingsFile::read() {
     values_ = settingsFromBytes(content, ok);
     values_.insert(remembered);
     file.close();
-    if (!ok) setAside();
-    if (ok || unreadable_ || valuesOnDisk().isEmpty()) return;
-    // At once: until then no file stands in the place of the one that was put aside.
+    if (ok) return;
+    setAside();
+    if (unreadable_) return;
+    if (valuesOnDisk().isEmpty()) {
+        QFile::remove(path_);
+        return;
+    }
     dirty_ = true;
     write();
 }
 
 void SettingsFile::setAside() {
     const QString stamp = QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
-    const QString aside = path_ + QStringLiteral(".damaged-") + stamp;
-    unreadable_ = !QFile::rename(path_, aside);
+    const QString name = path_ + QStringLiteral(".damaged-") + stamp;
+    QString aside = name;
+    for (int more = 2; QFile::exists(aside); ++more) aside = name + QStringLiteral("-%1").arg(more);
+    // The damaged one keeps its place until a good one takes it: there may be no room for that now.
+    unreadable_ = ::link(QFile::encodeName(path_).constData(), QFile::encodeName(aside).constData()) != 0 &&
+                  !QFile::rename(path_, aside);
     emit noticed(
         unreadable_
             ? QCoreApplication::translate("Settings", "Plik ustawień %1 jest uszkodzony i nie można go odłożyć na bok.")

@@ -267,6 +267,24 @@ TEST_F(FullDisk, LosesNoSettingAndIsWrittenWhenThereIsRoom) {
     fileSteps() = steps.before;
 }
 
+TEST_F(FullDisk, LosesNothingOfASettingsFileThatIsDamagedAsWell) {
+    {
+        QFile damaged(path());
+        ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
+        damaged.write("XMPP/User = \"alice@example.org\"\nXMPP/Pass = \"cut\n");
+    }
+    fill();
+    for (int start = 0; start < 2; ++start) {
+        SettingsFile file(path());
+        file.read();
+        EXPECT_EQ(file.text(QStringLiteral("XMPP/User")), QStringLiteral("alice@example.org")) << start;
+    }
+    fileSteps() = steps.before;
+    SettingsFile file(path());
+    file.read();
+    EXPECT_EQ(contentOf(path()), "XMPP/User = \"alice@example.org\"\n");
+}
+
 TEST_F(FullDisk, LosesNoContactListAndIsWrittenWhenThereIsRoom) {
     ContactList list(path());
     QStringList told;
