@@ -1458,6 +1458,17 @@ Commands inside the program: /help. All of it: man oku-terminal
     </message>
 </context>
 <context>
+    <name>Sockets</name>
+    <message>
+        <source>Nie wiadomo, przez jaki serwer proxy się łączyć. %1</source>
+        <translation>The proxy server to connect through is not known. %1</translation>
+    </message>
+    <message>
+        <source>Plik %1 jest uszkodzony albo nie można go odczytać.</source>
+        <translation>The file %1 is damaged, or cannot be read.</translation>
+    </message>
+</context>
+<context>
     <name>Terminal</name>
     <message>
         <source>wiersz jest dłuższy niż 16 MiB</source>

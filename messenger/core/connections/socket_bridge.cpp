@@ -5,12 +5,17 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <QCoreApplication>
+#include <QFile>
+#include <utility>
 
 #include "host/oku/netlib.h"
 #include "messenger/core/accounts/accounts.h"
 #include "messenger/core/boundary/plugin_queue.h"
 #include "messenger/core/boundary/service_registry.h"
 #include "messenger/core/boundary/wide.h"
+#include "messenger/core/storage/private_file.h"
+#include "messenger/core/storage/settings_format.h"
 #include "messenger/core/windows/message_boxes.h"
 
 namespace oku {
@@ -43,9 +48,11 @@ void copyText(char16_t (&target)[256], const QString& text) {
 }
 
 /// A number out of a settings file; what does not fit must not turn into one that means something else.
-std::uint32_t unsignedSetting(const SettingsFile& file, const QString& key, qlonglong fallback) {
+std::uint32_t unsignedSetting(const QMap<QString, QVariant>& settings, const QString& key, qlonglong fallback) {
     constexpr qlonglong most = std::numeric_limits<std::uint32_t>::max();
-    return static_cast<std::uint32_t>(std::clamp<qlonglong>(file.number(key, fallback), 0, most));
+    bool ok = false;
+    const qlonglong number = settings.value(key).toLongLong(&ok);
+    return static_cast<std::uint32_t>(std::clamp<qlonglong>(ok ? number : fallback, 0, most));
 }
 
 }  // namespace
@@ -107,17 +114,44 @@ OKU_WORD SocketBridge::connectService(OKU_WORD param) {
     return sockets_->connect(name, request).number ? 1 : 0;
 }
 
-OKU_WORD SocketBridge::proxyDefaults(OKU_WORD param) const {
+std::optional<QMap<QString, QVariant>> SocketBridge::proxySettings() {
+    QString fault = foreignReason(proxyFile_);
+    QFile file(proxyFile_);
+    QMap<QString, QVariant> values;
+    if (fault.isEmpty() && file.exists()) {
+        bool ok = false;
+        const QByteArray content = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        if (file.error() == QFile::NoError) values = settingsFromBytes(content, ok);
+        if (!ok) {
+            fault = QCoreApplication::translate("Sockets", "Plik %1 jest uszkodzony albo nie można go odczytać.")
+                        .arg(proxyFile_);
+        }
+    }
+    const bool told = std::exchange(proxyFaultTold_, !fault.isEmpty());
+    if (fault.isEmpty()) return values;
+    if (!told) {
+        emit noticed(
+            {},
+            QCoreApplication::translate("Sockets", "Nie wiadomo, przez jaki serwer proxy się łączyć. %1").arg(fault));
+    }
+    return std::nullopt;
+}
+
+OKU_WORD SocketBridge::proxyDefaults(OKU_WORD param) {
     auto* record = recordAt<NL_PROXY_DEFAULTS>(param);
     if (!record) return 0;
-    SettingsFile file(proxyFile_);
-    file.read();
-    copyText(record->host, file.text(QStringLiteral("OKU/Proxy/Host")));
-    copyText(record->user, file.text(QStringLiteral("OKU/Proxy/User")));
-    copyText(record->password, file.text(QStringLiteral("OKU/Proxy/Pass")));
-    record->port = unsignedSetting(file, QStringLiteral("OKU/Proxy/Port"), 0);
-    record->enabled = file.number(QStringLiteral("OKU/Proxy/Enable"), 0) ? 1 : 0;
-    record->type = unsignedSetting(file, QStringLiteral("OKU/Proxy/Type"), NL_PROXY_SOCKS5);
+    const auto settings = proxySettings();
+    if (!settings) {
+        // No kind of proxy that there is, so that nobody dials past the one that the user chose.
+        record->enabled = 1;
+        return 1;
+    }
+    copyText(record->host, settings->value(QStringLiteral("OKU/Proxy/Host")).toString());
+    copyText(record->user, settings->value(QStringLiteral("OKU/Proxy/User")).toString());
+    copyText(record->password, settings->value(QStringLiteral("OKU/Proxy/Pass")).toString());
+    record->port = unsignedSetting(*settings, QStringLiteral("OKU/Proxy/Port"), 0);
+    record->enabled = unsignedSetting(*settings, QStringLiteral("OKU/Proxy/Enable"), 0) ? 1 : 0;
+    record->type = unsignedSetting(*settings, QStringLiteral("OKU/Proxy/Type"), NL_PROXY_SOCKS5);
     record->auth = record->user[0] ? 1 : 0;
     return 1;
 }

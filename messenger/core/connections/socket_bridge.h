@@ -3,6 +3,8 @@
 #pragma once
 
 #include <map>
+#include <optional>
+#include <QMap>
 #include <QObject>
 
 #include "host/oku/base.h"
@@ -58,7 +60,10 @@ private:
     void provideServices(ServiceRegistry& services);
     OKU_WORD create(OKU_WORD param);
     OKU_WORD connectService(OKU_WORD param);
-    OKU_WORD proxyDefaults(OKU_WORD param) const;
+    OKU_WORD proxyDefaults(OKU_WORD param);
+    /// What the host's own file of settings says, which is written by hand and stays as it is. Nothing, told once,
+    /// where it cannot be believed.
+    std::optional<QMap<QString, QVariant>> proxySettings();
     QString ownerOf(const QString& name) const;
     OKU_WORD callBack(const QString& name, std::uint32_t kind, OKU_WORD data);
 
@@ -67,6 +72,7 @@ private:
     std::map<QString, Socket> plugin_;  ///< the plugin's side of each socket
     quint64 loads_ = 0;                 ///< how often a plugin has gone
     QString proxyFile_;
+    bool proxyFaultTold_ = false;
     CertificateQuestions questions_;
     std::unique_ptr<net::SocketService> sockets_;
 };

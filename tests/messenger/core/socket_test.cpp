@@ -379,5 +379,42 @@ TEST_F(Sockets, GiveTheHostsOwnProxyFromItsFile) {
     EXPECT_GT(record.type, 4U);
 }
 
+TEST_F(Sockets, DialPastNoProxyWhoseSettingsCannotBeBelieved) {
+    QFile file(directory.filePath(QStringLiteral("oku.config")));
+    const auto write = [&file](const char* text) {
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        file.close();
+    };
+    const auto given = [this] {
+        auto record = makeRecord<NL_PROXY_DEFAULTS>();
+        EXPECT_EQ(call(u"OKU/NL/GetDefaultSettings", wordOf(&record)), 1);
+        return std::pair(record.enabled, record.type);
+    };
+    const std::pair none(1U, 0U);
+    write("OKU/Proxy/Enable = 1\nOKU/Proxy/Type = 4\n");
+    ASSERT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::WriteOther));
+    EXPECT_EQ(given(), none) << "somebody else could have written it";
+    EXPECT_EQ(given(), none);
+    EXPECT_EQ(notices.size(), 1) << "told once";
+    ASSERT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner));
+    EXPECT_EQ(given(), std::pair(1U, 4U));
+    write("OKU/Proxy/Enable = 1\nOKU/Proxy/Ty");
+    EXPECT_EQ(given(), none) << "half of it may be missing";
+    EXPECT_EQ(notices.size(), 2) << "a new fault is told anew";
+    EXPECT_TRUE(file.exists()) << "it was written by hand, and stays as it is";
+    inPlugin([this] {
+        auto record = makeRecord<NL_CONNECT_RECORD>();
+        record.host = u"127.0.0.1";
+        record.port = server.serverPort();
+        record.socket = account().socket.c_str();
+        record.serviceName = u"";
+        record.proxyEnabled = 1;
+        EXPECT_EQ(call(u"NetLib/ConnectService", wordOf(&record)), 1);
+    });
+    ASSERT_TRUE(saw("3 1"));
+    EXPECT_FALSE(server.hasPendingConnections());
+}
+
 }  // namespace
 }  // namespace oku::test
