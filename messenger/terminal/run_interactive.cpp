@@ -52,12 +52,19 @@ ExitCode runPlain(MessengerFace& messenger, const Options& options) {
                          [&loop] { loop.quit(); });
     output.whenLost([&display] { display.session().quit(); });
     if (!started(display.session())) return ExitCode::Failure;
-    const bool pastes = terminal && ::isatty(STDIN_FILENO) != 0 && coloursOfEnvironment() != Colours::None;
-    if (pastes) write(PlainDisplay::markPastes());
+    // Who types at a terminal pastes there, wherever the output goes.
+    const bool pastes = ::isatty(STDIN_FILENO) != 0 && coloursOfEnvironment() != Colours::None;
+    const auto tellTypist = [&](const QByteArray& bytes) {
+        if (terminal)
+            write(bytes);
+        else
+            writeAll(STDIN_FILENO, bytes);
+    };
+    if (pastes) tellTypist(PlainDisplay::markPastes());
     InputReader input(STDIN_FILENO, [&](const QByteArray& bytes) { display.feed(bytes); });
     SignalWatcher watcher({SIGINT, SIGTERM, SIGHUP}, [&](int) { display.session().quit(); });
     loop.exec();
-    if (pastes) write(PlainDisplay::leavePastes());
+    if (pastes) tellTypist(PlainDisplay::leavePastes());
     return endOf(output);
 }
 

@@ -38,13 +38,14 @@ def asleep(process):
 class Terminal:
     """A program on a pseudo terminal, and the rows that it has painted there."""
 
-    def __init__(self, arguments, columns=80, rows=24, **environment):
+    def __init__(self, arguments, columns=80, rows=24, output=None, **environment):
+        """`output`: where it writes instead of to its terminal."""
         self.master, slave = pty.openpty()
         self.slave = slave
         self.size(columns, rows)
         self.before = termios.tcgetattr(slave)
         surroundings = {"PATH": os.environ["PATH"], "LC_ALL": "en_US.UTF-8", "TERM": "xterm-256color", **environment}
-        self.process = subprocess.Popen(arguments, stdin=slave, stdout=slave, stderr=slave, env=surroundings,
+        self.process = subprocess.Popen(arguments, stdin=slave, stdout=output or slave, stderr=slave, env=surroundings,
                                         start_new_session=True,
                                         preexec_fn=lambda: fcntl.ioctl(0, termios.TIOCSCTTY, 0))
         self.bytes = b""
@@ -235,6 +236,19 @@ class InATerminal(unittest.TestCase):
         terminal.type("/quit\n")
         self.assertEqual(terminal.end(), 0)
         self.assertNotIn(b"status: away", terminal.bytes)
+        self.assertTrue(terminal.bytes.endswith(b"\x1b[?2004l"))
+
+    def test_nor_where_the_output_goes_elsewhere(self):
+        with tempfile.TemporaryFile() as output:
+            terminal = self.start("--plain", "--status", "online", output=output)
+            terminal.wait(lambda: b"\x1b[?2004h" in terminal.bytes)
+            terminal.type("/chat-with Olek\n\x1b[200~/quit\n/away\x1b[201~\n/quit\n")
+            self.assertEqual(terminal.end(), 0)
+            output.seek(0)
+            text = output.read()
+        self.assertIn("→Olek │ /quit".encode(), text)
+        self.assertNotIn(b"status: away", text)
+        self.assertNotIn(b"\x1b", text)
         self.assertTrue(terminal.bytes.endswith(b"\x1b[?2004l"))
 
     def test_a_password_is_not_seen(self):
