@@ -1460,7 +1460,7 @@ Commands inside the program: /help. All of it: man oku-terminal
 <context>
     <name>Sockets</name>
     <message>
-        <source>Nie wiadomo, przez jaki serwer proxy się łączyć. %1</source>
+        <source>Nie wiadomo, przez jaki serwer pośredniczący się łączyć. %1</source>
         <translation>The proxy server to connect through is not known. %1</translation>
     </message>
     <message>

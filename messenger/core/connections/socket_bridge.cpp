@@ -131,8 +131,8 @@ std::optional<QMap<QString, QVariant>> SocketBridge::proxySettings() {
     if (fault.isEmpty()) return values;
     if (!told) {
         emit noticed(
-            {},
-            QCoreApplication::translate("Sockets", "Nie wiadomo, przez jaki serwer proxy się łączyć. %1").arg(fault));
+            {}, QCoreApplication::translate("Sockets", "Nie wiadomo, przez jaki serwer pośredniczący się łączyć. %1")
+                    .arg(fault));
     }
     return std::nullopt;
 }
