@@ -150,7 +150,7 @@ OKU_WORD SocketBridge::proxyDefaults(OKU_WORD param) {
     copyText(record->user, settings->value(QStringLiteral("OKU/Proxy/User")).toString());
     copyText(record->password, settings->value(QStringLiteral("OKU/Proxy/Pass")).toString());
     record->port = unsignedSetting(*settings, QStringLiteral("OKU/Proxy/Port"), 0);
-    record->enabled = unsignedSetting(*settings, QStringLiteral("OKU/Proxy/Enable"), 0) ? 1 : 0;
+    record->enabled = settings->value(QStringLiteral("OKU/Proxy/Enable")).toLongLong() != 0 ? 1 : 0;
     record->type = unsignedSetting(*settings, QStringLiteral("OKU/Proxy/Type"), NL_PROXY_SOCKS5);
     record->auth = record->user[0] ? 1 : 0;
     return 1;

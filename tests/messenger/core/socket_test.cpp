@@ -372,9 +372,10 @@ TEST_F(Sockets, GiveTheHostsOwnProxyFromItsFile) {
     EXPECT_EQ(record.auth, 1U);
     EXPECT_EQ(std::u16string(record.host), u"proxy.example.org");
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("OKU/Proxy/Enable = 1\nOKU/Proxy/Port = 4294967297\nOKU/Proxy/Type = 4294967297\n");
+    file.write("OKU/Proxy/Enable = -1\nOKU/Proxy/Port = 4294967297\nOKU/Proxy/Type = 4294967297\n");
     file.close();
     EXPECT_EQ(call(u"OKU/NL/GetDefaultSettings", wordOf(&record)), 1);
+    EXPECT_EQ(record.enabled, 1U) << "any number but zero";
     EXPECT_GT(record.port, 65535U) << "a number that does not fit stays one that cannot be used";
     EXPECT_GT(record.type, 4U);
 }
