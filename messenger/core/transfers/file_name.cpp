@@ -19,8 +19,9 @@ bool isHarmful(char32_t c) {
     }
 }
 
-// Cut between characters.
+// Cut between characters. A unit is a byte at least, so that what a stranger made huge goes at once.
 QString shortened(QString name) {
+    if (name.size() > kLongestName) name.truncate(kLongestName - (name[kLongestName].isLowSurrogate() ? 1 : 0));
     while (name.toUtf8().size() > kLongestName) name.chop(name.back().isLowSurrogate() && name.size() > 1 ? 2 : 1);
     return name;
 }
@@ -46,10 +47,12 @@ OfferedFile readOffer(const QString& question, const QString& sender) {
         return file;
     const QString middle = question.mid(front.size(), question.size() - front.size() - back.size());
     const QString between = QStringLiteral(" (");
-    for (qsizetype at = middle.indexOf(between); at >= 0; at = middle.indexOf(between, at + 1))
+    const qsizetype last = middle.lastIndexOf(between);
+    if (last < 0) return file;
+    file.name = middle.left(last);
+    // No file has a longer one, and all of them together would cost the square of what a stranger sent.
+    for (qsizetype at = middle.indexOf(between); at >= 0 && at <= kLongestName; at = middle.indexOf(between, at + 1))
         file.possibleNames.append(middle.left(at));
-    if (file.possibleNames.isEmpty()) return file;
-    file.name = file.possibleNames.last();
     bool isNumber = false;
     const qint64 size = middle.mid(file.name.size() + between.size()).toLongLong(&isNumber);
     if (isNumber && size >= 0) file.size = size;

@@ -13,9 +13,11 @@ QString cleanFileName(const QString& name);
 
 /// What the plugin's question about an offered file says.
 struct OfferedFile {
-    QString name;               ///< as the other side chose it
-    qint64 size = -1;           ///< bytes; -1 when it is no number
-    QStringList possibleNames;  ///< what the file may be called: a name may look like the rest of the question
+    QString name;      ///< as the other side chose it
+    qint64 size = -1;  ///< bytes; -1 when it is no number
+    /// What the file may be called: a name may look like the rest of the question. None is longer than a file system
+    /// takes.
+    QStringList possibleNames;
 };
 
 /// Reads "Czy chcesz odebrać NAME (SIZEb) od SENDER?". No possible name when the question reads otherwise.

@@ -42,6 +42,27 @@ TEST(CleanFileNameTest, FitsIntoAFileSystemAndIsCutBetweenCharacters) {
     EXPECT_EQ(cleanFileName(QString(300, u'ż')), QString(127, u'ż'));
     const QString snake = QStringLiteral("\U0001F40D");
     EXPECT_EQ(cleanFileName(snake.repeated(100)), snake.repeated(63));
+    EXPECT_EQ(cleanFileName(QString(254, u'a') + snake), QString(254, u'a'));
+    EXPECT_EQ(cleanFileName(QString(255, u'a') + snake), QString(255, u'a'));
+    EXPECT_EQ(cleanFileName(QString(1 << 20, u'ż')), QString(127, u'ż'));
+}
+
+TEST(ReadOfferTest, FindsAllNamesThatAFileMayHave) {
+    const OfferedFile file =
+        readOffer(QStringLiteral("Czy chcesz odebrać a (1b) (2).txt (5b) od bob@example.org?"), "bob@example.org");
+    EXPECT_EQ(file.name, QStringLiteral("a (1b) (2).txt"));
+    EXPECT_EQ(file.size, 5);
+    EXPECT_EQ(file.possibleNames, QStringList({"a", "a (1b)", "a (1b) (2).txt"}));
+}
+
+TEST(ReadOfferTest, KeepsNoMoreNamesThanAFileCanHave) {
+    const QString name = QStringLiteral("x") + QStringLiteral(" (").repeated(100'000);
+    const OfferedFile file =
+        readOffer(QStringLiteral("Czy chcesz odebrać %1 (5b) od bob@example.org?").arg(name), "bob@example.org");
+    EXPECT_EQ(file.name, name);
+    EXPECT_EQ(file.size, 5);
+    EXPECT_EQ(file.possibleNames.size(), 128);
+    EXPECT_EQ(file.possibleNames.last().size(), 255);
 }
 
 }  // namespace
