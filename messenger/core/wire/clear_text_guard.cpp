@@ -38,6 +38,9 @@ bool ClearTextGuard::onProtocolEvent(ProtocolEvent& event) {
     if (!event.is(OKU_HOOK_STREAM_OUT, OKU_PHASE_BEFORE)) return false;
     if (!line.refused && (line.encrypted || event.account.clearTextAllowed())) return false;
     if (isNegotiation(event.data())) return false;
+    // Without a connection nothing can go out, and there is none to end: a transfer that ends between two connections
+    // still says so.
+    if (!event.account.has(OKU_FLAG_CONNECTED)) return true;
     refuse(event.account);
     return true;
 }

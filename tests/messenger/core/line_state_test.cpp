@@ -217,6 +217,18 @@ TEST_F(LineStates, LetOutOnlyWhatLeadsToTlsOrToTheEnd) {
     EXPECT_FALSE(offerOutgoing("<message to='b@c'/>"));
 }
 
+TEST_F(LineStates, EndNoConnectionWhereThereIsNone) {
+    for (const std::uint32_t flags : {0U, static_cast<std::uint32_t>(OKU_FLAG_CONNECTING)}) {
+        enter(clear);
+        account().flags = flags;
+        EXPECT_TRUE(offerOutgoing("<iq type='set'><close xmlns='http://jabber.org/protocol/ibb' sid='s'/></iq>"));
+        EXPECT_TRUE(notices.isEmpty());
+        EXPECT_FALSE(logged("status 7 ")) << "the next connection is still to come";
+        enter(bound);
+        EXPECT_FALSE(offerOutgoing("<message to='b@c'/>")) << "and is a line like any other";
+    }
+}
+
 TEST_F(LineStates, EndASessionInClearThatIsNotAllowedAnyMore) {
     allowClearText();
     enter(clear);
