@@ -145,9 +145,11 @@ private:
     /// The plugin asks about a file in one text of its name and its size, both as they came: where the size is none,
     /// the text can be read as one of another name.
     void hideOddSizes(const Stanza& stanza) {
-        const XmlChild* const offer = stanza.child("si");
-        if (!offer) return;
-        const Span inside = offer->content;
+        for (const XmlChild& offer : stanza.children)
+            if (offer.tag.name == "si") hideOddSizes(offer.content);
+    }
+
+    void hideOddSizes(Span inside) {
         TagScanner tags(event_.data().substr(inside.begin, inside.end - inside.begin));
         while (const auto tag = tags.next()) {
             const auto size = tag->name == "file" ? attribute(*tag, "size") : std::nullopt;

@@ -128,10 +128,10 @@ TEST_F(Guard, TakesOutLoginConfirmationsThatAPersonAsksFor) {
 
 TEST_F(Guard, TakesOutSizesOfFilesThatAreNoNumbers) {
     begin();
-    const auto offer = [](const std::string& file) {
-        return "<iq type='set' id='o1' from='bob@example.org/x'><si xmlns='http://jabber.org/protocol/si' "
-               "id='s'><feature/>" +
-               file + "</si></iq>";
+    std::string before;
+    const auto offer = [&before](const std::string& file) {
+        return "<iq type='set' id='o1' from='bob@example.org/x'>" + before +
+               "<si xmlns='http://jabber.org/protocol/si' id='s'><feature/>" + file + "</si></iq>";
     };
     const auto blanked = [](const std::string& text) { return std::string(text.size(), ' '); };
     for (const char* size : {"size='5 (6'", "size=\"x.txt (5\"", "size=''", "size='0x5'", "size=' 5'", "size='5.'",
@@ -144,6 +144,11 @@ TEST_F(Guard, TakesOutSizesOfFilesThatAreNoNumbers) {
     for (const char* size : {"size='5'", "size='-5'", "size='&#53;'", "size='18446744073709551615'", ""})
         expectLeft(offer("<file name='a (6' " + std::string(size) + "/>"));
     expectLeft("<iq type='set' id='o1' from='bob@example.org/x'><other><file size='5 (6'/></other></iq>");
+    for (const char* decoy : {"<si/>", "<si xmlns='x'/>", "<si><file size='5'/></si>"}) {
+        before = decoy;
+        EXPECT_EQ(left(offer("<file name='a' size='5 (6'/>")), offer("<file name='a' " + blanked("size='5 (6'") + "/>"))
+            << "the plugin looks for the one of its own kind";
+    }
 }
 
 TEST_F(Guard, TakesOutEndTagsThatCloseNothing) {
