@@ -173,8 +173,10 @@ bool FileOffers::accept(const AccountEntry& account, const Asked& asked) {
         return false;
     }
     std::copy_n(widePointer(folder.path), folder.path.size() + 1, asked.record.path);
-    parts_.windows.expect(
-        {asked.offer.contact, Direction::in, asked.offer.name, folder.path + asked.file.name, asked.offer.size});
+    QStringList paths;
+    for (const QString& name : asked.file.possibleNames) paths.append(folder.path + name);
+    parts_.windows.expect({asked.offer.contact, Direction::in, asked.offer.name, folder.path + asked.file.name,
+                           asked.offer.size, std::move(paths)});
     return true;
 }
 

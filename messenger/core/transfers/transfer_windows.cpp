@@ -67,6 +67,7 @@ OKU_WORD TransferWindows::init(OKU_WORD param) {
         transfer.name = known->name;
         transfer.path = known->path;
         transfer.size = known->size;
+        window.possiblePaths = std::move(known->possiblePaths);
     }
     record->updateFn = WindowUpdates::handler();
     record->updateData = transfer.number;
@@ -161,7 +162,8 @@ void TransferWindows::forgetOldest() {
 bool TransferWindows::receives(const QString& path) const {
     return std::any_of(windows_.begin(), windows_.end(), [&](const auto& one) {
         const Transfer& transfer = one.second.transfer;
-        return transfer.direction == Direction::in && !hasEnded(transfer.state) && transfer.path == path;
+        return transfer.direction == Direction::in && !hasEnded(transfer.state) &&
+               (transfer.path == path || one.second.possiblePaths.contains(path));
     });
 }
 

@@ -34,9 +34,10 @@ public:
         QString name;
         QString path;
         qint64 size = -1;
+        QStringList possiblePaths = {};  ///< of a file to be received: its name is not sure until it has begun
     };
     void expect(Expected expected) { expected_ = std::move(expected); }
-    /// Whether a file is on its way to this path.
+    /// Whether a file is on its way to this path, or may be.
     [[nodiscard]] bool receives(const QString& path) const;
 
     [[nodiscard]] QList<Transfer> transfers() const;
@@ -57,6 +58,7 @@ private:
     struct Window {
         Transfer transfer;
         QString key;  ///< of the account
+        QStringList possiblePaths;
         OKU_HANDLER callback = nullptr;
         OKU_WORD context = 0;
         Pace pace;

@@ -248,6 +248,17 @@ TEST_F(FileOfferTest, LaysNoFileOverOneThatIsOnItsWay) {
     EXPECT_EQ(path, folder("bob@example.org/"));
 }
 
+TEST_F(FileOfferTest, LaysNoFileOverOneThatMayBeOnItsWay) {
+    answerNext(OfferReply::accept);
+    inPlugin([&] {
+        EXPECT_EQ(ask(QStringLiteral("a.txt"), QStringLiteral("3 (9")), kAccept) << "it may be called a.txt (3, too";
+        openWindow();
+    });
+    EXPECT_EQ(path, folder("bob@example.org/"));
+    EXPECT_EQ(answered(QStringLiteral("a.txt")), kAccept);
+    EXPECT_EQ(path, folder("bob@example.org/2/"));
+}
+
 TEST_F(FileOfferTest, WritesThroughNoLink) {
     QDir().mkpath(folder("bob@example.org"));
     ASSERT_TRUE(QFile::link(folder("elsewhere"), folder("bob@example.org/a.txt")));
