@@ -3,7 +3,6 @@
 #include "transfer/download_job.h"
 
 #include <algorithm>
-#include <chrono>
 #include <utility>
 
 #include "transfer/transfer_base.h"
@@ -15,8 +14,6 @@ namespace {
 constexpr int kOk = 200;
 /// The window hears of a file's progress in blocks of so many bytes.
 constexpr std::size_t kBlock = 8191;
-/// Longer than a host that keeps its word ever holds a write to a window.
-constexpr std::chrono::seconds kPatience{5};
 
 }  // namespace
 
@@ -70,12 +67,16 @@ void DownloadJob::onEnd() noexcept {
     outcome_ = whole_ && closed ? Outcome::Received : Outcome::Failed;
 }
 
-void DownloadJob::detachWindow() {
+void DownloadJob::muteWindow(Clock::time_point now) {
+    if (!detached_.exchange(true)) mutedAt_ = now;
+}
+
+void DownloadJob::detachWindow(Clock::duration patience) {
     muteWindow();
     std::unique_lock lock(mutex_);
     // A host that calls back from inside an update would wait for itself.
     const std::thread::id self = std::this_thread::get_id();
-    written_.wait_for(lock, kPatience, [&] { return writer_ == std::thread::id() || writer_ == self; });
+    written_.wait_until(lock, mutedAt_ + patience, [&] { return writer_ == std::thread::id() || writer_ == self; });
 }
 
 }  // namespace protolink

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <memory>
@@ -20,6 +21,8 @@ namespace protolink {
 
 class DownloadJob final : public platform::DownloadListener {
 public:
+    using Clock = std::chrono::steady_clock;
+
     /// `size` in bytes is what the peer told; the file's `path` ends in the name that he chose.
     DownloadJob(const TransferWindowLink& window, std::uint64_t size, std::u16string path, std::u16string chosenName);
 
@@ -33,9 +36,11 @@ public:
     /// Whether the server gave the document. One that broke off counts, a file that could not be written does not.
     bool received() const { return outcome_ == Outcome::Received; }
     /// From now on the thread begins no write to the window.
-    void muteWindow() { detached_ = true; }
-    /// The same, and waits for a write that is under way.
-    void detachWindow();
+    void muteWindow(Clock::time_point now = Clock::now());
+    /// The same, and waits for a write that is under way, but no longer than `patience` from when the window was muted:
+    /// whoever mutes many waits for all of them at once. The patience is longer than a host that keeps its word ever
+    /// holds a write.
+    void detachWindow(Clock::duration patience = std::chrono::seconds(5));
 
 private:
     enum class Outcome { None, Received, Failed };
@@ -64,6 +69,7 @@ private:
 
     const TransferWindowLink window_;
     std::atomic<bool> detached_{false};
+    Clock::time_point mutedAt_;
     std::mutex mutex_;
     std::condition_variable written_;
     std::thread::id writer_;  // none while nothing is written
