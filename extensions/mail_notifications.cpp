@@ -79,8 +79,10 @@ void MailNotifications::onMailbox(const Stanza& iq) const {
 }
 
 void MailNotifications::tellListeners() const {
-    // The account itself, which the host knows by its user's name here.
-    const OKU_CONTACT_RECORD account = contactRecord(client_, client_.jid.node);
+    // The account itself, which the host knows by its user's name here. A listener may have the account dial anew,
+    // which replaces its address.
+    const std::u16string user = client_.jid.node;
+    const OKU_CONTACT_RECORD account = contactRecord(client_, user);
     client_.hooks.notice(HookKind::NewMail, &account);
 }
 

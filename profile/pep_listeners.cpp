@@ -17,7 +17,9 @@ OKU_CONTACT_IDENTITY PepListeners::identity(const std::u16string& bareJid) const
 
 bool PepListeners::take(PepKind kind, const std::u16string& bareJid, const void* data) const {
     auto record = makeRecord<OKU_PEP_EVENT>();
-    record.own = identity(client_.jid.bare);
+    // A listener may have the account dial anew, which replaces its address.
+    const std::u16string own = client_.jid.bare;
+    record.own = identity(own);
     record.contact = identity(bareJid);
     record.kind = static_cast<std::uint32_t>(kind);
     return client_.host.notifyEvent(event_, toWord(&record), toWord(data)) != 0;

@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+#include "host/oku/pep.h"
 #include "router/event_dispatcher.h"
 #include "tests/torture/scenarios.h"
 #include "tests/torture/transfers.h"
@@ -100,6 +101,55 @@ INSTANTIATE_TEST_SUITE_P(, Deeds, testing::Combine(testing::ValuesIn(kScenarios)
                          [](const auto& test) {
                              return std::string(std::get<0>(test.param).name) + "_" + std::get<1>(test.param).name;
                          });
+
+/// A listener that has the account dial anew, which gives it its address again, and then looks at whom it was told of.
+struct DialsInside {
+    std::u16string seen;
+
+    std::optional<OKU_WORD> dial(Client& client, const char16_t* const& id) {
+        client.setStatus(kNet, OKU_STATUS_OFFLINE);
+        client.setStatus(kNet, OKU_STATUS_ONLINE);
+        seen = id;
+        return std::nullopt;
+    }
+};
+
+/// Its address is too long to stand in a string itself.
+void logInUnderALongAddress(Client& client) {
+    client.host.settings[u"/profile/protoLink.config"][u"XMPP/User"] = u"alice-in-wonderland@example.org/home";
+    client.logIn();
+    ASSERT_TRUE(client.passUntilReady(60));
+}
+
+TEST(Subjects, OutliveADialInsideTheHookOfMail) {
+    Client client;
+    DialsInside listener;
+    logInUnderALongAddress(client);
+    client.host.before = [&](const Call& call) -> std::optional<OKU_WORD> {
+        if (call.name != u"OKU/CallProtolHooks") return std::nullopt;
+        const auto& hook = *reinterpret_cast<const OKU_PROTOCOL_HOOK*>(call.param);
+        if (hook.kind != OKU_HOOK_NEW_MAIL) return std::nullopt;
+        return listener.dial(client, static_cast<const OKU_CONTACT_RECORD*>(hook.subject)->id);
+    };
+    client.receive(kNet,
+                   "<iq id='m'><mailbox><mail-thread-info><subject>s</subject></mail-thread-info></mailbox></iq>");
+    EXPECT_EQ(listener.seen, u"alice-in-wonderland");
+}
+
+TEST(Subjects, OutliveADialInsideAPersonalEvent) {
+    Client client;
+    DialsInside listener;
+    logInUnderALongAddress(client);
+    client.host.before = [&](const Call& call) -> std::optional<OKU_WORD> {
+        if (call.name != u"evNotify" || !listener.seen.empty()) return std::nullopt;
+        return listener.dial(client, reinterpret_cast<const OKU_PEP_EVENT*>(call.param)->own.id);
+    };
+    client.receive(kNet,
+                   "<message from='contact0@example.org'><event xmlns='http://jabber.org/protocol/pubsub#event'><items "
+                   "node='http://jabber.org/protocol/mood'><item id='1'><mood "
+                   "xmlns='http://jabber.org/protocol/mood'><happy/></mood></item></items></event></message>");
+    EXPECT_EQ(listener.seen, u"alice-in-wonderland@example.org");
+}
 
 /// A target that changes the registry while it is fired.
 class Meddler : public CXMLTarget {
