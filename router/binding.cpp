@@ -47,6 +47,8 @@ void Binding::sessionResult(xmlElement& iq) {
         return;
     }
     requestServerFeatures();
+    // Also where a new header had come between the question and its answer: this session stands.
+    progress_.sessionAsked = true;
 
     const std::u16string rosterId = requests_.await([this](xmlElement& reply) { listener_.rosterResult(reply); });
     client_.hooks.notice(HookKind::SessionBound);
