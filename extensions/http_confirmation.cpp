@@ -20,8 +20,11 @@ constexpr std::u16string_view kQuestion =
     u"Identyfikator transakcji to:\r\r\r\r\t%s\r\r\r\r"
     u"Jeśli chcesz zezwolić na dostęp do podanego zasobu kliknij 'Tak'";
 
+/// The services that ask know the refusal by this name, which lacks the "ns" of all other conditions.
+constexpr std::u16string_view kRefusalConditions = u"urn:ietf:params:xml:xmpp-stanzas";
+
 std::u16string refusal() {
-    const std::u16string condition = lutCPW(u"not-authorized", {}, {{u"xmlns", ns::kStanzas}});
+    const std::u16string condition = lutCPW(u"not-authorized", {}, {{u"xmlns", kRefusalConditions}});
     return lutCPW(u"error", condition, {{u"type", u"auth"}, {u"code", u"401"}});
 }
 

@@ -101,7 +101,7 @@ class Events:
                 self.terminal.command("answer", box=box["box"], button=button)
                 stanza = answer.result()
             self.assertEqual(stanza.get("type"), kind)
-            refused = stanza.findall(".//{urn:ietf:params:xml:ns:xmpp-stanzas}not-authorized")
+            refused = stanza.findall(".//{urn:ietf:params:xml:xmpp-stanzas}not-authorized")
             self.assertEqual(len(refused), condition)
 
 
