@@ -52,6 +52,7 @@ WindowLayout CWndNewJID::layout() {
 
 void CWndNewJID::DestroyWindow() {
     account_.dispatcher.removeByTarget(*this);
+    if (use_ == Use::NewAccount) connection_.leaveRegistration();
     CUIWin7Dialog::DestroyWindow();
 }
 
@@ -88,7 +89,7 @@ void CWndNewJID::registerAccount() {
     if (!client.jid.hasNode || client.jid.domain.size() < kShortestDomain) return notice(u"Musisz podać pełen JID.");
     account_.dispatcher.addTarget(*this, Registration::kDialogId, this);
     setEnabled(false);
-    connection_.registerMode = 1;
+    connection_.beginRegistration();
     connection_.setStatus(Status::Online, client.statusDescription, 0);
 }
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "stream/connection.h"
 
+#include <utility>
+
 #include "host/record.h"
 #include "host/services/sockets.h"
 #include "host/services/timers.h"
@@ -114,7 +116,23 @@ std::int32_t Connection::sendStreamHeader() {
                    client_.jid.domain));
 }
 
+void Connection::beginRegistration() {
+    registerMode = 1;
+    registrationLeft_ = false;
+}
+
+void Connection::leaveRegistration() {
+    if (!registerMode) return;
+    if (client_.flags & FLAG_CONNECTED) {
+        registrationLeft_ = true;
+        return;
+    }
+    registerMode = 0;
+    disconnect(false);
+}
+
 void Connection::resetState() {
+    if (std::exchange(registrationLeft_, false)) registerMode = 0;
     input_.resetPartialInput();
     client_.flags = 0;
     listener_.onStateReset();

@@ -38,6 +38,13 @@ public:
     /// The host's callback for the reconnection timer. Always 1.
     OKU_WORD onReconnectTimer(OKU_WORD timerEvent);
 
+    /// The connection that follows is to register a new account, with the address and password that the account has
+    /// now.
+    void beginRegistration();
+    /// Nobody waits for that account any more. A connection that stands may still make it; no later one will, as it
+    /// would be taken for the login of the account that the user has.
+    void leaveRegistration();
+
     std::uint32_t registerMode = 0;  // this connection exists to register a new account
     std::uint32_t avatarEnabled = 0;
 
@@ -51,6 +58,7 @@ private:
     Reconnection& reconnection_;
     StreamListener& listener_;
     StreamInput input_;
+    bool registrationLeft_ = false;  // `registerMode` ends with the connection
 };
 
 }  // namespace protolink
