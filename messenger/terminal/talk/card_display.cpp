@@ -64,10 +64,7 @@ CardDisplay::CardDisplay(const Desk& desk) : desk_(desk) {
             });
     connect(&cards, &CardsFace::ownCardReceived, this, &CardDisplay::onOwnCard);
     connect(&cards, &CardsFace::ownCardWouldLose, this, &CardDisplay::onLosses);
-    connect(&cards, &CardsFace::ownCardStored, this, [this](const QString& account) {
-        forget(account);
-        desk_.log.tell(say(Text::OwnCardStored));
-    });
+    connect(&cards, &CardsFace::ownCardStored, this, &CardDisplay::onStored);
     connect(&cards, &CardsFace::ownCardFailed, this, tellError);
     connect(&cards, &CardsFace::ownPictureChanged, this, [this](const OwnPicture& picture) {
         desk_.log.tell(picture.hash.isEmpty() ? say(Text::OwnPictureGone) : say(Text::OwnPictureSet, picture.hash));
@@ -111,6 +108,18 @@ void CardDisplay::onOwnCard(const QString& account, const OwnCard& card) {
     desk_.log.list(say(Text::OwnCardHint), Style::Faint);
 }
 
+// What was changed while the rest was on its way to the server waits on.
+void CardDisplay::onStored(const QString& account) {
+    warned_.remove(account);
+    const CardFields sent = sent_.take(account);
+    CardFields& changes = changes_[account];
+    for (auto field = sent.begin(); field != sent.end(); ++field) {
+        if (changes.value(field.key()) == field.value()) changes.remove(field.key());
+    }
+    if (changes.isEmpty()) changes_.remove(account);
+    desk_.log.tell(say(Text::OwnCardStored));
+}
+
 void CardDisplay::onLosses(const QString& account, const QStringList& lost) {
     warned_.insert(account);
     desk_.log.tell(say(Text::OwnCardLosses, lossesText(lost)), Style::Question, kQuestion);
@@ -136,7 +145,11 @@ void CardDisplay::forget(const QString& account) {
 
 QString CardDisplay::store(const QString& account) {
     if (!changes_.contains(account)) return say(Text::OwnCardUnchanged);
-    return desk_.messenger.cards().storeOwnCard(account, changes_.value(account), warned_.remove(account));
+    const CardFields changes = changes_.value(account);
+    const QString reason = desk_.messenger.cards().storeOwnCard(account, changes, warned_.remove(account));
+    // One that is refused leaves that which is under way.
+    if (reason.isEmpty()) sent_.insert(account, changes);
+    return reason;
 }
 
 }  // namespace oku::terminal

@@ -25,11 +25,13 @@ public:
 private:
     void onCard(const QString& account, const ContactCard& card);
     void onOwnCard(const QString& account, const OwnCard& card);
+    void onStored(const QString& account);
     void onLosses(const QString& account, const QStringList& lost);
     void onPicture(const QString& account, const ContactPicture& picture);
 
     Desk desk_;
     QHash<QString, CardFields> changes_;  ///< by account
+    QHash<QString, CardFields> sent_;     ///< by account: what the last store was to change
     QSet<QString> warned_;                ///< accounts whose user was told what storing takes away
 };
 

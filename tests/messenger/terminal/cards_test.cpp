@@ -67,6 +67,26 @@ TEST_F(CardCommands, TheOwnCardIsChangedFieldByFieldAndStored) {
     EXPECT_EQ(heard(), "! unknown field \"phone\" (there are: nick name surname email www title role birth)");
 }
 
+TEST_F(CardCommands, WhatIsChangedWhileTheCardIsBeingStoredWaitsOn) {
+    type("/my-card nick Ala");
+    type("/my-card role");
+    EXPECT_EQ(type("/my-card store"), "storeOwnCard|ala@localhost|nick=Ala|role=|");
+    type("/my-card title dr");
+    type("/my-card nick Ola");
+    messenger.refusals.insert(QStringLiteral("storeOwnCard"), QStringLiteral("busy"));
+    EXPECT_EQ(type("/my-card store"), "storeOwnCard|ala@localhost|nick=Ola|role=|title=dr|");
+    messenger.refusals.clear();
+    heard();
+    emit cards().ownCardStored(kMe);
+    EXPECT_EQ(heard(), "- card stored");
+    EXPECT_EQ(type("/my-card store"), "storeOwnCard|ala@localhost|nick=Ola|title=dr|")
+        << "the title and the second nickname are not on the server";
+    emit cards().ownCardStored(kMe);
+    heard();
+    EXPECT_EQ(type("/my-card store"), "");
+    EXPECT_EQ(heard(), "! nothing of the card was changed");
+}
+
 TEST_F(CardCommands, StoringAgainAgreesToTheLosses) {
     type("/my-card nick Ala");
     EXPECT_EQ(type("/my-card store"), "storeOwnCard|ala@localhost|nick=Ala|");
