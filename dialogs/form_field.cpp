@@ -88,6 +88,8 @@ std::uint32_t CWndFormField::addControls(std::vector<Control>& page, std::uint32
         // Nothing stands before it, so what it is called is not to be seen.
         if (!type_->labelled) input.name = label_;
     }
+    // Without a label nothing is to be seen either, but the form's own name for it says more than none.
+    if (label_.empty()) input.name = var_;
     page.push_back(std::move(input));
     return kStep + static_cast<std::uint32_t>(more);
 }

@@ -39,7 +39,7 @@ typedef struct OKU_CONTROL {
     uint32_t id; /* names it within its window, except 0xFFFFFFFF, which any number of labels may have */
     uint32_t flags;
     const char16_t* text;
-    const char16_t* name;         /* what it is called where no label stands before it; may be null */
+    const char16_t* name;         /* what it is called where no label with a text stands before it; may be null */
     const char16_t* const* items; /* of the two kinds of drop-down; may be null */
     uint32_t itemCount;
     int32_t selection; /* the item that is chosen; -1: none */

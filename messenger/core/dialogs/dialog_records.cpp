@@ -54,7 +54,7 @@ void nameByLabel(QList<DialogControl>& controls) {
     DialogControl& control = controls.last();
     if (label.kind != ControlKind::label || !takesLabel(control.kind)) return;
     label.namesNext = true;
-    control.name = label.text;
+    if (!label.text.isEmpty()) control.name = label.text;
 }
 
 }  // namespace

@@ -70,10 +70,9 @@ QString contentText(const DialogsFace& dialogs, const PageRow& row) {
         case ControlKind::group:
             return QStringLiteral("── %1 ──").arg(oneLine(control.text));
         case ControlKind::check:
-            return QStringLiteral("[%1] %2").arg(QChar(control.checked ? u'x' : u' ')).arg(oneLine(control.text));
+            return QStringLiteral("[%1] %2").arg(QChar(control.checked ? u'x' : u' ')).arg(nameOf(control));
         case ControlKind::button:
-            return QStringLiteral("<%1>%2").arg(oneLine(control.text),
-                                                control.isDefault ? QStringLiteral(" !") : QString());
+            return QStringLiteral("<%1>%2").arg(nameOf(control), control.isDefault ? QStringLiteral(" !") : QString());
         default:
             return named(nameOf(control), valueText(dialogs, row));
     }
@@ -89,9 +88,9 @@ std::vector<PageRow> pageRows(const DialogsFace& dialogs, int window) {
 }
 
 QString nameOf(const DialogControl& control) {
-    const bool isItsText = control.kind == ControlKind::check || control.kind == ControlKind::button;
     if (control.kind == ControlKind::list && control.name.isEmpty()) return say(Text::DialogList);
-    return oneLine(isItsText ? control.text : control.name);
+    const bool isItsText = control.kind == ControlKind::check || control.kind == ControlKind::button;
+    return oneLine(isItsText && !control.text.isEmpty() ? control.text : control.name);
 }
 
 QString rowText(const DialogsFace& dialogs, const PageRow& row) {

@@ -52,6 +52,20 @@ TEST_F(Dialogs, ComeWholeAndAreToldWhenTheyAreShown) {
     EXPECT_EQ(core->dialogs.count(), 0U);
 }
 
+TEST_F(Dialogs, TakeTheirNamesFromLabelsThatSaySomething) {
+    Controls controls;
+    controls.add(OKU_CONTROL_LABEL, 0xFFFFFFFF);
+    controls.add(OKU_CONTROL_EDIT, 10).name = u"numer";
+    controls.add(OKU_CONTROL_LABEL, 0xFFFFFFFF, u"Hasło:");
+    controls.add(OKU_CONTROL_PASSWORD, 11).name = u"haslo";
+    controls.add(OKU_CONTROL_CHECK, 12).name = u"zgoda";
+    const int window = openSeen(controls);
+    EXPECT_EQ(face->control(window, 10)->name, QStringLiteral("numer"));
+    EXPECT_EQ(face->control(window, 11)->name, QStringLiteral("Hasło:"));
+    EXPECT_EQ(face->control(window, 12)->name, QStringLiteral("zgoda"));
+    EXPECT_EQ(face->control(window, 12)->text, QString());
+}
+
 TEST_F(Dialogs, KeepTheValuesThatThePluginAsksFor) {
     Controls controls;
     controls.add(OKU_CONTROL_EDIT, 10, u"stary");

@@ -52,6 +52,17 @@ TEST_F(SessionDialogs, ShowAWindowAsNumberedRows) {
     EXPECT_NE(heard().find("4.12 m"), std::string::npos);
 }
 
+TEST_F(SessionDialogs, ShowANameWhereThereIsNoText) {
+    DialogWindow window;
+    window.number = 8;
+    window.title = QStringLiteral("Formularz");
+    window.controls = {control(ControlKind::check, 25, "zgoda"), control(ControlKind::edit, 55, "numer", "1")};
+    open(window);
+    type("/dialog 8");
+    const std::string page = heard();
+    EXPECT_NE(page.find("  1 [ ] zgoda\n  2 numer: 1\n"), std::string::npos) << page;
+}
+
 TEST_F(SessionDialogs, CarryLinesToTheirControls) {
     enter();
     EXPECT_EQ(type("1 ola i ala"), "fill|7|21|ola i ala");
