@@ -140,6 +140,8 @@ void DialogServices::changeText(OpenDialog& dialog, DialogControl& control, cons
         return;
     }
     control.text = control.kind == ControlKind::button ? buttonCaption(text) : text;
+    // As after the user's own typing.
+    if (control.kind == ControlKind::editDropDown) control.selection = -1;
     if (!control.namesNext) return;
     DialogControl& named = dialog.window.controls[*dialog.places.constFind(control.id) + 1];
     named.name = text;

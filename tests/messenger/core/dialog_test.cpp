@@ -96,6 +96,12 @@ TEST_F(Dialogs, KeepTheValuesThatThePluginAsksFor) {
     heard();
     EXPECT_EQ(number(handle, 14, OKU_VALUE_SELECTION), -1);
     EXPECT_EQ(text(handle, 14), u"własne");
+    EXPECT_EQ(face->choose(window, 14, 1), QString());
+    heard();
+    EXPECT_EQ(number(handle, 14, OKU_VALUE_SELECTION), 1);
+    set(handle, 14, OKU_VALUE_TEXT, 0, u"gg.example.org");
+    EXPECT_EQ(text(handle, 14), u"gg.example.org");
+    EXPECT_EQ(number(handle, 14, OKU_VALUE_SELECTION), -1) << "its text is none of the items";
     set(handle, 13, OKU_VALUE_CLEAR_ITEMS, 0);
     EXPECT_EQ(text(handle, 13), u"");
     EXPECT_EQ(number(handle, 13, OKU_VALUE_SELECTION), -1);
