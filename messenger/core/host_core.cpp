@@ -80,6 +80,11 @@ void HostCore::connectParts() {
                      QCoreApplication::translate(
                          "HostCore", "Strony WWW pytają dalej; przez 2 minuty dostają bez pytania odpowiedź: nie."));
     });
+    connect(&queue, &PluginQueue::callFinished, &boxes, &MessageBoxes::endCall);
+    connect(&boxes, &MessageBoxes::leftOut, this, [this](const QString& title, int count) {
+        emit noticed(
+            {}, QCoreApplication::translate("HostCore", "Pominięto dalsze komunikaty (%1): %2.").arg(count).arg(title));
+    });
     connect(&history, &History::failed, this, [this](const QString& text) { emit noticed({}, text); });
     connect(&sessions, &Sessions::noticed, this, &HostCore::noticed);
     connect(&guards, &LineGuards::noticed, this, &HostCore::noticed);

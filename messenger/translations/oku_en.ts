@@ -742,6 +742,10 @@ Trust this certificate on this account from now on?</translation>
         <source>Strony WWW pytają dalej; przez 2 minuty dostają bez pytania odpowiedź: nie.</source>
         <translation>Web sites go on asking; for 2 minutes they get a no without a question to you.</translation>
     </message>
+    <message>
+        <source>Pominięto dalsze komunikaty (%1): %2.</source>
+        <translation>Further messages were left out (%1): %2.</translation>
+    </message>
 </context>
 <context>
     <name>Links</name>

@@ -28,6 +28,7 @@ BoxStyle styleOf(std::uint32_t style) {
 
 BoxButton defaultButton(BoxStyle style) { return style == BoxStyle::question ? BoxButton::no : BoxButton::ok; }
 
+constexpr int kMostNotices = 10;      // of one title, in one call into the plugin
 constexpr int kWebSitePatience = 60;  // seconds
 constexpr int kWebSiteRest = 120;     // seconds
 
@@ -96,6 +97,8 @@ OKU_WORD MessageBoxes::show(OKU_WORD param) {
     BoxButton result = defaultButton(style);
     const int seconds = isOfWebSite(*record) ? kWebSitePatience : 0;
     if (closed_ || (seconds > 0 && refusesUnasked())) return static_cast<OKU_WORD>(result);
+    if (style != BoxStyle::question && ++noticesOfCall_[wideText(record->title)] > kMostNotices)
+        return static_cast<OKU_WORD>(result);
     QEventLoop loop;
     bool answered = false;
     if (held_++ == 0) emit pluginHeld(true);
@@ -112,6 +115,12 @@ OKU_WORD MessageBoxes::show(OKU_WORD param) {
     if (--held_ == 0) emit pluginHeld(false);
     if (seconds > 0 && result != BoxButton::yes) restFromWebSites();
     return static_cast<OKU_WORD>(result);
+}
+
+void MessageBoxes::endCall() {
+    const auto noticesOfCall = std::exchange(noticesOfCall_, {});
+    for (auto title = noticesOfCall.begin(); title != noticesOfCall.end(); ++title)
+        if (title.value() > kMostNotices) emit leftOut(title.key(), title.value() - kMostNotices);
 }
 
 bool MessageBoxes::refusesUnasked() {

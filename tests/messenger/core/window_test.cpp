@@ -142,6 +142,38 @@ TEST_F(Windows, WhatIsHandedOverForWindowsIsKept) {
     EXPECT_EQ(core->windows.optionPages().size() + core->windows.propertyPages().size(), 2U);
 }
 
+TEST_F(Windows, ACallWithoutEndOfNoticesShowsTenOfATitle) {
+    QStringList titles;
+    QObject::connect(&core->boxes, &MessageBoxes::opened, core.get(), [&](const MessageBox& box) {
+        titles.append(box.title);
+        core->boxes.answer(box.number, box.style == BoxStyle::question ? BoxButton::yes : BoxButton::ok);
+    });
+    const auto ask = [this](const char16_t* title, std::uint32_t style) {
+        auto record = makeRecord<OKU_MESSAGE_BOX>();
+        record.text = u"Tekst";
+        record.title = title;
+        record.style = style;
+        return call(u"UI/MessageBox", wordOf(&record));
+    };
+    inPlugin([&] {
+        for (int at = 0; at < 1000; ++at) {
+            EXPECT_EQ(ask(u"Pole", at % 2 ? OKU_BOX_WARNING : OKU_BOX_INFORMATION), OKU_BUTTON_OK);
+            if (at % 50 == 0) {
+                EXPECT_EQ(ask(u"Pole", OKU_BOX_QUESTION), OKU_BUTTON_YES);
+            }
+        }
+        EXPECT_EQ(titles.count(QStringLiteral("Pole")), 10 + 20) << "what has to be decided is asked";
+        EXPECT_EQ(ask(u"Inne", OKU_BOX_ERROR), OKU_BUTTON_OK);
+        EXPECT_TRUE(titles.contains(QStringLiteral("Inne"))) << "another title has its own";
+        EXPECT_TRUE(notices.isEmpty());
+    });
+    EXPECT_EQ(notices, QStringList(QStringLiteral("Pominięto dalsze komunikaty (990): Pole.")));
+    titles.clear();
+    inPlugin([&] { ask(u"Pole", OKU_BOX_WARNING); });
+    EXPECT_EQ(titles, QStringList(QStringLiteral("Pole"))) << "a new call begins anew";
+    EXPECT_EQ(notices.size(), 1);
+}
+
 TEST_F(Windows, EveryServiceBearsANullRecord) {
     for (const char16_t* name : {u"OKU/Log",
                                  u"OKU/Settings/Init",
