@@ -60,10 +60,10 @@ void CheckedPictures::next() {
 void CheckedPictures::read(Waiting one) {
     const QByteArray content = reader_ ? trusted(one.path) : QByteArray();
     const QString hash = content.isEmpty() ? QString() : pictureHash(content);
-    if (hash.isEmpty() || QFileInfo::exists(fileFor(hash))) {
-        if (!hash.isEmpty()) noteUse(fileFor(hash));
-        one.done(hash.isEmpty() ? CheckedPicture() : CheckedPicture{fileFor(hash), hash});
-        return;
+    if (hash.isEmpty()) return one.done({});
+    if (isKept(hash)) {
+        noteUse(fileFor(hash));
+        return one.done({fileFor(hash), hash});
     }
     reading_ = true;
     reader_->read(content, [self = QPointer(this), hash, done = std::move(one.done)](const QByteArray& png) {
@@ -85,6 +85,11 @@ QByteArray CheckedPictures::trusted(const QString& path) const {
 }
 
 QString CheckedPictures::fileFor(const QString& hash) const { return ours_ + hash + QStringLiteral(".png"); }
+
+// One that was damaged is read anew: it would be shown for ever.
+bool CheckedPictures::isKept(const QString& hash) const {
+    return isSmallPng(readPictureFile(fileFor(hash), SymbolicLinks::followed));
+}
 
 CheckedPicture CheckedPictures::keep(const QString& hash, const QByteArray& png) const {
     if (png.isEmpty()) return {};

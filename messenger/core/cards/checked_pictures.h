@@ -50,6 +50,7 @@ private:
     void next();
     void read(Waiting one);
     [[nodiscard]] QString fileFor(const QString& hash) const;
+    [[nodiscard]] bool isKept(const QString& hash) const;
     [[nodiscard]] CheckedPicture keep(const QString& hash, const QByteArray& png) const;
     [[nodiscard]] QByteArray trusted(const QString& path) const;
 

@@ -5,9 +5,10 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
-#include <QtEndian>
 #include <QTimer>
 #include <utility>
+
+#include "messenger/core/cards/picture_file.h"
 
 namespace oku {
 namespace {
@@ -25,16 +26,6 @@ QProcessEnvironment environment() {
     // An empty one stands for the environment of this process.
     some.insert(QStringLiteral("LANG"), QStringLiteral("C.UTF-8"));
     return some;
-}
-
-/// The process that read it may have been in the hands of whoever made the picture.
-bool isSmallPng(const QByteArray& content) {
-    constexpr qsizetype kSides = 16;  // signature, length and name of the first chunk stand before them
-    if (content.size() < kSides + 8 || !content.startsWith("\x89PNG\r\n\x1a\n") || content.mid(12, 4) != "IHDR")
-        return false;
-    const auto side = [&](qsizetype at) { return qFromBigEndian<quint32>(content.constData() + at); };
-    const auto fits = [](quint32 points) { return points > 0 && points <= static_cast<quint32>(kPictureSide); };
-    return fits(side(kSides)) && fits(side(kSides + 4));
 }
 
 }  // namespace
@@ -82,6 +73,7 @@ private:
         if (!done) return;
         patience_.stop();
         deleteLater();
+        // The process may have been in the hands of whoever made the picture.
         done(good && output_.size() <= kMostOutput && isSmallPng(output_) ? output_ : QByteArray());
     }
 

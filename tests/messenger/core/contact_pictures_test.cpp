@@ -1,8 +1,10 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
 #include <unistd.h>
+#include <cerrno>
 
 #include "messenger/core/cards/picture_file.h"
+#include "messenger/core/storage/private_file.h"
 #include "tests/messenger/core/cards_stage.h"
 
 namespace oku::test {
@@ -10,7 +12,8 @@ namespace {
 
 const QByteArray kContent("a picture");
 const QByteArray kOther("another picture");
-const QByteArray kPng("its points");
+/// The head of one of 8 by 8 points.
+const QByteArray kPng = QByteArray::fromHex("89504e470d0a1a0a0000000d494844520000000800000008") + "its points";
 
 QString named(const QByteArray& content) { return QStringLiteral("L") + pictureHash(content); }
 QString changed(const char* jid, const QByteArray& content) {
@@ -44,15 +47,16 @@ TEST_F(ContactPicturesTest, OfEarlierRunsThoseThatWereUsedLastAreKept) {
     const QString folder = core->profile.cacheDirectory() + QStringLiteral("pictures/");
     ASSERT_TRUE(QDir().mkpath(folder));
     QDateTime time = QDateTime::currentDateTime().addDays(-100);
-    const auto put = [&](const QString& name, qint64 size) {
+    const auto put = [&](const QString& name, qint64 size, const QByteArray& head = {}) {
         QFile out(folder + name);
-        ASSERT_TRUE(out.open(QIODevice::WriteOnly) && out.resize(size));
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly) && out.write(head) == head.size() && out.flush());
+        ASSERT_TRUE(out.resize(size));
         time = time.addSecs(60);
         ASSERT_TRUE(out.setFileTime(time, QFileDevice::FileModificationTime));
     };
     constexpr qint64 mebibyte = 1024 * 1024;
     put(QStringLiteral("first.png"), 1);
-    put(pictureHash(kContent) + QStringLiteral(".png"), mebibyte);
+    put(pictureHash(kContent) + QStringLiteral(".png"), mebibyte, kPng);
     put(QStringLiteral("large.png"), 200 * mebibyte);
     put(QStringLiteral("small.png"), 55 * mebibyte);
     announce(u"bob@example.org", cached(named(kContent), kContent));
@@ -66,6 +70,47 @@ TEST_F(ContactPicturesTest, OfEarlierRunsThoseThatWereUsedLastAreKept) {
     EXPECT_EQ(QDir(folder).entryList(QDir::Files).size(), 5000);
     EXPECT_TRUE(QFile::exists(kept(kContent))) << "used a moment ago";
     EXPECT_FALSE(QFile::exists(folder + QStringLiteral("large.png")));
+}
+
+TEST_F(ContactPicturesTest, ADamagedOneOfAnEarlierRunIsReadAnew) {
+    const auto put = [&](const QByteArray& content) {
+        ASSERT_TRUE(QDir().mkpath(QFileInfo(kept(kContent)).path()));
+        QFile out(kept(kContent));
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly) && out.write(content) == content.size());
+    };
+    const QString path = cached(named(kContent), kContent);
+    QByteArray large = kPng;
+    large[18] = 1;  // 256 points more
+    for (const QByteArray& damaged : {QByteArray(), QByteArray(4096, '\0'), kPng.first(20), large}) {
+        put(damaged);
+        announce(u"bob@example.org", path);
+        ASSERT_EQ(reader->waiting.size(), 1U);
+        reader->answer(kPng);
+        EXPECT_EQ(take(), QStringList(changed("bob@example.org", kContent)));
+        EXPECT_EQ(readPictureFile(kept(kContent), SymbolicLinks::refused), kPng);
+        // He has another one until the next round.
+        announce(u"bob@example.org", cached(named(kOther), kOther));
+        reader->answer(kPng);
+        take();
+    }
+    put(kPng);
+    announce(u"bob@example.org", path);
+    EXPECT_TRUE(reader->waiting.empty()) << "a good one is used again";
+}
+
+TEST_F(ContactPicturesTest, WithoutRoomThereIsNone) {
+    announce(u"bob@example.org", cached(named(kContent), kContent));
+    ASSERT_EQ(reader->waiting.size(), 1U);
+    const FileSteps before = fileSteps();
+    fileSteps().write = [](int, const void*, size_t) -> ssize_t {
+        errno = ENOSPC;
+        return -1;
+    };
+    reader->answer(kPng);
+    fileSteps() = before;
+    EXPECT_EQ(take(), QStringList());
+    EXPECT_EQ(cards->picture(me, QStringLiteral("bob@example.org")).path, QString());
+    EXPECT_FALSE(QFile::exists(kept(kContent)));
 }
 
 TEST_F(ContactPicturesTest, EachPresenceNamesItAndItIsReadOnce) {
