@@ -60,25 +60,41 @@ void JsonMode::setStatusAtStart(Status status) {
 }
 
 void JsonMode::feed(const QByteArray& bytes) {
-    qsizetype start = 0;
-    while (start < bytes.size()) {
-        const qsizetype end = bytes.indexOf('\n', start);
-        if (!skipping_) input_ += bytes.mid(start, end < 0 ? -1 : end - start);
-        if (!skipping_ && input_.size() > kLongestLine) {
-            takeLine(input_);
-            input_.clear();
-            skipping_ = end < 0;
-        } else if (end >= 0) {
-            if (!std::exchange(skipping_, false)) takeLine(std::exchange(input_, {}));
-        }
-        if (end < 0) return;
-        start = end + 1;
-    }
+    input_ += bytes;
+    takeLines();
 }
 
 void JsonMode::end() {
+    takeLines();
+    searched_ = 0;
     if (!input_.isEmpty()) takeLine(std::exchange(input_, {}));
     if (!std::exchange(desk_.ending, true)) desk_.messenger.shutdown();
+}
+
+// Each line is taken away before it is run: what is fed while it holds this call goes on behind it.
+void JsonMode::takeLines() {
+    while (const auto line = nextLine()) takeLine(*line);
+}
+
+// What was run stays in front until the last line was taken: moved up for each of them, a large piece would be copied
+// over and over.
+std::optional<QByteArray> JsonMode::nextLine() {
+    const qsizetype end = input_.indexOf('\n', searched_);
+    if (end < 0) {
+        input_.remove(0, std::exchange(taken_, 0));
+        searched_ = input_.size();
+        return beginningOfTooLong();
+    }
+    const qsizetype start = std::exchange(taken_, end + 1);
+    searched_ = taken_;
+    return std::exchange(skipping_, false) ? QByteArray() : input_.mid(start, end - start);
+}
+
+std::optional<QByteArray> JsonMode::beginningOfTooLong() {
+    if (!skipping_ && input_.size() <= kLongestLine) return std::nullopt;
+    searched_ = 0;
+    const QByteArray beginning = std::exchange(input_, {});
+    return std::exchange(skipping_, true) ? std::nullopt : std::optional(beginning);
 }
 
 void JsonMode::takeLine(const QByteArray& line) {

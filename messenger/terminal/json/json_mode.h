@@ -4,6 +4,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <QByteArray>
 #include <QObject>
 #include <QString>
@@ -34,12 +35,17 @@ public:
     /// Sets the status of the chosen account; a refusal is a notice as well.
     void setStatusAtStart(Status status);
 
-    /// Bytes of the input, cut anywhere; runs the commands of all complete lines.
+    /// Bytes of the input, cut anywhere; runs the commands of all complete lines. A command may hold whoever runs it in
+    /// an event loop, from which more is fed, or the input ends: lines are run in their order all the same.
     void feed(const QByteArray& bytes);
-    /// The input has ended: a last line without a line feed counts, then the messenger is told to quit.
+    /// The input has ended: all lines before that are run, also a last one without a line feed, then the messenger is
+    /// told to quit.
     void end();
 
 private:
+    void takeLines();
+    std::optional<QByteArray> nextLine();
+    std::optional<QByteArray> beginningOfTooLong();
     void takeLine(const QByteArray& line);
     void run(const JsonCommand& command);
     void answerWaiting(const QString& account, const QString& jid);
@@ -51,7 +57,9 @@ private:
     QString account_;
     std::function<void()> onFinished_;
     QByteArray input_;
-    bool skipping_ = false;  ///< inside a line that is too long
+    qsizetype taken_ = 0;     ///< so much at the front of `input_` was run
+    qsizetype searched_ = 0;  ///< up to here no line ends behind that
+    bool skipping_ = false;   ///< inside a line that is too long
 };
 
 }  // namespace oku::terminal

@@ -7,6 +7,7 @@ namespace oku::terminal::test {
 QString Script::note(const char* name, const QStringList& values) const {
     const QString call = QString::fromLatin1(name);
     calls.append((QStringList{call} + values).join(u'|'));
+    if (const auto act = within.take(call)) act();
     return refusals.value(call);
 }
 

@@ -5,6 +5,7 @@
 // says. Its small life of its own (an account, a list) is enough to run the program on.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <QMap>
 #include <QStringList>
@@ -20,6 +21,8 @@ struct Script {
     mutable QStringList calls;
     // The reason that the commands of this name are refused with.
     QMap<QString, QString> refusals;
+    // What happens from within the next command of this name, as when a question holds it.
+    mutable QMap<QString, std::function<void()>> within;
 
     QList<Account> accountList;
     QMap<QString, QList<Contact>> contactLists;                // by account

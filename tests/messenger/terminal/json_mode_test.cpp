@@ -406,6 +406,43 @@ TEST_F(JsonModeTest, ThrowsAwayALineThatIsTooLongAndGoesOn) {
     EXPECT_EQ(last().value("event"), "ok");
 }
 
+TEST_F(JsonModeTest, KeepsTheOrderOfLinesWhileACommandHoldsIt) {
+    messenger.within["fetchOwnPicture"] = [this] {
+        mode.feed("ny\",\"jid\":\"2@b\"}\n{\"cmd\":\"deny\",\"jid\":\"3@b\"}\n{\"cmd\":\"de");
+    };
+    mode.feed("{\"cmd\":\"fetch-picture\"}\n{\"cmd\":\"deny\",\"jid\":\"1@b\"}\n{\"cmd\":\"de");
+    mode.feed("ny\",\"jid\":\"4@b\"}\n");
+    EXPECT_EQ(messenger.takeCalls().join(u'\n').toStdString(),
+              "fetchOwnPicture|ala@localhost\ndeny|ala@localhost|1@b\ndeny|ala@localhost|2@b\n"
+              "deny|ala@localhost|3@b\ndeny|ala@localhost|4@b");
+    EXPECT_EQ(events.size(), 4);
+    for (const QJsonObject& event : events) EXPECT_EQ(event.value("event"), "ok");
+}
+
+TEST_F(JsonModeTest, RunsTheLinesBeforeTheEndWhileACommandHoldsIt) {
+    messenger.finishAtOnce = false;
+    messenger.within["fetchOwnPicture"] = [this] { mode.end(); };
+    mode.feed("{\"cmd\":\"fetch-picture\"}\n{\"cmd\":\"deny\",\"jid\":\"1@b\"}\n{\"cmd\":\"deny\",\"jid\":\"2@b\"}");
+    EXPECT_EQ(messenger.takeCalls().join(u'\n').toStdString(),
+              "fetchOwnPicture|ala@localhost\ndeny|ala@localhost|1@b\ndeny|ala@localhost|2@b\nshutdown");
+    EXPECT_EQ(events.size(), 2);
+    for (const QJsonObject& event : events) EXPECT_EQ(event.value("event"), "ok");
+}
+
+TEST_F(JsonModeTest, ThrowsAwayALineThatIsTooLongWhileACommandHoldsIt) {
+    messenger.within["fetchOwnPicture"] = [this] {
+        mode.feed(QByteArray(17 << 20, 'x'));
+        mode.feed("the rest\n{\"cmd\":\"deny\",\"jid\":\"2@b\"}\n");
+    };
+    mode.feed("{\"cmd\":\"fetch-picture\"}\n{\"cmd\":\"deny\",\"jid\":\"1@b\"}\nx");
+    ASSERT_EQ(events.size(), 3);
+    EXPECT_EQ(events[0].value("event"), "ok");
+    EXPECT_EQ(events[1].value("reason"), "the line is longer than 16 MiB");
+    EXPECT_EQ(events[2].value("event"), "ok");
+    EXPECT_EQ(messenger.takeCalls().join(u'\n').toStdString(),
+              "fetchOwnPicture|ala@localhost\ndeny|ala@localhost|1@b\ndeny|ala@localhost|2@b");
+}
+
 TEST_F(JsonModeTest, QuitsWithByeAsTheLastLine) {
     const auto answers = say_(R"({"cmd":"quit","id":1})");
     ASSERT_EQ(answers.size(), 2);
