@@ -4,6 +4,7 @@
 
 import base64
 import hashlib
+import json
 import struct
 import unittest
 import xml.etree.ElementTree as ET
@@ -273,6 +274,18 @@ class WithoutPubSub(Case):
         terminal.command("answer", box=box["box"], button="ok")
         answer = terminal.wait_for(lambda event: event.get("id") == number, "the answer")
         self.assertIn("XEP-060", answer["reason"])
+
+    def test_a_refusal_in_a_box_holds_up_no_line_that_comes_with_it(self):
+        terminal = self.online("ala", self.prosody())
+        lines = [{"cmd": "fetch-picture"}, {"cmd": "message", "id": "m", "to": "olek@localhost", "body": "przed końcem"}]
+        terminal.send_line("\n".join(json.dumps(line) for line in lines).encode())
+        terminal.child.process.stdin.close()
+        self.assertEqual(terminal.wait_for_end(), 0)
+        answer = terminal.wait_for(lambda event: event.get("id") == "m", "the answer")
+        self.assertEqual(answer["event"], "ok")
+        again = self.messenger("ala")
+        kept = again.ask("history", "history", **{"with": "olek@localhost"})["messages"]
+        self.assertEqual([message["body"] for message in kept], ["przed końcem"])
 
 
 if __name__ == "__main__":

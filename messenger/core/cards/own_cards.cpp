@@ -77,7 +77,10 @@ QString OwnCards::begin(AccountEntry& account, Operation operation) {
     const bool aboutCard = operation.kind == Kind::fetchCard || operation.kind == Kind::storeCard;
     running_.emplace(token, std::move(operation));
     QTimer::singleShot(kCardPatience, this, [this, token] { fail(token, serverSilent()); });
-    parts_.queue.post(account.key, [this, token, aboutCard] { aboutCard ? askServer(token) : call(token); });
+    const auto inTurn = [this, token, aboutCard] { aboutCard ? askServer(token) : call(token); };
+    // From the event loop: the plugin may open a box, which holds whoever called until it is answered.
+    QMetaObject::invokeMethod(
+        this, [this, key = account.key, inTurn] { parts_.queue.post(key, inTurn); }, Qt::QueuedConnection);
     return {};
 }
 

@@ -36,17 +36,27 @@ std::optional<Status> MenuModel::chosenStatus(const QString& menu, const QString
 }
 
 bool MenuModel::activate(const QString& id) {
-    const auto wanted = [id](const Item& item) { return item.item.id == id && item.callback && !item.item.separator; };
-    if (std::none_of(items_.begin(), items_.end(), wanted)) return false;
-    queue_.post({}, [this, id, wanted] {
-        // The item may have gone while the call waited.
-        const auto found = std::find_if(items_.begin(), items_.end(), wanted);
-        if (found == items_.end()) return;
+    if (!find(id)) return false;
+    // From the event loop: a callback may open a question, which holds whoever called until it is answered.
+    QMetaObject::invokeMethod(
+        this, [this, id] { activateInTurn(id); }, Qt::QueuedConnection);
+    return true;
+}
+
+void MenuModel::activateInTurn(const QString& id) {
+    queue_.post({}, [this, id] {
+        const Item* const found = find(id);
+        if (!found) return;  // it went while the call waited
         auto event = makeRecord<OKU_MENU_EVENT>();
         event.id = widePointer(id);
         found->callback(wordOf(&event), 0, found->context);
     });
-    return true;
+}
+
+const MenuModel::Item* MenuModel::find(const QString& id) const {
+    const auto wanted = [&](const Item& item) { return item.item.id == id && item.callback && !item.item.separator; };
+    const auto found = std::find_if(items_.begin(), items_.end(), wanted);
+    return found == items_.end() ? nullptr : &*found;
 }
 
 OKU_WORD MenuModel::add(OKU_WORD param) {

@@ -27,8 +27,11 @@ public:
     [[nodiscard]] QList<MenuItem> items(const QString& parent) const;
     /// The status that this item chooses when it is one of the account's status menu; nothing for any other.
     [[nodiscard]] std::optional<Status> chosenStatus(const QString& menu, const QString& id) const;
-    /// Calls the item's callback through the queue. False when there is no such item, or nothing to call.
+    /// Has the item's callback called through the queue, and holds nobody meanwhile. False when there is no such item,
+    /// or nothing to call.
     bool activate(const QString& id);
+    /// Puts the call into the queue at once: a choice of a status keeps its place among those before and after it.
+    void activateInTurn(const QString& id);
     void dropPlugin() { items_.clear(); }
 
 signals:
@@ -41,6 +44,7 @@ private:
         OKU_WORD context;
     };
 
+    [[nodiscard]] const Item* find(const QString& id) const;  ///< null when there is nothing to call
     OKU_WORD add(OKU_WORD param);
     OKU_WORD modify(OKU_WORD param);
 

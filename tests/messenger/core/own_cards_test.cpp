@@ -21,7 +21,17 @@ protected:
     void haveCard(const QString& content) {
         answerQuery(QStringLiteral("<vCard xmlns='vcard-temp'>%1</vCard>").arg(content));
     }
-    QString store(const CardFields& changes, bool agreed = false) { return cards->storeOwnCard(me, changes, agreed); }
+    /// What was begun reaches the plugin from the event loop; gives the reason why it was not.
+    QString begun(const QString& reason) {
+        QCoreApplication::sendPostedEvents(&core->ownCards, QEvent::MetaCall);
+        return reason;
+    }
+    QString request() { return begun(cards->requestOwnCard(me)); }
+    QString store(const CardFields& changes, bool agreed = false) {
+        return begun(cards->storeOwnCard(me, changes, agreed));
+    }
+    QString publish() { return begun(cards->publishOwnPicture(me)); }
+    QString fetch() { return begun(cards->fetchOwnPicture(me)); }
     void havePicture() {
         QFile file(directory.filePath(QStringLiteral("mine")));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -35,14 +45,14 @@ protected:
 };
 
 TEST_F(OwnCardsTest, TheServerIsAskedFirst) {
-    EXPECT_EQ(cards->requestOwnCard(me), QString());
+    EXPECT_EQ(request(), QString());
     EXPECT_NE(lastQuery(), QString());
     EXPECT_EQ(asked(), "");
-    EXPECT_FALSE(cards->requestOwnCard(me).isEmpty()) << "one at a time";
+    EXPECT_FALSE(request().isEmpty()) << "one at a time";
 }
 
 TEST_F(OwnCardsTest, TheFieldsComeFromThePlugin) {
-    cards->requestOwnCard(me);
+    request();
     haveCard(QStringLiteral("<NICKNAME>Al</NICKNAME><PHOTO><BINVAL>AAAA</BINVAL></PHOTO>"));
     EXPECT_EQ(asked(), "PFGetMyVCard");
     inPlugin([&] { call(u"MyVCard/SignalBusyness", 1); });
@@ -58,7 +68,7 @@ TEST_F(OwnCardsTest, TheFieldsComeFromThePlugin) {
 }
 
 TEST_F(OwnCardsTest, ACardThatIsNotThereIsEmpty) {
-    cards->requestOwnCard(me);
+    request();
     answerQuery(
         QStringLiteral("<error type='cancel'><item-not-found xmlns='urn:ietf:params:xml:ns:xmpp-stanzas'/></error>"),
         "error");
@@ -67,7 +77,7 @@ TEST_F(OwnCardsTest, ACardThatIsNotThereIsEmpty) {
 }
 
 TEST_F(OwnCardsTest, AnErrorIsNoCard) {
-    cards->requestOwnCard(me);
+    request();
     answerQuery(QStringLiteral(
                     "<error type='wait'><internal-server-error xmlns='urn:ietf:params:xml:ns:xmpp-stanzas'/></error>"),
                 "error");
@@ -75,7 +85,7 @@ TEST_F(OwnCardsTest, AnErrorIsNoCard) {
 }
 
 TEST_F(OwnCardsTest, AWarningAtTheEndIsAFailure) {
-    cards->requestOwnCard(me);
+    request();
     haveCard({});
     inPlugin([&] { box(OKU_BOX_WARNING, u"O czym innym."); });
     EXPECT_EQ(take(), QStringList()) << "the answer has not come";
@@ -87,7 +97,7 @@ TEST_F(OwnCardsTest, AWarningAtTheEndIsAFailure) {
 }
 
 TEST_F(OwnCardsTest, AnEndWithoutAWordIsAFailure) {
-    cards->requestOwnCard(me);
+    request();
     haveCard({});
     inPlugin([&] { call(u"MyVCard/SignalBusyness", 0); });
     EXPECT_EQ(take(), (QStringList{"idle", "no own card|Serwer nie odpowiedział."}));
@@ -146,21 +156,21 @@ TEST_F(OwnCardsTest, ASmallBufferIsNotWrittenOver) {
 }
 
 TEST_F(OwnCardsTest, ThePictureIsPublished) {
-    EXPECT_FALSE(cards->publishOwnPicture(me).isEmpty()) << "there is none";
+    EXPECT_FALSE(publish().isEmpty()) << "there is none";
     havePicture();
-    EXPECT_EQ(cards->publishOwnPicture(me), QString());
+    EXPECT_EQ(publish(), QString());
     EXPECT_EQ(asked(), "PFSetMyAvatar");
     inPlugin([&] { ownStatus(token(), u"Uaktualnianie danych..."); });
-    EXPECT_FALSE(cards->fetchOwnPicture(me).isEmpty()) << "one at a time";
+    EXPECT_FALSE(fetch().isEmpty()) << "one at a time";
     inPlugin([&] { ownStatus(token(), u"OK"); });
     EXPECT_EQ(take(), (QStringList{"progress|Uaktualnianie danych...", "published|alice@example.org"}));
-    cards->publishOwnPicture(me);
+    publish();
     inPlugin([&] { ownStatus(token(), u"Bląd, brak PubSub"); });
     EXPECT_EQ(take(), took("refused|Bląd, brak PubSub"));
 }
 
 TEST_F(OwnCardsTest, ThePublishedPictureBecomesTheOwn) {
-    EXPECT_EQ(cards->fetchOwnPicture(me), QString());
+    EXPECT_EQ(fetch(), QString());
     const QString path = cached(QStringLiteral("Lx"), "published");
     inPlugin([&] {
         call(u"MyVCard/SignalBusyness", 0);
@@ -176,20 +186,38 @@ TEST_F(OwnCardsTest, ThePublishedPictureBecomesTheOwn) {
 
 TEST_F(OwnCardsTest, ARefusalInABoxIsTold) {
     plugin().onCard = [&](tiny::Account&, const std::string&, OKU_WORD) { box(OKU_BOX_WARNING, u"Nie można."); };
-    cards->fetchOwnPicture(me);
+    fetch();
     EXPECT_EQ(take(), took("refused|Nie można."));
 }
 
+TEST_F(OwnCardsTest, ABoxHoldsNobodyWhoAsks) {
+    plugin().onCard = [&](tiny::Account&, const std::string&, OKU_WORD) { box(OKU_BOX_WARNING, u"Nie można."); };
+    EXPECT_EQ(cards->fetchOwnPicture(me), QString());
+    EXPECT_EQ(asked(), "") << "the box would hold whoever asks";
+    EXPECT_FALSE(fetch().isEmpty()) << "one at a time";
+    EXPECT_EQ(asked(), "PFGetMyAvatar");
+    EXPECT_EQ(take(), took("refused|Nie można."));
+}
+
+TEST_F(OwnCardsTest, WhatLosesItsConnectionBeforeItsTurnAsksNothing) {
+    EXPECT_EQ(cards->fetchOwnPicture(me), QString());
+    loseConnection();
+    EXPECT_TRUE(take().join(u' ').startsWith(QStringLiteral("refused|")));
+    begun({});
+    EXPECT_EQ(asked(), "");
+    EXPECT_EQ(take(), QStringList());
+}
+
 TEST_F(OwnCardsTest, TheConnectionsEndIsTheirs) {
-    cards->requestOwnCard(me);
+    request();
     loseConnection();
     const QStringList lines = take();
     ASSERT_EQ(lines.size(), 1);
     EXPECT_TRUE(lines[0].startsWith(QStringLiteral("no own card|")));
     haveCard({});
     EXPECT_EQ(asked(), "");
-    EXPECT_FALSE(cards->requestOwnCard(me).isEmpty());
-    EXPECT_FALSE(cards->publishOwnPicture(me).isEmpty());
+    EXPECT_FALSE(request().isEmpty());
+    EXPECT_FALSE(publish().isEmpty());
 }
 
 }  // namespace

@@ -73,6 +73,7 @@ TEST_F(ChosenDuringALogin, WhatChoosesNoStatusIsCarriedOutAtOnce) {
     bool shown = false;
     QObject::connect(&core->statusWindows, &StatusWindows::requested, core.get(), [&] { shown = true; });
     EXPECT_TRUE(activate(menuItem("Descr")));
+    QCoreApplication::sendPostedEvents(&core->menus, QEvent::MetaCall);
     EXPECT_TRUE(shown);
     EXPECT_FALSE(activate(menuItem("None")));
     EXPECT_TRUE(waitFor([&] { return entry().ready(); }));
