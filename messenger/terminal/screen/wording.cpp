@@ -84,6 +84,12 @@ QString connectionText(ConnectionState state, bool encrypted) {
     return QStringLiteral("%1 (%2)").arg(connectionText(state), say(Text::NotEncrypted));
 }
 
+QString withSubjectAndDelay(const Message& message, const QString& text) {
+    const QString whole = message.subject.isEmpty() ? text : say(Text::WithSubject, message.subject, text);
+    if (!message.delayed.isValid()) return whole;
+    return say(Text::WrittenAt, message.delayed.toLocalTime().toString(QStringLiteral("d.MM.yyyy HH:mm")), whole);
+}
+
 QString deliveryText(const Message& message, const QString& to) {
     const auto tell = [&](Text text) { return say(text, message.number, to); };
     switch (message.state) {

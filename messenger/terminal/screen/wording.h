@@ -32,6 +32,9 @@ QString connectionText(ConnectionState state);
 /// Of a session that has come to its login, and says so where it is not encrypted.
 QString connectionText(ConnectionState state, bool encrypted);
 
+/// The text of a message with what belongs to it: its subject, and when it was written where it came late.
+QString withSubjectAndDelay(const Message& message, const QString& text);
+
 /// What became of a message that was written earlier; `to` names its receiver.
 QString deliveryText(const Message& message, const QString& to);
 

@@ -26,7 +26,7 @@ QString historyLine(const Session& session, const Message& message) {
     line += message.failed                       ? u'!' + QStringLiteral(" ") + name
             : message.direction == Direction::in ? name
                                                  : u'→' + name;
-    line += QStringLiteral(": ") + oneLine(message.body);
+    line += QStringLiteral(": ") + oneLine(withSubjectAndDelay(message, message.body));
     switch (message.state) {
         case DeliveryState::queued:
         case DeliveryState::unconfirmed:

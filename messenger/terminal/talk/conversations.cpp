@@ -78,11 +78,7 @@ LogEntry Conversations::entryOf(const Message& message) const {
     QString text = message.body;
     if (text.startsWith(QLatin1String("/me ")))
         text = QStringLiteral("* %1 %2").arg(incoming ? entry.who : message.account.section(u'@', 0, 0), text.mid(4));
-    if (!message.subject.isEmpty()) text = say(Text::WithSubject, message.subject, text);
-    if (message.delayed.isValid()) {
-        const QString written = message.delayed.toLocalTime().toString(QStringLiteral("d.MM.yyyy HH:mm"));
-        text = say(Text::WrittenAt, written, text);
-    }
+    text = withSubjectAndDelay(message, text);
     if (message.failed) {
         // The plugin's words about a message of ours, not the other side's.
         entry.kind = EntryKind::Undelivered;

@@ -289,6 +289,18 @@ TEST_F(CommandsTest, ShowsFindsAndExportsHistory) {
     EXPECT_EQ(type("/resend x"), " > \"x\" is not a whole number");
 }
 
+TEST_F(CommandsTest, ShowsSubjectsAndDelaysInTheHistory) {
+    messenger.messages = {incoming("ala@localhost", "olek@localhost", "raz\ndwa"),
+                          outgoing("ala@localhost", "olek@localhost", "trzy", 2)};
+    messenger.messages[0].delayed = QDateTime(QDate(2026, 11, 20), QTime(8, 0));
+    messenger.messages[0].subject = QStringLiteral("plan\njutra");
+    messenger.messages[1].subject = QStringLiteral("plan");
+    EXPECT_EQ(type("/history Olek plan"),
+              "history|ala@localhost|olek@localhost|100|plan > "
+              "21.11.2026 09:05 Olek: (written 20.11.2026 08:00) [plan⏎jutra] raz⏎dwa\n"
+              "21.11.2026 09:05 →Olek: [plan] trzy");
+}
+
 TEST_F(CommandsTest, ExportsTheConversationThatIsOpenWhicheverAccountIsChosen) {
     messenger.accountList.append(account("ola@localhost"));
     type("/chat-with Olek");
