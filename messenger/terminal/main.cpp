@@ -51,6 +51,7 @@ ExitCode run(const QStringList& arguments, const QString& password) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    if (!fillStandardDescriptors()) return static_cast<int>(ExitCode::Failure);
     oku::protectProcess();
     const QString password = takePassword();  // before anything else could go wrong, or read it
     std::signal(SIGPIPE, SIG_IGN);            // a reader that has gone is seen by the write

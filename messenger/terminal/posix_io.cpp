@@ -52,6 +52,16 @@ void onSignal(int signal) {
 
 }  // namespace
 
+bool fillStandardDescriptors() {
+    constexpr std::array kModes = {O_RDONLY, O_PATH, O_WRONLY};  // no write reaches what is open as a path
+    for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
+        if (::fcntl(descriptor, F_GETFD) >= 0) continue;
+        // The lowest number that is free is given, and those below are in use by now.
+        if (::open("/dev/null", kModes[static_cast<std::size_t>(descriptor)]) != descriptor) return false;
+    }
+    return true;
+}
+
 InputReader::InputReader(int descriptor, Receiver receive) : descriptor_(descriptor), receive_(std::move(receive)) {
     notifier_ = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] { read(); });

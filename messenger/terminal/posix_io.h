@@ -14,6 +14,11 @@
 
 namespace oku::terminal {
 
+/// Fills the place of each standard descriptor that is closed, which the next file to be opened would take: with an
+/// input at its end, an output that nobody reads, and one for errors that takes all. To be called before any file is
+/// opened. False when there is nothing to fill it with.
+[[nodiscard]] bool fillStandardDescriptors();
+
 /// Hands on what comes on a file descriptor; an empty piece is its end, after which nothing follows.
 class InputReader {
 public:

@@ -364,6 +364,39 @@ class WithoutATerminal(unittest.TestCase):
                 self.assertEqual(process.wait(LIMIT), 1)  # with its input still open
                 self.assertEqual(process.stderr.read(), b"oku-terminal: nobody reads what the program writes\n")
 
+    def with_closed(self, closed, *options):
+        """The arguments that start the real program with a standard descriptor closed."""
+        module = os.path.join(os.path.dirname(PROGRAM), "protoLink.module")
+        return ["sh", "-c", f'exec "$@" {closed}', "sh", PROGRAM, "--profile", "FOLDER/p", "--module", module, *options]
+
+    def test_nobody_reads_an_output_that_is_closed(self):
+        for mode in ("--json", "--plain"):
+            with self.subTest(mode=mode):
+                program, *options = self.with_closed(">&-", mode)
+                done = self.run_it(program, options)
+                self.assertEqual(done.returncode, 1, done)
+                self.assertEqual(done.stderr, b"oku-terminal: nobody reads what the program writes\n")
+
+    def test_an_input_that_is_closed_is_at_its_end(self):
+        for mode, last in (("--json", b'{"event":"bye"}\n'), ("--plain", b"\n")):
+            with self.subTest(mode=mode):
+                program, *options = self.with_closed("<&-", mode)
+                done = self.run_it(program, options)
+                self.assertEqual(done.returncode, 0, done)
+                self.assertTrue(done.stdout.endswith(last), done)
+
+    def test_none_of_its_files_takes_the_place_of_closed_errors(self):
+        with tempfile.TemporaryDirectory() as folder:
+            arguments = [part.replace("FOLDER", folder) for part in self.with_closed("2>&-", "--json")]
+            process = subprocess.Popen(arguments, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                       env={"PATH": os.environ["PATH"], "DBUS_SESSION_BUS_ADDRESS": "disabled:"})
+            with process:
+                self.assertIn(b"ready", process.stdout.readline())
+                self.assertEqual(os.readlink(f"/proc/{process.pid}/fd/2"), "/dev/null")
+                process.stdin.close()
+                process.stdout.read()
+                self.assertEqual(process.wait(LIMIT), 0)
+
     def test_a_signal_ends_it_while_its_reader_stands_still(self):
         for options, command in ((["--json"], b'{"cmd":"roster"}\n'), ([], b"/help\n")):
             for number in (signal.SIGTERM, signal.SIGINT):
