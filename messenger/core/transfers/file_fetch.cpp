@@ -100,6 +100,7 @@ bool FileFetch::openFile() {
 
 void FileFetch::refuse(const char* status, const char* more) {
     state_ = State::answering;
+    refused_ = true;
     const QByteArray header =
         QByteArray("HTTP/1.1 ") + status + "\r\n" + more + "Content-Length: 0\r\nConnection: close\r\n\r\n";
     headerLeft_ = header.size();

@@ -20,8 +20,8 @@ class FileFetch : public QObject {
 public:
     FileFetch(QTcpSocket& socket, const FileServer& server, const ServerLimits& limits);
 
-    /// Nothing has been asked for yet.
-    [[nodiscard]] bool silent() const { return state_ == State::reading; }
+    /// Nothing that there is has been asked for yet: it may leave when there is no room for another one.
+    [[nodiscard]] bool givesWay() const { return state_ == State::reading || refused_; }
     /// Ends it at once; over() comes before this returns.
     void leave();
 
@@ -47,6 +47,7 @@ private:
     const FileServer& server_;
     const ServerLimits limits_;
     State state_ = State::reading;
+    bool refused_ = false;
     QByteArray request_;
     std::shared_ptr<Publication> publication_;
     QFile file_;

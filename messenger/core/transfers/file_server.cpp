@@ -75,8 +75,8 @@ void FileServer::takeConnections() {
 
 void FileServer::makeRoom() {
     if (fetches_.size() < limits_.connections) return;
-    const auto silent = std::find_if(fetches_.begin(), fetches_.end(), [](const auto* one) { return one->silent(); });
-    if (silent != fetches_.end()) (*silent)->leave();
+    const auto idle = std::find_if(fetches_.begin(), fetches_.end(), [](const auto* one) { return one->givesWay(); });
+    if (idle != fetches_.end()) (*idle)->leave();
 }
 
 }  // namespace oku

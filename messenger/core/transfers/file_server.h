@@ -28,7 +28,7 @@ struct Publication {
 
 /// What strangers may take of a server.
 struct ServerLimits {
-    std::size_t connections = 16;  ///< at once; whoever asks for nothing gives way when another one comes
+    std::size_t connections = 16;  ///< at once; who asked for nothing that there is gives way to another one
     int headerBytes = 8192;        ///< of a request
     int headerTime = 10'000;       ///< milliseconds until all of a request has come
     int idleTime = 60'000;         ///< milliseconds in which somebody takes at least one byte

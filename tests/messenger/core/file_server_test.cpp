@@ -1,6 +1,11 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <unistd.h>
+#include <array>
 #include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTemporaryFile>
@@ -13,6 +18,40 @@ namespace oku::test {
 namespace {
 
 constexpr int kNever = 600'000;  // milliseconds
+
+/// One that keeps its connection open whatever the server does: Qt's sockets close when the other side has.
+class StubbornClient {
+public:
+    explicit StubbornClient(quint16 port) {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_port = htons(port);
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        EXPECT_EQ(::connect(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    }
+    ~StubbornClient() { ::close(socket_); }
+    StubbornClient(const StubbornClient&) = delete;
+    StubbornClient& operator=(const StubbornClient&) = delete;
+
+    void write(const QByteArray& bytes) const {
+        EXPECT_EQ(::send(socket_, bytes.constData(), static_cast<std::size_t>(bytes.size()), MSG_NOSIGNAL),
+                  bytes.size());
+    }
+    /// What comes up to an empty line.
+    [[nodiscard]] QByteArray header() const {
+        QByteArray all;
+        EXPECT_TRUE(waitFor([&] {
+            std::array<char, 4096> piece;
+            const ssize_t count = ::recv(socket_, piece.data(), piece.size(), MSG_DONTWAIT);
+            if (count > 0) all.append(piece.data(), count);
+            return all.contains("\r\n\r\n");
+        }));
+        return all;
+    }
+
+private:
+    int socket_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+};
 
 class FileServerTest : public testing::Test {
 protected:
@@ -262,6 +301,18 @@ TEST_F(FileServerTest, WhoAsksForNothingGivesWay) {
     EXPECT_EQ(bodyOf(allOf(*third)), "abc");
     second->write("nothing HTTP/1.1\r\n\r\n");
     EXPECT_EQ(firstLine(allOf(*second)).mid(9, 3), "404") << "the other is still heard";
+}
+
+TEST_F(FileServerTest, WhoWasRefusedGivesWay) {
+    serve({.connections = 2, .headerTime = kNever, .idleTime = kNever});
+    const QString name = publish("abc");
+    const StubbornClient first(server->port());
+    const StubbornClient second(server->port());
+    for (const StubbornClient* one : {&first, &second}) {
+        one->write("GET / HTTP/1.0\r\n\r\n");
+        EXPECT_EQ(firstLine(one->header()).mid(9, 3), "404");
+    }
+    EXPECT_EQ(bodyOf(get(name)), "abc");
 }
 
 TEST_F(FileServerTest, ManySilentOnesHoldNobodyUp) {
