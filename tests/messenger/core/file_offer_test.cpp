@@ -78,6 +78,15 @@ TEST_F(FileOfferTest, IsIgnoredWhenNobodyAnswersInTime) {
     EXPECT_EQ(closed.last().second, OfferReply::ignore);
 }
 
+TEST_F(FileOfferTest, WaitsAMinuteAndIgnoresForTen) {
+    QTimer::singleShot(0, face.get(), [this] {
+        EXPECT_EQ(alarmTimes(), QList<int>{60'000});
+        ringAlarms();
+    });
+    inPlugin([&] { EXPECT_EQ(ask(QStringLiteral("a.txt")), kIgnore); });
+    EXPECT_EQ(alarmTimes(), QList<int>{600'000});
+}
+
 TEST_F(FileOfferTest, OfOneWhomNobodyAnsweredIsIgnoredForAWhile) {
     QTimer::singleShot(0, face.get(), [this] { ringAlarms(); });
     inPlugin([&] {

@@ -6,6 +6,7 @@
 
 #include "tests/messenger/core/transfer_stage.h"
 
+#include "messenger/core/accounts_on_host.h"
 #include "messenger/core/values/setting_keys.h"
 
 namespace oku::test {
@@ -152,6 +153,17 @@ TEST_F(FilePublisherTest, WithdrawsWhatItServesWhenThatIsSwitchedOff) {
     drop(window);
 }
 
+TEST_F(FilePublisherTest, HearsWhenTheUserSwitchesItOff) {
+    allow();
+    const OKU_WORD window = sending();
+    const QUrl url(prepare(file, window));
+    const auto accounts = accountsOnHost(*core);
+    EXPECT_EQ(accounts->setSetting(entry().jid(), QString::fromUtf16(setting::publishFiles), 0), QString());
+    EXPECT_EQ(trace, QStringList{QStringLiteral("state 0")});
+    EXPECT_EQ(fetch(url), QByteArray());
+    drop(window);
+}
+
 TEST_F(FilePublisherTest, PublishesNothingTwiceForOneWindow) {
     allow();
     const OKU_WORD window = sending();
@@ -186,6 +198,23 @@ TEST_F(FilePublisherTest, ListensOnlyWhereItPublishesSomething) {
     EXPECT_EQ(prepare(file), QString()) << "there is no address";
     ASSERT_EQ(notices.size(), 1);
     EXPECT_FALSE(notices[0].contains(QString::number(port))) << "it did not try: " << notices[0].toStdString();
+}
+
+TEST_F(FilePublisherTest, ListensOnItsAddressAlone) {
+    allow();
+    sending();
+    const QUrl url(prepare(file));
+    ASSERT_EQ(url.host(), QStringLiteral("127.0.0.1"));
+    QTcpSocket elsewhere;
+    bool connected = false;
+    bool refused = false;
+    QObject::connect(&elsewhere, &QTcpSocket::connected, &elsewhere, [&] { connected = true; });
+    QObject::connect(&elsewhere, &QTcpSocket::errorOccurred, &elsewhere,
+                     [&](QTcpSocket::SocketError error) { refused = error == QTcpSocket::ConnectionRefusedError; });
+    elsewhere.connectToHost(QHostAddress(QStringLiteral("127.0.0.2")), static_cast<quint16>(url.port()));
+    EXPECT_TRUE(waitFor([&] { return connected || refused; }));
+    EXPECT_FALSE(connected);
+    EXPECT_EQ(fetch(url), QByteArray("zawartość"));
 }
 
 TEST_F(FilePublisherTest, TellsAnAddressThatLeadsHere) {

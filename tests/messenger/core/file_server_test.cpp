@@ -182,8 +182,17 @@ TEST_F(FileServerTest, TakesARequestInPieces) {
 TEST_F(FileServerTest, NamesCannotBeGuessed) {
     serve();
     QSet<QString> names;
-    for (int number = 0; number < 100; ++number) names.insert(publishPath(QStringLiteral("/tmp/x")));
+    std::array<QSet<QChar>, 32> digits;  // by their place in the name
+    for (int number = 0; number < 100; ++number) {
+        const QString name = publishPath(QStringLiteral("/tmp/x"));
+        ASSERT_EQ(name.size(), 32);
+        names.insert(name);
+        for (std::size_t place = 0; place < digits.size(); ++place)
+            digits[place].insert(name[static_cast<qsizetype>(place)]);
+    }
     EXPECT_EQ(names.size(), 100);
+    // Of what is random, a place has fewer in one of 10^30 runs.
+    for (const QSet<QChar>& ofPlace : digits) EXPECT_GE(ofPlace.size(), 8);
 }
 
 TEST_F(FileServerTest, TakesNoEndlessRequest) {

@@ -10,9 +10,9 @@ namespace oku::test {
 void TransferStage::SetUp() {
     writeAccount({}, QStringLiteral("alice@example.org"));
     MessengerOptions given = options();
-    given.alarms = [this](int, std::function<void()> ring) {
+    given.alarms = [this](int milliseconds, std::function<void()> ring) {
         const int number = ++lastAlarm_;
-        alarms_.emplace(number, std::move(ring));
+        alarms_.emplace(number, Alarm{milliseconds, std::move(ring)});
         auto alarm = std::make_unique<QObject>();
         QObject::connect(alarm.get(), &QObject::destroyed, [this, number] { alarms_.erase(number); });
         return alarm;
@@ -62,13 +62,19 @@ void TransferStage::answerNext(OfferReply reply) {
 
 void TransferStage::ringAlarms() {
     const auto ringing = alarms_;
-    for (const auto& [number, ring] : ringing) ring();
+    for (const auto& [number, alarm] : ringing) alarm.ring();
 }
 
 void TransferStage::ringNewestAlarm() {
     ASSERT_FALSE(alarms_.empty());
-    const auto ring = alarms_.rbegin()->second;
+    const auto ring = alarms_.rbegin()->second.ring;
     ring();
+}
+
+QList<int> TransferStage::alarmTimes() const {
+    QList<int> times;
+    for (const auto& [number, alarm] : alarms_) times.append(alarm.milliseconds);
+    return times;
 }
 
 OKU_WORD TransferStage::openWindow(const char16_t* contact, int whose) {

@@ -28,6 +28,8 @@ protected:
     /// What began to wait last has.
     void ringNewestAlarm();
     [[nodiscard]] std::size_t alarmsSet() const { return alarms_.size(); }
+    /// How many milliseconds each of these waits, in the order in which they began.
+    [[nodiscard]] QList<int> alarmTimes() const;
 
     /// The plugin opens a window for a contact of the account; gives its handle.
     OKU_WORD openWindow(const char16_t* contact = u"bob@example.org", int whose = 0);
@@ -51,7 +53,11 @@ protected:
     bool canOpen = true;  ///< there is such a program
 
 private:
-    std::map<int, std::function<void()>> alarms_;
+    struct Alarm {
+        int milliseconds;
+        std::function<void()> ring;
+    };
+    std::map<int, Alarm> alarms_;
     int lastAlarm_ = 0;
 };
 
