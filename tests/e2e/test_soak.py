@@ -137,6 +137,9 @@ class Soak(Case):
             self.burst(here)
         server.stop(kill)
         self.burst(here)
+        for side in here:
+            # Otherwise the former connection would pass for the new login.
+            wait_until(lambda: not side.online(), f"the loss of {side.jid}")
         server.start()
         for side in others:
             side.start()
