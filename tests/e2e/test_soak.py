@@ -27,6 +27,7 @@ class Soak(Case):
         super().setUp()
         self.random = random.Random(SEED)
         self.number = 0
+        self.marks = 0
         self.messages = []  # (sender, receiver, body)
         self.counts = {}
         self.servers = [self.server(Prosody, "prosody.test"), self.server(Ejabberd, "ejabberd.test")]
@@ -90,24 +91,39 @@ class Soak(Case):
         if kill:
             # What a server hands to a program that is killed, nobody can know of.
             self.quieten()
+            for side in messenger.sides:
+                self.wait_until_seen(side)
         self.burst(messenger.sides)
         messenger.stop(kill)
         if kill:
             for side in messenger.sides:
-                if side.server.child:
-                    self.wait_until_gone(side)
+                self.wait_until_gone(side)
         self.burst([side for side in self.sides if side.server.child and side not in messenger.sides])
         messenger.start()
         messenger.wait_online()
 
     def end_other_client(self, client):
         """Other clients do not read to the end of their stream: what still comes to them while they go is lost."""
+        self.wait_until_seen(client)
         client.stop()
         self.wait_until_gone(client)
 
+    def seen_by_a_witness(self, side):
+        """The side as it stands on the list of somebody on its server."""
+        return next(other for other in self.terminal_sides if other in side.friends).roster()[side.jid]
+
+    def wait_until_seen(self, side):
+        """Until a presence that is new is seen. Its server has then routed all that the side has sent before, and the
+        witness no longer takes a side that it has not seen yet for one that has gone."""
+        self.marks += 1
+        side.description = f"znak{self.marks}"
+        side.show(side.status, side.description)
+        wait_until(lambda: self.seen_by_a_witness(side)["description"] == side.description,
+                   f"seed {SEED}: the presence {side.description} of {side.jid}")
+
     def wait_until_gone(self, gone):
-        witness = next(side for side in self.terminal_sides if side in gone.friends)
-        wait_until(lambda: witness.roster()[gone.jid]["status"] == "offline", f"the end of {gone.jid}")
+        """Only for those that were seen."""
+        wait_until(lambda: self.seen_by_a_witness(gone)["status"] == "offline", f"the end of {gone.jid}")
 
     def restart_bot(self):
         bot = self.random.choice(self.bots)
