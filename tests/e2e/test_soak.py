@@ -60,11 +60,15 @@ class Soak(Case):
 
     def message(self, sender=None):
         sender = sender or self.random.choice([side for side in self.sides if side.server.child])
-        receiver = self.random.choice(sender.friends)
+        self.say(sender, self.random.choice(sender.friends))
+
+    def say(self, sender, receiver):
+        """Gives the body, which is like no other one."""
         self.number += 1
         body = f"m{self.number} " + "".join(self.random.choice("aąćę 🦆<&>'\"") for _ in range(12)).strip() + "."
         sender.say(receiver.jid, body)
         self.messages.append((sender, receiver, body))
+        return body
 
     def presence(self):
         side = self.random.choice([side for side in self.sides if side.server.child])
@@ -180,13 +184,33 @@ class Soak(Case):
     def quieten(self):
         """Until all is seen that was sent. What a crash took away is unconfirmed by then."""
         if self.wait_for_missing(8):
-            # A server that took a message between a receiver's login and its first presence may keep it until the next.
-            for side in {self.side_of(receiver) for _, receiver, *_ in self.missing()}:
-                self.counts["login anew"] = self.counts.get("login anew", 0) + 1
-                side.log_in_anew()
-            self.wait_for_mcabber()
+            self.log_in_anew()
         if missing := self.wait_for_missing(TIMEOUT):
             self.fail(f"seed {SEED}: never seen, and not said to be unconfirmed: {missing}")
+
+    def log_in_anew(self):
+        """A server that took a message between a receiver's login and its first presence may keep it until the next."""
+        self.let_all_arrive()
+        for side in {self.side_of(receiver) for _, receiver, *_ in self.missing()}:
+            self.counts["login anew"] = self.counts.get("login anew", 0) + 1
+            if side in self.terminal_sides:
+                side.log_in_anew()
+            else:
+                self.end_other_client(side)
+                side.start()
+        self.wait_for_mcabber()
+
+    def let_all_arrive(self):
+        """What is on its way to another client that leaves is lost: waits until all has come, or is kept by a server."""
+        wait_until(lambda: all(state != WAITING for *_, state in self.missing()),
+                   f"seed {SEED}: the sending of what waited")
+        for side in self.sides:
+            self.wait_until_seen(side)
+        for bot in self.bots:
+            bot.hear_all()
+        # mcabber answers nothing, but it reads one after the other.
+        last = self.say(self.bots[0], self.mcabber)
+        wait_until(lambda: self.mcabber.seen()[last], f"seed {SEED}: the last message to {self.mcabber.jid}")
 
     def wait_for_missing(self, seconds):
         limit = time.monotonic() + seconds

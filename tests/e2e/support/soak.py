@@ -32,10 +32,6 @@ class Side:
         self.status = "online"
         self.description = ""
 
-    def log_in_anew(self):
-        self.stop()
-        self.start()
-
 
 class TerminalSide(Side):
     """An account of a terminal messenger; `owner` is the messenger."""
@@ -139,8 +135,12 @@ class BotSide(Side):
     def say(self, to, body):
         self._sent[body] = UNCONFIRMED
         self._peer.message(to, body)
-        if self._peer.query(self.server.domain, "<ping xmlns='urn:xmpp:ping'/>") is not None:
+        if self.hear_all() is not None:
             self._sent[body] = CONFIRMED
+
+    def hear_all(self):
+        """Waits for an answer of the server, which comes behind all that it had for this client; gives it."""
+        return self._peer.query(self.server.domain, "<ping xmlns='urn:xmpp:ping'/>")
 
     def show(self, status, description):
         self._peer.presence(SHOWS[status], description)
