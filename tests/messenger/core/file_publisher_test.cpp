@@ -64,10 +64,11 @@ protected:
         });
         return wideText(result.url);
     }
-    /// Listens on a port that the system gives nobody by itself, so that it stays free when it is given back.
+    /// Listens on a port that the system gives nobody by itself, so that it stays free when it is given back. The
+    /// servers of other tests, which reserve theirs from 20000 on, do not meet it there.
     static bool listenAside(QTcpServer& server, const QHostAddress& address) {
         constexpr int first = 10'000;
-        constexpr int many = 20'000;
+        constexpr int many = 10'000;
         const int begin = static_cast<int>(QCoreApplication::applicationPid() * 37 % many);
         for (int step = 0; step < many; ++step) {
             if (server.listen(address, static_cast<quint16>(first + (begin + step) % many))) return true;
