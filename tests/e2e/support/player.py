@@ -54,7 +54,7 @@ class Player:
     def __init__(self, bus, name):
         self._state = {"PlaybackStatus": ("s", "Stopped"), "Metadata": ("a{sv}", {})}
         self._connection = open_dbus_connection(bus.address, auth_timeout=TIMEOUT)
-        self._sending = threading.Lock()
+        self._sending = threading.Lock()  # also between a look at the state and what is sent of it
         owned = Proxy(message_bus, self._connection, timeout=TIMEOUT).RequestName(f"org.mpris.MediaPlayer2.{name}")
         assert owned == (1,), owned
         self._thread = threading.Thread(target=self._serve, daemon=True)
@@ -73,19 +73,17 @@ class Player:
         """Goes without a word; nothing happens when it has gone."""
         if not self._connection:
             return
-        self._send(message_bus.GetId())  # whose answer is the last thing that the thread reads
+        with self._sending:
+            self._connection.send(message_bus.GetId())  # whose answer is the last thing that the thread reads
         self._thread.join(TIMEOUT)
         self._connection.close()
         self._connection = None
 
     def _tell(self, status, metadata):
-        self._state = {"PlaybackStatus": ("s", status), "Metadata": ("a{sv}", metadata)}
-        self._send(new_signal(DBusAddress(_PATH, interface=_PROPERTIES), "PropertiesChanged", "sa{sv}as",
-                              (_PLAYER, self._state, [])))
-
-    def _send(self, message):
         with self._sending:
-            self._connection.send(message)
+            self._state = {"PlaybackStatus": ("s", status), "Metadata": ("a{sv}", metadata)}
+            self._connection.send(new_signal(DBusAddress(_PATH, interface=_PROPERTIES), "PropertiesChanged",
+                                             "sa{sv}as", (_PLAYER, self._state, [])))
 
     def _serve(self):
         while True:
@@ -94,6 +92,10 @@ class Player:
             if kind in (MessageType.method_return, MessageType.error):
                 return
             if kind is MessageType.method_call:
-                asked = message.header.fields.get(HeaderFields.member) == "GetAll" and message.body == (_PLAYER,)
-                self._send(new_method_return(message, "a{sv}", (self._state,)) if asked
-                           else new_error(message, "org.freedesktop.DBus.Error.UnknownMethod"))
+                with self._sending:
+                    self._connection.send(self._answer(message))
+
+    def _answer(self, message):
+        if message.header.fields.get(HeaderFields.member) == "GetAll" and message.body == (_PLAYER,):
+            return new_method_return(message, "a{sv}", (self._state,))
+        return new_error(message, "org.freedesktop.DBus.Error.UnknownMethod")
