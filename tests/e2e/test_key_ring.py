@@ -43,9 +43,12 @@ class KeyRing(Case):
         found = []
         for folder, _, names in os.walk(self.folder / "profile"):
             for name in names:
-                with open(os.path.join(folder, name), "rb") as file:
-                    if PASSWORDS["ala"].encode() in file.read():
-                        found.append(name)
+                try:
+                    with open(os.path.join(folder, name), "rb") as file:
+                        if PASSWORDS["ala"].encode() in file.read():
+                            found.append(name)
+                except FileNotFoundError:  # it has taken another one's place
+                    continue
         return found
 
     def said(self, terminal):
