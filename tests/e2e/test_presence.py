@@ -35,6 +35,7 @@ class Presence:
         terminal.wait("presence", jid="olek@localhost", resource="dom", status="offline")
         contact = terminal.roster()["olek@localhost"]
         self.assertEqual((contact["status"], self.resources(contact)), ("dnd", {"praca": "dnd"}))
+        terminal.forget()  # that the contact was away at the login
         work.stop()
         terminal.wait("contact", jid="olek@localhost", status="offline", resources=[])
 
