@@ -286,7 +286,8 @@ class InATerminal(unittest.TestCase):
         terminal.type("\x1b[5~")
         terminal.wait("lines up, End returns")
         seen = terminal.rows[3]
-        terminal.type("/online\x1b[5~\x1b[6~")
+        # The last letter comes behind the keys: a frame from between them does not have it.
+        terminal.type("/onlin\x1b[5~\x1b[6~e")
         terminal.wait("ala> /online")
         self.assertEqual(terminal.rows[3], seen)
         terminal.type("\x1b[F")
