@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "messenger/core/net/dialer.h"
 
+#include <QPointer>
 #include <QRandomGenerator>
 #include <QTimer>
 #include <utility>
@@ -21,8 +22,9 @@ template <typename Answer>
 std::function<void(Answer)> withTimeout(int milliseconds, QObject* context, std::function<void(Answer)> done) {
     auto* timer = new QTimer(context);
     timer->setSingleShot(true);
-    auto once = [timer, done = std::move(done)](const Answer& answer) {
-        if (timer->property("done").toBool()) return;
+    // The resolver keeps its copy after the time-out, and may answer long after the timer is gone.
+    auto once = [timer = QPointer(timer), done = std::move(done)](const Answer& answer) {
+        if (!timer || timer->property("done").toBool()) return;
         timer->setProperty("done", true);
         timer->stop();
         timer->deleteLater();

@@ -110,6 +110,60 @@ TEST_F(Dial, AResolverThatDoesNotAnswerIsNotWaitedForLong) {
     EXPECT_TRUE(patient.opened());
 }
 
+TEST_F(Dial, AHostWhoseAddressesDoNotComeIsSkipped) {
+    SocketSettings settings;
+    settings.hostTimeout = 50;
+    Bench patient(settings);
+    patient.dns->late = QStringList("slow.test");
+    patient.dns->services[service].targets = {{"slow.test", first.serverPort(), 1, 1},
+                                              {"127.0.0.1", second.serverPort(), 2, 1}};
+    dial(patient, deadPort());
+    ASSERT_TRUE(patient.opened());
+    EXPECT_TRUE(waitFor([&] { return second.clientCount() == 1; }));
+}
+
+TEST_F(Dial, AnAnswerThatComesTooLateIsNotTaken) {
+    SocketSettings settings;
+    settings.srvTimeout = 50;
+    Bench patient(settings);
+    patient.dns->late = QStringList{service, "example.test"};
+    patient.dns->hosts["example.test"] = {QHostAddress::LocalHost};
+    patient.dns->services[service].targets = {{"127.0.0.1", second.serverPort(), 1, 1}};
+    dial(patient, first.serverPort());
+    const QStringList asked{"srv " + service, "host example.test"};
+    ASSERT_TRUE(waitFor([&] { return patient.dns->asked == asked; })) << "the time for the SRV record is over";
+    settle();  // what belonged to that question is gone
+    patient.dns->answerLate(service);
+    settle();
+    EXPECT_TRUE(patient.events.log.isEmpty()) << "no second road is taken";
+    patient.dns->answerLate("example.test");
+    ASSERT_TRUE(patient.opened());
+    EXPECT_TRUE(waitFor([&] { return first.clientCount() == 1; }));
+    settle();
+    EXPECT_EQ(patient.events.log, QStringList("connected 1"));
+    EXPECT_EQ(second.clientCount(), 0);
+}
+
+TEST_F(Dial, AddressesThatComeTooLateAreNotTaken) {
+    SocketSettings settings;
+    settings.hostTimeout = 50;
+    Bench patient(settings);
+    const BlackHole hole(QHostAddress("127.0.0.7"));  // so that it still dials when the answer comes
+    patient.dns->late = QStringList("slow.test");
+    patient.dns->hosts["slow.test"] = {QHostAddress::LocalHost};
+    patient.dns->services[service].targets = {{"slow.test", first.serverPort(), 1, 1},
+                                              {"127.0.0.7", hole.port(), 2, 1}};
+    dial(patient, deadPort());
+    const QString step = QStringLiteral("Connecting to 127.0.0.7, port %1").arg(hole.port());
+    ASSERT_TRUE(waitFor([&] { return patient.events.steps.contains(step); }));
+    settle();
+    patient.dns->answerLate("slow.test");
+    settle();
+    EXPECT_TRUE(patient.events.log.isEmpty());
+    EXPECT_EQ(first.clientCount(), 0);
+    EXPECT_EQ(patient.events.steps.last(), step) << "the road that was taken";
+}
+
 TEST_F(Dial, ADomainThatOffersNoServiceIsNotDialled) {
     host("example.test");
     bench.dns->services[service].refused = true;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/messenger/net/recorder.h"
 
+#include <gtest/gtest.h>
 #include <QRegularExpression>
 #include <utility>
 
@@ -67,16 +68,28 @@ void Recorder::progress(const ConnectionId&, const QString& text) {
 void ScriptedResolver::srv(const QString& name, QObject* context, std::function<void(SrvAnswer)> done) {
     asked.append("srv " + name);
     if (silent) return;
-    const SrvAnswer answer = services[name];
-    QMetaObject::invokeMethod(
-        context, [answer, done = std::move(done)] { done(answer); }, Qt::QueuedConnection);
+    answer(name, context, [found = services[name], done = std::move(done)] { done(found); });
 }
 
 void ScriptedResolver::addresses(const QString& host, QObject* context, std::function<void(QList<QHostAddress>)> done) {
     asked.append("host " + host);
-    const QList<QHostAddress> answer = hosts[host];
-    QMetaObject::invokeMethod(
-        context, [answer, done = std::move(done)] { done(answer); }, Qt::QueuedConnection);
+    answer(host, context, [found = hosts[host], done = std::move(done)] { done(found); });
+}
+
+void ScriptedResolver::answer(const QString& name, QObject* context, std::function<void()> call) {
+    if (late.contains(name)) {
+        heldBack_.emplace(name, std::pair(QPointer(context), std::move(call)));
+    } else {
+        QMetaObject::invokeMethod(context, std::move(call), Qt::QueuedConnection);
+    }
+}
+
+void ScriptedResolver::answerLate(const QString& name) {
+    for (auto held = heldBack_.extract(name); held; held = heldBack_.extract(name)) {
+        const auto& [context, call] = held.mapped();
+        ASSERT_TRUE(context) << "nobody is there who could take it";
+        call();
+    }
 }
 
 namespace {

@@ -4,7 +4,9 @@
 
 #include <functional>
 #include <map>
+#include <QPointer>
 #include <QStringList>
+#include <utility>
 #include <vector>
 
 #include "messenger/core/net/resolver.h"
@@ -54,9 +56,18 @@ public:
     std::map<QString, QList<QHostAddress>> hosts;
     QStringList asked;
     bool silent = false;  ///< SRV questions are never answered
+    QStringList late;     ///< names whose answers are not given before answerLate()
+
+    /** Gives the answers that are held back for this name, to whoever is still there. */
+    void answerLate(const QString& name);
 
     void srv(const QString& name, QObject* context, std::function<void(SrvAnswer)> done) override;
     void addresses(const QString& host, QObject* context, std::function<void(QList<QHostAddress>)> done) override;
+
+private:
+    void answer(const QString& name, QObject* context, std::function<void()> call);
+
+    std::multimap<QString, std::pair<QPointer<QObject>, std::function<void()>>> heldBack_;
 };
 
 /** Milliseconds that no test lasts. */
