@@ -3,8 +3,6 @@
 #include "messenger/core/talk/history.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-#include <csignal>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -13,6 +11,7 @@
 #include <QTemporaryDir>
 
 #include "messenger/core/talk/history_salvage.h"
+#include "tests/messenger/core/full_disk.h"
 #include "tests/messenger/core/stage.h"
 
 namespace oku::test {
@@ -80,27 +79,6 @@ TEST(HistoryFile, OfALaterFormatIsLeftAsItIs) {
     EXPECT_EQ(history.addNow(written("dziś")), 0);
     EXPECT_EQ(told.size(), 1);
 }
-
-/// From here to its end no file of this process can grow beyond so many bytes, as on a full disk.
-class FullDisk {
-public:
-    explicit FullDisk(qint64 most = 0) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit few{static_cast<rlim_t>(most), before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &few);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-    ~FullDisk() { end(); }
-    void end() {
-        setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-
-private:
-    void (*handler_)(int);
-    rlimit before_{};
-};
 
 class HistoryTest : public testing::Test {
 protected:
