@@ -35,6 +35,15 @@ QDateTime timeAt(const QVariant& value) {
     return value.isNull() ? QDateTime() : QDateTime::fromMSecsSinceEpoch(value.toLongLong());
 }
 
+/// A damaged row may hold any number. What became of a message is not known then.
+DeliveryState stateOf(const QVariant& value, Direction direction) {
+    bool ok = false;
+    const qlonglong state = value.toLongLong(&ok);
+    if (ok && state >= static_cast<int>(DeliveryState::received) && state <= static_cast<int>(DeliveryState::cancelled))
+        return static_cast<DeliveryState>(state);
+    return direction == Direction::in ? DeliveryState::received : DeliveryState::unconfirmed;
+}
+
 }  // namespace
 
 HistoryFile::HistoryFile(QString path) : path_(std::move(path)), connection_(QUuid::createUuid().toString()) {}
@@ -53,7 +62,7 @@ Message HistoryFile::messageAt(const QSqlQuery& row) {
     message.kind = row.value(7).toInt() ? MessageKind::normal : MessageKind::chat;
     message.time = timeAt(row.value(8));
     message.delayed = timeAt(row.value(9));
-    message.state = static_cast<DeliveryState>(row.value(10).toInt());
+    message.state = stateOf(row.value(10), message.direction);
     message.failed = row.value(11).toBool();
     return message;
 }

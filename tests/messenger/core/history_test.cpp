@@ -35,17 +35,22 @@ constexpr const char* kFirstFormat[] = {
     " VALUES('alice@example.org', 'bob@example.org', 0, 'dawno temu', 0, 1000, 0)",
     "PRAGMA user_version=1"};
 
-void make(const QString& path, std::initializer_list<const char*> steps) {
+/// As another program would do it.
+void carryOut(const QString& path, std::span<const char* const> steps) {
     const QString connection = QStringLiteral("made");
     {
         auto database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
         database.setDatabaseName(path);
         ASSERT_TRUE(database.open());
         QSqlQuery query(database);
-        for (const char* step : kFirstFormat) ASSERT_TRUE(query.exec(QString::fromLatin1(step))) << step;
         for (const char* step : steps) ASSERT_TRUE(query.exec(QString::fromLatin1(step))) << step;
     }
     QSqlDatabase::removeDatabase(connection);
+}
+
+void make(const QString& path, std::initializer_list<const char*> steps) {
+    carryOut(path, kFirstFormat);
+    carryOut(path, {steps.begin(), steps.size()});
 }
 
 Message written(const char* body) {
@@ -208,6 +213,29 @@ TEST_F(HistoryTest, KnowsAStateBeforeItIsWritten) {
     EXPECT_EQ(history->outgoing(kAlice, DeliveryState::sent).size(), 1);
     start();
     EXPECT_EQ(history->outgoing(kAlice, DeliveryState::unconfirmed).size(), 1) << "nobody said that it arrived";
+}
+
+TEST_F(HistoryTest, ReadsARowWhoseStateIsNone) {
+    for (const char* damage : {"UPDATE messages SET state=200", "UPDATE messages SET state=-1",
+                               "UPDATE messages SET state='x'", "UPDATE messages SET state=4294967296"}) {
+        start();
+        history->removeAll(kAlice);
+        ASSERT_NE(history->addNow(written("theirs")), 0);
+        Message own = written("own");
+        own.direction = Direction::out;
+        own.state = DeliveryState::sent;
+        const qint64 number = history->addNow(own);
+        history->close();
+        carryOut(path, {&damage, 1});
+        start();
+        const QList<Message> all = history->find(kAlice, kBob, -1, {});
+        ASSERT_EQ(all.size(), 2) << damage;
+        ASSERT_EQ(static_cast<int>(all[0].state), static_cast<int>(DeliveryState::received)) << damage;
+        ASSERT_EQ(static_cast<int>(all[1].state), static_cast<int>(DeliveryState::unconfirmed)) << damage;
+        EXPECT_EQ(history->message(number)->state, DeliveryState::unconfirmed);
+        EXPECT_TRUE(historyAsJson(all).contains("unconfirmed"));
+        EXPECT_TRUE(historyAsText(all).contains("unconfirmed"));
+    }
 }
 
 TEST_F(HistoryTest, WritesAtItsEndButTellsNobody) {
