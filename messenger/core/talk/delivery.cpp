@@ -3,6 +3,7 @@
 #include "messenger/core/talk/delivery.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "host/oku/message.h"
 #include "messenger/core/boundary/plugin_queue.h"
@@ -31,7 +32,9 @@ bool maySendBack(const AccountEntry& account, const QString& contact, const QStr
 }  // namespace
 
 Delivery::Delivery(ServiceRegistry& services, PluginQueue& queue, History& history, IqQueries& queries, QObject* parent)
-    : QObject(parent), services_(services), queue_(queue), history_(history), queries_(queries) {}
+    : QObject(parent), services_(services), queue_(queue), history_(history), queries_(queries) {
+    connect(&history_, &History::retried, this, &Delivery::catchUp);
+}
 
 qint64 Delivery::send(AccountEntry& account, Message message) {
     message.state = DeliveryState::queued;
@@ -55,7 +58,8 @@ bool Delivery::cancel(const AccountEntry& account, Message message) {
 }
 
 void Delivery::submit(AccountEntry& account, const Message& message) {
-    if (!account.ready()) {
+    catchUp();  // what was written before goes out before
+    if (!account.ready() || behind_.contains(&account)) {
         tellQueued(account, message);
         return;
     }
@@ -67,8 +71,17 @@ void Delivery::tellQueued(const AccountEntry& account, const Message& message) {
 }
 
 void Delivery::loginComplete(AccountEntry& account) {
-    for (const Message& message : history_.outgoing(account.jid(), DeliveryState::queued)) {
-        queue_.post(account.key, [this, &account, message] { deliver(account, message); });
+    behind_.insert(&account);
+    catchUp();
+}
+
+void Delivery::catchUp() {
+    for (AccountEntry* account : std::exchange(behind_, {})) {
+        if (!account->ready()) continue;  // its next login asks again
+        const auto messages = history_.outgoing(account->jid(), DeliveryState::queued);
+        if (!history_.readWhole()) behind_.insert(account);
+        for (const Message& message : messages)
+            queue_.post(account->key, [this, account, message] { deliver(*account, message); });
     }
 }
 

@@ -7,6 +7,7 @@
 #include <memory>
 #include <QObject>
 #include <QTimer>
+#include <set>
 #include <vector>
 
 #include "messenger/core/values/message.h"
@@ -35,7 +36,7 @@ public:
     void resend(AccountEntry& account, Message message);
     /// Takes one back that waits; false when the history could not give it up.
     bool cancel(const AccountEntry& account, Message message);
-    /// The account's login is complete: what waits goes out.
+    /// The account's login is complete: what waits goes out, or once the history can be read.
     void loginComplete(AccountEntry& account);
     /// `answered`: the server answered our closing tag, so that it has read all that was sent.
     void connectionEnded(AccountEntry& account, bool answered);
@@ -68,6 +69,8 @@ private:
     };
 
     void submit(AccountEntry& account, const Message& message);
+    /// Hands over what waits for the accounts that are behind.
+    void catchUp();
     void tellQueued(const AccountEntry& account, const Message& message);
     void deliver(AccountEntry& account, Message message);
     bool hand(AccountEntry& account, const Message& message);
@@ -81,6 +84,7 @@ private:
     History& history_;
     IqQueries& queries_;
     std::map<const AccountEntry*, Connection> connections_;
+    std::set<AccountEntry*> behind_;  ///< logged in, but what waits for them has not been read yet
     bool handing_ = false;
     bool letOut_ = false;  ///< no listener has taken away what is being handed over
     QString handedId_;

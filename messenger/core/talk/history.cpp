@@ -29,6 +29,7 @@ History::History(QString path, QObject* parent) : QObject(parent), file_(std::mo
     retry_.setSingleShot(true);
     retry_.setInterval(kRetryDelay);
     connect(&retry_, &QTimer::timeout, this, &History::flush);
+    connect(&retry_, &QTimer::timeout, this, &History::retried);
 }
 
 // Whoever would be told may be gone.
@@ -287,7 +288,8 @@ QList<Message> History::find(const QString& account, const QString& with, int li
 
 QList<Message> History::outgoing(const QString& account, DeliveryState state) {
     // Nothing was ever written: nothing can wait, and a login need not open the database.
-    if (!file_.isOpen() && !file_.exists()) return {};
+    readWhole_ = !file_.isOpen() && !file_.exists();
+    if (readWhole_) return {};
     QStringList changed;
     for (const auto& [number, change] : changes_.states) changed.append(QString::number(number));
     const QString condition =

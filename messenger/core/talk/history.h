@@ -55,7 +55,8 @@ public:
     [[nodiscard]] QList<Message> find(const QString& account, const QString& with, int limit, const QString& search);
     /// Whether what was asked for last could be read to its end.
     [[nodiscard]] bool readWhole() const { return readWhole_; }
-    /// Outgoing ones in this state, oldest first.
+    /// Outgoing ones in this state, oldest first. Where they could not be read (readWhole()), retried() tells when to
+    /// ask again.
     [[nodiscard]] QList<Message> outgoing(const QString& account, DeliveryState state);
     /// Writes and tells what waits, and closes the file.
     void close();
@@ -65,6 +66,8 @@ public:
 signals:
     /// One line for the user: something could not be written or read, or can be again.
     void failed(const QString& text);
+    /// Some time has passed since the file could not be used, and it is tried again.
+    void retried();
 
 private:
     using Wanted = std::function<bool(const QSqlQuery& row)>;

@@ -5,6 +5,7 @@
 #include "host/oku/message.h"
 #include "host/oku/netlib.h"
 #include "messenger/core/boundary/wide.h"
+#include "tests/messenger/core/full_disk.h"
 
 namespace oku::test {
 namespace {
@@ -211,6 +212,32 @@ TEST_F(SessionsOfAccounts, KeepWhatIsWrittenOfflineOverARestart) {
     restart();
     logIn();
     EXPECT_TRUE(logged("message bob@example.org later 6"));
+}
+
+TEST_F(SessionsOfAccounts, SendWhatCouldNotBeReadAtALoginAsSoonAsItCan) {
+    send("later");
+    restart();
+    FullDisk full;
+    logIn();
+    full.end();
+    EXPECT_EQ(notices.filter(QStringLiteral("Nie można otworzyć archiwum")).size(), 1);
+    EXPECT_FALSE(logged("message bob@example.org later 6"));
+    EXPECT_TRUE(waitFor([this] { return logged("message bob@example.org later 6"); })) << "by itself";
+}
+
+TEST_F(SessionsOfAccounts, SendNothingBeforeWhatCouldNotBeReadAtALogin) {
+    send("one");
+    send("two");
+    restart();
+    FullDisk full;
+    logIn();
+    full.end();
+    ASSERT_FALSE(logged("message bob@example.org one 6"));
+    send("three");
+    auto handed = plugin().log;
+    std::erase_if(handed, [](const std::string& line) { return !line.starts_with("message "); });
+    EXPECT_EQ(handed, (std::vector<std::string>{"message bob@example.org one 6", "message bob@example.org two 6",
+                                                "message bob@example.org three 6"}));
 }
 
 TEST_F(SessionsOfAccounts, KeepAMessageThatThePluginDidNotTake) {
