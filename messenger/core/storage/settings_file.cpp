@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "messenger/core/storage/settings_file.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 #include <QDateTime>
 #include <QFile>
+#include <QFileInfo>
 #include <utility>
 
 #include "messenger/core/storage/private_file.h"
@@ -14,6 +16,20 @@ namespace {
 
 constexpr int kSaveDelay = 300;    // milliseconds from the first change that is not written
 constexpr int kRetryDelay = 2000;  // milliseconds after a write that failed
+
+/// A second name for the file behind `path`, which is the one that is written anew where `path` is a link.
+bool addName(const QString& path, const QString& name) {
+    return ::linkat(AT_FDCWD, QFile::encodeName(path).constData(), AT_FDCWD, QFile::encodeName(name).constData(),
+                    AT_SYMLINK_FOLLOW) == 0;
+}
+
+/// Keeps the file, which holds `content`, under another name. It stays in its place where it can: there may be no room
+/// now for a good one. Behind a link it may lie where a second name cannot reach: the bytes are copied then.
+bool keepAs(const QString& name, const QString& path, const QByteArray& content) {
+    if (addName(path, name)) return true;
+    if (QFileInfo(path).isSymLink()) return replaceFile(name, content, Target::nothing).isEmpty();
+    return QFile::rename(path, name);
+}
 
 }  // namespace
 
@@ -50,7 +66,7 @@ void SettingsFile::read() {
     values_.insert(remembered);
     file.close();
     if (ok) return;
-    setAside();
+    setAside(content);
     if (unreadable_) return;
     if (valuesOnDisk().isEmpty()) {
         QFile::remove(path_);
@@ -60,14 +76,12 @@ void SettingsFile::read() {
     write();
 }
 
-void SettingsFile::setAside() {
+void SettingsFile::setAside(const QByteArray& content) {
     const QString stamp = QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
     const QString name = path_ + QStringLiteral(".damaged-") + stamp;
     QString aside = name;
     for (int more = 2; QFile::exists(aside); ++more) aside = name + QStringLiteral("-%1").arg(more);
-    // The damaged one keeps its place until a good one takes it: there may be no room for that now.
-    unreadable_ = ::link(QFile::encodeName(path_).constData(), QFile::encodeName(aside).constData()) != 0 &&
-                  !QFile::rename(path_, aside);
+    unreadable_ = !keepAs(aside, path_, content);
     emit noticed(
         unreadable_
             ? QCoreApplication::translate("Settings", "Plik ustawień %1 jest uszkodzony i nie można go odłożyć na bok.")

@@ -53,7 +53,7 @@ signals:
     void changed(const QString& key);
 
 private:
-    void setAside();
+    void setAside(const QByteArray& content);
     void changedNow();
     /// Until a write works.
     void tellOnce(const QString& failure);

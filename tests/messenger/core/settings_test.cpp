@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The protoLink authors
 // SPDX-License-Identifier: MIT
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <csignal>
@@ -116,6 +117,40 @@ TEST_F(Settings, KeepWhatCanBeReadOfADamagedFile) {
     EXPECT_EQ(contentOf(path()), "XMPP/Priority = 5\nXMPP/User = \"alice@example.org\"\n");
     file.read();
     EXPECT_EQ(notices.size(), 1) << "the new file is whole";
+}
+
+/// Reads a damaged file through a link, and sees to it that neither the link nor what could not be read is lost.
+void expectKeptBehindALink(const QString& link, const QString& target) {
+    const QByteArray damaged = "XMPP/Priority = 5\nXMPP/Pass = \"cut\n";
+    writeFile(target, damaged);
+    ASSERT_TRUE(QFile::link(target, link));
+    SettingsFile file(link);
+    QStringList notices;
+    QObject::connect(&file, &SettingsFile::noticed, &file, [&](const QString& text) { notices.append(text); });
+    file.read();
+    const QDir folder = QFileInfo(link).dir();
+    const auto aside = folder.entryList({QStringLiteral("a.config.damaged-*")});
+    ASSERT_EQ(aside.size(), 1);
+    EXPECT_EQ(contentOf(folder.filePath(aside.first())), damaged);
+    ASSERT_EQ(notices.size(), 1);
+    EXPECT_TRUE(notices[0].contains(folder.filePath(aside.first()))) << notices[0].toStdString();
+    EXPECT_TRUE(QFileInfo(link).isSymLink());
+    EXPECT_EQ(contentOf(target), "XMPP/Priority = 5\n");
+}
+
+TEST_F(Settings, KeepADamagedFileBehindALink) {
+    QTemporaryDir elsewhere;
+    expectKeptBehindALink(path(), elsewhere.filePath(QStringLiteral("target")));
+}
+
+TEST_F(Settings, KeepADamagedFileBehindALinkToAnotherFileSystem) {
+    QTemporaryDir elsewhere(QStringLiteral("/dev/shm/oku-XXXXXX"));
+    struct stat here {};
+    struct stat there {};
+    if (stat(qPrintable(directory.path()), &here) != 0 || stat(qPrintable(elsewhere.path()), &there) != 0 ||
+        here.st_dev == there.st_dev)
+        GTEST_SKIP() << "there is no other file system";
+    expectKeptBehindALink(path(), elsewhere.filePath(QStringLiteral("target")));
 }
 
 TEST_F(Settings, RefuseAKeyThatWouldNotBeReadBack) {
