@@ -3,6 +3,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 
 #include "messenger/core/talk/history.h"
 
@@ -18,13 +19,30 @@ QString localStamp(const QDateTime& time) {
 /// For programs: as the JSON mode writes it.
 QString stamp(const QDateTime& time) { return time.toUTC().toString(Qt::ISODateWithMs); }
 
+/// All that some program takes for the end of a line. A text that brought one along could look like another entry.
+const QRegularExpression& lineEnd() {
+    static const QRegularExpression end(QStringLiteral("\\r\\n|[\\r\\n\\x{85}\\x{2028}\\x{2029}]"));
+    return end;
+}
+
+QString indented(const QString& start, const QString& text) {
+    QString result;
+    for (const QString& line : text.split(lineEnd())) result += QStringLiteral("    ") + start + line + u'\n';
+    return result;
+}
+
+QString oneLine(QString text) { return text.replace(lineEnd(), QStringLiteral(" ")); }
+
 }  // namespace
 
 QByteArray historyAsText(const QList<Message>& messages) {
     QString text;
     for (const Message& message : messages) {
         const bool out = message.direction == Direction::out;
-        text += localStamp(message.time) + u' ' + (out ? message.account : message.contact);
+        text += localStamp(message.time) + u' ';
+        // Words about a message of ours, not the other side's.
+        if (message.failed) text += QStringLiteral("! ");
+        text += oneLine(out ? message.account : message.contact);
         if (message.delayed.isValid()) {
             text += QStringLiteral(" (") +
                     QCoreApplication::translate("History", "napisana %1").arg(localStamp(message.delayed)) + u')';
@@ -32,8 +50,8 @@ QByteArray historyAsText(const QList<Message>& messages) {
         if (out && message.state != DeliveryState::sent)
             text += QStringLiteral(" [%1]").arg(deliveryStateWord(message.state));
         text += u'\n';
-        if (!message.subject.isEmpty()) text += QStringLiteral("    # ") + message.subject + u'\n';
-        for (const QString& line : message.body.split(u'\n')) text += QStringLiteral("    ") + line + u'\n';
+        if (!message.subject.isEmpty()) text += indented(QStringLiteral("# "), message.subject);
+        text += indented({}, message.body);
     }
     return text.toUtf8();
 }
@@ -50,6 +68,7 @@ QByteArray historyAsJson(const QList<Message>& messages) {
                            {QStringLiteral("state"), deliveryStateWord(message.state)}};
         if (!message.subject.isEmpty()) object[QStringLiteral("subject")] = message.subject;
         if (!message.resource.isEmpty()) object[QStringLiteral("resource")] = message.resource;
+        if (message.failed) object[QStringLiteral("failed")] = true;
         if (message.delayed.isValid()) object[QStringLiteral("delayed")] = stamp(message.delayed);
         list.append(object);
     }

@@ -70,6 +70,7 @@ QByteArray jsonHistory(const QString& account, const QString& with, const QList<
         line.put("time", message.time);
         line.put("delayed", message.delayed);
         line.put("state", deliveryStateWord(message.state));
+        line.put("failed", message.failed);
         line.endObject();
     }
     line.endList();

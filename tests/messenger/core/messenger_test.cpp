@@ -424,6 +424,38 @@ TEST(Export, TellsTimesThatAreTheSameEverywhere) {
     EXPECT_EQ(entry[QStringLiteral("delayed")], QStringLiteral("2026-11-20T08:00:00.000Z"));
 }
 
+TEST(Export, LetsNoTextLookLikeAnEntry) {
+    const QString entry = QStringLiteral("2026-11-22T10:00:00+01:00 ala@example.net");
+    for (const QString& end : {QString(u'\n'), QString(u'\r'), QStringLiteral("\r\n"), QString(QChar(0x85)),
+                               QString(QChar(0x2028)), QString(QChar(0x2029))}) {
+        Message message;
+        message.account = kAlice;
+        message.contact = QStringLiteral("bob@example.org") + end + entry;
+        message.time = QDateTime(QDate(2026, 11, 21), QTime(9, 5, 7), Qt::UTC);
+        message.subject = QStringLiteral("x") + end + entry;
+        message.body = QStringLiteral("y") + end + end + entry;
+        const QString text = QString::fromUtf8(historyAsText({message}));
+        const QStringList lines = text.split(u'\n');
+        ASSERT_EQ(lines.size(), 7) << text.toStdString();
+        EXPECT_TRUE(lines[0].endsWith(QStringLiteral(" bob@example.org ") + entry)) << text.toStdString();
+        EXPECT_EQ(lines.mid(1), (QStringList{"    # x", "    # " + entry, "    y", "    ", "    " + entry, ""}));
+    }
+}
+
+TEST(Export, TellsAFailureNoticeFromTheContactsWords) {
+    Message message;
+    message.account = kAlice;
+    message.contact = QStringLiteral("bob@example.org");
+    message.time = QDateTime(QDate(2026, 11, 21), QTime(9, 5, 7), Qt::UTC);
+    message.body = QStringLiteral("service unavailable");
+    const auto jsonEntry = [&] { return QJsonDocument::fromJson(historyAsJson({message})).array()[0].toObject(); };
+    EXPECT_FALSE(historyAsText({message}).contains('!'));
+    EXPECT_FALSE(jsonEntry().contains(QStringLiteral("failed")));
+    message.failed = true;
+    EXPECT_TRUE(historyAsText({message}).contains(" ! bob@example.org\n")) << "as the screen marks it";
+    EXPECT_EQ(jsonEntry()[QStringLiteral("failed")], QJsonValue(true));
+}
+
 TEST_F(Facade, TellsOfAHistoryThatCannotBeOpenedAndSendsNothingUnwritten) {
     ASSERT_TRUE(QDir(directory.path()).mkdir(QStringLiteral("history.sqlite")));  // no file, not even for root
     QStringList notices;

@@ -152,6 +152,7 @@ TEST_F(JsonModeTest, GivesTheHistoryBeforeItsAnswer) {
     messenger.messages = {incoming("ala@localhost", "olek@localhost", "hej"),
                           outgoing("ala@localhost", "olek@localhost", "no hej", 2)};
     messenger.messages[0].number = 1;
+    messenger.messages[0].failed = true;
     messenger.messages[0].delayed = QDateTime(QDate(2026, 11, 20), QTime(8, 0), Qt::UTC);
     messenger.messages[0].time = QDateTime(QDate(2026, 11, 21), QTime(9, 5, 7, 250), Qt::UTC);
     messenger.messages[1].state = DeliveryState::unconfirmed;
@@ -167,7 +168,9 @@ TEST_F(JsonModeTest, GivesTheHistoryBeforeItsAnswer) {
                                                {"subject", ""},
                                                {"time", "2026-11-21T09:05:07.250Z"},
                                                {"delayed", "2026-11-20T08:00:00.000Z"},
-                                               {"state", "received"}}));
+                                               {"state", "received"},
+                                               {"failed", true}}));
+    EXPECT_EQ(list[1].toObject().value("failed"), false);
     EXPECT_EQ(list[1].toObject().value("direction"), "out");
     EXPECT_EQ(list[1].toObject().value("state"), "unconfirmed");
     EXPECT_EQ(list[1].toObject().value("message"), 2);
