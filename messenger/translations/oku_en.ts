@@ -1264,6 +1264,10 @@ Commands inside the program: /help. All of it: man oku-terminal
         <translation>No right to read or write in the directory %1</translation>
     </message>
     <message>
+        <source>Nie można zapisać w katalogu %1: %2</source>
+        <translation>Nothing can be written in the directory %1: %2</translation>
+    </message>
+    <message>
         <source>Profil %1 jest już używany przez inny komunikator (proces %2).</source>
         <translation>The profile %1 is in use by another messenger (process %2).</translation>
     </message>

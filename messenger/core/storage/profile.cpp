@@ -3,6 +3,7 @@
 #include "messenger/core/storage/profile.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -19,6 +20,7 @@ namespace {
 
 // The plugin reads a directory into 261 characters, the NUL included, and puts file names behind it.
 constexpr int kLongestPath = 260;
+constexpr int kLockIsWritten = 5000;  // milliseconds after which a lock names its process
 
 QString standard(QStandardPaths::StandardLocation place) {
     return QStandardPaths::writableLocation(place) + QStringLiteral("/oku/");
@@ -36,6 +38,31 @@ void removeLeftovers(const QString& path) {
     QDir folder(path);
     const QStringList names = {QStringLiteral(".oku-??????"), QStringLiteral(".protolink-??????")};
     for (const QString& name : folder.entryList(names, QDir::Files | QDir::Hidden)) folder.remove(name);
+}
+
+struct LockOwner {
+    qint64 process = 0;
+    QString host;
+    QString program;
+};
+
+/// False when the file tells of nobody.
+bool readOwner(const QLockFile& lock, LockOwner& owner) {
+    return lock.getLockInfo(&owner.process, &owner.host, &owner.program);
+}
+
+/// A lock is stale only when its process is gone, however long that has been running. One that names nobody is a moment
+/// old, or what a kill or a power cut left of it. Nothing is taken from a living program: the system itself keeps the
+/// file locked for it, and QLockFile asks for that before it removes one.
+bool take(QLockFile& lock) {
+    lock.setStaleLockTime(0);
+    LockOwner owner;
+    if (lock.tryLock(0)) return true;
+    if (lock.error() != QLockFile::LockFailedError || readOwner(lock, owner)) return false;
+    lock.setStaleLockTime(kLockIsWritten);
+    const bool taken = lock.tryLock(0);
+    lock.setStaleLockTime(0);
+    return taken;
 }
 
 OKU_WORD fill(OKU_WORD param, const QString& directory) {
@@ -77,19 +104,22 @@ QString Profile::open() {
         if (const QString foreign = foreignReason(path); !foreign.isEmpty()) return foreign;
     }
     lock_ = std::make_unique<QLockFile>(directory_ + QStringLiteral("oku.lock"));
-    // A lock is stale only when its process is gone, however long that has been running.
-    lock_->setStaleLockTime(0);
-    if (lock_->tryLock(0)) {
-        for (const QString& path : {directory_, dataDirectory_, cacheDirectory_}) removeLeftovers(path);
-        return {};
+    errno = 0;
+    if (!take(*lock_)) return lockFault(errno);
+    for (const QString& path : {directory_, dataDirectory_, cacheDirectory_}) removeLeftovers(path);
+    return {};
+}
+
+QString Profile::lockFault(int error) const {
+    if (lock_->error() != QLockFile::LockFailedError) {
+        return QCoreApplication::translate("Profile", "Nie można zapisać w katalogu %1: %2")
+            .arg(directory_, systemReason(error));
     }
-    qint64 process = 0;
-    QString host;
-    QString program;
-    lock_->getLockInfo(&process, &host, &program);
+    LockOwner owner;
+    readOwner(*lock_, owner);
     return QCoreApplication::translate("Profile", "Profil %1 jest już używany przez inny komunikator (proces %2).")
         .arg(directory_)
-        .arg(process);
+        .arg(owner.process);
 }
 
 void Profile::provide(ServiceRegistry& services) const {

@@ -30,6 +30,9 @@ public:
     [[nodiscard]] QString historyPath() const { return dataDirectory_ + QStringLiteral("history.sqlite"); }
 
 private:
+    /// Why the lock could not be taken; `error` is the system's.
+    [[nodiscard]] QString lockFault(int error) const;
+
     QString directory_;
     QString cacheDirectory_;
     QString dataDirectory_;

@@ -2,15 +2,28 @@
 // SPDX-License-Identifier: MIT
 #include "tests/messenger/core/stage.h"
 
+#include <sys/file.h>
+#include <cerrno>
+#include <QDateTime>
+#include <QFile>
+
 #include "host/oku/windows.h"
 #include "messenger/core/boundary/plugin_loader.h"
 #include "messenger/core/boundary/wide.h"
+#include "messenger/core/storage/private_file.h"
+#include "tests/messenger/core/full_disk.h"
 
 namespace oku::test {
 namespace {
 
 class Loader : public Stage {
 protected:
+    /// A lock that names nobody, an hour old.
+    void makeEmptyLock(QFile& file) {
+        file.setFileName(directory.filePath(QStringLiteral("oku.lock")));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTime().addSecs(-3600), QFile::FileModificationTime));
+    }
     QString reasonFor(const QString& module) {
         auto given = options();
         given.modulePath = module;
@@ -78,6 +91,35 @@ TEST_F(Loader, LetsOneMessengerUseAProfile) {
     start();
     HostCore second(options());
     EXPECT_TRUE(second.start().contains(QStringLiteral("jest już używany")));
+}
+
+TEST_F(Loader, TakesAProfileWhoseLockNamesNobody) {
+    {
+        QFile lock;
+        makeEmptyLock(lock);
+    }
+    start();
+    HostCore second(options());
+    EXPECT_TRUE(second.start().contains(QStringLiteral("jest już używany"))) << "it is a lock like any other";
+}
+
+TEST_F(Loader, LeavesALockThatSomebodyStillHolds) {
+    QFile lock;
+    makeEmptyLock(lock);
+    ASSERT_EQ(flock(lock.handle(), LOCK_EX), 0);
+    EXPECT_TRUE(HostCore(options()).start().contains(QStringLiteral("jest już używany")));
+    EXPECT_TRUE(lock.exists());
+    lock.close();
+    start();
+}
+
+TEST_F(Loader, TellsOfAProfileThatTakesNoLock) {
+    HostCore host(options());
+    FullDisk full;
+    const QString reason = host.start();
+    full.end();
+    EXPECT_EQ(reason, QStringLiteral("Nie można zapisać w katalogu %1: %2")
+                          .arg(QDir(directory.path()).path() + u'/', systemReason(EFBIG)));
 }
 
 TEST_F(Loader, GivesDirectoriesThatEndInTheSeparatorAndStandsInTheProfile) {
