@@ -11,6 +11,10 @@
 namespace oku {
 namespace {
 
+// Of the account's part in a file's name, which takes 255 with what stands before and behind it, for a damaged file
+// too.
+constexpr qsizetype kMostNameBytes = 100;
+
 const QString kUser = QString::fromUtf16(setting::user);
 const QString kPassword = QString::fromUtf16(setting::password);
 
@@ -33,7 +37,9 @@ QString newAccountPath(const QString& profileDir, const QString& moduleBase, con
         const bool plain = letter.isLetterOrNumber() || letter == u'@' || letter == u'.' || letter == u'-';
         name += plain ? letter : QChar(u'-');
     }
-    name.truncate(100);
+    // Letters beyond the first 65536 are none of these, so that there is no pair to be parted.
+    name.truncate(kMostNameBytes);
+    while (name.toUtf8().size() > kMostNameBytes) name.chop(1);
     const QString stem = profileDir + moduleBase + u'_' + name;
     QString path = stem + QStringLiteral(".config");
     for (int number = 2; QFile::exists(path); ++number) path = QStringLiteral("%1-%2.config").arg(stem).arg(number);

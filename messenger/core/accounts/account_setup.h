@@ -10,7 +10,8 @@
 namespace oku {
 
 /// The settings file of a further account: the module's base name, an underscore and the account's name, which is its
-/// bare JID with what a file name should not hold replaced. Another number is put behind it until no file has the name.
+/// bare JID with what a file name should not hold replaced, and cut where it is too long for one. Another number is put
+/// behind it until no file has the name.
 QString newAccountPath(const QString& profileDir, const QString& moduleBase, const QString& jid);
 
 /// Writes what makes an account: user (with a resource of its own when the JID has none), password, and safe defaults

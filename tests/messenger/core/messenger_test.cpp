@@ -496,6 +496,15 @@ TEST(AccountPath, IsOnePlainFileName) {
     ASSERT_TRUE(taken.open(QIODevice::WriteOnly));
     EXPECT_EQ(newAccountPath(profile, QStringLiteral("p"), QStringLiteral("a@b")),
               profile + QStringLiteral("p_a@b-2.config"));
+    // Letters of three bytes each; behind the name there has to be room for what a damaged file is called.
+    const QString longJid = QString(90, QChar(0x6f22)) + QStringLiteral("@example.org");
+    const QString longPath = newAccountPath(profile, QStringLiteral("protoLink"), longJid);
+    for (const char* ending : {".damaged-20261122-101112-345-2", ""}) {
+        QFile file(longPath + QLatin1String(ending));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << file.errorString().toStdString();
+    }
+    EXPECT_TRUE(QFileInfo(longPath).fileName().startsWith(QStringLiteral("protoLink_") + QString(33, QChar(0x6f22))));
+    EXPECT_NE(newAccountPath(profile, QStringLiteral("protoLink"), longJid + u'x'), longPath) << "that name is taken";
 }
 
 }  // namespace
