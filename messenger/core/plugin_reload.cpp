@@ -2,13 +2,33 @@
 // SPDX-License-Identifier: MIT
 #include "messenger/core/plugin_reload.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
 #include <utility>
 
 #include "messenger/core/host_core.h"
 #include "messenger/core/values/jid_text.h"
 
 namespace oku {
+namespace {
+
+/// What was set aside of a file because it was damaged. Passwords may stand in it. The whole ending counts: the name of
+/// another account's file may begin like that.
+QStringList damagedOf(const QString& path) {
+    static const QRegularExpression ending(
+        QRegularExpression::anchoredPattern(QStringLiteral("\\.damaged-\\d{8}-\\d{6}-\\d{3}(-\\d+)?")));
+    const QFileInfo file(path);
+    QStringList paths;
+    for (const QString& name : file.dir().entryList(QDir::Files | QDir::Hidden | QDir::System)) {
+        if (name.startsWith(file.fileName()) && ending.match(name.mid(file.fileName().size())).hasMatch())
+            paths.append(file.dir().filePath(name));
+    }
+    return paths;
+}
+
+}  // namespace
 
 void PluginReload::addAccount(const QString& jid, const QString& key) {
     newAccounts_.insert_or_assign(jid, key);
@@ -67,9 +87,12 @@ void PluginReload::forget(const Removal& account) {
     QString base = account.key;
     base.chop(QStringLiteral(".config").size());
     QFile::remove(base + QStringLiteral(".roster"));
-    if (!core_.settings.store(account.key)->remove()) {
-        emit noticed(account.jid,
-                     QCoreApplication::translate("HostCore", "Nie można usunąć pliku %1").arg(account.key));
+    const auto tellKept = [&](const QString& path) {
+        emit noticed(account.jid, QCoreApplication::translate("HostCore", "Nie można usunąć pliku %1").arg(path));
+    };
+    if (!core_.settings.store(account.key)->remove()) tellKept(account.key);
+    for (const QString& path : damagedOf(account.key) + damagedOf(base + QStringLiteral(".contacts"))) {
+        if (!QFile::remove(path)) tellKept(path);
     }
     if (account.withHistory) {
         core_.history.removeAll(account.jid);

@@ -168,8 +168,12 @@ TEST_F(Facade, RemovesAnAccountWithItsFiles) {
         ASSERT_EQ(messenger->accounts().accounts().size(), 2);
         const QString path = messenger->accounts().account(bob)->settingsPath;
         const QString base = path.chopped(static_cast<int>(std::strlen(".config")));
-        for (const char* ending : {".contacts", ".roster"}) {
-            QFile file(base + QLatin1String(ending));
+        const char* damaged = ".damaged-20261122-101112-345";
+        for (const QString& ending :
+             {QStringLiteral(".contacts"), QStringLiteral(".roster"), QStringLiteral(".config") + damaged,
+              QStringLiteral(".config") + damaged + QStringLiteral("-2"), QStringLiteral(".contacts") + damaged,
+              QStringLiteral("-2.config") + damaged, QStringLiteral(".config.damaged-mine")}) {
+            QFile file(base + ending);
             ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         }
         EXPECT_EQ(messenger->talk().sendMessage(bob, kAlice, QStringLiteral("x")), QString());
@@ -178,6 +182,11 @@ TEST_F(Facade, RemovesAnAccountWithItsFiles) {
         EXPECT_EQ(messenger->accounts().accounts()[0].jid, kAlice);
         for (const char* ending : {".config", ".contacts", ".roster"})
             EXPECT_FALSE(QFile::exists(base + QLatin1String(ending))) << ending;
+        QStringList others = QDir(directory.path()).entryList({QFileInfo(base).fileName() + u'*'});
+        EXPECT_EQ(others, (QStringList{QFileInfo(base).fileName() + QStringLiteral("-2.config") + damaged,
+                                       QFileInfo(base).fileName() + QStringLiteral(".config.damaged-mine")}))
+            << "an account with a similar name, and a copy that the user made";
+        for (const QString& other : others) EXPECT_TRUE(QFile::remove(directory.filePath(other)));
         const auto kept = messenger->talk().history(bob, {});
         ASSERT_EQ(kept.size(), withHistory ? 0 : 1);
         if (!withHistory) {
