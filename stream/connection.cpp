@@ -128,6 +128,7 @@ void Connection::leaveRegistration() {
         return;
     }
     registerMode = 0;
+    reconnection_.forbid();  // the close of a dial that is under way was wished for
     disconnect(false);
 }
 
