@@ -176,10 +176,9 @@ void CTransferIBB::TakeBlock(const Stanza& stanza, const xmlElement& data) {
     if (stanza.element.name == u"iq")
         account_.output.sendText(
             lutCPW(stanza.element.name, {}, {{u"id", stanza.id}, {u"to", stanza.from}, {u"type", u"result"}}));
-    // The other side may have closed the stream while it heard of this.
-    if (!session_ || !file_ || *length != session_->size) return;
-    // Some systems tell only now that a write went wrong.
-    if (!file_->close()) {
+    if (!session_ || *length != session_->size) return;
+    // Some systems tell only now that a write went wrong. Shut it is when the sender closed while it heard of this.
+    if (file_ && !file_->close()) {
         ReportFailure(u"Błąd transmisji");
         return;
     }
