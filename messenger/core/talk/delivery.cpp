@@ -58,12 +58,14 @@ bool Delivery::cancel(const AccountEntry& account, Message message) {
 }
 
 void Delivery::submit(AccountEntry& account, const Message& message) {
+    const bool behind = behind_.contains(&account);
     catchUp();  // what was written before goes out before
     if (!account.ready() || behind_.contains(&account)) {
         tellQueued(account, message);
         return;
     }
-    queue_.post(account.key, [this, &account, message] { deliver(account, message); });
+    // Else it was among what was handed over now.
+    if (!behind) queue_.post(account.key, [this, &account, message] { deliver(account, message); });
 }
 
 void Delivery::tellQueued(const AccountEntry& account, const Message& message) {

@@ -240,6 +240,21 @@ TEST_F(SessionsOfAccounts, SendNothingBeforeWhatCouldNotBeReadAtALogin) {
                                                 "message bob@example.org three 6"}));
 }
 
+TEST_F(SessionsOfAccounts, HandNothingOverTwiceThatCouldNotBeReadAtALogin) {
+    send("one");
+    restart();
+    FullDisk full;
+    logIn();
+    full.end();
+    int queued = 0;
+    QObject::connect(&core->delivery, &Delivery::queued, core.get(), [&] { ++queued; });
+    plugin().sendFails = true;
+    send("two");
+    EXPECT_TRUE(waitFor([&] { return queued >= 2; }));
+    pass(1);
+    EXPECT_EQ(queued, 2) << "once for each";
+}
+
 TEST_F(SessionsOfAccounts, KeepAMessageThatThePluginDidNotTake) {
     logIn();
     plugin().sendFails = true;
