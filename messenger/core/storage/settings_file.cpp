@@ -68,7 +68,8 @@ void SettingsFile::read() {
     if (ok) return;
     setAside(content);
     if (unreadable_) return;
-    if (valuesOnDisk().isEmpty()) {
+    // A link is the user's, and stays.
+    if (valuesOnDisk().isEmpty() && !QFileInfo(path_).isSymLink()) {
         QFile::remove(path_);
         return;
     }

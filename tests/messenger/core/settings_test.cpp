@@ -120,8 +120,8 @@ TEST_F(Settings, KeepWhatCanBeReadOfADamagedFile) {
 }
 
 /// Reads a damaged file through a link, and sees to it that neither the link nor what could not be read is lost.
-void expectKeptBehindALink(const QString& link, const QString& target) {
-    const QByteArray damaged = "XMPP/Priority = 5\nXMPP/Pass = \"cut\n";
+void expectKeptBehindALink(const QString& link, const QString& target, const QByteArray& good = "XMPP/Priority = 5\n") {
+    const QByteArray damaged = good + "XMPP/Pass = \"cut\n";
     writeFile(target, damaged);
     ASSERT_TRUE(QFile::link(target, link));
     SettingsFile file(link);
@@ -135,12 +135,17 @@ void expectKeptBehindALink(const QString& link, const QString& target) {
     ASSERT_EQ(notices.size(), 1);
     EXPECT_TRUE(notices[0].contains(folder.filePath(aside.first()))) << notices[0].toStdString();
     EXPECT_TRUE(QFileInfo(link).isSymLink());
-    EXPECT_EQ(contentOf(target), "XMPP/Priority = 5\n");
+    EXPECT_EQ(contentOf(target), good);
 }
 
 TEST_F(Settings, KeepADamagedFileBehindALink) {
     QTemporaryDir elsewhere;
     expectKeptBehindALink(path(), elsewhere.filePath(QStringLiteral("target")));
+}
+
+TEST_F(Settings, KeepALinkToAFileOfWhichNothingCanBeRead) {
+    QTemporaryDir elsewhere;
+    expectKeptBehindALink(path(), elsewhere.filePath(QStringLiteral("target")), "");
 }
 
 TEST_F(Settings, KeepADamagedFileBehindALinkToAnotherFileSystem) {
