@@ -213,7 +213,10 @@ void HostCore::shutdown() {
     passwords.stopAsking();
     boxes.close();
     offers.close();
-    queue.post({}, [this] { signOff.start([this] { finishShutdown(); }); });
+    // From the event loop, behind what was asked for before and goes that way too.
+    QMetaObject::invokeMethod(
+        this, [this] { queue.post({}, [this] { signOff.start([this] { finishShutdown(); }); }); },
+        Qt::QueuedConnection);
 }
 
 void HostCore::finishShutdown() {

@@ -51,6 +51,15 @@ TEST_F(OwnCardsTest, TheServerIsAskedFirst) {
     EXPECT_FALSE(request().isEmpty()) << "one at a time";
 }
 
+TEST_F(OwnCardsTest, WhatIsAskedBeforeTheEndComesBeforeIt) {
+    havePicture();
+    EXPECT_EQ(cards->publishOwnPicture(me), QString());
+    core->shutdown();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+    EXPECT_TRUE(logged("status 7 "));
+    EXPECT_EQ(asked(), "PFSetMyAvatar");
+}
+
 TEST_F(OwnCardsTest, TheFieldsComeFromThePlugin) {
     request();
     haveCard(QStringLiteral("<NICKNAME>Al</NICKNAME><PHOTO><BINVAL>AAAA</BINVAL></PHOTO>"));
