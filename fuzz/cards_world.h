@@ -31,7 +31,7 @@ public:
         client_.servers.at(kNet).abilities = "<feature var='http://jabber.org/protocol/pubsub'/>";
         client_.logIn();
         client_.host.onSend = [this](std::uint32_t, std::string_view sent) {
-            requireWhole(sent);
+            requireWhole(client_, kNet, sent);
             asked_ = torture::idIn(sent);
         };
         client_.host.before = [this](const torture::Call& call) -> std::optional<OKU_WORD> { return look(call); };

@@ -24,7 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::Input answers(data, size);
     client.host.before = [&](const torture::Call& call) { return fuzz::checkNews(call, answers); };
     client.logIn();
-    client.host.onSend = [&](std::uint32_t, std::string_view bytes) { fuzz::requireWhole(bytes); };
+    client.host.onSend = [&](std::uint32_t net, std::string_view bytes) { fuzz::requireWhole(client, net, bytes); };
     while (!input.empty()) client.receive(kNet, std::string(input.take(input.number())));
     client.host.before = nullptr;
     client.unload();

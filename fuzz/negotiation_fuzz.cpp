@@ -76,8 +76,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     client.load();
     client.setStatus(kNet, OKU_STATUS_ONLINE);
     std::string lastId;
-    client.host.onSend = [&](std::uint32_t, std::string_view bytes) {
-        if ((client.flags(kNet) & OKU_FLAG_COMPRESSED) == 0) fuzz::requireWhole(bytes);
+    client.host.onSend = [&](std::uint32_t net, std::string_view bytes) {
+        fuzz::requireWhole(client, net, bytes);
         if (const std::string id = torture::idIn(bytes); !id.empty()) lastId = id;
     };
     client.raise(kNet, NL_EVENT_CONNECTED);

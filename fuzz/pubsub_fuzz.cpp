@@ -80,8 +80,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     client.servers.at(kNet).abilities = "<identity type='pep'/><feature var='http://jabber.org/protocol/pubsub'/>";
     client.logIn();
     std::string lastId;
-    client.host.onSend = [&](std::uint32_t, std::string_view bytes) {
-        fuzz::requireWhole(bytes);
+    client.host.onSend = [&](std::uint32_t net, std::string_view bytes) {
+        fuzz::requireWhole(client, net, bytes);
         lastId = torture::idIn(bytes);
     };
     client.host.before = [&](const torture::Call& call) { return fuzz::checkNews(call, input); };

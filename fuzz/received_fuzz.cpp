@@ -72,8 +72,8 @@ std::string told(const std::vector<std::string>& pieces, bool loggedIn) {
     }
     std::string trace;
     client.host.trace = &trace;
-    client.host.onSend = [&client](std::uint32_t, std::string_view bytes) {
-        if ((client.flags(kNet) & OKU_FLAG_COMPRESSED) == 0) fuzz::requireWhole(bytes);
+    client.host.onSend = [&client](std::uint32_t net, std::string_view bytes) {
+        fuzz::requireWhole(client, net, bytes);
     };
     for (const std::string& piece : pieces) {
         client.receive(kNet, piece);

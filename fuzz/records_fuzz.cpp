@@ -145,8 +145,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             value = input.wide();
         }
     }
-    client.host.onSend = [forward = client.host.onSend](std::uint32_t net, std::string_view bytes) {
-        fuzz::requireWhole(bytes);
+    client.host.onSend = [&client, forward = client.host.onSend](std::uint32_t net, std::string_view bytes) {
+        fuzz::requireWhole(client, net, bytes);
         forward(net, bytes);
     };
     client.logIn();

@@ -25,8 +25,8 @@ public:
         client.host.settings[u"/profile/protoLink.config"][u"XMPP/Serv/Compress"] = 0;
         client.logIn();
         const auto server = client.host.onSend;
-        client.host.onSend = [server](std::uint32_t net, std::string_view bytes) {
-            requireWhole(bytes);
+        client.host.onSend = [this, server](std::uint32_t net, std::string_view bytes) {
+            requireWhole(client, net, bytes);
             server(net, bytes);
         };
         client.host.before = [this](const torture::Call& call) -> std::optional<OKU_WORD> {

@@ -42,7 +42,7 @@ public:
     Desk(torture::Client& client, fuzz::Input& input) : client_(client), input_(input) {
         client.host.before = [this](const torture::Call& call) { return serve(call); };
         client.host.onSend = [this, server = client.host.onSend](std::uint32_t net, std::string_view bytes) {
-            fuzz::requireWhole(bytes);
+            fuzz::requireWhole(client_, net, bytes);
             noteId(bytes);
             server(net, bytes);
         };
