@@ -225,7 +225,9 @@ const Story kStories[] = {
 };
 
 harness::Outcome drive(const std::string& text, std::optional<std::size_t> failingCall = std::nullopt) {
-    const auto transcript = harness::FoldBook(PROTOLINK_FOLDS).readText("windows", text);
+    // Read once: some thousand stories are told.
+    static const harness::FoldBook folds(PROTOLINK_FOLDS);
+    const auto transcript = folds.readText("windows", text);
     harness::PlayMode mode;
     mode.onlyDrive = true;
     mode.failingCall = failingCall;
