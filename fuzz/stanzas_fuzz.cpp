@@ -89,9 +89,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                 const bool wasLoaded = client.loaded();
                 doOne(client, input);
                 --depth;
-                // A host does nothing more for a plugin that went while it asked.
-                if (wasLoaded && (!client.loaded() || client.loads() != loads)) return 0;
-                return std::nullopt;
+                if (!wasLoaded || (client.loaded() && client.loads() == loads)) return std::nullopt;
+                // A host does nothing more for a plugin that went while it asked, nor for one that went before and was
+                // still taking back what it had.
+                lostByTheHost = lostByTheHost || call.takesBack();
+                return 0;
             }
             lostByTheHost = lostByTheHost || call.takesBack();
             return what & 2 ? 1 : 0;
