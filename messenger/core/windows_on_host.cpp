@@ -45,8 +45,7 @@ public:
             AccountEntry& account = *entry;
             const auto status = core_.menus.chosenStatus(QString::fromStdU16String(account.service(u"Menu")), id);
             if (!account.registered || !status) continue;
-            core_.choices.choose(
-                account, {*status, account.description, [&core = core_, id] { core.menus.activateInTurn(id); }});
+            core_.choices.choose(account, {*status, account.description, [&core = core_, id] { core.menus.call(id); }});
             return {};
         }
         return core_.menus.activate(id) ? QString()

@@ -19,11 +19,11 @@ class SocketBridge;
 struct StatusChoice {
     Status status;
     QString description;
-    std::function<void()> give;  ///< tells the plugin, in the way in which the user chose
+    std::function<void()> give;  ///< tells the plugin, in the way in which the user chose; called from the queue
 };
 
-/// Hands the user's choices of a status to the plugin. One that is made while a login is under way waits for its end,
-/// as the plugin would drop the attempt.
+/// Hands the user's choices of a status to the plugin, in the order in which they were made. One that is made while a
+/// login is under way waits for its end, as the plugin would drop the attempt.
 class StatusChoices {
 public:
     StatusChoices(ServiceRegistry& services, PluginQueue& queue, SocketBridge& sockets)

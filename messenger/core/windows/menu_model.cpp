@@ -39,18 +39,16 @@ bool MenuModel::activate(const QString& id) {
     if (!find(id)) return false;
     // From the event loop: a callback may open a question, which holds whoever called until it is answered.
     QMetaObject::invokeMethod(
-        this, [this, id] { activateInTurn(id); }, Qt::QueuedConnection);
+        this, [this, id] { queue_.post({}, [this, id] { call(id); }); }, Qt::QueuedConnection);
     return true;
 }
 
-void MenuModel::activateInTurn(const QString& id) {
-    queue_.post({}, [this, id] {
-        const Item* const found = find(id);
-        if (!found) return;  // it went while the call waited
-        auto event = makeRecord<OKU_MENU_EVENT>();
-        event.id = widePointer(id);
-        found->callback(wordOf(&event), 0, found->context);
-    });
+void MenuModel::call(const QString& id) {
+    const Item* const found = find(id);
+    if (!found) return;  // it went while the call waited
+    auto event = makeRecord<OKU_MENU_EVENT>();
+    event.id = widePointer(id);
+    found->callback(wordOf(&event), 0, found->context);
 }
 
 const MenuModel::Item* MenuModel::find(const QString& id) const {

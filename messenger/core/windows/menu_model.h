@@ -30,8 +30,8 @@ public:
     /// Has the item's callback called through the queue, and holds nobody meanwhile. False when there is no such item,
     /// or nothing to call.
     bool activate(const QString& id);
-    /// Puts the call into the queue at once: a choice of a status keeps its place among those before and after it.
-    void activateInTurn(const QString& id);
+    /// Calls the item's callback now; only from the queue. Nothing happens when there is no such item.
+    void call(const QString& id);
     void dropPlugin() { items_.clear(); }
 
 signals:

@@ -30,16 +30,14 @@ const StatusWindows::Prepared* StatusWindows::find(const AccountEntry& account) 
 }
 
 void StatusWindows::confirm(const AccountEntry& account, Status status, const QString& description, bool protect) {
-    queue_.post(account.key, [this, &account, status, description, protect] {
-        const Prepared* prepared = find(account);
-        if (!prepared) return;
-        auto event = makeRecord<OKU_STATUS_WINDOW_EVENT>();
-        event.event = OKU_STATUS_WINDOW_CONFIRMED;
-        event.status = static_cast<std::uint32_t>(status);
-        event.description = widePointer(description);
-        event.protect = protect ? 1 : 0;
-        prepared->callback(wordOf(&event), 0, prepared->context);
-    });
+    const Prepared* prepared = find(account);
+    if (!prepared) return;
+    auto event = makeRecord<OKU_STATUS_WINDOW_EVENT>();
+    event.event = OKU_STATUS_WINDOW_CONFIRMED;
+    event.status = static_cast<std::uint32_t>(status);
+    event.description = widePointer(description);
+    event.protect = protect ? 1 : 0;
+    prepared->callback(wordOf(&event), 0, prepared->context);
 }
 
 OKU_WORD StatusWindows::prepare(OKU_WORD param) {

@@ -25,7 +25,8 @@ public:
 
     /// Whether the plugin has prepared one for the account.
     [[nodiscard]] bool has(const AccountEntry& account) const { return find(account) != nullptr; }
-    /// Tells the plugin what the person chose in the account's window; nothing happens where there is none.
+    /// Tells the plugin now what the person chose in the account's window; only from the queue. Nothing happens where
+    /// there is none.
     void confirm(const AccountEntry& account, Status status, const QString& description, bool protect);
     void dropPlugin() { windows_.clear(); }
 

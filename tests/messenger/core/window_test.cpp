@@ -65,10 +65,8 @@ TEST_F(Windows, MenuItemsReachTheirCallbackThroughTheQueue) {
         EXPECT_TRUE(core->menus.activate(id));
         QCoreApplication::sendPostedEvents(&core->menus, QEvent::MetaCall);
         EXPECT_TRUE(chosen.isEmpty());
-        core->menus.activateInTurn(id);
-        EXPECT_TRUE(chosen.isEmpty());
     });
-    EXPECT_EQ(chosen, QStringList({id, id}));
+    EXPECT_EQ(chosen, QStringList(id));
     EXPECT_FALSE(core->menus.activate(QStringLiteral("SEPARATOR")));
 }
 
@@ -132,7 +130,7 @@ TEST_F(Windows, StatusWindowsAreFilledShownAndAnswered) {
     EXPECT_EQ(shown[0].status, Status::away);
     EXPECT_TRUE(shown[0].protect);
     ASSERT_TRUE(core->statusWindows.has(entry()));
-    core->statusWindows.confirm(entry(), Status::xa, QStringLiteral("dalej"), true);
+    inPlugin([&] { core->statusWindows.confirm(entry(), Status::xa, QStringLiteral("dalej"), true); });
     EXPECT_EQ(events, (QStringList{QStringLiteral("4 0 0 "), QStringLiteral("1 5 1 dalej")}));
 }
 

@@ -23,6 +23,15 @@ protected:
         settle();
         EXPECT_TRUE(server.heardOf("<show>" + statusWord(status).toLatin1() + "</show>"));
     }
+    /// Of what the server heard.
+    QByteArray lastShown() const {
+        QByteArray shown;
+        for (const QByteArray& one : server.heard()) {
+            const qsizetype at = one.indexOf("<show>");
+            if (at >= 0) shown = one.mid(at, one.indexOf("</show>") + 7 - at);
+        }
+        return shown;
+    }
     bool activate(const QString& id) { return windowsOnHost(*core)->activateMenu(id).isEmpty(); }
     QString menuItem(const char* word) const {
         return QString::fromStdU16String(entry().service(u"Presence")) + u'/' + QString::fromLatin1(word);
@@ -59,6 +68,24 @@ TEST_F(ChosenDuringALogin, TheLastOneCounts) {
     expectOneLoginWith(Status::away);
     EXPECT_FALSE(server.heardOf("<show>dnd</show>"));
     EXPECT_FALSE(server.heardOf("<show>chat</show>"));
+}
+
+TEST_F(ChosenDuringALogin, AfterItTheLastOneCountsAlsoWhileThePluginIsHeld) {
+    logIn(true);
+    const auto inTheMenu = [&] { EXPECT_TRUE(activate(menuItem("DND"))); };
+    const auto inTheWindow = [&] {
+        EXPECT_EQ(windowsOnHost(*core)->confirmStatusWindow(entry().jid(), Status::xa, {}, false), QString());
+    };
+    for (const std::function<void()>& first : {std::function<void()>(inTheMenu), std::function<void()>(inTheWindow)}) {
+        server.clear();
+        core->queue.post({}, [&] {
+            first();
+            core->choices.set(entry(), Status::chat, {});
+        });
+        settle();
+        EXPECT_EQ(lastShown(), "<show>chat</show>");
+        EXPECT_EQ(entry().status, Status::chat);
+    }
 }
 
 TEST_F(ChosenDuringALogin, OfflineInTheMenuEndsItAtOnce) {
