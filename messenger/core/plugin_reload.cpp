@@ -94,13 +94,7 @@ void PluginReload::forget(const Removal& account) {
     for (const QString& path : damagedOf(account.key) + damagedOf(base + QStringLiteral(".contacts"))) {
         if (!QFile::remove(path)) tellKept(path);
     }
-    if (account.withHistory) {
-        core_.history.removeAll(account.jid);
-    } else {
-        // An account of the same name that is added later must not send it.
-        for (const Message& waiting : core_.history.outgoing(account.jid, DeliveryState::queued))
-            core_.history.setState(waiting.number, DeliveryState::failed);
-    }
+    core_.history.forget(account.jid, account.withHistory);
     emit accountRemoved(account.jid);
 }
 

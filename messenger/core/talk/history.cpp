@@ -19,6 +19,10 @@ constexpr int kAll = -1;                         // no limit
 constexpr std::size_t kMostKept = 10000;         // messages that could not be written
 constexpr qsizetype kMostCharacters = 16 << 20;  // of their texts
 
+QString cannotRemove(const QString& reason) {
+    return QCoreApplication::translate("History", "Nie można usunąć z archiwum rozmów: %1").arg(reason);
+}
+
 qsizetype charactersOf(const Message& message) { return message.body.size() + message.subject.size(); }
 
 }  // namespace
@@ -44,10 +48,11 @@ void History::close() {
     retry_.stop();
     sync_.stop();  // the end of the last connection does the same
     file_.close();
-    if (changes_.messages.empty()) return;
+    const HistoryChanges lost = std::exchange(changes_, {});
+    if (!lost.gone.empty()) emit failed(cannotRemove(file_.reason()));
+    if (lost.messages.empty()) return;
     emit failed(QCoreApplication::translate("History", "Nie zapisano w archiwum rozmów wiadomości: %1.")
-                    .arg(changes_.messages.size()));
-    changes_ = {};
+                    .arg(lost.messages.size()));
 }
 
 bool History::open() {
@@ -67,6 +72,8 @@ bool History::open() {
     }
     return true;
 }
+
+bool History::isNew() const { return !file_.isOpen() && !file_.exists(); }
 
 bool History::hasRoomFor(const Message& message) const {
     return changes_.messages.size() < kMostKept && characters_ + charactersOf(message) <= kMostCharacters;
@@ -110,19 +117,19 @@ void History::setState(qint64 number, DeliveryState state, bool handed) {
 bool History::remove(qint64 number) {
     flush();
     changes_.states.erase(number);
-    return remove(QStringLiteral("number=?"), number);
-}
-
-bool History::removeAll(const QString& account) {
-    flush();
-    std::erase_if(changes_.messages, [&](const Message& message) { return message.account == account; });
-    return remove(QStringLiteral("account=?"), account);
-}
-
-bool History::remove(const QString& condition, const QVariant& value) {
-    if (open() && file_.remove(condition, value)) return true;
-    fails(QCoreApplication::translate("History", "Nie można usunąć z archiwum rozmów: %1").arg(file_.reason()));
+    if (open() && file_.remove(QStringLiteral("number=?"), number)) return true;
+    fails(cannotRemove(file_.reason()));
     return false;
+}
+
+void History::forget(const QString& account, bool withMessages) {
+    if (withMessages)
+        std::erase_if(changes_.messages, [&](const Message& message) { return message.account == account; });
+    if (!isNew()) {
+        bool& all = changes_.gone[account];
+        all = all || withMessages;
+    }
+    flush();
 }
 
 void History::whenWritten(std::function<void()> tell) {
@@ -231,6 +238,8 @@ void History::sync() {
 Message History::upToDate(Message message) const {
     const auto change = changes_.states.find(message.number);
     if (change != changes_.states.end()) message.state = change->second.state;
+    const bool waits = message.direction == Direction::out && message.state == DeliveryState::queued;
+    if (waits && changes_.gone.contains(message.account)) message.state = DeliveryState::failed;
     return message;
 }
 
@@ -238,7 +247,11 @@ QList<Message> History::read(const QString& condition, const QVariantList& value
     QList<Message> messages;
     const auto take = [&](const QSqlQuery& row) {
         // Only what fits is read as a whole; a long history is searched in a moment then.
-        if (wanted(row)) messages.append(upToDate(HistoryFile::messageAt(row)));
+        if (wanted(row)) {
+            const Message message = HistoryFile::messageAt(row);
+            const auto gone = changes_.gone.find(message.account);
+            if (gone == changes_.gone.end() || !gone->second) messages.append(upToDate(message));
+        }
         return limit < 0 || messages.size() < limit;
     };
     readWhole_ = limit == 0 || (open() && file_.read(condition, values, take));
@@ -287,8 +300,8 @@ QList<Message> History::find(const QString& account, const QString& with, int li
 }
 
 QList<Message> History::outgoing(const QString& account, DeliveryState state) {
-    // Nothing was ever written: nothing can wait, and a login need not open the database.
-    readWhole_ = !file_.isOpen() && !file_.exists();
+    // Nothing can wait then, and a login need not open the database.
+    readWhole_ = isNew();
     if (readWhole_) return {};
     QStringList changed;
     for (const auto& [number, change] : changes_.states) changed.append(QString::number(number));

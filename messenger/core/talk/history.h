@@ -41,9 +41,11 @@ public:
     qint64 addNow(Message message);
     /// `handed` marks a sent message that the server has not confirmed yet.
     void setState(qint64 number, DeliveryState state, bool handed = false);
-    /// Takes a message out, or all of an account. False when that could not be done, which failed() tells.
+    /// Takes a message out. False when that could not be done, which failed() tells.
     bool remove(qint64 number);
-    bool removeAll(const QString& account);
+    /// An account was removed: what waits of it has failed, so that none of the same name that is added later sends it.
+    /// All its messages go where that is wanted. It holds from now on, and is written when it can be.
+    void forget(const QString& account, bool withMessages);
     /// Calls `tell` when all that was changed so far is with the system: at once when nothing waits.
     void whenWritten(std::function<void()> tell);
     /// Writes what waits, and tells it.
@@ -84,7 +86,8 @@ private:
     bool beginAnew();
     /// Takes over what can be read of the files that were set aside, and tells of them.
     void salvage();
-    bool remove(const QString& condition, const QVariant& value);
+    /// Nothing was ever written, nor is the file open.
+    [[nodiscard]] bool isNew() const;
     /// Something could not be done, and is to be tried again: tells so once.
     void fails(const QString& text);
     void sync();

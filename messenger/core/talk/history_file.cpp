@@ -146,10 +146,19 @@ bool HistoryFile::write(const HistoryChanges& changes) {
 }
 
 bool HistoryFile::writeAll(const HistoryChanges& changes) {
+    if (!writeStates(changes)) return false;
+    for (const auto& [account, withMessages] : changes.gone) {
+        if (!writeGone(account, withMessages)) return false;
+    }
+    // Last, as an account that was removed may have been added again meanwhile.
     for (const Message& message : changes.messages) {
         if (!insert(message)) return false;
         lastNumber_ = std::max(lastNumber_, message.number);
     }
+    return true;
+}
+
+bool HistoryFile::writeStates(const HistoryChanges& changes) {
     if (changes.states.empty()) return true;
     QSqlQuery query(database_);
     query.prepare(QStringLiteral("UPDATE messages SET state=?, handed=? WHERE number=?"));
@@ -160,6 +169,16 @@ bool HistoryFile::writeAll(const HistoryChanges& changes) {
         if (!run(query)) return false;
     }
     return true;
+}
+
+bool HistoryFile::writeGone(const QString& account, bool withMessages) {
+    if (withMessages) return remove(QStringLiteral("account=?"), account);
+    QSqlQuery query(database_);
+    query.prepare(QStringLiteral("UPDATE messages SET state=? WHERE direction=1 AND account=? AND state=?"));
+    query.addBindValue(static_cast<int>(DeliveryState::failed));
+    query.addBindValue(account);
+    query.addBindValue(static_cast<int>(DeliveryState::queued));
+    return run(query);
 }
 
 bool HistoryFile::remove(const QString& condition, const QVariant& value) {

@@ -22,8 +22,10 @@ struct HistoryChanges {
     };
     std::deque<Message> messages;    ///< new ones, in the order of their numbers
     std::map<qint64, State> states;  ///< of messages that are written already, by their numbers
+    /// Accounts that were removed: of what is written already nothing waits any more; where true, nothing is kept.
+    std::map<QString, bool> gone;
 
-    [[nodiscard]] bool empty() const { return messages.empty() && states.empty(); }
+    [[nodiscard]] bool empty() const { return messages.empty() && states.empty() && gone.empty(); }
 };
 
 /// The SQLite database of a history. Every call opens it when it is not open yet. What goes wrong is kept as fault().
@@ -80,6 +82,8 @@ private:
     bool prepareTables();
     bool readLastNumber();
     bool writeAll(const HistoryChanges& changes);
+    bool writeStates(const HistoryChanges& changes);
+    bool writeGone(const QString& account, bool withMessages);
     bool insert(const Message& message);
     bool start(QSqlQuery& query, const QString& condition, const QVariantList& values);
     /// Whether the query has come to its end without a fault.

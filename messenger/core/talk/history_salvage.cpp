@@ -28,7 +28,7 @@ constexpr char kDownwards[] =
 qint64 writeAll(const HistoryChanges& batch, HistoryFile& into) {
     if (into.write(batch)) return static_cast<qint64>(batch.messages.size());
     return std::count_if(batch.messages.begin(), batch.messages.end(), [&](const Message& message) {
-        return into.write({{message}, {}});
+        return into.write({{message}, {}, {}});
     });
 }
 

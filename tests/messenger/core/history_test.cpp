@@ -219,7 +219,7 @@ TEST_F(HistoryTest, ReadsARowWhoseStateIsNone) {
     for (const char* damage : {"UPDATE messages SET state=200", "UPDATE messages SET state=-1",
                                "UPDATE messages SET state='x'", "UPDATE messages SET state=4294967296"}) {
         start();
-        history->removeAll(kAlice);
+        history->forget(kAlice, true);
         ASSERT_NE(history->addNow(written("theirs")), 0);
         Message own = written("own");
         own.direction = Direction::out;
@@ -335,6 +335,54 @@ TEST_F(HistoryTest, ShowsWhatAFullDiskDoesNotTakeAndWritesItWhenThereIsRoom) {
     EXPECT_TRUE(waitFor([&] { return noticed("znów działa") == 1; })) << "by itself";
     EXPECT_EQ(onDisk(), (QStringList{"before", "one", "two"}));
     EXPECT_EQ(found(), (QStringList{"before", "one", "two"})) << "none twice";
+}
+
+TEST_F(HistoryTest, ForgetsAnAccountAlsoWhileItCannotBeOpened) {
+    for (const bool withMessages : {false, true}) {
+        start();
+        const qint64 theirs = history->addNow(written("theirs"));
+        Message own = written("own");
+        own.direction = Direction::out;
+        own.state = DeliveryState::queued;
+        const qint64 number = history->addNow(own);
+        own.account = kBob;
+        const qint64 ofAnother = history->addNow(own);
+        history->close();
+        const char* later = "PRAGMA user_version=99";
+        carryOut(path, {&later, 1});
+        start();
+        history->forget(kAlice, withMessages);
+        EXPECT_EQ(notices.size(), 1) << "that it cannot be opened";
+        const char* now = "PRAGMA user_version=2";
+        carryOut(path, {&now, 1});
+        add("new");  // of one that was added again
+        ASSERT_TRUE(waitFor([&] { return !notices.filter(QStringLiteral("znów działa")).isEmpty(); })) << "by itself";
+        history->close();
+        start();
+        EXPECT_TRUE(history->outgoing(kAlice, DeliveryState::queued).isEmpty());
+        EXPECT_EQ(history->outgoing(kBob, DeliveryState::queued).size(), 1) << "another account's";
+        EXPECT_EQ(history->message(theirs).has_value(), !withMessages);
+        EXPECT_EQ(history->message(number).has_value(), !withMessages);
+        EXPECT_EQ(found().last(), QStringLiteral("new"));
+        EXPECT_TRUE(history->remove(ofAnother));
+    }
+}
+
+TEST_F(HistoryTest, ShowsNothingOfAForgottenAccountBeforeThatIsWritten) {
+    start();
+    ASSERT_NE(history->addNow(written("theirs")), 0);
+    Message own = written("own");
+    own.direction = Direction::out;
+    own.state = DeliveryState::queued;
+    const qint64 number = history->addNow(own);
+    FullDisk full;
+    history->forget(kAlice, false);
+    EXPECT_EQ(history->message(number)->state, DeliveryState::failed);
+    EXPECT_TRUE(history->outgoing(kAlice, DeliveryState::queued).isEmpty());
+    history->forget(kAlice, true);
+    EXPECT_EQ(found(), QStringList());
+    history->close();
+    EXPECT_EQ(notices.filter(QStringLiteral("Nie można usunąć")).size(), 1) << "the end of the program loses it";
 }
 
 TEST_F(HistoryTest, BeginsOnAFullDiskAndGoesOnWhenThereIsRoom) {
