@@ -73,7 +73,8 @@ bool History::open() {
     return true;
 }
 
-bool History::isNew() const { return !file_.isOpen() && !file_.exists(); }
+// What was set aside and is to be taken over was written, too.
+bool History::isNew() const { return toSalvage_.isEmpty() && !file_.isOpen() && !file_.exists(); }
 
 bool History::hasRoomFor(const Message& message) const {
     return changes_.messages.size() < kMostKept && characters_ + charactersOf(message) <= kMostCharacters;
@@ -259,8 +260,9 @@ QList<Message> History::read(const QString& condition, const QVariantList& value
         messages.clear();
         readWhole_ = file_.read(condition, values, take);
     }
-    // Why it could not be opened has been told.
-    if (readWhole_ || !file_.isOpen()) return messages;
+    // Why it could not be opened has been told where that was tried before. A damaged file that has just made room for
+    // one that cannot be made is news.
+    if (readWhole_ || (!file_.isOpen() && retry_.isActive())) return messages;
     fails(QCoreApplication::translate("History", "Nie można odczytać archiwum rozmów: %1").arg(file_.reason()));
     return messages;
 }

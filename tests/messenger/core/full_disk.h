@@ -29,4 +29,21 @@ private:
     rlimit before_{};
 };
 
+/// From here to its end this process can open no file, as one that has to be made on a disk without free inodes; what
+/// is open stays so, and files can be renamed. Nothing may run an event loop meanwhile.
+class NoNewFiles {
+public:
+    NoNewFiles() {
+        getrlimit(RLIMIT_NOFILE, &before_);
+        const rlimit none{0, before_.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &none);
+    }
+    NoNewFiles(const NoNewFiles&) = delete;
+    NoNewFiles& operator=(const NoNewFiles&) = delete;
+    ~NoNewFiles() { setrlimit(RLIMIT_NOFILE, &before_); }
+
+private:
+    rlimit before_{};
+};
+
 }  // namespace oku::test

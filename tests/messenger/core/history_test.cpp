@@ -132,6 +132,12 @@ protected:
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);
     }
+    void damageTheMiddle() {
+        QByteArray bytes = content();
+        const qsizetype page = 4096;
+        for (qsizetype at = bytes.size() / 2 / page * page; at < bytes.size() / 2 + 3 * page; ++at) bytes[at] = 'x';
+        setContent(bytes);
+    }
     /// A whole history of many messages, and nothing beside it.
     void makeLong(int count) {
         start();
@@ -282,10 +288,7 @@ TEST_F(HistoryTest, SetsADatabaseWithOtherTablesAside) {
 
 TEST_F(HistoryTest, KeepsWhatCanBeReadOfAFileWithADamagedPage) {
     makeLong(3000);
-    QByteArray bytes = content();
-    const qsizetype page = 4096;
-    for (qsizetype at = bytes.size() / 2 / page * page; at < bytes.size() / 2 + 3 * page; ++at) bytes[at] = 'x';
-    setContent(bytes);
+    damageTheMiddle();
     start();
     add("one");
     ASSERT_TRUE(waitForTold(1));
@@ -408,6 +411,36 @@ TEST_F(HistoryTest, TellsOfADamagedFileWhenThereIsRoomForANewOne) {
     ASSERT_EQ(aside().size(), 1);
     EXPECT_EQ(notices.filter(aside().first()).size(), 1) << notices.join(u'|').toStdString();
     EXPECT_EQ(onDisk(), (QStringList{"one", "own"}));
+}
+
+TEST_F(HistoryTest, ReadsWhatWaitsWhenThereIsRoomAgainForANewFile) {
+    start();
+    Message own = written("");
+    own.direction = Direction::out;
+    own.state = DeliveryState::queued;
+    own.body = QString(200, u'x');
+    constexpr int kCount = 600;
+    for (int i = 0; i < kCount; ++i) ASSERT_NE(history->addNow(own), 0);
+    history->close();
+    damageTheMiddle();
+    start();
+    ASSERT_TRUE(history->message(1)) << "it is open";
+    const auto waiting = [this] { return history->outgoing(kAlice, DeliveryState::queued).size(); };
+    bool triedAgain = false;
+    QObject::connect(history.get(), &History::retried, history.get(), [&] { triedAgain = true; });
+    {
+        const NoNewFiles none;
+        waiting();
+    }
+    EXPECT_FALSE(history->readWhole());
+    ASSERT_EQ(aside().size(), 1);
+    ASSERT_FALSE(QFile::exists(path));
+    EXPECT_EQ(notices.size(), 1) << "that it cannot be read";
+    waiting();
+    EXPECT_FALSE(history->readWhole()) << "something waits, though there is no file";
+    EXPECT_TRUE(waitFor([&] { return triedAgain; })) << "by itself";
+    EXPECT_GT(waiting(), kCount / 2);
+    EXPECT_TRUE(history->readWhole());
 }
 
 TEST_F(HistoryTest, TriesAgainToBringToTheDiskWhatItDidNotTake) {
