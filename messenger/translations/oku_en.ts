@@ -1271,6 +1271,10 @@ Commands inside the program: /help. All of it: man oku-terminal
         <source>Profil %1 jest już używany przez inny komunikator (proces %2).</source>
         <translation>The profile %1 is in use by another messenger (process %2).</translation>
     </message>
+    <message>
+        <source>Profil %1 jest właśnie otwierany przez inny komunikator albo została po nim blokada %2. Spróbuj ponownie za kilka sekund.</source>
+        <translation>The profile %1 is being opened by another messenger, or one has left its lock %2 behind. Try again in a few seconds.</translation>
+    </message>
 </context>
 <context>
     <name>Sessions</name>

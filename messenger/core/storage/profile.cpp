@@ -4,11 +4,13 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
 #include <QStandardPaths>
+#include <QSysInfo>
 
 #include "host/oku/windows.h"
 #include "messenger/core/boundary/service_registry.h"
@@ -49,6 +51,20 @@ struct LockOwner {
 /// False when the file tells of nobody.
 bool readOwner(const QLockFile& lock, LockOwner& owner) {
     return lock.getLockInfo(&owner.process, &owner.host, &owner.program);
+}
+
+/// Only what runs here can be seen to run no more.
+bool isGone(const LockOwner& owner) {
+    const bool here = owner.host.isEmpty() || owner.host == QSysInfo::machineHostName();
+    return here && kill(static_cast<pid_t>(owner.process), 0) != 0 && errno == ESRCH;
+}
+
+/// Why no file can be made in the folder, in a few words; an empty text where one can.
+QString unwritableReason(const QString& directory) {
+    const QString probe = directory + QStringLiteral(".oku-folder");  // a kill leaves one of the leftovers
+    const QString reason = replaceFile(probe, "?", Target::inPlace);
+    QFile::remove(probe);
+    return reason;
 }
 
 /// A lock is stale only when its process is gone, however long that has been running. One that names nobody is a moment
@@ -111,15 +127,21 @@ QString Profile::open() {
 }
 
 QString Profile::lockFault(int error) const {
-    if (lock_->error() != QLockFile::LockFailedError) {
-        return QCoreApplication::translate("Profile", "Nie można zapisać w katalogu %1: %2")
-            .arg(directory_, systemReason(error));
-    }
+    const bool isThere = lock_->error() == QLockFile::LockFailedError;
     LockOwner owner;
-    readOwner(*lock_, owner);
-    return QCoreApplication::translate("Profile", "Profil %1 jest już używany przez inny komunikator (proces %2).")
-        .arg(directory_)
-        .arg(owner.process);
+    if (isThere && readOwner(*lock_, owner) && !isGone(owner)) {
+        return QCoreApplication::translate("Profile", "Profil %1 jest już używany przez inny komunikator (proces %2).")
+            .arg(directory_)
+            .arg(owner.process);
+    }
+    // What was left of a lock goes only where another file can be made for the time being.
+    const QString reason = isThere ? unwritableReason(directory_) : systemReason(error);
+    if (!reason.isEmpty())
+        return QCoreApplication::translate("Profile", "Nie można zapisać w katalogu %1: %2").arg(directory_, reason);
+    return QCoreApplication::translate("Profile",
+                                       "Profil %1 jest właśnie otwierany przez inny komunikator albo została po nim "
+                                       "blokada %2. Spróbuj ponownie za kilka sekund.")
+        .arg(directory_, lock_->fileName());
 }
 
 void Profile::provide(ServiceRegistry& services) const {

@@ -24,6 +24,10 @@ protected:
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTime().addSecs(-3600), QFile::FileModificationTime));
     }
+    QString cannotWrite() const {
+        return QStringLiteral("Nie można zapisać w katalogu %1: %2")
+            .arg(QDir(directory.path()).path() + u'/', systemReason(EFBIG));
+    }
     QString reasonFor(const QString& module) {
         auto given = options();
         given.modulePath = module;
@@ -107,7 +111,9 @@ TEST_F(Loader, LeavesALockThatSomebodyStillHolds) {
     QFile lock;
     makeEmptyLock(lock);
     ASSERT_EQ(flock(lock.handle(), LOCK_EX), 0);
-    EXPECT_TRUE(HostCore(options()).start().contains(QStringLiteral("jest już używany")));
+    const QString reason = HostCore(options()).start();
+    EXPECT_TRUE(reason.contains(QStringLiteral("jest właśnie otwierany"))) << reason.toStdString();
+    EXPECT_TRUE(reason.contains(lock.fileName())) << reason.toStdString();
     EXPECT_TRUE(lock.exists());
     lock.close();
     start();
@@ -118,8 +124,25 @@ TEST_F(Loader, TellsOfAProfileThatTakesNoLock) {
     FullDisk full;
     const QString reason = host.start();
     full.end();
-    EXPECT_EQ(reason, QStringLiteral("Nie można zapisać w katalogu %1: %2")
-                          .arg(QDir(directory.path()).path() + u'/', systemReason(EFBIG)));
+    EXPECT_EQ(reason, cannotWrite());
+}
+
+TEST_F(Loader, TellsOfAFullDiskWhereALockWasLeft) {
+    QFile lock;
+    makeEmptyLock(lock);
+    {
+        HostCore host(options());
+        const FullDisk full;
+        EXPECT_EQ(host.start(), cannotWrite());
+    }
+    lock.write("2147483646\noku\n\n\n\n");  // there are no processes of such numbers
+    lock.close();
+    {
+        HostCore host(options());
+        const FullDisk full;
+        EXPECT_EQ(host.start(), cannotWrite());
+    }
+    start();
 }
 
 TEST_F(Loader, GivesDirectoriesThatEndInTheSeparatorAndStandsInTheProfile) {
