@@ -25,18 +25,25 @@ PlainDisplay::PlainDisplay(MessengerFace& messenger, SessionOptions options, Col
 
 void PlainDisplay::feed(const QByteArray& bytes) {
     input_ += bytes;
-    if (bytes.isEmpty() && !input_.isEmpty()) input_ += '\n';
-    if (input_.size() > kLongestLine && input_.indexOf('\n') < 0) input_ += '\n';
-    const QByteArray lines = input_.left(input_.lastIndexOf('\n') + 1);
-    input_.remove(0, lines.size());
-    qsizetype start = 0;
-    for (qsizetype end = lines.indexOf('\n'); end >= 0; end = lines.indexOf('\n', start)) {
-        QByteArray line = lines.mid(start, end - start);
-        start = end + 1;
-        if (line.endsWith('\r')) line.chop(1);
-        takeLine(std::move(line));
-    }
+    const bool isCut = input_.size() > taken_ && !input_.endsWith('\n');
+    const bool isTooLong = input_.size() - taken_ > kLongestLine && input_.indexOf('\n', taken_) < 0;
+    if (isCut && (bytes.isEmpty() || isTooLong)) input_ += '\n';
+    while (auto line = nextLine()) takeLine(std::move(*line));
     if (bytes.isEmpty()) session_.quit();
+}
+
+// Each line is taken away before it is run: what is fed while it holds this call goes on behind it. What was run stays
+// in front until the last line was taken: moved up for each of them, a large piece would be copied over and over.
+std::optional<QByteArray> PlainDisplay::nextLine() {
+    const qsizetype end = input_.indexOf('\n', taken_);
+    if (end < 0) {
+        input_.remove(0, std::exchange(taken_, 0));
+        return std::nullopt;
+    }
+    const qsizetype start = std::exchange(taken_, end + 1);
+    QByteArray line = input_.mid(start, end - start);
+    if (line.endsWith('\r')) line.chop(1);
+    return line;
 }
 
 QByteArray PlainDisplay::markPastes() { return "\x1B[?2004h"; }

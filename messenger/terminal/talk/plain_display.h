@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <QByteArray>
 
 #include "messenger/terminal/screen/raw_terminal.h"
@@ -26,7 +27,8 @@ public:
     static QByteArray leavePastes();
 
     Session& session() { return session_; }
-    /// Bytes of the input, cut anywhere; none at all is its end.
+    /// Bytes of the input, cut anywhere; none at all is its end. A line may hold whoever submits it in an event loop,
+    /// from which more is fed: lines are submitted in their order all the same.
     void feed(const QByteArray& bytes);
 
     void appended(const LogEntry& entry) override;
@@ -40,9 +42,11 @@ private:
     int inputDescriptor_;
     Writer write_;
     std::function<void()> onEnded_;
+    std::optional<QByteArray> nextLine();
     void takeLine(QByteArray line);
 
     QByteArray input_;
+    qsizetype taken_ = 0;  ///< so much at the front of `input_` was submitted
     /// The line so far that was pasted, or holds what was: a paste may go over several lines of the input.
     QByteArray pieces_;
     bool pasting_ = false;

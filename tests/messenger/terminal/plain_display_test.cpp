@@ -65,5 +65,16 @@ TEST_F(PlainDisplayTest, TakesAPastedPasswordAsItIs) {
     EXPECT_EQ(feed("\x1B[200~/tajne\x1B[201~\n"), "addAccount|nowa@localhost|/tajne");
 }
 
+TEST_F(PlainDisplayTest, KeepsTheOrderOfLinesWhileOneHoldsIt) {
+    messenger.within["fetchOwnPicture"] = [this] { display.feed("a\ntrzy\ncz"); };
+    EXPECT_EQ(feed("/picture fetch\nraz\ndw"), "raz\ndwa\ntrzy");
+    EXPECT_EQ(feed("tery\n"), "cztery");
+}
+
+TEST_F(PlainDisplayTest, SubmitsTheLinesBeforeTheEndWhileOneHoldsIt) {
+    messenger.within["fetchOwnPicture"] = [this] { display.feed({}); };
+    EXPECT_EQ(feed("/picture fetch\nraz\ndwa"), "raz\ndwa\nshutdown");
+}
+
 }  // namespace
 }  // namespace oku::terminal::test
