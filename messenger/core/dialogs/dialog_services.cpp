@@ -142,7 +142,8 @@ void DialogServices::changeText(OpenDialog& dialog, DialogControl& control, cons
     control.text = control.kind == ControlKind::button ? buttonCaption(text) : text;
     // As after the user's own typing.
     if (control.kind == ControlKind::editDropDown) control.selection = -1;
-    if (!control.namesNext) return;
+    // One without a text names nothing: a nameless field would be worse than one by its former name.
+    if (!control.namesNext || text.isEmpty()) return;
     DialogControl& named = dialog.window.controls[*dialog.places.constFind(control.id) + 1];
     named.name = text;
     windows_.tellControl(dialog, named.id);

@@ -66,6 +66,21 @@ TEST_F(Dialogs, TakeTheirNamesFromLabelsThatSaySomething) {
     EXPECT_EQ(face->control(window, 12)->text, QString());
 }
 
+TEST_F(Dialogs, KeepTheirNamesWhenALabelIsEmptied) {
+    Controls controls;
+    controls.add(OKU_CONTROL_LABEL, 9);
+    controls.add(OKU_CONTROL_EDIT, 10).name = u"odpowiedź";
+    const int window = openSeen(controls);
+    const auto handle = static_cast<OKU_WORD>(window);
+    EXPECT_EQ(set(handle, 9, OKU_VALUE_TEXT, 0, u""), 1U);
+    EXPECT_EQ(face->control(window, 10)->name, QStringLiteral("odpowiedź"));
+    EXPECT_EQ(set(handle, 9, OKU_VALUE_TEXT, 0, u"Hasło:"), 1U);
+    EXPECT_EQ(face->control(window, 10)->name, QStringLiteral("Hasło:"));
+    EXPECT_EQ(set(handle, 9, OKU_VALUE_TEXT, 0, u""), 1U);
+    EXPECT_EQ(face->control(window, 9)->text, QString());
+    EXPECT_EQ(face->control(window, 10)->name, QStringLiteral("Hasło:"));
+}
+
 TEST_F(Dialogs, KeepTheValuesThatThePluginAsksFor) {
     Controls controls;
     controls.add(OKU_CONTROL_EDIT, 10, u"stary");
