@@ -132,8 +132,12 @@ void Connection::leaveRegistration() {
     disconnect(false);
 }
 
+bool Connection::endLeftRegistration() {
+    return std::exchange(registrationLeft_, false) && std::exchange(registerMode, 0) != 0;
+}
+
 void Connection::resetState() {
-    if (std::exchange(registrationLeft_, false)) registerMode = 0;
+    endLeftRegistration();
     input_.resetPartialInput();
     client_.flags = 0;
     listener_.onStateReset();
