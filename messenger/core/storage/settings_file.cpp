@@ -117,7 +117,12 @@ bool SettingsFile::remove() {
     values_.clear();
     offDisk_.clear();
     dirty_ = false;
-    return !QFile::exists(path_) || QFile::remove(path_);
+    const QFileInfo file(path_);
+    if (!file.isSymLink()) return !file.exists() || QFile::remove(path_);
+    // Without the link the password would still stand where it leads. A file of somebody else was never believed.
+    const bool holdsOurs = file.isFile() && file.ownerId() == geteuid();
+    if (holdsOurs && !replaceFile(path_, {}).isEmpty()) return false;
+    return QFile::remove(path_);
 }
 
 void SettingsFile::tellOnce(const QString& failure) {

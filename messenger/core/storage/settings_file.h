@@ -32,7 +32,8 @@ public:
     /// and it is tried again every few seconds.
     bool write();
 
-    /// Removes the file with all that stands in it. False when it is still there.
+    /// Removes the file with all that stands in it; of a link, which goes, the file that it leads to is emptied. False
+    /// when it is still there.
     bool remove();
 
     /// A qlonglong or a QString; invalid when the key is not there.

@@ -3,12 +3,14 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <cerrno>
 #include <csignal>
 
 #include "tests/messenger/core/stage.h"
 
 #include "host/oku/settings.h"
 #include "messenger/core/boundary/wide.h"
+#include "messenger/core/storage/private_file.h"
 
 namespace oku::test {
 namespace {
@@ -156,6 +158,34 @@ TEST_F(Settings, KeepADamagedFileBehindALinkToAnotherFileSystem) {
         here.st_dev == there.st_dev)
         GTEST_SKIP() << "there is no other file system";
     expectKeptBehindALink(path(), elsewhere.filePath(QStringLiteral("target")));
+}
+
+TEST_F(Settings, AreGoneBehindALinkToo) {
+    const QTemporaryDir elsewhere;
+    const QString target = elsewhere.filePath(QStringLiteral("target"));
+    writeFile(target, "XMPP/Pass = \"hunter22\"\n");
+    ASSERT_TRUE(QFile::link(target, path()));
+    SettingsFile file(path());
+    file.read();
+    const FileSteps before = fileSteps();
+    fileSteps().sync = [](int) {
+        errno = EROFS;
+        return -1;
+    };
+    EXPECT_FALSE(file.remove());
+    fileSteps() = before;
+    EXPECT_TRUE(QFileInfo(path()).isSymLink()) << "it tells where the password still stands";
+    EXPECT_TRUE(file.remove());
+    EXPECT_FALSE(QFileInfo(path()).isSymLink());
+    EXPECT_TRUE(QFile::exists(target));
+    EXPECT_EQ(contentOf(target), "");
+}
+
+TEST_F(Settings, LeaveNoLinkToNothing) {
+    ASSERT_TRUE(QFile::link(directory.filePath(QStringLiteral("nothing")), path()));
+    SettingsFile file(path());
+    EXPECT_TRUE(file.remove());
+    EXPECT_FALSE(QFileInfo(path()).isSymLink());
 }
 
 TEST_F(Settings, RefuseAKeyThatWouldNotBeReadBack) {
