@@ -42,8 +42,8 @@ bool CTransferBase::ReportFinished(const std::u16string& text, bool showLink, bo
 
 bool CTransferBase::OpenFile(bool forReading) {
     if (!session_ || file_) return false;
-    // No peer chose the name of a file that is sent, so that one is never opened for writing: a receiver who asks for the
-    // opposite direction would have it overwritten.
+    // No peer chose the name of a file that is sent, so that one is never opened for writing: a receiver who asks for
+    // the opposite direction would have it overwritten.
     file_ =
         forReading ? platform::openForReading(session_->path) : openReceived(session_->path, session_->chosenName());
     return file_ != nullptr;
@@ -51,7 +51,7 @@ bool CTransferBase::OpenFile(bool forReading) {
 
 bool CTransferBase::CloseFile() {
     if (!file_) return false;
-    file_->close();
+    shutWell_ = file_->close();
     file_.reset();
     return true;
 }

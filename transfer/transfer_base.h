@@ -57,7 +57,8 @@ protected:
     TransferAccount account_;
     CSession* session_;  // null once it was dropped
     std::unique_ptr<platform::File> file_;
-    std::u16string peer_;  // whom an out-of-band transfer answers
+    bool shutWell_ = true;  // what the system told when the last file was shut
+    std::u16string peer_;   // whom an out-of-band transfer answers
 };
 
 /// Opens the file that a peer gave the name of; null when that leads out of the folder it was put behind, or when it

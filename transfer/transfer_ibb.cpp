@@ -177,8 +177,8 @@ void CTransferIBB::TakeBlock(const Stanza& stanza, const xmlElement& data) {
         account_.output.sendText(
             lutCPW(stanza.element.name, {}, {{u"id", stanza.id}, {u"to", stanza.from}, {u"type", u"result"}}));
     if (!session_ || *length != session_->size) return;
-    // Some systems tell only now that a write went wrong. Shut it is when the sender closed while it heard of this.
-    if (file_ && !file_->close()) {
+    // Some systems tell only then that a write went wrong. Shut it is when the sender closed while it heard of this.
+    if (!(file_ ? file_->close() : shutWell_)) {
         ReportFailure(u"Błąd transmisji");
         return;
     }
