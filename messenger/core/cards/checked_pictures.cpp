@@ -19,6 +19,9 @@ namespace {
 constexpr qsizetype kMostKept = 5000;
 constexpr qint64 kLargestKept = 256 * 1024 * 1024;  // bytes of all
 
+/// The last chunk of a PNG, which is always the same.
+constexpr QByteArrayView kEndOfPng("\0\0\0\0IEND\xae\x42\x60\x82", 12);
+
 /// So that it is one of those used last.
 void noteUse(const QString& path) {
     QFile file(path);
@@ -86,9 +89,10 @@ QByteArray CheckedPictures::trusted(const QString& path) const {
 
 QString CheckedPictures::fileFor(const QString& hash) const { return ours_ + hash + QStringLiteral(".png"); }
 
-// One that was damaged is read anew: it would be shown for ever.
+// One that was damaged or cut is read anew: it would be shown for ever.
 bool CheckedPictures::isKept(const QString& hash) const {
-    return isSmallPng(readPictureFile(fileFor(hash), SymbolicLinks::followed));
+    const QByteArray content = readPictureFile(fileFor(hash), SymbolicLinks::followed);
+    return isSmallPng(content) && content.endsWith(kEndOfPng);
 }
 
 CheckedPicture CheckedPictures::keep(const QString& hash, const QByteArray& png) const {

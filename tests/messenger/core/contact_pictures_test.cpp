@@ -12,8 +12,10 @@ namespace {
 
 const QByteArray kContent("a picture");
 const QByteArray kOther("another picture");
-/// The head of one of 8 by 8 points.
-const QByteArray kPng = QByteArray::fromHex("89504e470d0a1a0a0000000d494844520000000800000008") + "its points";
+/// One of 8 by 8 points.
+const QByteArray kHead = QByteArray::fromHex("89504e470d0a1a0a0000000d494844520000000800000008");
+const QByteArray kEnd = QByteArray::fromHex("0000000049454e44ae426082");
+const QByteArray kPng = kHead + "its points" + kEnd;
 
 QString named(const QByteArray& content) { return QStringLiteral("L") + pictureHash(content); }
 QString changed(const char* jid, const QByteArray& content) {
@@ -47,16 +49,17 @@ TEST_F(ContactPicturesTest, OfEarlierRunsThoseThatWereUsedLastAreKept) {
     const QString folder = core->profile.cacheDirectory() + QStringLiteral("pictures/");
     ASSERT_TRUE(QDir().mkpath(folder));
     QDateTime time = QDateTime::currentDateTime().addDays(-100);
-    const auto put = [&](const QString& name, qint64 size, const QByteArray& head = {}) {
+    const auto put = [&](const QString& name, qint64 size, const QByteArray& content = {}) {
         QFile out(folder + name);
-        ASSERT_TRUE(out.open(QIODevice::WriteOnly) && out.write(head) == head.size() && out.flush());
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly) && out.write(content) == content.size() && out.flush());
         ASSERT_TRUE(out.resize(size));
         time = time.addSecs(60);
         ASSERT_TRUE(out.setFileTime(time, QFileDevice::FileModificationTime));
     };
     constexpr qint64 mebibyte = 1024 * 1024;
     put(QStringLiteral("first.png"), 1);
-    put(pictureHash(kContent) + QStringLiteral(".png"), mebibyte, kPng);
+    put(pictureHash(kContent) + QStringLiteral(".png"), mebibyte,
+        kHead + QByteArray(mebibyte - kHead.size() - kEnd.size(), '\0') + kEnd);
     put(QStringLiteral("large.png"), 200 * mebibyte);
     put(QStringLiteral("small.png"), 55 * mebibyte);
     announce(u"bob@example.org", cached(named(kContent), kContent));
@@ -81,7 +84,8 @@ TEST_F(ContactPicturesTest, ADamagedOneOfAnEarlierRunIsReadAnew) {
     const QString path = cached(named(kContent), kContent);
     QByteArray large = kPng;
     large[18] = 1;  // 256 points more
-    for (const QByteArray& damaged : {QByteArray(), QByteArray(4096, '\0'), kPng.first(20), large}) {
+    for (const QByteArray& damaged :
+         {QByteArray(), QByteArray(4096, '\0'), kPng.first(20), large, kPng.chopped(kEnd.size()), kPng.chopped(1)}) {
         put(damaged);
         announce(u"bob@example.org", path);
         ASSERT_EQ(reader->waiting.size(), 1U);
