@@ -35,13 +35,14 @@ QDateTime timeAt(const QVariant& value) {
     return value.isNull() ? QDateTime() : QDateTime::fromMSecsSinceEpoch(value.toLongLong());
 }
 
-/// A damaged row may hold any number. What became of a message is not known then.
+/// A damaged row may hold any number. What came in was received; what became of an own message is not known then.
 DeliveryState stateOf(const QVariant& value, Direction direction) {
+    if (direction == Direction::in) return DeliveryState::received;
     bool ok = false;
     const qlonglong state = value.toLongLong(&ok);
     if (ok && state >= static_cast<int>(DeliveryState::received) && state <= static_cast<int>(DeliveryState::cancelled))
         return static_cast<DeliveryState>(state);
-    return direction == Direction::in ? DeliveryState::received : DeliveryState::unconfirmed;
+    return DeliveryState::unconfirmed;
 }
 
 }  // namespace

@@ -244,6 +244,24 @@ TEST_F(HistoryTest, ReadsARowWhoseStateIsNone) {
     }
 }
 
+TEST_F(HistoryTest, WhatCameInWasReceivedWhateverItsRowSays) {
+    for (const char* damage :
+         {"UPDATE messages SET state=1", "UPDATE messages SET state=2", "UPDATE messages SET state=3",
+          "UPDATE messages SET state=4", "UPDATE messages SET state=5"}) {
+        start();
+        history->forget(kAlice, true);
+        const qint64 number = history->addNow(written("theirs"));
+        ASSERT_NE(number, 0);
+        history->close();
+        carryOut(path, {&damage, 1});
+        start();
+        const QList<Message> all = history->find(kAlice, kBob, -1, {});
+        ASSERT_EQ(all.size(), 1) << damage;
+        EXPECT_EQ(deliveryStateWord(all[0].state), QStringLiteral("received")) << damage;
+        EXPECT_EQ(deliveryStateWord(history->message(number)->state), QStringLiteral("received")) << damage;
+    }
+}
+
 TEST_F(HistoryTest, WritesAtItsEndButTellsNobody) {
     start();
     add("one");
