@@ -100,7 +100,7 @@ bool readLine(const QByteArray& bytes, QMap<QString, QVariant>& values) {
     if (trimmed.isEmpty() || trimmed.startsWith(u'#')) return true;
     const qsizetype equals = trimmed.indexOf(u'=');
     const QStringView key = equals < 0 ? QStringView() : trimmed.left(equals).trimmed();
-    if (key.isEmpty() || key.contains(u'\r')) return false;
+    if (key.isEmpty() || key.contains(u'\r') || key.front() == QChar(0xfeff)) return false;
     const auto value = parseValue(trimmed.mid(equals + 1).trimmed());
     if (value) values.insert(key.toString(), *value);
     return value.has_value();

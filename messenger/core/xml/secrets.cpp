@@ -154,7 +154,7 @@ void SecretMask::showTag(const XmlTag& tag, std::string_view text) {
     std::size_t from = tag.begin;
     AttributeScanner attributes(tag);
     while (const auto found = attributes.next()) {
-        if (parted(found->name).second != "password") continue;
+        if (declaredPrefix(found->name) || parted(found->name).second != "password") continue;
         const auto value = static_cast<std::size_t>(found->value.data() - text.data());
         show(text.substr(from, value - from));
         show(kMask);

@@ -78,6 +78,8 @@ TEST(Secrets, OfFormsAreMasked) {
 TEST(Secrets, InAttributesAreMasked) {
     EXPECT_EQ(masked("<x xmlns='jabber:x:conference' jid='a@b' password='tajne' reason=\"c\"/>"),
               "<x xmlns='jabber:x:conference' jid='a@b' password='***' reason=\"c\"/>");
+    EXPECT_EQ(masked("<a xmlns:password='u'><password:b/></a>"), "<a xmlns:password='u'><password:b/></a>")
+        << "a prefix's namespace is no secret";
 }
 
 TEST(Secrets, AreFoundInPieces) {

@@ -208,6 +208,9 @@ TEST_F(Settings, HaveNoKeyThatCouldNotBeWritten) {
     bool ok = true;
     EXPECT_EQ(settingsFromBytes("a = 1\nb\rc = 2\nd = 3\n", ok).keys(), (QStringList{"a", "d"}));
     EXPECT_FALSE(ok);
+    EXPECT_EQ(settingsFromBytes("\uFEFF\uFEFFa = 1\n\uFEFFb = 2\n", ok).keys(), QStringList("b"))
+        << "the first mark of a line is none of its characters";
+    EXPECT_FALSE(ok);
 }
 
 TEST_F(Settings, AreNotWrittenOverAFileThatCannotBeRead) {
