@@ -95,13 +95,19 @@ class Soak(Case):
         if kill:
             # What a server hands to a program that is killed, nobody can know of.
             self.quieten()
-            for side in messenger.sides:
-                self.wait_until_seen(side)
+        else:
+            # One that quits waits three seconds for its servers. What others have sent to it is handed over by then,
+            # also by a server that stands still for longer.
+            for side in self.sides:
+                if side not in messenger.sides and any(own in side.friends for own in messenger.sides):
+                    self.wait_until_seen(side)
+        for side in messenger.sides:
+            self.wait_until_seen(side)
         self.burst(messenger.sides)
         messenger.stop(kill)
-        if kill:
-            for side in messenger.sides:
-                self.wait_until_gone(side)
+        # A server that stood still has a session yet of one that has given it up.
+        for side in messenger.sides:
+            self.wait_until_gone(side)
         self.burst([side for side in self.sides if side.server.child and side not in messenger.sides])
         messenger.start()
         messenger.wait_online()
@@ -152,7 +158,10 @@ class Soak(Case):
         here = [side for side in self.terminal_sides if side.server is server]
         kill = self.random.random() < 0.5
         if kill and server.store_delay:
-            time.sleep(server.store_delay)
+            # The server's own clock counts: while it stands still it stores nothing.
+            for _ in range(server.store_delay):
+                time.sleep(1)
+                self.wait_until_seen(here[0])
         else:
             self.burst(here)
         server.stop(kill)

@@ -91,9 +91,11 @@ class Messenger:
     def start(self):
         self._runs += 1
         self.terminal = self._case.messenger(self.name)
-        for side in self.sides:
-            if self._runs == 1:
+        if self._runs == 1:
+            # All of them first: adding one logs the others in anew, and a former login would pass for the new one.
+            for side in self.sides:
                 self._case.account(self.terminal, self.name, side.server)
+        for side in self.sides:
             if side.server.child:
                 side.show(side.status, side.description)
 

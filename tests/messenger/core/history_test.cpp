@@ -198,8 +198,8 @@ TEST_F(HistoryTest, ShowsWhoIsToldOfAMessageNoLaterOne) {
 
 TEST_F(HistoryTest, TellsWithinATurnThatTakesLong) {
     start();
-    history->setLongestTurn(100);
     add("one");
+    history->setLongestTurn(100);
     QThread::msleep(150);
     add("two");
     EXPECT_EQ(told, (QStringList{"one", "two"}));
