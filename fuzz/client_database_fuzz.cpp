@@ -16,7 +16,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::Input input(data, size);
     const std::u16string hash = utow(input.text());
     harness::world() = harness::FakeWorld();
-    harness::world().files[kFile] = std::string(input.rest());
+    const std::string file(input.rest());
+    if (fuzz::holdsNoCharacter(file)) return 0;
+    harness::world().files[kFile] = file;
     CClientDatabase database;
     database.load(u"/d/");
     const xmlElement* known = database.find(hash);

@@ -33,7 +33,7 @@ public:
     }
 
 private:
-    static constexpr uInt kRoom = 1 << 20;
+    static constexpr uInt kRoom = 1 << 23;
     z_stream stream_{};
 };
 

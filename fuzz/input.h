@@ -20,6 +20,7 @@ public:
     Input(const std::uint8_t* data, std::size_t size) : rest_(reinterpret_cast<const char*>(data), size) {}
 
     bool empty() const { return rest_.empty(); }
+    bool has(char byte) const { return rest_.find(byte) != std::string_view::npos; }
     std::uint8_t byte() {
         const std::string_view taken = take(1);
         return taken.empty() ? std::uint8_t{0} : static_cast<std::uint8_t>(taken.front());
@@ -46,6 +47,11 @@ public:
 private:
     std::string_view rest_;
 };
+
+/// Whether a file holds U+FFFE or U+FFFF, which no XML may. It is read all the same, and written without them.
+inline bool holdsNoCharacter(std::string_view bytes) {
+    return bytes.find("\xEF\xBF\xBE") != std::string_view::npos || bytes.find("\xEF\xBF\xBF") != std::string_view::npos;
+}
 
 /// Ends the run with a word about what was found.
 inline void require(bool condition, const char* what) {

@@ -22,7 +22,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     settings[u"XMPP/GMailLeave"] = flags >> 1 & 1;
     client.servers.at(kNet).abilities = "<feature var='google:mail:notify'/><feature var='aqq:iq:rank'/>";
     fuzz::Input answers(data, size);
-    client.host.before = [&](const torture::Call& call) { return fuzz::checkNews(call, answers); };
+    const bool references = input.has('&');
+    client.host.before = [&](const torture::Call& call) { return fuzz::checkNews(call, answers, references); };
     client.logIn();
     client.host.onSend = [&](std::uint32_t net, std::string_view bytes) { fuzz::requireWhole(client, net, bytes); };
     while (!input.empty()) client.receive(kNet, std::string(input.take(input.number())));

@@ -3,9 +3,11 @@
 # SPDX-License-Identifier: MIT
 """Makes the seeds of the fuzzers from the transcripts, and a few by hand: make_corpus.py FOLDER.
 
-The build does so. What a search has found worth keeping stands in corpus/.
+The build does so. What a search has found worth keeping stands in corpus/. Beside FOLDER, in inputs/, stands for each
+fuzzer the list of all of them, in the same order wherever it is made.
 """
 import base64
+import os
 import pathlib
 import re
 import sys
@@ -70,6 +72,10 @@ def texts_with(*words):
 
 def pubsub_seeds():
     seeds = {name: b"\x00" + long(text) for name, text in texts_with("pubsub").items()}
+    seeds["break"] = b"\x00" + long(
+        b"<message from='contact0@example.org/r'><event xmlns='http://jabber.org/protocol/pubsub#event'>"
+        b"<items node='http://jabber.org/protocol/mood'><item><mood xmlns='http://jabber.org/protocol/mood'>"
+        b"<text>a&#13;&#10;</text></mood></item></items></event></message>")
     tune = b"\x01" + b"".join(map(short, [b"3", b"A & B", b"T", b"", b"u", b"125"]))
     location = b"\x03" + short(b"1") * 22
     answers = b"\x04" + short(b"") + b"\x04" + short(b"<error/>")
@@ -89,6 +95,10 @@ def write(target, seeds):
         old.unlink()
     for name, content in seeds.items():
         (folder / f"seed-{name}").write_bytes(content)
+    inputs = sorted(folder.glob("seed-*")) + sorted((ROOT / "corpus" / target).glob("*"))
+    lists = folder.parent.with_name("inputs")
+    lists.mkdir(exist_ok=True)
+    (lists / target).write_text(",".join(os.path.relpath(one, ROOT) for one in inputs), encoding="utf-8")
 
 
 def numbered(contents):
@@ -194,6 +204,7 @@ def negotiation_seeds():
 def secrets():
     return {
         "register": b"<iq><r:query xmlns:r='jabber:iq:regis&#116;er'><r:password>x</r:password></r:query></iq>",
+        "prefix": b"<a xmlns:password='u'><password:b/></a>",
         "sasl": b"<s:auth xmlns:s='urn:ietf:params:xml:ns:xmpp-sasl'>x</s:auth><digest>y</digest>",
         "inherited": b"<a xmlns='jabber:iq:auth'><b xmlns='c'><query password='d'/></b></a>",
         "form": b"<x xmlns='jabber:x:data' type='form'><field type='text-private'><value>x</value></field>"
@@ -304,15 +315,17 @@ def dialog_seeds():
 def main():
     texts = transcripts()
     write("probe", {name: in_pieces(text) for name, text in texts.items()})
-    write("received", {name: b"\x01" + short(b"\x10\x03\x20\x07") + text for name, text in texts.items()})
-    write("element", texts)
+    write("received", {name: b"\x01" + short(b"\x10\x03\x20\x07") + text for name, text in texts.items()} | {
+        "ending": b"\x01\x00</mrn><presence from='contact1@example.org/r'/>"})
+    write("element", texts | {"none": "<a>\ufffe</a>".encode()})
     write("readers", texts | {"type": b"<!DOCTYPE a [<!ENTITY b '>'>]><iq a = 'b&#10;\t&gt;'><![CDATA[&]]><c/>\r\n</iq>",
                               "stray": b"</mrn><a/><!-- </a> --><b c='>'/>"})
     write("element_scanner", {name: b"\x06" + text for name, text in texts.items()})
     write("stream_reader", {name: b"\x01" + short(b"\x10\x03\x20\x07") + text for name, text in texts.items()})
     write("secrets", {name: short(b"\x10\x03\x20\x07") + text for name, text in (texts | secrets()).items()})
     write("settings", numbered([short(b"a b") + short(b"x\\\"\n\t") + b'# c\na = 5\nb = "\\n\\0\\""\nd = e\n',
-                                short(b"#") + short(b"") + b"= 1\na\n\"b\" = \"c\nd = -0x7\n"]))
+                                short(b"#") + short(b"") + b"= 1\na\n\"b\" = \"c\nd = -0x7\n",
+                                short(b"") + short(b"") + 2 * "\ufeff".encode() + b"a = 1"]))
     write("growth", growth())
     write("avatars", card_seeds("avatar_*", "own_picture_*"))
     write("cards", card_seeds("card*", "own_card_*"))
@@ -322,6 +335,8 @@ def main():
     offers["web"] = b"\x01\x01\x00" + short(b"plik") + short(b"6") + b"\x00" + (127).to_bytes(2, "big") + (
         b"<iq type='set' from='contact1@example.org/desk' id='s1'><query xmlns='jabber:iq:oob'><url>http://a/b</url></query></iq>"
         .ljust(127)) + b"\x08\x00\x00\x08\x02" + short(b"abc") + b"\x08\x03\x00\x09"
+    offers["early"] = offers["web"].replace(b"\x08\x00\x00", b"\x08\x02\x00", 1)
+    offers["folder"] = b"\x05\x01" + offers["web"]
     write("offers", offers)
     write("in_band", transfer_seeds(b"\x00", ("in_band", "session")))
     compressor = zlib.compressobj()

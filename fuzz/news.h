@@ -12,11 +12,12 @@
 
 namespace fuzz {
 
-inline void checkNotice(const OKU_NOTIFY& notice) {
+/// `references`: what was received may hold some, by which a value brings a line end of its own.
+inline void checkNotice(const OKU_NOTIFY& notice, bool references) {
     require(notice.size == sizeof notice && notice.value40 == 3 && notice.value44 == 0, "the record of a pop-up");
     require(notice.text && notice.title && notice.icon, "a pop-up without a text");
     const std::u16string text = torture::textAt(notice.text);
-    require(!text.empty() && !text.ends_with(u"\r\n"), "the text of a pop-up");
+    require(!text.empty() && (references || !text.ends_with(u"\r\n")), "the text of a pop-up");
     require((notice.kind == OKU_NOTIFY_MAIL) == (notice.callback != nullptr), "the callback of a pop-up");
 }
 
@@ -43,8 +44,9 @@ inline void checkPersonalEvent(const OKU_PEP_EVENT& event, OKU_WORD data) {
 }
 
 /// Looks at each call of the host. An event and a question get the answer that the input has for them.
-inline std::optional<OKU_WORD> checkNews(const torture::Call& call, Input& input) {
-    if (call.name == u"OKU/ShowStandardNotify") checkNotice(*reinterpret_cast<const OKU_NOTIFY*>(call.param));
+inline std::optional<OKU_WORD> checkNews(const torture::Call& call, Input& input, bool references) {
+    if (call.name == u"OKU/ShowStandardNotify")
+        checkNotice(*reinterpret_cast<const OKU_NOTIFY*>(call.param), references);
     if (call.name == u"UI/MessageBox") return input.byte() & 1 ? 6 : 7;
     if (call.name != u"evNotify") return std::nullopt;
     checkPersonalEvent(*reinterpret_cast<const OKU_PEP_EVENT*>(call.param), call.extra);

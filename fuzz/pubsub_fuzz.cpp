@@ -84,7 +84,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         fuzz::requireWhole(client, net, bytes);
         lastId = torture::idIn(bytes);
     };
-    client.host.before = [&](const torture::Call& call) { return fuzz::checkNews(call, input); };
+    const bool references = input.has('&');
+    client.host.before = [&](const torture::Call& call) { return fuzz::checkNews(call, input, references); };
     while (!input.empty()) doOne(client, input, lastId);
     client.host.before = nullptr;
     client.unload();

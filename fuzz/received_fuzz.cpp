@@ -48,7 +48,9 @@ std::set<std::size_t> neededCuts(const std::string& text) {
         probe.changed(received.append(std::string_view(text).substr(at, 1)));
         if (!probe.probeXml(received.view(), received.settled()).balanced) continue;
         const std::string_view unit(text.data() + begin, at + 1 - begin);
-        const bool element = unit.front() == '<' && unit.find("<stream:stream ") == std::string_view::npos &&
+        // The end of the stream's wrapper is no element, and hides what stands behind it in its piece.
+        const bool element = unit.front() == '<' && !unit.starts_with("</") &&
+                             unit.find("<stream:stream ") == std::string_view::npos &&
                              unit.find(kDeclaration) == std::string_view::npos;
         if (!element) cuts.insert({begin, at + 1});
         begin = last = at + 1;

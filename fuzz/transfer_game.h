@@ -43,8 +43,9 @@ public:
         for (const auto& [name, marker] :
              {std::pair{"{offer}", "<iq type=\"set\" id=\""}, std::pair{"{block}", "<iq type=\"set\" id=\""},
               std::pair{"{sid}", "sid=\""}, std::pair{"{close}", "type=\"set\"><close"}}) {
-            for (std::size_t at = text.find(name); at != std::string::npos; at = text.find(name))
-                text.replace(at, std::string_view(name).size(), heard(marker));
+            const std::string last = heard(marker);  // which may hold the name itself
+            for (std::size_t at = 0; (at = text.find(name, at)) != std::string::npos; at += last.size())
+                text.replace(at, std::string_view(name).size(), last);
         }
         client.receive(kNet, text);
     }
@@ -89,8 +90,10 @@ public:
         for (const auto& [path, content] : harness::world().files) {
             if (path == "/home/file") require(content == std::string(5000, 'x'), "the offered file was written to");
             if (path.starts_with("/profile/") || path == "/home/file" || path.find('/') == std::string::npos) continue;
-            require(path.starts_with(kFolder), "a file lies outside of the folder");
-            const std::string name = path.substr(kFolder.size());
+            // A host that accepts and names no folder leaves the one of the settings.
+            const std::string_view folder = path.starts_with(kSetting) ? kSetting : kFolder;
+            require(path.starts_with(folder), "a file lies outside of the folder");
+            const std::string name = path.substr(folder.size());
             require(!name.empty() && name != "." && name != ".." && name.find_first_of("/\\:\n") == std::string::npos,
                     "a file's name leads elsewhere");
         }
@@ -104,6 +107,7 @@ public:
 
 private:
     static constexpr std::string_view kFolder = "/received/";
+    static constexpr std::string_view kSetting = "%documents%/Odebrane Pliki/%from%/";
 
     std::string heard(std::string_view marker) const {
         const std::string& text = client.servers.at(kNet).heard();

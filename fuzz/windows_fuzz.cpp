@@ -168,8 +168,11 @@ private:
     OKU_WORD get(OKU_CONTROL_VALUE& value) {
         const std::uint8_t what = input_.byte();
         text_ = what % 2 ? input_.wide() : utow(input_.text());
-        // The wizard sends a password as it stands, so this user has none with markup in it.
-        if (value.control == 7033) std::erase_if(text_, [](char16_t unit) { return unit == u'<' || unit == u'&'; });
+        // The wizard sends a name and a password as they stand, so this user has none with what XML does not take.
+        if (value.control == 7032 || value.control == 7033)
+            std::erase_if(text_, [](char16_t unit) {
+                return unit < u' ' || unit == u'<' || unit == u'&' || unit == u'>' || unit >= 0xFFFE;
+            });
         value.text = what == 254 ? nullptr : text_.c_str();
         value.number = what == 253 ? -7 : what % 4;
         return what == 255 ? 0 : 1;

@@ -94,9 +94,11 @@ void FakeDownload::begin() {
 }
 void FakeDownload::answer(int status) {
     begin();
+    answered_ = true;
     act([&] { return listener_->onAnswer(status); });
 }
 void FakeDownload::block(const std::string& bytes) {
+    if (!answered_) return;  // no web gives bytes before its answer
     act([&] { return listener_->onBytes(bytes); });
 }
 void FakeDownload::end() {

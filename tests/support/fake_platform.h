@@ -43,6 +43,7 @@ private:
     std::string url_;
     std::shared_ptr<platform::DownloadListener> listener_;
     bool begun_ = false;
+    bool answered_ = false;
     bool ended_ = false;
     bool stopped_ = false;
 };
