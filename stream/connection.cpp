@@ -43,6 +43,7 @@ OKU_WORD Connection::setStatus(Status status, const std::u16string& description,
     }
     client_.status = status;
     client_.statusDescription = wanted;
+    endForNobody_ = false;  // what was chosen since is the user's own
     return 1;
 }
 
@@ -132,12 +133,10 @@ void Connection::leaveRegistration() {
     disconnect(false);
 }
 
-bool Connection::endLeftRegistration() {
-    return std::exchange(registrationLeft_, false) && std::exchange(registerMode, 0) != 0;
-}
+bool Connection::takeEndForNobody() { return std::exchange(endForNobody_, false); }
 
 void Connection::resetState() {
-    endLeftRegistration();
+    if (std::exchange(registrationLeft_, false) && std::exchange(registerMode, 0) != 0) endForNobody_ = true;
     input_.resetPartialInput();
     client_.flags = 0;
     listener_.onStateReset();

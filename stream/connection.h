@@ -44,8 +44,9 @@ public:
     /// Nobody waits for that account any more. A connection that stands may still make it; no later one will, as it
     /// would be taken for the login of the account that the user has.
     void leaveRegistration();
-    /// The connection ends. True when it stood only for an account that was given up and not made so far.
-    bool endLeftRegistration();
+    /// Whether the connection that has ended stood only for an account that was given up and not made so far, and no
+    /// status was chosen since. Told once.
+    bool takeEndForNobody();
 
     std::uint32_t registerMode = 0;  // this connection exists to register a new account
     std::uint32_t avatarEnabled = 0;
@@ -61,6 +62,7 @@ private:
     StreamListener& listener_;
     StreamInput input_;
     bool registrationLeft_ = false;  // `registerMode` ends with the connection
+    bool endForNobody_ = false;
 };
 
 }  // namespace protolink

@@ -66,8 +66,6 @@ void SocketEvents::onConnected() {
 
 void SocketEvents::onClosed(OKU_WORD data) {
     client_.log(LogLevel::Debug, tag::kStream, u"Socket disconnected/closed");
-    // Nobody wished to be online but for the account that was given up: no other one comes online in its place.
-    const bool wished = !connection_.endLeftRegistration();
     connection_.resetState();
     listener_.onSocketClosed();
     reconnection_.remember(client_.status);
@@ -77,7 +75,8 @@ void SocketEvents::onClosed(OKU_WORD data) {
     connection_.disconnect(false);
     client_.flags = 0;
     client_.contactList.setAllOffline(client_.netId);
-    if (wished) reconnection_.decide(data);
+    // Where nobody wished to be online but for an account that was given up, no other one comes online in its place.
+    if (!connection_.takeEndForNobody()) reconnection_.decide(data);
     OwnCard(client_.host).signalBusyness(false);
 }
 
