@@ -22,6 +22,7 @@ void StatusChoices::choose(AccountEntry& account, StatusChoice choice) {
     kept_.erase(account.key);
     sockets_.sockets().forgetFailures(account.socket);
     queue_.post(account.key, [this, &account, choice = std::move(choice)] {
+        kept_.erase(account.key);  // of one that was made before, and whose turn came since
         if (choice.status != Status::offline && account.loggingIn()) {
             kept_.insert_or_assign(account.key, choice);
         } else {
@@ -45,7 +46,10 @@ const StatusChoice* StatusChoices::kept(const QString& key) const {
 }
 
 void StatusChoices::loginComplete(const AccountEntry& account) {
-    if (auto choice = kept_.extract(account.key)) queue_.post(account.key, std::move(choice.mapped().give));
+    // Looked for when its turn comes: what was chosen later may stand before it in the queue.
+    queue_.post(account.key, [this, key = account.key] {
+        if (auto choice = kept_.extract(key)) choice.mapped().give();
+    });
 }
 
 }  // namespace oku

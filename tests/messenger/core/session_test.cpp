@@ -105,6 +105,26 @@ TEST_F(SessionsOfAccounts, GoOfflineAtOnceAlsoDuringALogin) {
     EXPECT_EQ(plugin().log.size(), 1U) << "the choice before it is forgotten";
 }
 
+TEST_F(SessionsOfAccounts, ForgetAChoiceMadeDuringALoginWhereALaterOneWaitedWithIt) {
+    inPlugin([&] { account().flags = OKU_FLAG_CONNECTING | OKU_FLAG_CONNECTED; });
+    inPlugin([&] {
+        core->choices.set(entry(), Status::away, QStringLiteral("a"));
+        core->choices.set(entry(), Status::offline, {});
+    });
+    logIn();
+    EXPECT_EQ(plugin().log, std::vector<std::string>{"status 7 "});
+}
+
+TEST_F(SessionsOfAccounts, ForgetAChoiceMadeDuringALoginWhereALaterOneWaitedForItsEnd) {
+    inPlugin([&] { account().flags = OKU_FLAG_CONNECTED | OKU_FLAG_AUTHORIZED; });
+    inPlugin([&] {
+        core->choices.set(entry(), Status::away, QStringLiteral("a"));
+        core->queue.post({}, [&] { answerRoster({}); });
+        core->choices.set(entry(), Status::xa, QStringLiteral("c"));
+    });
+    EXPECT_EQ(plugin().log, std::vector<std::string>{"status 5 c"});
+}
+
 TEST_F(SessionsOfAccounts, WriteAMessageDownBeforeTheyShowIt) {
     logIn();
     QObject::connect(&core->arrivals, &Arrivals::received, core.get(), [&](const QString&, const Message& message) {
