@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <numeric>
 #include <QCoreApplication>
 #include <utility>
 
@@ -49,7 +50,8 @@ void History::close() {
     sync_.stop();  // the end of the last connection does the same
     file_.close();
     const HistoryChanges lost = std::exchange(changes_, {});
-    if (!lost.gone.empty()) emit failed(cannotRemove(file_.reason()));
+    const bool keepsGone = std::any_of(lost.gone.begin(), lost.gone.end(), [](const auto& one) { return one.second; });
+    if (keepsGone) emit failed(cannotRemove(file_.reason()));
     if (lost.messages.empty()) return;
     emit failed(QCoreApplication::translate("History", "Nie zapisano w archiwum rozmów wiadomości: %1.")
                     .arg(lost.messages.size()));
@@ -124,13 +126,23 @@ bool History::remove(qint64 number) {
 }
 
 void History::forget(const QString& account, bool withMessages) {
-    if (withMessages)
+    if (withMessages) {
         std::erase_if(changes_.messages, [&](const Message& message) { return message.account == account; });
-    if (!isNew()) {
+        characters_ = std::accumulate(changes_.messages.begin(), changes_.messages.end(), qsizetype{0},
+                                      [](qsizetype sum, const Message& one) { return sum + charactersOf(one); });
+    }
+    // One by one where they can be read, so that one that is sent again waits anew.
+    if (withMessages ? !isNew() : !failWaiting(account)) {
         bool& all = changes_.gone[account];
         all = all || withMessages;
     }
     flush();
+}
+
+bool History::failWaiting(const QString& account) {
+    for (const Message& waiting : outgoing(account, DeliveryState::queued))
+        changes_.states[waiting.number] = {DeliveryState::failed, false};
+    return readWhole_;
 }
 
 void History::whenWritten(std::function<void()> tell) {

@@ -86,6 +86,8 @@ private:
     bool beginAnew();
     /// Takes over what can be read of the files that were set aside, and tells of them.
     void salvage();
+    /// Sets what waits to failed; false when it could not be read.
+    bool failWaiting(const QString& account);
     /// Nothing was ever written, nor is the file open.
     [[nodiscard]] bool isNew() const;
     /// Something could not be done, and is to be tried again: tells so once.

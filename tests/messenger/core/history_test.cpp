@@ -400,6 +400,8 @@ TEST_F(HistoryTest, ShowsNothingOfAForgottenAccountBeforeThatIsWritten) {
     history->forget(kAlice, false);
     EXPECT_EQ(history->message(number)->state, DeliveryState::failed);
     EXPECT_TRUE(history->outgoing(kAlice, DeliveryState::queued).isEmpty());
+    history->setState(number, DeliveryState::queued);
+    EXPECT_EQ(history->outgoing(kAlice, DeliveryState::queued).size(), 1) << "sent again";
     history->forget(kAlice, true);
     EXPECT_EQ(found(), QStringList());
     history->close();
