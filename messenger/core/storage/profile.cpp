@@ -53,10 +53,15 @@ bool readOwner(const QLockFile& lock, LockOwner& owner) {
     return lock.getLockInfo(&owner.process, &owner.host, &owner.program);
 }
 
-/// Only what runs here can be seen to run no more.
+/// Only what runs here can be seen to run no more. Another program may have got its number since.
 bool isGone(const LockOwner& owner) {
-    const bool here = owner.host.isEmpty() || owner.host == QSysInfo::machineHostName();
-    return here && kill(static_cast<pid_t>(owner.process), 0) != 0 && errno == ESRCH;
+    if (!owner.host.isEmpty() && owner.host != QSysInfo::machineHostName()) return false;
+    if (kill(static_cast<pid_t>(owner.process), 0) != 0 && errno == ESRCH) return true;
+    const QString file = QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(owner.process));
+    QString program = QFileInfo(file).fileName();
+    const QString replaced = QStringLiteral(" (deleted)");  // by a newer one while it runs
+    if (program.endsWith(replaced)) program.chop(replaced.size());
+    return !program.isEmpty() && program != owner.program;
 }
 
 /// Why no file can be made in the folder, in a few words; an empty text where one can.

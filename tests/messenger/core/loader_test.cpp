@@ -3,6 +3,7 @@
 #include "tests/messenger/core/stage.h"
 
 #include <sys/file.h>
+#include <unistd.h>
 #include <cerrno>
 #include <QDateTime>
 #include <QFile>
@@ -135,13 +136,16 @@ TEST_F(Loader, TellsOfAFullDiskWhereALockWasLeft) {
         const FullDisk full;
         EXPECT_EQ(host.start(), cannotWrite());
     }
-    lock.write("2147483646\noku\n\n\n\n");  // there are no processes of such numbers
-    lock.close();
-    {
+    // There are no processes of the first number, and ours is no such program.
+    for (const QByteArray& owner : {QByteArray("2147483646"), QByteArray::number(getpid())}) {
+        ASSERT_TRUE(lock.resize(0) && lock.seek(0));
+        lock.write(owner + "\nanother\n\n\n\n");
+        ASSERT_TRUE(lock.flush());
         HostCore host(options());
         const FullDisk full;
-        EXPECT_EQ(host.start(), cannotWrite());
+        EXPECT_EQ(host.start(), cannotWrite()) << owner.toStdString();
     }
+    lock.close();
     start();
 }
 
