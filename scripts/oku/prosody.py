@@ -62,6 +62,7 @@ class Prosody:
     """One server for one domain, PLAIN under STARTTLS. `port` stays the same when it is stopped and started again."""
 
     store_delay = 0  # seconds until what it stores is on the disk
+    loses_at_login = False  # what comes for a user in the moment of a login
 
     def __init__(self, home, certificate, accounts, domain="localhost", modules=MODULES, registration=False, more="",
                  components=(), clear=False):

@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: MIT
 """A long run: two servers, two messengers, two other clients, and everything starts anew in a random order.
 
-OKU_SOAK_SECONDS is how long it goes on, a minute unless it is set; OKU_SOAK_SEED repeats the order of another run."""
+OKU_SOAK_SECONDS is how long it goes on, a minute unless it is set; OKU_SOAK_SEED repeats the order of another run. What
+is done is told as it is done: what a failure needs to be understood."""
 
 import os
 import random
@@ -26,6 +27,7 @@ class Soak(Case):
     def setUp(self):
         super().setUp()
         self.random = random.Random(SEED)
+        self.begin = time.monotonic()
         self.number = 0
         self.marks = 0
         self.messages = []  # (sender, receiver, body)
@@ -36,6 +38,9 @@ class Soak(Case):
         self.mcabber = McabberSide(self, "jan", self.servers[0], PASSWORDS["ewa"])
         self.terminal_sides = [side for messenger in self.messengers for side in messenger.sides]
         self.sides = self.terminal_sides + self.bots + [self.mcabber]
+
+    def tell(self, what):
+        print(f"{time.monotonic() - self.begin:8.2f} {what}", file=sys.stderr, flush=True)
 
     def server(self, kind, domain):
         accounts = {**PASSWORDS, "jan": PASSWORDS["ewa"]}
@@ -59,13 +64,16 @@ class Soak(Case):
     # What may happen ------------------------------------------------------------------------------------------------
 
     def message(self, sender=None):
+        """Gives who has sent it."""
         sender = sender or self.random.choice([side for side in self.sides if side.server.child])
         self.say(sender, self.random.choice(sender.friends))
+        return sender
 
     def say(self, sender, receiver):
         """Gives the body, which is like no other one."""
         self.number += 1
         body = f"m{self.number} " + "".join(self.random.choice("aąćę 🦆<&>'\"") for _ in range(12)).strip() + "."
+        self.tell(f"{sender.jid} -> {receiver.jid}: {body}")
         sender.say(receiver.jid, body)
         self.messages.append((sender, receiver, body))
         return body
@@ -85,9 +93,19 @@ class Soak(Case):
             side.owner.terminal.command("group", account=side.jid, jid=friend.jid, group=self.random.choice(GROUPS))
 
     def burst(self, senders):
-        """Messages right before an end: what becomes of them is for their sender to know."""
-        for _ in range(self.random.randrange(4)):
-            self.message(self.random.choice(senders))
+        """Messages right before an end: what becomes of them is for their sender to know. Gives who has sent them."""
+        return [self.message(self.random.choice(senders)) for _ in range(self.random.randrange(4))]
+
+    def burst_to_the_absent(self, senders):
+        """Messages that are with their servers before somebody comes back, where that one could lose them otherwise."""
+        for sender in self.burst(senders):
+            if sender.server.loses_at_login:
+                self.wait_until_read(sender)
+
+    def wait_until_read(self, sender):
+        """Until the server has read, and handed on or stored, all that the side has sent."""
+        wait_until(lambda: WAITING not in sender.sent().values(), f"seed {SEED}: the sending of what {sender.jid} has")
+        self.wait_until_seen(sender)
 
     def restart_messenger(self):
         messenger = self.random.choice(self.messengers)
@@ -104,11 +122,12 @@ class Soak(Case):
         for side in messenger.sides:
             self.wait_until_seen(side)
         self.burst(messenger.sides)
+        self.tell(f"{messenger.name} {'is killed' if kill else 'quits'}")
         messenger.stop(kill)
         # A server that stood still has a session yet of one that has given it up.
         for side in messenger.sides:
             self.wait_until_gone(side)
-        self.burst([side for side in self.sides if side.server.child and side not in messenger.sides])
+        self.burst_to_the_absent([side for side in self.sides if side.server.child and side not in messenger.sides])
         messenger.start()
         messenger.wait_online()
 
@@ -119,8 +138,9 @@ class Soak(Case):
         self.wait_until_gone(client)
 
     def seen_by_a_witness(self, side):
-        """The side as it stands on the list of somebody on its server."""
-        return next(other for other in self.terminal_sides if other in side.friends).roster()[side.jid]
+        """The side's status and description as somebody on its server sees them."""
+        friends = (other for other in self.terminal_sides + self.bots if other in side.friends)
+        return next(other for other in friends if other.online()).sees(side.jid)
 
     def wait_until_seen(self, side):
         """Until a presence that is new is seen. Its server has then routed all that the side has sent before, and the
@@ -128,24 +148,24 @@ class Soak(Case):
         self.marks += 1
         side.description = f"znak{self.marks}"
         side.show(side.status, side.description)
-        wait_until(lambda: self.seen_by_a_witness(side)["description"] == side.description,
+        wait_until(lambda: self.seen_by_a_witness(side)[1] == side.description,
                    f"seed {SEED}: the presence {side.description} of {side.jid}")
 
     def wait_until_gone(self, gone):
         """Only for those that were seen."""
-        wait_until(lambda: self.seen_by_a_witness(gone)["status"] == "offline", f"the end of {gone.jid}")
+        wait_until(lambda: self.seen_by_a_witness(gone)[0] == "offline", f"the end of {gone.jid}")
 
     def restart_bot(self):
         bot = self.random.choice(self.bots)
         self.quieten()
         self.end_other_client(bot)
-        self.burst([side for side in bot.friends if side is not self.mcabber])
+        self.burst_to_the_absent([side for side in bot.friends if side is not self.mcabber])
         bot.start()
 
     def restart_mcabber(self):
         self.quieten()
         self.end_other_client(self.mcabber)
-        self.burst([side for side in self.mcabber.friends if side is not self.mcabber])
+        self.burst_to_the_absent([side for side in self.mcabber.friends if side is not self.mcabber])
         self.mcabber.start()
         self.wait_for_mcabber()
 
@@ -164,23 +184,41 @@ class Soak(Case):
                 self.wait_until_seen(here[0])
         else:
             self.burst(here)
+        self.tell(f"{server.domain} {'is killed' if kill else 'ends'}")
         server.stop(kill)
         self.burst(here)
         for side in here:
             # Otherwise the former connection would pass for the new login.
             wait_until(lambda: not side.online(), f"the loss of {side.jid}")
+        if server.loses_at_login:
+            self.come_back_in_turn(server, others, here)
+        else:
+            self.come_back_at_once(server, others, here)
+        self.wait_for_mcabber()
+
+    def come_back_at_once(self, server, others, here):
         server.start()
         for side in others:
             side.start()
         for side in here:
             wait_until(side.online, f"the login of {side.jid}")
-        self.wait_for_mcabber()
+
+    def come_back_in_turn(self, server, others, here):
+        """What each has written meanwhile is with the server before the next one comes."""
+        for side in here:
+            side.log_out()
+        server.start()
+        for side in others:
+            side.start()
+        for side in here:
+            side.log_in()
+            self.wait_until_read(side)
 
     # Rest -----------------------------------------------------------------------------------------------------------
 
     def wait_for_mcabber(self):
         side = self.messengers[0].sides[0]
-        wait_until(lambda: side.roster()[self.mcabber.jid]["status"] != "offline", "mcabber's login")
+        wait_until(lambda: side.sees(self.mcabber.jid)[0] != "offline", "mcabber's login")
         self.mcabber.show(self.mcabber.status, self.mcabber.description)
 
     def missing(self):
@@ -203,7 +241,8 @@ class Soak(Case):
         for side in {self.side_of(receiver) for _, receiver, *_ in self.missing()}:
             self.counts["login anew"] = self.counts.get("login anew", 0) + 1
             if side in self.terminal_sides:
-                side.log_in_anew()
+                side.log_out()
+                side.log_in()
             else:
                 self.end_other_client(side)
                 side.start()
@@ -255,11 +294,11 @@ class Soak(Case):
     def check_presences(self):
         for side in self.terminal_sides:
             for friend in side.friends:
-                wait_until(lambda: side.roster()[friend.jid]["status"] == friend.status,
+                wait_until(lambda: side.sees(friend.jid)[0] == friend.status,
                            f"seed {SEED}: {side.jid} sees {friend.jid} as {friend.status}")
         for bot in self.bots:
             for friend in bot.friends:
-                wait_until(lambda: bot.sees(friend.jid) == friend.status,
+                wait_until(lambda: bot.sees(friend.jid)[0] == friend.status,
                            f"seed {SEED}: {bot.jid} sees {friend.jid} as {friend.status}")
 
     def test_everything_is_seen_once_or_said_to_be_unconfirmed(self):
@@ -278,6 +317,7 @@ class Soak(Case):
         while time.monotonic() < end:
             act = self.random.choices(list(acts), list(acts.values()))[0]
             self.counts[act.__name__] = self.counts.get(act.__name__, 0) + 1
+            self.tell(act.__name__)
             act()
         self.quieten()
         time.sleep(3)  # what comes twice would come by now

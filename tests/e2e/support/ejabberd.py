@@ -69,6 +69,9 @@ class Ejabberd:
 
     # Seconds until what it stores is on the disk: its database writes behind, and a crash takes back what it has said.
     store_delay = 5
+    # It reads what it has stored for a user who logs in, and then deletes all that is stored for that user: what is
+    # stored in between goes with it, and to store the first message takes it long.
+    loses_at_login = True
 
     def __init__(self, home, certificate, accounts, domain="localhost", modules=(), admin="nobody",
                  components=(), clear=False):

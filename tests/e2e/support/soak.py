@@ -46,9 +46,11 @@ class TerminalSide(Side):
     def show(self, status, description):
         self.owner.terminal.command("status", account=self.jid, status=status, description=description)
 
-    def log_in_anew(self):
+    def log_out(self):
         self.owner.terminal.command("status", account=self.jid, status="offline", description="")
         wait_until(lambda: self.state() == "offline", f"the end of {self.jid}")
+
+    def log_in(self):
         self.show(self.status, self.description)
         wait_until(self.online, f"the login of {self.jid}")
 
@@ -57,7 +59,7 @@ class TerminalSide(Side):
         return states[-1] if states else "offline"
 
     def online(self):
-        return self.state() == "online"
+        return self.owner.running and self.state() == "online"
 
     def _history(self):
         answer = self.owner.terminal.ask("history", "history", account=self.jid, limit=1000000, **{"with": ""})
@@ -77,6 +79,11 @@ class TerminalSide(Side):
         entries = self.owner.terminal.ask("roster", "roster", account=self.jid)["contacts"]
         return {entry["jid"]: entry for entry in entries}
 
+    def sees(self, jid):
+        """A contact's status and its description."""
+        entry = self.roster()[jid]
+        return entry["status"], entry["description"]
+
 
 class Messenger:
     """A terminal messenger with an account on each server, started anew as often as it ends."""
@@ -87,6 +94,10 @@ class Messenger:
         self.sides = [TerminalSide(self, name, server) for server in servers]
         self.terminal = None
         self._runs = 0
+
+    @property
+    def running(self):
+        return self.terminal is not None and self.terminal.child.running
 
     def start(self):
         self._runs += 1
@@ -118,6 +129,7 @@ class BotSide(Side):
         super().__init__(user, server)
         self._case = case
         self._runs = []
+        self._here = False
         self._sent = {}
 
     @property
@@ -126,13 +138,15 @@ class BotSide(Side):
 
     def start(self):
         self._runs.append(self._case.peer(self.user, self.server, f"bot{len(self._runs)}"))
+        self._here = True
         self.show(self.status, self.description)
 
     def stop(self):
+        self._here = False
         self._peer.stop()
 
     def online(self):
-        return not self._peer.seen("disconnected")
+        return self._here
 
     def say(self, to, body):
         self._sent[body] = UNCONFIRMED
@@ -154,11 +168,12 @@ class BotSide(Side):
         return dict(self._sent)
 
     def sees(self, jid):
-        """The last presence of a contact in this run: its status, `offline` for none."""
+        """The last presence of a contact in this run: its status, `offline` for none, and its description."""
         last = [event for event in self._peer.seen("presence") if event["from"].split("/")[0] == jid]
         if not last or last[-1]["type"]:
-            return "offline"
-        return next(status for status, show in SHOWS.items() if show == last[-1]["show"])
+            return "offline", ""
+        status = next(status for status, show in SHOWS.items() if show == last[-1]["show"])
+        return status, last[-1]["status"] or ""
 
 
 class McabberSide(Side):
