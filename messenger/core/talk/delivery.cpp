@@ -90,6 +90,11 @@ void Delivery::catchUp() {
 void Delivery::deliver(AccountEntry& account, Message message) {
     // Asked again: the connection may have gone while the call waited, and a message may have been posted twice.
     const auto current = history_.message(message.number);
+    if (!current && !history_.readWhole()) {
+        behind_.insert(&account);
+        tellQueued(account, message);
+        return;
+    }
     if (!current || current->state != DeliveryState::queued) return;
     if (!account.ready() || !hand(account, message)) {
         tellQueued(account, message);

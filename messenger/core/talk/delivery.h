@@ -84,7 +84,7 @@ private:
     History& history_;
     IqQueries& queries_;
     std::map<const AccountEntry*, Connection> connections_;
-    std::set<AccountEntry*> behind_;  ///< logged in, but what waits for them has not been read yet
+    std::set<AccountEntry*> behind_;  ///< logged in, but what waits for them could not be read
     bool handing_ = false;
     bool letOut_ = false;  ///< no listener has taken away what is being handed over
     QString handedId_;

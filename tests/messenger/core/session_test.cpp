@@ -275,6 +275,22 @@ TEST_F(SessionsOfAccounts, HandNothingOverTwiceThatCouldNotBeReadAtALogin) {
     EXPECT_EQ(queued, 2) << "once for each";
 }
 
+TEST_F(SessionsOfAccounts, SendWhatCouldNotBeReadInItsTurnAsSoonAsItCan) {
+    logIn();
+    send("one");
+    told().clear();
+    {
+        const NoNewFiles none;
+        inPlugin([this] {
+            send("two");
+            core->history.close();
+        });
+    }
+    EXPECT_FALSE(logged("message bob@example.org two 6"));
+    EXPECT_EQ(told(), QStringList(QStringLiteral("queued two queued")));
+    EXPECT_TRUE(waitFor([this] { return logged("message bob@example.org two 6"); })) << "by itself";
+}
+
 TEST_F(SessionsOfAccounts, KeepAMessageThatThePluginDidNotTake) {
     logIn();
     plugin().sendFails = true;
