@@ -140,6 +140,9 @@ TEST_F(HistoryTest, ShowsNothingOfAForgottenAccountBeforeThatIsWritten) {
     EXPECT_TRUE(history->outgoing(kAlice, DeliveryState::queued).isEmpty());
     history->setState(number, DeliveryState::queued);
     EXPECT_EQ(history->outgoing(kAlice, DeliveryState::queued).size(), 1) << "sent again";
+    add("waits to be written");
+    history->flush();
+    EXPECT_EQ(found().size(), 3);
     history->forget(kAlice, true);
     EXPECT_EQ(found(), QStringList());
     history->close();

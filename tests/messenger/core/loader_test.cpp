@@ -120,6 +120,17 @@ TEST_F(Loader, LeavesALockThatSomebodyStillHolds) {
     start();
 }
 
+TEST_F(Loader, LeavesTheLockOfAnotherMachine) {
+    QFile lock(directory.filePath(QStringLiteral("oku.lock")));
+    ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
+    lock.write("2147483646\nanother\nelsewhere.example\n\n\n");
+    lock.close();
+    const QString reason = HostCore(options()).start();
+    EXPECT_TRUE(reason.contains(QStringLiteral("jest już używany"))) << reason.toStdString();
+    EXPECT_TRUE(reason.contains(QStringLiteral("2147483646"))) << reason.toStdString();
+    EXPECT_TRUE(lock.exists());
+}
+
 TEST_F(Loader, TellsOfAProfileThatTakesNoLock) {
     HostCore host(options());
     FullDisk full;
