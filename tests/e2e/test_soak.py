@@ -130,6 +130,7 @@ class Soak(Case):
         self.burst_to_the_absent([side for side in self.sides if side.server.child and side not in messenger.sides])
         messenger.start()
         messenger.wait_online()
+        self.wait_until_heard_of(messenger.sides)
 
     def end_other_client(self, client):
         """Other clients do not read to the end of their stream: what still comes to them while they go is lost."""
@@ -154,6 +155,13 @@ class Soak(Case):
     def wait_until_gone(self, gone):
         """Only for those that were seen."""
         wait_until(lambda: self.seen_by_a_witness(gone)[0] == "offline", f"the end of {gone.jid}")
+
+    def wait_until_heard_of(self, sides):
+        """A side that is online has said so, but its server may not have read that yet, and could lose what comes for
+        it while it does."""
+        for side in sides:
+            if side.server.loses_at_login:
+                self.wait_until_seen(side)
 
     def restart_bot(self):
         bot = self.random.choice(self.bots)
@@ -243,6 +251,7 @@ class Soak(Case):
             if side in self.terminal_sides:
                 side.log_out()
                 side.log_in()
+                self.wait_until_heard_of([side])
             else:
                 self.end_other_client(side)
                 side.start()
@@ -311,6 +320,7 @@ class Soak(Case):
             messenger.wait_online()
         self.mcabber.start()
         self.wait_for_mcabber()
+        self.wait_until_heard_of(self.terminal_sides)
         acts = {self.message: 60, self.presence: 14, self.contact: 8, self.restart_messenger: 8, self.restart_bot: 3,
                 self.restart_mcabber: 2, self.restart_server: 5}
         end = time.monotonic() + SECONDS

@@ -65,6 +65,8 @@ inline Message written(const char* body) {
 
 class HistoryTest : public testing::Test {
 protected:
+    /// Before the members below: it may tell them something at its end.
+    void TearDown() override { history.reset(); }
     void start() {
         history.reset();
         told.clear();

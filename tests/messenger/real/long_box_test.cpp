@@ -33,11 +33,11 @@ public:
 
 class LongBox : public RealStage {
 protected:
-    /// A busy machine may need seconds for what is quick otherwise, and five of them are a minute here. The clock must
-    /// not run faster: after three silent minutes the plugin gives up its connection.
+    /// A busy machine may need seconds for what is quick otherwise, and ten of them are a minute here. The clock must
+    /// not run faster: the plugin gives up its connection after three silent minutes, of which one may have passed.
     LongBox() {
-        patience = 90 * kMinute;
-        loginSeconds = 90 * 60;
+        patience = 45 * kMinute;
+        loginSeconds = 45 * 60;
     }
     ~LongBox() override { patience = ordinary_; }
 
@@ -72,6 +72,7 @@ private:
 
 TEST_F(LongBox, LosesAndReordersNothingAndKeepsTheConnection) {
     logIn(true);
+    const int dialled = server.connections();  // a first dial may have come to nothing
     opener.services = &core->services;
     core->hooks.add(opener);
     states.clear();
@@ -107,7 +108,7 @@ TEST_F(LongBox, LosesAndReordersNothingAndKeepsTheConnection) {
     EXPECT_TRUE(waitFor([&] { return entry().status == Status::away; }));
     waitFor([] { return false; }, 4 * kMinute);
     EXPECT_TRUE(entry().ready());
-    EXPECT_EQ(server.connections(), 1);
+    EXPECT_EQ(server.connections(), dialled);
     EXPECT_FALSE(states.contains(QStringLiteral("offline"))) << states.join(u' ').toStdString();
 }
 
