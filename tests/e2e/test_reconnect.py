@@ -33,7 +33,9 @@ class Reconnection(Case):
         terminal.wait("status", status="online")
         terminal.wait("sent", to="olek@localhost", body="napisane bez serwera")
         # Its answer stands behind the message: that one is not on its way while the contact logs in.
-        terminal.command("server")
+        terminal.command("console", on=True)
+        terminal.command("raw", xml="<iq to='localhost' type='get' id='znak'><ping xmlns='urn:xmpp:ping'/></iq>")
+        terminal.wait("xml", direction="in", data=lambda data: "znak" in data)
         again = self.peer("olek", server, "again")
         again.wait("message", body="napisane bez serwera")
         terminal.wait("presence", jid="olek@localhost", resource="again", status="online")
