@@ -28,6 +28,7 @@ class FullDisk(Case):
         super().setUp()
         self.server = self.prosody()
         self.ala = self.online("ala", self.server, environment={"LANG": "pl_PL.UTF-8"})
+        self.wait_until_kept(self.ala, "ala")
 
     def test_an_account_outlives_a_setting_that_cannot_be_written(self):
         file = self.ala.profile / "protoLink.config"

@@ -82,7 +82,9 @@ class Opening:
 
     def test_in_the_terminal(self):
         with self.part():
-            self.account(self.messenger(), "ala", self.server, settings=self.settings)
+            terminal = self.messenger()
+            self.account(terminal, "ala", self.server, settings=self.settings)
+            self.wait_until_kept(terminal, "ala")
         terminal = self.plain(environment=self.environment)
         terminal.type("/online")
         terminal.next("gotowy, lista kontaktów pobrana")

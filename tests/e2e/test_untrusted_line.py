@@ -5,6 +5,7 @@
 import base64
 import hashlib
 import re
+import threading
 import unittest
 
 from support.case import CLEAR, PASSWORDS, Case
@@ -94,8 +95,7 @@ class UntrustedLine(Case):
                 connection.send(GOOD)
                 connection.serve_to_end()
 
-        # The pause before the next attempt is three seconds of the messenger's time.
-        terminal, _ = self.online_at(script, environment=fast_time(5))
+        terminal, _ = self.online_at(script)
         terminal.wait("message", body="dobra wiadomość")
         self.assertEqual([event["body"] for event in terminal.seen("message")], ["dobra wiadomość"])
         self.assertEqual(list(terminal.roster()), ["olek@localhost"])
@@ -121,13 +121,15 @@ class UntrustedLine(Case):
         for _ in proceeds:
             terminal.wait("connection", state="connecting")
         terminal.wait("message", body="dobra wiadomość")
-        self.assertEqual([event["body"] for event in terminal.seen("message")], ["dobra wiadomość"])
+        self.assertEqual({event["body"] for event in terminal.seen("message")}, {"dobra wiadomość"})
 
     def test_clear_text_behind_a_proxys_answer(self):
-        def script(connection, number):
+        noticed = threading.Event()
+
+        def script(connection, _):
             if not connection.expect(r"CONNECT [^\r]*\r\n(?:[^\r]+\r\n)*\r\n"):
                 return
-            connection.send("HTTP/1.1 200 OK\r\n\r\n" + (HEADER + PUSH + FORGED if number == 1 else ""))
+            connection.send("HTTP/1.1 200 OK\r\n\r\n" + ("" if noticed.is_set() else HEADER + PUSH + FORGED))
             if connection.start_tls(self._localhost) and connection.log_in():
                 connection.send(GOOD)
                 connection.serve_to_end()
@@ -138,11 +140,12 @@ class UntrustedLine(Case):
             "XMPP/Serv/SSL/Legacy": 1, "XMPP/Proxy/OKU": 0, "XMPP/Proxy/Enable": 1, "XMPP/Proxy/Type": 3,
             "XMPP/Proxy/Host": "127.0.0.1", "XMPP/Proxy/Port": str(server.port)})
         terminal.command("status", status="online")
+        # An attempt that took too long by the messenger's clock tells nothing: it is attacked until it has noticed.
+        terminal.wait("connection", state="offline", reason=lambda text: "niezaszyfrowane dane" in text)
+        noticed.set()
         terminal.wait("message", body="dobra wiadomość")
         self.assertEqual([event["body"] for event in terminal.seen("message")], ["dobra wiadomość"])
         self.assertEqual(terminal.roster(), {})
-        ends = [event["reason"] for event in terminal.seen("connection", state="offline")]
-        self.assertTrue(any("niezaszyfrowane dane" in reason for reason in ends), ends)
 
     def test_a_message_before_the_session_is_bound(self):
         def script(connection, _):
