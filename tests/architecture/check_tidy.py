@@ -79,8 +79,8 @@ def arguments(command):
 
 def faults(path, command):
     """What clang-tidy says of a file; nothing when it is clean."""
-    done = subprocess.run(["clang-tidy", "--quiet", str(path), "--", *command], capture_output=True, text=True,
-                          preexec_fn=lambda: os.nice(5))
+    done = subprocess.run(["nice", "-n", "5", "clang-tidy", "--quiet", str(path), "--", *command],
+                          capture_output=True, text=True)
     if done.returncode == 0 and not done.stdout.strip():
         return ""
     return done.stdout.strip() or f"{path}: clang-tidy ended with {done.returncode}:\n{done.stderr.strip()}"

@@ -65,7 +65,8 @@ protected:
         std::string name = (fs::temp_directory_path() / "transfer-XXXXXX").string();
         if (!mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
         folder_ = name;
-        unsetenv("http_proxy");
+        for (const char* proxy : {"http_proxy", "all_proxy", "no_proxy", "HTTP_PROXY", "ALL_PROXY", "NO_PROXY"})
+            unsetenv(proxy);
         client.host.directory = utow(folder_.string() + "/");
         // The settings are called as the module is, which here is the program.
         const std::u16string own = utow(program_invocation_short_name) + u".config";
@@ -160,9 +161,10 @@ TEST_F(RealTransfers, ARedirectFails) {
 TEST_F(RealTransfers, ANameThatLeadsUpIsNotWritten) {
     const WebServer server(
         [&](const WebServer::Connection& web) { web.send("HTTP/1.1 200 OK\r\nContent-Length: 1\r\n\r\nx"); });
-    fetch(server.at("/file"), "../plik", "s1");
+    const std::string up = "../" + folder_.filename().string() + "-plik";
+    fetch(server.at("/file"), up, "s1");
     untilSaid("<iq id=\"s1\" type=\"error\"");
-    EXPECT_FALSE(fs::exists(folder_ / "../plik"));
+    EXPECT_FALSE(fs::exists(folder_ / up));
 }
 
 TEST_F(RealTransfers, AWindowThatWentIsWrittenToNoMore) {

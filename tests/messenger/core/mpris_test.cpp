@@ -111,7 +111,7 @@ protected:
     }
     void TearDown() override {
         players.reset();
-        daemon_.kill();
+        daemon_.terminate();  // so that it takes its socket along
         daemon_.waitForFinished();
     }
     /// Watches, and keeps what played in this order.

@@ -113,7 +113,7 @@ TEST_F(PictureProcessTest, NobodyIsToldWhenItIsGone) {
 }
 
 TEST_F(PictureProcessTest, ManyAreReadAtOnce) {
-    PictureProcess process(giving(png()));
+    PictureProcess process(giving(png()), 600'000);
     int read = 0;
     for (int i = 0; i < 10; ++i) process.read("a picture", [&](const QByteArray& given) { read += given == png(); });
     EXPECT_TRUE(waitFor([&] { return read == 10; }));

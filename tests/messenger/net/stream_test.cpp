@@ -199,12 +199,12 @@ TEST_F(Stream, TheTimeLimitCountsAnewForEachElement) {
     for (qint64 longest = settings.holdTime; longest > 650;) {
         begin(settings);
         longest = 0;
+        QElapsedTimer step;  // one for all: what lies between two steps counts as well
+        step.start();
         for (int i = 0; i < 5; ++i) {
-            QElapsedTimer step;
-            step.start();
             server.send(i == 0 ? "<a>" : "</a><a>");
             settle(350);
-            longest = qMax(longest, step.elapsed());
+            longest = qMax(longest, step.restart());
         }
     }
     ASSERT_TRUE(waitFor([&] { return bench->events.pieces.size() >= 4; }));
