@@ -35,11 +35,10 @@ def arguments():
     return parser.parse_args()
 
 
-def interactive_messenger(profile, *options, password=None):
-    """The messenger with its own prompt, in the person's hands until it ends."""
-    command = [str(BUILD / "oku-terminal"), "--profile", str(profile), "--module", str(BUILD / "protoLink.module"),
-               "--status", "online", *options]
-    return subprocess.call(command, env={**os.environ, **({"OKU_PASSWORD": password} if password else {})})
+def interactive_messenger(profile, *options):
+    """The command of the messenger with its own prompt, for the person's hands."""
+    return [str(BUILD / "oku-terminal"), "--profile", str(profile), "--module", str(BUILD / "protoLink.module"),
+            "--status", "online", *options]
 
 
 class Answering:
@@ -93,7 +92,7 @@ def conversation(prompt):
             view.say("\nEvery step was seen on both sides. Now you are Ala: /msg olek@localhost WORDS writes to Olek, who "
                      "answers;\n/help tells the rest, /quit ends it.")
             input("Enter takes you there. ")
-            return interactive_messenger(ala.terminal.profile, "--ca-file", str(authority.certificate))
+            return subprocess.call(interactive_messenger(ala.terminal.profile, "--ca-file", str(authority.certificate)))
         olek.terminal.quit()
         view.say("Every step was seen on both sides.")
         return 0
@@ -118,7 +117,11 @@ def own_account(jid, prompt):
     profile = BUILD / "accounts" / bare.replace("/", "_")
     if prompt:
         profile.parent.mkdir(parents=True, exist_ok=True)
-        return interactive_messenger(profile, "--account", jid, password=password)
+        # In this program's place: its environment holds the password, and the messenger takes it out of its own.
+        command = interactive_messenger(profile, "--account", jid)
+        for number in (signal.SIGPIPE, signal.SIGXFSZ):  # which Python ignores, and a program inherits
+            signal.signal(number, signal.SIG_DFL)
+        os.execve(command[0], command, {**os.environ, "OKU_PASSWORD": password})
     view = View(bare, "")
     terminal = OkuTerminal(bare, BUILD, profile, watch=view.event)
     try:

@@ -4,6 +4,7 @@
 
 import os
 import pathlib
+import pty
 import shutil
 import signal
 import subprocess
@@ -125,6 +126,24 @@ class Run(Case):
         output, _ = process.communicate(timeout=TIMEOUT)
         self.assertEqual(process.returncode, 1)
         self.assertIn("OKU_PASSWORD", output)
+
+    def test_the_password_of_an_own_account_stays_in_no_environment(self):
+        secret = "bardzo-tajne"
+        screen, terminal = pty.openpty()
+        self.addCleanup(os.close, screen)
+        process = subprocess.Popen(
+            [sys.executable, "-m", "oku", "--account", "you@brak.invalid"], stdin=terminal, stdout=terminal, stderr=terminal,
+            start_new_session=True, env={**os.environ, "OKU_BUILD": str(self.build), "OKU_PASSWORD": secret, "TERM": "xterm",
+                                         "DBUS_SESSION_BUS_ADDRESS": "disabled:"})
+        os.close(terminal)
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
+        shown = b""
+        while b"you@brak.invalid" not in shown:  # the messenger's own screen
+            shown += os.read(screen, 65536)
+        self.assertTrue(self.left_behind())
+        for number in [process.pid, *self.left_behind()]:
+            self.assertNotIn(secret.encode(), pathlib.Path(f"/proc/{number}/environ").read_bytes())
 
 
 if __name__ == "__main__":
