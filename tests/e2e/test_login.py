@@ -7,7 +7,7 @@ import unittest
 
 from oku.certificates import Authority
 from oku.events import Unexpected
-from support.case import Case
+from support.case import CLEAR, Case
 
 PATH = ["connecting", "connected", "encrypted", "authorized", "online"]
 
@@ -77,6 +77,40 @@ class Login(Case):
         terminal.command("status", status="online")
         terminal.wait("notice")
         self.assertNotIn("AGFsYQB0YWpuZQ", server.log.wait("auth")["text"], "base64 of user and password")
+
+    def in_clear(self, server):
+        """A messenger that is online on a scripted server."""
+        terminal = self.messenger()
+        self.account(terminal, "ala", server, settings=CLEAR)
+        terminal.command("status", status="online")
+        terminal.wait("connection", state="online")
+        return terminal
+
+    def test_an_account_that_is_added_beside_it_signs_off_and_ends_its_stream(self):
+        def script(connection, number):
+            connection.log_in()
+            closing = connection.expect(r"<presence type=\"unavailable\">.*</presence></stream:stream>")
+            server.log.add({"event": "closed", "number": number, "well": closing is not None})
+            connection.send("</stream:stream>")
+
+        server = self.scripted(script)
+        terminal = self.in_clear(server)
+        self.account(terminal, "olek", server, settings=CLEAR)
+        self.assertTrue(server.log.wait("closed", number=1)["well"])
+        server.log.wait("accepted", number=2)
+        terminal.wait("connection", state="online")
+
+    def test_a_first_login_tells_its_contacts_as_one_list(self):
+        items = "".join(f"<item jid='k{number}@localhost' name='Kontakt {number}'/>" for number in range(500))
+
+        def script(connection, _):
+            connection.log_in(items)
+            connection.serve_to_end()
+
+        terminal = self.in_clear(self.scripted(script))
+        told = terminal.wait("roster", contacts=lambda contacts: contacts)["contacts"]
+        self.assertEqual(len(told), 500)
+        self.assertEqual(terminal.seen("contact"), [])
 
 
 class BadCertificate(Case):

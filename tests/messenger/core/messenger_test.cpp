@@ -373,7 +373,14 @@ TEST_F(Facade, ExportsOverNoFileUnlessItIsToldToAndThroughNoLink) {
     EXPECT_TRUE(exportTo(path, false).contains(fileExistsReason()));
     EXPECT_NE(exportTo(link, false), QString());
     EXPECT_NE(exportTo(link, true), QString());
-    EXPECT_EQ(QFileInfo(path).size(), 8);
+    const auto steps = fileSteps();
+    fileSteps().sync = [](int) {
+        errno = ENOSPC;
+        return -1;
+    };
+    EXPECT_TRUE(exportTo(path, true).contains(systemReason(ENOSPC)));
+    fileSteps() = steps;
+    EXPECT_EQ(QFileInfo(path).size(), 8) << "on a full disk as well";
     EXPECT_EQ(exportTo(path, true), QString());
     EXPECT_EQ(QFileInfo(path).size(), 0) << "there is no history";
 }
@@ -389,6 +396,7 @@ TEST_F(Facade, TellsOfASettingThatIsNotWritten) {
     const QString priority = QStringLiteral("XMPP/Priority");
     EXPECT_NE(messenger->accounts().setSetting(kAlice, priority, 7), QString());
     EXPECT_EQ(messenger->accounts().settingValue(kAlice, priority), QVariant(7LL)) << "it counts all the same";
+    EXPECT_NE(messenger->accounts().pinCertificate(kAlice, QStringLiteral("5A").repeated(32)), QString());
     EXPECT_NE(messenger->accounts().addAccount(kAlice, QStringLiteral("b")), QString());
     fileSteps() = steps;
     EXPECT_EQ(messenger->accounts().setSetting(kAlice, priority, 7), QString()) << "written now";

@@ -96,7 +96,10 @@ TEST_F(SessionTest, LeavesLongNamesNoMoreThanTheirRoom) {
 
 TEST_F(SessionTest, AnswersOnlyWhereItWasAsked) {
     type("/chat-with Olek");
+    messenger.messages = {incoming("olek@localhost", "ala@localhost", "sprzed tygodnia")};
     type("/roster");
+    type("/history");
+    EXPECT_NE(session->log().entries().back()->text.indexOf("sprzed tygodnia"), -1);
     type("/fly");
     const auto count = session->log().entries().size();
     EXPECT_GT(count, 5U);
